@@ -1,0 +1,14 @@
+# Flags that every target of ours is built with; `kovra_flags` is linked by each.
+add_library(kovra_flags INTERFACE)
+target_include_directories(kovra_flags INTERFACE ${PROJECT_SOURCE_DIR})
+if(MSVC)
+  target_compile_options(kovra_flags INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus)
+else()
+  target_compile_options(kovra_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+                                               -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+endif()
+if(KOVRA_SANITIZE)
+  target_compile_options(kovra_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                               -fno-omit-frame-pointer)
+  target_link_options(kovra_flags INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+class DOMNode;
+using DOMNodePtr = std::unique_ptr<DOMNode>;
+using DOMNodeList = std::vector<DOMNodePtr>;
+
+/// A handle on a node of a document, as MSXML 3 offers it. It is valid as long as its document object lives and is
+/// not loaded again. Every member may throw `Error` with MSXML's number and message.
+class DOMNode {
+public:
+    virtual ~DOMNode() = default;
+
+    /// The name without its prefix (MSXML's `baseName`); empty for a text node.
+    virtual std::string BaseName() const = 0;
+    /// The name with its prefix (MSXML's `nodeName`), "#text" for a text node.
+    virtual std::string NodeName() const = 0;
+    /// Whether the node is an element.
+    virtual bool IsElement() const = 0;
+
+    /// The text of the node and of all its descendants.
+    virtual std::string Text() const = 0;
+    /// Replaces the node's content by one text; the empty text leaves no content.
+    virtual void SetText(std::string_view text) = 0;
+    /// The node as XML text, in MSXML 3's form.
+    virtual std::string Xml() const = 0;
+
+    /// The first node that `path` (XPath) selects under this node, or nullptr. Throws for an invalid path.
+    virtual DOMNodePtr SelectSingleNode(std::string_view path) const = 0;
+    /// All nodes that `path` (XPath) selects under this node, in document order. Throws for an invalid path.
+    virtual DOMNodeList SelectNodes(std::string_view path) const = 0;
+    /// All child nodes, text nodes included, in document order.
+    virtual DOMNodeList ChildNodes() const = 0;
+
+    /// The value of the attribute `name`, or nothing when the element has none (a Null Variant in MSXML).
+    virtual std::optional<std::string> GetAttribute(std::string_view name) const = 0;
+    /// The value of the attribute at position `index`, counted from 0, or nothing when there is none.
+    virtual std::optional<std::string> AttributeAt(std::size_t index) const = 0;
+    /// Sets or adds the attribute `name`. Throws for a text that is no name.
+    virtual void SetAttribute(std::string_view name, std::string_view value) = 0;
+
+    /// Moves `child`, a node of the same document, behind this node's last child.
+    virtual void AppendChild(DOMNode& child) = 0;
+};
+
+/// An XML document (MSXML's version-independent `DOMDocument`). Loading never reaches out to files or the network.
+class DOMDocument {
+public:
+    virtual ~DOMDocument() = default;
+
+    /// Replaces the content by the document in `xml` (UTF-8; an encoding named in the declaration is ignored).
+    /// Returns false, with the document empty, when the text is not well-formed.
+    virtual bool LoadXML(std::string_view xml) = 0;
+    /// The root element, or nullptr of an empty document.
+    virtual DOMNodePtr DocumentElement() const = 0;
+    /// The whole document as XML text, in MSXML 3's form.
+    virtual std::string Xml() const = 0;
+
+    /// As the members of `DOMNode`, from the document itself.
+    virtual DOMNodePtr SelectSingleNode(std::string_view path) const = 0;
+    virtual DOMNodeList SelectNodes(std::string_view path) const = 0;
+
+    /// Creates an element of this document that stands nowhere yet. Throws for a text that is no name.
+    virtual DOMNodePtr CreateElement(std::string_view name) = 0;
+};
+
+} // namespace host
