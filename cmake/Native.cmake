@@ -10,6 +10,8 @@ kovra_library(refhost/sql ModPub fmt::fmt PkgConfig::SQLITE3)
 kovra_library(refhost/eai ModPub refhost-xml fmt::fmt)
 kovra_library(refhost/ia ModPub refhost-xml fmt::fmt)
 kovra_library(refhost/account ModPub)
+file(GLOB account_scripts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/account/*.sql)
+kovra_embed_text(refhost-account refhost::account_scripts AccountScripts.h ${account_scripts})
 kovra_library(refhost ModPub refhost-xml refhost-sql refhost-eai refhost-ia refhost-account fmt::fmt)
 
 file(GLOB cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)
