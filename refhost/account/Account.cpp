@@ -22,7 +22,7 @@ bool Exists(host::Connection& connection, std::string_view table) {
 }
 
 void Run(host::Connection& connection, std::string_view script) {
-    for (const std::string_view batch : SplitBatches(script))
+    for (const std::string& batch : SplitBatches(script))
         connection.Execute(batch, host::command_option::textNoRecords);
 }
 
@@ -40,7 +40,7 @@ std::string WithAccountId(std::string_view script, std::string_view accountId) {
 
 } // namespace
 
-void CreateAccount(host::Connection& connection, std::string_view accountId, AccountContent content) {
+void CreateAccount(host::Connection& connection, std::string_view accountId, bool demo) {
     if (Exists(connection, "AccInformation"))
         throw host::Error(host::error_number::unspecified, "The database holds an account already.");
     const bool hasCalendar = Exists(connection, "QxSystem..UA_Period");
@@ -50,7 +50,7 @@ void CreateAccount(host::Connection& connection, std::string_view accountId, Acc
         Run(connection, account_scripts::account);
         if (!hasCalendar)
             Run(connection, account_scripts::QxSystem);
-        if (content == AccountContent::demonstrationCompany) {
+        if (demo) {
             Run(connection, account_scripts::demo);
             Run(connection, WithAccountId(account_scripts::demo_QxSystem, accountId));
         }

@@ -6,13 +6,11 @@
 
 namespace refhost {
 
-/// Whether `CreateAccount` adds the demonstration company.
-enum class AccountContent { schemaOnly, demonstrationCompany };
-
 /// Makes every host table and view in the open account database `connection`, and the calendar table in `QxSystem`
 /// unless it is there already. All of it happens in one transaction: after an error the database is as it was.
 /// @param accountId whose calendar the demonstration company replaces in `QxSystem`
+/// @param demo whether the demonstration company is added
 /// Throws `host::Error` when the database holds an account already, and whatever the database reports.
-void CreateAccount(host::Connection& connection, std::string_view accountId, AccountContent content);
+void CreateAccount(host::Connection& connection, std::string_view accountId, bool demo);
 
 } // namespace refhost

@@ -16,12 +16,12 @@ bool IsSeparator(std::string_view line) {
 
 } // namespace
 
-std::vector<std::string_view> SplitBatches(std::string_view script) {
-    std::vector<std::string_view> batches;
+std::vector<std::string> SplitBatches(std::string_view script) {
+    std::vector<std::string> batches;
     const auto add = [&](std::size_t begin, std::size_t end) {
         const std::string_view batch = script.substr(begin, end - begin);
         if (batch.find_first_not_of(whiteSpace) != std::string_view::npos)
-            batches.push_back(batch);
+            batches.emplace_back(batch);
     };
 
     std::size_t batchBegin = 0;
