@@ -1,0 +1,55 @@
+#include "refhost/xml/Document.h"
+
+#include "refhost/xml/NodeHandle.h"
+#include "refhost/xml/Parser.h"
+#include "refhost/xml/Writer.h"
+
+#include <utility>
+
+namespace refhost::xml {
+
+Document::Document() { Reset(std::make_unique<Tree>()); }
+
+void Document::Reset(std::unique_ptr<Tree> tree) {
+    selector_.reset();
+    tree_ = std::move(tree);
+    selector_ = std::make_unique<Selector>(*tree_);
+}
+
+bool Document::LoadXML(std::string_view xml) {
+    // The old content goes first: two documents at once would double the memory. `xml` never points into it, since
+    // the document gives out copies only.
+    Reset(std::make_unique<Tree>());
+    ParseResult result = Parse(xml);
+    loadError_ = std::move(result.reason);
+    if (!result.tree)
+        return false;
+    Reset(std::move(result.tree));
+    return true;
+}
+
+host::DOMNodePtr Document::DocumentElement() const {
+    for (Node* child = tree_->document().first; child != nullptr; child = child->next) {
+        if (child->kind == NodeKind::element)
+            return MakeHandle(*tree_, *selector_, {child, nullptr});
+    }
+    return nullptr;
+}
+
+std::string Document::Xml() const { return ToXml(*tree_, tree_->document()); }
+
+host::DOMNodePtr Document::SelectSingleNode(std::string_view path) const {
+    return MakeHandle(*tree_, *selector_, selector_->First(tree_->document(), path));
+}
+
+host::DOMNodeList Document::SelectNodes(std::string_view path) const {
+    return MakeHandles(*tree_, *selector_, selector_->All(tree_->document(), path));
+}
+
+host::DOMNodePtr Document::CreateElement(std::string_view name) {
+    return MakeHandle(*tree_, *selector_, {&tree_->NewElement(tree_->Name(name)), nullptr});
+}
+
+std::unique_ptr<host::DOMDocument> CreateDocument() { return std::make_unique<Document>(); }
+
+} // namespace refhost::xml

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/DOMDocument.h"
+#include "refhost/xml/Selector.h"
+#include "refhost/xml/Tree.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace refhost::xml {
+
+/// A document as MSXML 3 offers it, read by libxml2's parser and held in nodes of our own.
+///
+/// Differences from MSXML: no text is trimmed, a document type is not kept (its internal entities are expanded), and
+/// what would be read from outside the text makes the load fail.
+class Document final : public host::DOMDocument {
+public:
+    Document();
+
+    bool LoadXML(std::string_view xml) override;
+    /// Why the last load failed, with the line; empty when it did not.
+    const std::string& LoadError() const noexcept { return loadError_; }
+
+    host::DOMNodePtr DocumentElement() const override;
+    std::string Xml() const override;
+    host::DOMNodePtr SelectSingleNode(std::string_view path) const override;
+    host::DOMNodeList SelectNodes(std::string_view path) const override;
+    host::DOMNodePtr CreateElement(std::string_view name) override;
+
+private:
+    void Reset(std::unique_ptr<Tree> tree);
+
+    std::unique_ptr<Tree> tree_;
+    /// Follows paths in `tree_`.
+    std::unique_ptr<Selector> selector_;
+    std::string loadError_;
+};
+
+/// An empty document.
+std::unique_ptr<host::DOMDocument> CreateDocument();
+
+} // namespace refhost::xml

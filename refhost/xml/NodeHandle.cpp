@@ -1,0 +1,151 @@
+#include "refhost/xml/NodeHandle.h"
+
+#include "host/Error.h"
+#include "refhost/xml/Writer.h"
+
+namespace refhost::xml {
+namespace {
+
+std::string LocalName(std::string_view name) {
+    const std::size_t colon = name.find(':');
+    return std::string(colon == std::string_view::npos ? name : name.substr(colon + 1));
+}
+
+[[noreturn]] void Refuse(const char* message) { throw host::Error(host::error_number::unspecified, message); }
+
+/// A node other than an attribute.
+class NodeHandle final : public host::DOMNode {
+public:
+    NodeHandle(Tree& tree, Selector& selector, Node& node) : tree_(tree), selector_(selector), node_(node) {}
+
+    std::string BaseName() const override {
+        switch (node_.kind) {
+        case NodeKind::element:
+            return LocalName(node_.AsElement().name);
+        case NodeKind::instruction:
+            return LocalName(static_cast<const Instruction&>(node_).target);
+        default:
+            return {};
+        }
+    }
+
+    std::string NodeName() const override {
+        switch (node_.kind) {
+        case NodeKind::document:
+            return "#document";
+        case NodeKind::element:
+            return node_.AsElement().name;
+        case NodeKind::text:
+            return "#text";
+        case NodeKind::cdata:
+            return "#cdata-section";
+        case NodeKind::comment:
+            return "#comment";
+        case NodeKind::instruction:
+            return static_cast<const Instruction&>(node_).target;
+        }
+        return {};
+    }
+
+    bool IsElement() const override { return node_.kind == NodeKind::element; }
+    std::string Text() const override { return TextOf(node_); }
+
+    void SetText(std::string_view text) override {
+        if (node_.kind == NodeKind::document)
+            Refuse("The text of a document cannot be set.");
+        tree_.SetText(node_, text);
+    }
+
+    std::string Xml() const override { return ToXml(tree_, node_); }
+
+    host::DOMNodePtr SelectSingleNode(std::string_view path) const override {
+        return MakeHandle(tree_, selector_, selector_.First(node_, path));
+    }
+
+    host::DOMNodeList SelectNodes(std::string_view path) const override {
+        return MakeHandles(tree_, selector_, selector_.All(node_, path));
+    }
+
+    host::DOMNodeList ChildNodes() const override {
+        host::DOMNodeList children;
+        for (Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr; child = child->next)
+            children.push_back(std::make_unique<NodeHandle>(tree_, selector_, *child));
+        return children;
+    }
+
+    std::optional<std::string> GetAttribute(std::string_view name) const override {
+        const Attribute* found = IsElement() ? Tree::FindAttribute(node_.AsElement(), name) : nullptr;
+        return found == nullptr ? std::nullopt : std::optional<std::string>(found->Value());
+    }
+
+    std::optional<std::string> AttributeAt(std::size_t index) const override {
+        const Attribute* at = IsElement() ? node_.AsElement().attributes : nullptr;
+        for (; at != nullptr && index != 0; --index)
+            at = at->next;
+        return at == nullptr ? std::nullopt : std::optional<std::string>(at->Value());
+    }
+
+    void SetAttribute(std::string_view name, std::string_view value) override {
+        if (!IsElement())
+            Refuse("Only elements have attributes.");
+        tree_.SetAttribute(node_.AsElement(), name, value);
+    }
+
+    void AppendChild(host::DOMNode& child) override {
+        auto* const handle = dynamic_cast<NodeHandle*>(&child);
+        if (handle == nullptr || &handle->tree_ != &tree_)
+            Refuse("Only a node of the same document can be appended.");
+        if (!node_.IsParent() || handle->node_.kind == NodeKind::document)
+            Refuse("This node cannot have such a child.");
+        tree_.Append(node_.AsElement(), handle->node_);
+    }
+
+private:
+    Tree& tree_;
+    Selector& selector_;
+    Node& node_;
+};
+
+class AttributeHandle final : public host::DOMNode {
+public:
+    AttributeHandle(Tree& tree, Attribute& attribute) : tree_(tree), attribute_(attribute) {}
+
+    std::string BaseName() const override { return LocalName(attribute_.name); }
+    std::string NodeName() const override { return attribute_.name; }
+    bool IsElement() const override { return false; }
+    std::string Text() const override { return std::string(attribute_.Value()); }
+    void SetText(std::string_view text) override { tree_.SetValue(attribute_, text); }
+    std::string Xml() const override { return ToXml(attribute_); }
+    host::DOMNodePtr SelectSingleNode(std::string_view) const override { return nullptr; }
+    host::DOMNodeList SelectNodes(std::string_view) const override { return {}; }
+    host::DOMNodeList ChildNodes() const override { return {}; }
+    std::optional<std::string> GetAttribute(std::string_view) const override { return std::nullopt; }
+    std::optional<std::string> AttributeAt(std::size_t) const override { return std::nullopt; }
+    void SetAttribute(std::string_view, std::string_view) override { Refuse("Only elements have attributes."); }
+    void AppendChild(host::DOMNode&) override { Refuse("An attribute cannot have such a child."); }
+
+private:
+    Tree& tree_;
+    Attribute& attribute_;
+};
+
+} // namespace
+
+host::DOMNodePtr MakeHandle(Tree& tree, Selector& selector, const Selected& selected) {
+    if (selected.node == nullptr)
+        return nullptr;
+    // The tree is ours to change; only paths look at it as constant.
+    if (selected.attribute != nullptr)
+        return std::make_unique<AttributeHandle>(tree, const_cast<Attribute&>(*selected.attribute));
+    return std::make_unique<NodeHandle>(tree, selector, const_cast<Node&>(*selected.node));
+}
+
+host::DOMNodeList MakeHandles(Tree& tree, Selector& selector, const std::vector<Selected>& selected) {
+    host::DOMNodeList handles;
+    handles.reserve(selected.size());
+    for (const Selected& one : selected)
+        handles.push_back(MakeHandle(tree, selector, one));
+    return handles;
+}
+
+} // namespace refhost::xml

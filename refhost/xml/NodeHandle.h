@@ -1,0 +1,14 @@
+#pragma once
+
+#include "host/DOMDocument.h"
+#include "refhost/xml/Selector.h"
+
+#include <vector>
+
+namespace refhost::xml {
+
+/// A handle on what a path selected, or nullptr for nothing.
+host::DOMNodePtr MakeHandle(Tree& tree, Selector& selector, const Selected& selected);
+host::DOMNodeList MakeHandles(Tree& tree, Selector& selector, const std::vector<Selected>& selected);
+
+} // namespace refhost::xml

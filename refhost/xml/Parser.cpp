@@ -1,0 +1,298 @@
+#include "refhost/xml/Parser.h"
+
+#include "refhost/xml/PrefixScope.h"
+#include "refhost/xml/Utf8.h"
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <utility>
+#include <vector>
+
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+
+namespace refhost::xml {
+namespace {
+
+/// libxml2 compares each attribute of an element with all others, so their number must be bounded.
+constexpr int maxAttributes = 2048;
+/// Entities may multiply a text by this much, beyond a first megabyte.
+constexpr std::size_t maxGrowth = 10;
+constexpr std::size_t freeGrowth = 1 << 20;
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+std::string_view View(const xmlChar* text) {
+    return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
+}
+
+bool IsBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
+
+/// Builds the tree from what the parser reports. The parser is C code: no exception may cross it.
+class Builder {
+public:
+    explicit Builder(std::string_view xml) : source_(xml), budget_(xml.size() * maxGrowth + freeGrowth) {}
+
+    ParseResult Run();
+
+private:
+    static Builder& Of(void* context) { return *static_cast<Builder*>(static_cast<xmlParserCtxt*>(context)->_private); }
+
+    /// Runs one report; after a failure nothing more is taken.
+    template <class Work> static void Report(void* context, Work work) {
+        auto* parser = static_cast<xmlParserCtxt*>(context);
+        Builder& builder = Of(context);
+        if (!builder.failed_) {
+            try {
+                work(builder);
+            } catch (...) {
+                builder.thrown_ = std::current_exception();
+                builder.failed_ = true;
+            }
+        }
+        if (builder.failed_)
+            xmlStopParser(parser);
+    }
+
+    static xmlSAXHandler Handler();
+    static int Read(void* context, char* buffer, int length);
+
+    void StartElement(const char* name, const char* const* attributes);
+    void EndElement();
+    void AddText(std::string_view text);
+    void AddNode(Node& node) { tree_->AppendNew(*current_, node); }
+    void FlushText();
+    void Spend(std::size_t bytes);
+    void Refuse(std::string reason);
+    bool PreservesBlanks() const { return !spaces_.empty() && spaces_.back().second; }
+
+    std::string_view source_;
+    std::size_t read_ = 0;
+    std::size_t budget_;
+    xmlParserCtxt* parser_ = nullptr;
+    std::unique_ptr<Tree> tree_ = std::make_unique<Tree>();
+    Element* current_ = &tree_->document();
+    std::string text_;
+    PrefixScope prefixes_;
+    /// Elements with `xml:space`, and whether they preserve.
+    std::vector<std::pair<const Element*, bool>> spaces_;
+    bool failed_ = false;
+    std::string reason_;
+    std::exception_ptr thrown_;
+};
+
+void Builder::Refuse(std::string reason) {
+    failed_ = true;
+    reason_ = std::move(reason);
+}
+
+void Builder::Spend(std::size_t bytes) {
+    if (bytes > budget_)
+        Refuse("The text's entities expand to too much.");
+    else
+        budget_ -= bytes;
+}
+
+void Builder::StartElement(const char* name, const char* const* attributes) {
+    FlushText();
+    if (std::string reason = prefixes_.Enter(name, attributes); !reason.empty()) {
+        Refuse(std::move(reason));
+        return;
+    }
+    Element& element = tree_->NewElement(name);
+    AddNode(element);
+    current_ = &element;
+    Spend(1);
+    Attribute* last = nullptr;
+    int count = 0;
+    for (const char* const* at = attributes; at != nullptr && *at != nullptr; at += 2) {
+        const std::string_view value = at[1];
+        last = &tree_->AddAttribute(element, last, at[0], value);
+        Spend(value.size() + 1);
+        if (std::strcmp(at[0], "xml:space") == 0)
+            spaces_.emplace_back(&element, value == "preserve");
+        ++count;
+    }
+    if (count > maxAttributes)
+        Refuse("An element has too many attributes.");
+}
+
+void Builder::EndElement() {
+    FlushText();
+    prefixes_.Leave();
+    if (!spaces_.empty() && spaces_.back().first == current_)
+        spaces_.pop_back();
+    current_ = current_->parent;
+}
+
+void Builder::AddText(std::string_view text) {
+    Spend(text.size());
+    text_.append(text);
+}
+
+void Builder::FlushText() {
+    if (text_.empty())
+        return;
+    if (!IsBlank(text_) || PreservesBlanks())
+        AddNode(tree_->NewText(NodeKind::text, text_));
+    text_.clear();
+}
+
+xmlSAXHandler Builder::Handler() {
+    xmlSAXHandler handler = {};
+    // The reports of the first version give qualified names and keep declarations of namespaces in their place among
+    // the attributes.
+    xmlSAXVersion(&handler, 1);
+    handler.startElement = [](void* context, const xmlChar* name, const xmlChar** attributes) {
+        Report(context, [&](Builder& builder) {
+            builder.StartElement(reinterpret_cast<const char*>(name), reinterpret_cast<const char* const*>(attributes));
+        });
+    };
+    handler.endElement = [](void* context, const xmlChar*) {
+        Report(context, [](Builder& builder) { builder.EndElement(); });
+    };
+    handler.characters = [](void* context, const xmlChar* text, int length) {
+        Report(context, [&](Builder& builder) {
+            builder.AddText({reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)});
+        });
+    };
+    handler.ignorableWhitespace = handler.characters;
+    handler.cdataBlock = [](void* context, const xmlChar* text, int length) {
+        Report(context, [&](Builder& builder) {
+            const std::string_view data(reinterpret_cast<const char*>(text), static_cast<std::size_t>(length));
+            builder.FlushText();
+            builder.Spend(data.size() + 1);
+            builder.AddNode(builder.tree_->NewText(NodeKind::cdata, data));
+        });
+    };
+    handler.comment = [](void* context, const xmlChar* text) {
+        Report(context, [&](Builder& builder) {
+            if (builder.parser_->inSubset != 0)
+                return;
+            builder.FlushText();
+            builder.Spend(View(text).size() + 1);
+            builder.AddNode(builder.tree_->NewText(NodeKind::comment, View(text)));
+        });
+    };
+    handler.processingInstruction = [](void* context, const xmlChar* target, const xmlChar* data) {
+        Report(context, [&](Builder& builder) {
+            if (builder.parser_->inSubset != 0)
+                return;
+            builder.FlushText();
+            builder.Spend(View(data).size() + 1);
+            builder.AddNode(builder.tree_->NewInstruction(builder.tree_->Name(View(target)), View(data)));
+        });
+    };
+    handler.internalSubset = [](void* context, const xmlChar* name, const xmlChar* externalId,
+                                const xmlChar* systemId) {
+        Report(context, [&](Builder& builder) {
+            if (externalId != nullptr || systemId != nullptr)
+                builder.Refuse("An external document type is not read.");
+            // Entities are at hand from here on: libxml2's own bounds shall hold again.
+            builder.parser_->options &= ~XML_PARSE_HUGE;
+            xmlSAX2InternalSubset(context, name, externalId, systemId);
+        });
+    };
+    handler.entityDecl = [](void* context, const xmlChar* name, int type, const xmlChar* publicId,
+                            const xmlChar* systemId, xmlChar* content) {
+        Report(context, [&](Builder& builder) {
+            if (type != XML_INTERNAL_GENERAL_ENTITY)
+                builder.Refuse("The entity '" + std::string(View(name)) + "' is external or a parameter entity.");
+            else
+                xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
+        });
+    };
+    handler.unparsedEntityDecl = [](void* context, const xmlChar* name, const xmlChar*, const xmlChar*,
+                                    const xmlChar*) {
+        Report(context,
+               [&](Builder& builder) { builder.Refuse("The entity '" + std::string(View(name)) + "' is external."); });
+    };
+    handler.attributeDecl = [](void* context, const xmlChar* element, const xmlChar* name, int, int,
+                               const xmlChar* value, xmlEnumerationPtr choices) {
+        xmlFreeEnumeration(choices);
+        Report(context, [&](Builder& builder) {
+            if (value != nullptr)
+                builder.Refuse("The document type gives '" + std::string(View(element)) + "' a default for '" +
+                               std::string(View(name)) + "'.");
+        });
+    };
+    handler.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
+    handler.externalSubset = nullptr;
+    return handler;
+}
+
+int Builder::Read(void* context, char* buffer, int length) {
+    auto& builder = *static_cast<Builder*>(context);
+    if (builder.parser_ != nullptr && builder.parser_->maxatts > 4 * maxAttributes) {
+        // The start tag being read is far beyond the bound already; its attributes are not to be compared any more.
+        builder.Refuse("An element has too many attributes.");
+        return -1;
+    }
+    const std::size_t count = std::min(static_cast<std::size_t>(length), builder.source_.size() - builder.read_);
+    std::memcpy(buffer, builder.source_.data() + builder.read_, count);
+    builder.read_ += count;
+    return static_cast<int>(count);
+}
+
+ParseResult Builder::Run() {
+    static const bool ready = (xmlInitParser(), true);
+    static_cast<void>(ready);
+    if (source_.starts_with(byteOrderMark))
+        source_.remove_prefix(byteOrderMark.size());
+    if (source_.find('\0') != std::string_view::npos || !IsUtf8(source_))
+        return {nullptr, "The text is not valid UTF-8."};
+
+    xmlSAXHandler handler = Handler();
+    const struct FreeContext {
+        void operator()(xmlParserCtxt* context) const {
+            xmlFreeDoc(context->myDoc);
+            xmlFreeParserCtxt(context);
+        }
+    } freeContext;
+    const std::unique_ptr<xmlParserCtxt, FreeContext> context(
+        xmlCreateIOParserCtxt(&handler, nullptr, &Read, nullptr, this, XML_CHAR_ENCODING_NONE), freeContext);
+    if (!context)
+        throw std::bad_alloc();
+    parser_ = context.get();
+    parser_->_private = this;
+    xmlCtxtUseOptions(parser_, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC |
+                                   XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+    xmlParseDocument(parser_);
+    tree_->AdoptNames(parser_->dict);
+
+    if (thrown_)
+        std::rethrow_exception(thrown_);
+    if (parser_->wellFormed != 0 && !failed_ && View(parser_->version) != "1.0")
+        Refuse("Only XML 1.0 is read.");
+    if (parser_->wellFormed == 0 || failed_) {
+        if (reason_.empty() && parser_->lastError.message != nullptr)
+            reason_ = parser_->lastError.message;
+        while (!reason_.empty() && reason_.back() == '\n')
+            reason_.pop_back();
+        const int line = parser_->input == nullptr ? 0 : parser_->input->line;
+        return {nullptr, "line " + std::to_string(line) + ": " + reason_};
+    }
+    // libxml2 says -1 for a text without declaration, -2 for a declaration that says nothing of it.
+    switch (parser_->standalone) {
+    case -1:
+        tree_->declaration = Tree::Declaration::none;
+        break;
+    case 0:
+        tree_->declaration = Tree::Declaration::standaloneNo;
+        break;
+    case 1:
+        tree_->declaration = Tree::Declaration::standaloneYes;
+        break;
+    default:
+        tree_->declaration = Tree::Declaration::plain;
+        break;
+    }
+    return {std::move(tree_), {}};
+}
+
+} // namespace
+
+ParseResult Parse(std::string_view xml) { return Builder(xml).Run(); }
+
+} // namespace refhost::xml

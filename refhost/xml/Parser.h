@@ -1,0 +1,27 @@
+#pragma once
+
+#include "refhost/xml/Tree.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace refhost::xml {
+
+/// What reading a text gave.
+struct ParseResult {
+    /// The document, or nullptr for a text that is not well-formed.
+    std::unique_ptr<Tree> tree;
+    /// Why there is no document: "line 3: Opening and ending tag mismatch: …".
+    std::string reason;
+};
+
+/// Reads a document strictly: what is not well-formed is refused, never mended.
+///
+/// Texts of white space alone are dropped outside `xml:space="preserve"`. Nothing outside the text is ever read: an
+/// external subset and external entities are refused where they are declared. Internal entities expand within
+/// libxml2's bounds; parameter entities and attribute defaults are refused, and the document type itself is not kept.
+/// An element has at most 2,048 attributes.
+ParseResult Parse(std::string_view xml);
+
+} // namespace refhost::xml

@@ -1,0 +1,89 @@
+#include "refhost/xml/Path.h"
+
+#include "host/Error.h"
+
+#include <algorithm>
+#include <string>
+
+#include <libxml/tree.h>
+
+namespace refhost::xml {
+namespace {
+
+/// Steps are followed by recursion; a longer path is left to the engine, which has bounds of its own.
+constexpr std::size_t maxSteps = 64;
+
+bool IsName(std::string_view text) {
+    const std::string terminated(text);
+    return text.find('\0') == std::string_view::npos &&
+           xmlValidateQName(reinterpret_cast<const xmlChar*>(terminated.c_str()), 0) == 0;
+}
+
+bool TakePrefix(std::string_view& text, std::string_view prefix) {
+    if (!text.starts_with(prefix))
+        return false;
+    text.remove_prefix(prefix.size());
+    return true;
+}
+
+/// Throws for a prefix that neither the tree declares nor every path may use.
+void CheckPrefix(std::string_view name, const Tree& tree) {
+    const std::size_t colon = name.find(':');
+    if (colon == std::string_view::npos)
+        return;
+    const std::string_view prefix = name.substr(0, colon);
+    const bool known = prefix == "xml" || prefix == "xmlns" || tree.HasPrefix(prefix) ||
+                       std::find(recordsetPrefixes.begin(), recordsetPrefixes.end(), prefix) != recordsetPrefixes.end();
+    if (!known)
+        throw host::Error(host::error_number::unspecified,
+                          "Reference to undeclared namespace prefix: '" + std::string(prefix) + "'.");
+}
+
+} // namespace
+
+std::optional<Path> Path::Compile(std::string_view text, Tree& tree) {
+    Path path;
+    if (TakePrefix(text, ".//")) {
+        path.anywhere_ = true;
+    } else if (TakePrefix(text, "//")) {
+        path.fromRoot_ = true;
+        path.anywhere_ = true;
+    } else if (TakePrefix(text, "/")) {
+        path.fromRoot_ = true;
+    }
+    while (true) {
+        const std::size_t slash = text.find('/');
+        const std::string_view step = text.substr(0, slash);
+        const bool isLast = slash == std::string_view::npos;
+        if (isLast && step.starts_with('@') && IsName(step.substr(1))) {
+            CheckPrefix(step.substr(1), tree);
+            path.attribute_ = tree.Name(step.substr(1));
+        } else if (step == "*") {
+            path.steps_.push_back(nullptr);
+        } else if (IsName(step)) {
+            CheckPrefix(step, tree);
+            path.steps_.push_back(tree.Name(step));
+        } else {
+            return std::nullopt;
+        }
+        if (isLast)
+            break;
+        text.remove_prefix(slash + 1);
+    }
+    // "//@name" also takes the attributes of the start itself.
+    const bool attributesAnywhere = path.anywhere_ && path.steps_.empty();
+    if (attributesAnywhere || path.steps_.size() > maxSteps)
+        return std::nullopt;
+    return path;
+}
+
+bool Path::EndsChain(const Node& node, const Node& start) const {
+    const Node* at = &node;
+    for (auto step = steps_.rbegin(); step != steps_.rend(); ++step, at = at->parent) {
+        if (at == &start || !Matches(*at, *step))
+            return false;
+    }
+    return true;
+}
+
+} // namespace refhost::xml

@@ -1,0 +1,59 @@
+#include "refhost/xml/Selector.h"
+
+namespace refhost::xml {
+namespace {
+
+/// Paths may carry values of a request; the cache starts anew when it holds as many as this.
+constexpr std::size_t maxCompiled = 256;
+
+} // namespace
+
+Selected Selector::First(const Node& context, std::string_view path) {
+    const Compiled& compiled = Compile(path);
+    Selected first;
+    if (const auto* direct = std::get_if<Path>(&compiled)) {
+        direct->Select(context, [&](const Selected& selected) {
+            first = selected;
+            return false;
+        });
+    } else if (const auto all = Evaluate(std::get<XPath>(compiled), context); !all.empty()) {
+        first = all.front();
+    }
+    return first;
+}
+
+std::vector<Selected> Selector::All(const Node& context, std::string_view path) {
+    const Compiled& compiled = Compile(path);
+    const auto* direct = std::get_if<Path>(&compiled);
+    if (direct == nullptr)
+        return Evaluate(std::get<XPath>(compiled), context);
+    std::vector<Selected> all;
+    direct->Select(context, [&](const Selected& selected) {
+        all.push_back(selected);
+        return true;
+    });
+    return all;
+}
+
+const Selector::Compiled& Selector::Compile(std::string_view path) {
+    if (const auto known = compiled_.find(path); known != compiled_.end())
+        return known->second;
+    if (compiled_.size() >= maxCompiled)
+        compiled_.clear();
+    if (auto direct = Path::Compile(path, tree_))
+        return compiled_.emplace(std::string(path), std::move(*direct)).first->second;
+    return compiled_.emplace(std::string(path), XPath(path)).first->second;
+}
+
+std::vector<Selected> Selector::Evaluate(const XPath& path, const Node& context) {
+    const Node* top = &context;
+    while (top->parent != nullptr)
+        top = top->parent;
+    if (!mirror_ || !mirror_->IsCurrent(tree_, *top)) {
+        mirror_.reset();
+        mirror_ = std::make_unique<Mirror>(tree_, *top);
+    }
+    return mirror_->Select(path, context);
+}
+
+} // namespace refhost::xml

@@ -1,0 +1,213 @@
+#include "refhost/xml/Tree.h"
+
+#include "host/Error.h"
+
+#include <cstring>
+#include <limits>
+#include <new>
+
+#include <libxml/parser.h>
+
+namespace refhost::xml {
+namespace {
+
+constexpr std::string_view declaresPrefix = "xmlns:";
+
+const xmlChar* Bytes(const char* text) { return reinterpret_cast<const xmlChar*>(text); }
+
+std::uint32_t CheckedSize(std::string_view text) {
+    if (text.size() > std::numeric_limits<std::uint32_t>::max())
+        throw host::Error(host::error_number::outOfMemory, "A text of more than 4 GB.");
+    return static_cast<std::uint32_t>(text.size());
+}
+
+} // namespace
+
+const Node* NextInOrder(const Node& node, const Node& top) noexcept {
+    if (node.IsParent() && node.AsElement().first != nullptr)
+        return node.AsElement().first;
+    for (const Node* at = &node; at != &top; at = at->parent) {
+        if (at->next != nullptr)
+            return at->next;
+    }
+    return nullptr;
+}
+
+void Tree::DictDeleter::operator()(_xmlDict* dict) const noexcept { xmlDictFree(dict); }
+
+Tree::Tree() : dict_(xmlDictCreate()), document_(&Make<Element>(NodeKind::document)) {
+    if (!dict_)
+        throw std::bad_alloc();
+}
+
+const char* Tree::Name(std::string_view name) {
+    if (const auto known = checkedNames_.find(name); known != checkedNames_.end())
+        return known->second;
+    std::string text(name);
+    const bool hasNul = name.find('\0') != std::string_view::npos;
+    if (hasNul || xmlValidateQName(Bytes(text.c_str()), 0) != 0)
+        throw host::Error(host::error_number::unspecified, "'" + text + "' is not a valid XML name.");
+    const auto* kept = xmlDictLookup(dict_.get(), Bytes(text.c_str()), static_cast<int>(text.size()));
+    if (kept == nullptr)
+        throw std::bad_alloc();
+    const auto* result = reinterpret_cast<const char*>(kept);
+    checkedNames_.emplace(std::move(text), result);
+    return result;
+}
+
+void Tree::AdoptNames(_xmlDict* names) {
+    xmlDictReference(names);
+    dict_.reset(names);
+    checkedNames_.clear();
+}
+
+template <class T> T& Tree::Make(NodeKind kind) {
+    bytesUsed_ += sizeof(T);
+    T* node = new (arena_.allocate(sizeof(T), alignof(T))) T{};
+    node->kind = kind;
+    return *node;
+}
+
+const char* Tree::Copy(std::string_view text) {
+    if (text.empty())
+        return "";
+    bytesUsed_ += text.size();
+    auto* copy = static_cast<char*>(arena_.allocate(text.size(), 1));
+    std::memcpy(copy, text.data(), text.size());
+    return copy;
+}
+
+Element& Tree::NewElement(const char* name) {
+    Element& element = Make<Element>(NodeKind::element);
+    element.name = name;
+    return element;
+}
+
+CharacterData& Tree::NewText(NodeKind kind, std::string_view data) {
+    const std::uint32_t size = CheckedSize(data);
+    CharacterData& node = Make<CharacterData>(kind);
+    node.data = Copy(data);
+    node.size = size;
+    return node;
+}
+
+Instruction& Tree::NewInstruction(const char* target, std::string_view data) {
+    const std::uint32_t size = CheckedSize(data);
+    Instruction& node = Make<Instruction>(NodeKind::instruction);
+    node.data = Copy(data);
+    node.size = size;
+    node.target = target;
+    return node;
+}
+
+void Tree::AppendNew(Element& parent, Node& child) noexcept {
+    child.parent = &parent;
+    if (parent.last == nullptr)
+        parent.first = &child;
+    else
+        parent.last->next = &child;
+    parent.last = &child;
+    ++revision_;
+}
+
+void Tree::Append(Element& parent, Node& child) {
+    if (!parent.IsParent())
+        throw host::Error(host::error_number::unspecified, "This node cannot have child nodes.");
+    const bool hasContent = child.IsParent() && child.AsElement().first != nullptr;
+    for (const Element* at = &parent; at != nullptr; at = hasContent ? at->parent : nullptr) {
+        if (at == &child)
+            throw host::Error(host::error_number::unspecified, "A node cannot be inserted below itself.");
+    }
+    if (child.parent != nullptr)
+        Unlink(child);
+    AppendNew(parent, child);
+}
+
+void Tree::Unlink(Node& child) noexcept {
+    Element& parent = *child.parent;
+    Node* before = nullptr;
+    for (Node* at = parent.first; at != &child; at = at->next)
+        before = at;
+    (before == nullptr ? parent.first : before->next) = child.next;
+    if (parent.last == &child)
+        parent.last = before;
+    child.parent = nullptr;
+    child.next = nullptr;
+}
+
+void Tree::Overwrite(const char*& data, std::uint32_t& size, std::string_view text) {
+    const std::uint32_t newSize = CheckedSize(text);
+    // A text that fits is written over the old one: setting a value again and again must not eat memory.
+    if (newSize != 0 && newSize <= size)
+        std::memmove(const_cast<char*>(data), text.data(), newSize);
+    else
+        data = Copy(text);
+    size = newSize;
+    ++revision_;
+}
+
+void Tree::SetText(Node& node, std::string_view text) {
+    if (!node.IsParent()) {
+        auto& data = static_cast<CharacterData&>(node);
+        Overwrite(data.data, data.size, text);
+        return;
+    }
+    Element& element = node.AsElement();
+    const bool oneText = element.first != nullptr && element.first == element.last &&
+                         element.first->kind == NodeKind::text && !text.empty();
+    if (oneText) {
+        SetText(*element.first, text);
+        return;
+    }
+    for (Node* child = element.first; child != nullptr;) {
+        Node* const next = child->next;
+        child->parent = nullptr;
+        child->next = nullptr;
+        child = next;
+    }
+    element.first = nullptr;
+    element.last = nullptr;
+    ++revision_;
+    if (!text.empty())
+        AppendNew(element, NewText(NodeKind::text, text));
+}
+
+Attribute* Tree::FindAttribute(const Element& element, std::string_view name) noexcept {
+    Attribute* at = element.attributes;
+    while (at != nullptr && at->name != name)
+        at = at->next;
+    return at;
+}
+
+Attribute& Tree::AddAttribute(Element& element, Attribute* last, const char* name, std::string_view value) {
+    const std::uint32_t size = CheckedSize(value);
+    bytesUsed_ += sizeof(Attribute);
+    auto* added = new (arena_.allocate(sizeof(Attribute), alignof(Attribute))) Attribute{};
+    added->name = name;
+    added->data = Copy(value);
+    added->size = size;
+    (last == nullptr ? element.attributes : last->next) = added;
+    ++revision_;
+    const std::string_view text = name;
+    if (text.starts_with(declaresPrefix))
+        prefixes_.emplace(text.substr(declaresPrefix.size()));
+    return *added;
+}
+
+void Tree::SetAttribute(Element& element, std::string_view name, std::string_view value) {
+    Attribute* last = nullptr;
+    for (Attribute* at = element.attributes; at != nullptr; at = at->next) {
+        if (at->name == name) {
+            SetValue(*at, value);
+            return;
+        }
+        last = at;
+    }
+    AddAttribute(element, last, Name(name), value);
+}
+
+void Tree::SetValue(Attribute& attribute, std::string_view value) { Overwrite(attribute.data, attribute.size, value); }
+
+bool Tree::HasPrefix(std::string_view prefix) const { return prefixes_.contains(std::string(prefix)); }
+
+} // namespace refhost::xml

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+struct _xmlDict;
+
+namespace refhost::xml {
+
+enum class NodeKind : std::uint8_t { document, element, text, cdata, comment, instruction };
+
+struct Element;
+
+/// What every node starts with. Nodes live in the arena of their tree and are never freed one by one.
+struct Node {
+    Element* parent = nullptr;
+    Node* next = nullptr;
+    NodeKind kind;
+    /// Bytes of a `CharacterData`.
+    std::uint32_t size = 0;
+
+    bool IsParent() const noexcept { return kind == NodeKind::document || kind == NodeKind::element; }
+    Element& AsElement() noexcept;
+    const Element& AsElement() const noexcept;
+    std::string_view Data() const noexcept;
+};
+
+/// An attribute; declarations of namespaces are attributes like all others.
+struct Attribute {
+    Attribute* next = nullptr;
+    /// The name with its prefix, from the tree's name table: equal names are equal pointers.
+    const char* name = nullptr;
+    const char* data = nullptr;
+    std::uint32_t size = 0;
+
+    std::string_view Value() const noexcept { return {data, size}; }
+};
+
+/// An element, or the document itself (without a name).
+struct Element : Node {
+    /// As `Attribute::name`.
+    const char* name = nullptr;
+    Node* first = nullptr;
+    Node* last = nullptr;
+    Attribute* attributes = nullptr;
+};
+
+/// Text, a CDATA section, a comment or a processing instruction.
+struct CharacterData : Node {
+    const char* data = nullptr;
+};
+
+struct Instruction : CharacterData {
+    const char* target = nullptr;
+};
+
+inline Element& Node::AsElement() noexcept { return static_cast<Element&>(*this); }
+inline const Element& Node::AsElement() const noexcept { return static_cast<const Element&>(*this); }
+inline std::string_view Node::Data() const noexcept { return {static_cast<const CharacterData*>(this)->data, size}; }
+
+/// The node that follows `node` in document order within `top`, or nullptr behind the last one.
+const Node* NextInOrder(const Node& node, const Node& top) noexcept;
+
+/// The content of a document: nodes a third as large as libxml2's own, since a request has millions of them.
+class Tree {
+public:
+    Tree();
+    Tree(const Tree&) = delete;
+    Tree& operator=(const Tree&) = delete;
+    ~Tree() = default;
+
+    Element& document() noexcept { return *document_; }
+    const Element& document() const noexcept { return *document_; }
+
+    /// Whether the text had an XML declaration, and what it said of `standalone`.
+    enum class Declaration : std::uint8_t { none, plain, standaloneYes, standaloneNo };
+    Declaration declaration = Declaration::none;
+
+    /// The name of an element or attribute as it stands in the name table. Throws `host::Error` for a text that is
+    /// no (qualified) name.
+    const char* Name(std::string_view name);
+    /// Takes over the parser's name table, whose names need no further check.
+    void AdoptNames(_xmlDict* names);
+
+    Element& NewElement(const char* name);
+    CharacterData& NewText(NodeKind kind, std::string_view data);
+    Instruction& NewInstruction(const char* target, std::string_view data);
+
+    /// Puts `child` behind the last child, taking it away from where it stood.
+    void Append(Element& parent, Node& child);
+    /// Puts a node that stands nowhere behind the last child.
+    void AppendNew(Element& parent, Node& child) noexcept;
+    /// Replaces all children by one text.
+    void SetText(Node& node, std::string_view text);
+
+    /// The attribute of that name, or nullptr.
+    static Attribute* FindAttribute(const Element& element, std::string_view name) noexcept;
+    /// Adds an attribute that the element is known not to have.
+    /// @param last the element's last attribute, or nullptr
+    /// @return the attribute added
+    Attribute& AddAttribute(Element& element, Attribute* last, const char* name, std::string_view value);
+    void SetAttribute(Element& element, std::string_view name, std::string_view value);
+    void SetValue(Attribute& attribute, std::string_view value);
+
+    /// Whether `prefix` is declared anywhere in the tree.
+    bool HasPrefix(std::string_view prefix) const;
+    const std::unordered_set<std::string>& Prefixes() const noexcept { return prefixes_; }
+
+    /// Counts the changes made by all members above.
+    std::uint64_t Revision() const noexcept { return revision_; }
+    /// Bytes handed out for nodes and their content.
+    std::size_t BytesUsed() const noexcept { return bytesUsed_; }
+
+private:
+    struct DictDeleter {
+        void operator()(_xmlDict* dict) const noexcept;
+    };
+    struct TextHash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+
+    template <class T> T& Make(NodeKind kind);
+    const char* Copy(std::string_view text);
+    void Unlink(Node& child) noexcept;
+    void Overwrite(const char*& data, std::uint32_t& size, std::string_view text);
+
+    std::pmr::monotonic_buffer_resource arena_;
+    std::size_t bytesUsed_ = 0;
+    std::uint64_t revision_ = 0;
+    std::unique_ptr<_xmlDict, DictDeleter> dict_;
+    /// Names that were asked for and found valid.
+    std::unordered_map<std::string, const char*, TextHash, std::equal_to<>> checkedNames_;
+    std::unordered_set<std::string> prefixes_;
+    Element* document_;
+};
+
+} // namespace refhost::xml
