@@ -43,12 +43,6 @@ void AppendEscaped(std::string& out, std::string_view text, const Escapes& escap
     out.append(text, plain);
 }
 
-void AppendAttribute(std::string& out, const Attribute& attribute) {
-    out.append(attribute.name).append("=\"");
-    AppendEscaped(out, attribute.Value(), attributeEscapes);
-    out.push_back('"');
-}
-
 std::string_view DeclarationText(Tree::Declaration declaration) {
     switch (declaration) {
     case Tree::Declaration::none:
@@ -73,8 +67,7 @@ void AppendStart(std::string& out, const Tree& tree, const Node& node) {
         const Element& element = node.AsElement();
         out.append("<").append(element.name);
         for (const Attribute* at = element.attributes; at != nullptr; at = at->next) {
-            out.push_back(' ');
-            AppendAttribute(out, *at);
+            AppendAttribute(out, at->name, at->Value());
         }
         out.append(element.first == nullptr ? "/>" : ">");
         break;
@@ -129,8 +122,14 @@ std::string ToXml(const Tree& tree, const Node& node) {
 
 std::string ToXml(const Attribute& attribute) {
     std::string out;
-    AppendAttribute(out, attribute);
-    return out;
+    AppendAttribute(out, attribute.name, attribute.Value());
+    return out.substr(1);
+}
+
+void AppendAttribute(std::string& out, std::string_view name, std::string_view value) {
+    out.append(" ").append(name).append("=\"");
+    AppendEscaped(out, value, attributeEscapes);
+    out.push_back('"');
 }
 
 std::string TextOf(const Node& node) {

@@ -1,0 +1,46 @@
+#include "refhost/eai/EaiHelper.h"
+
+#include "host/DOMDocument.h"
+#include "host/Error.h"
+#include "refhost/xml/Writer.h"
+
+namespace refhost {
+
+std::string EaiHelper::GetAttr(const host::DOMNode* element, std::string_view name) {
+    return element == nullptr ? std::string() : element->GetAttribute(name).value_or(std::string());
+}
+
+std::string EaiHelper::GetChildText(const host::DOMNode* node, std::string_view name) {
+    const host::DOMNodePtr child = node == nullptr ? nullptr : node->SelectSingleNode(name);
+    return child == nullptr ? std::string() : child->Text();
+}
+
+std::string EaiHelper::MakeErrorResult(std::string_view code, std::string_view message, std::string_view detail) {
+    std::string result = "<error";
+    xml::AppendAttribute(result, "code", code);
+    xml::AppendAttribute(result, "dsc", message);
+    if (!detail.empty())
+        xml::AppendAttribute(result, "detail", detail);
+    return result.append("/>");
+}
+
+std::string EaiHelper::MakeResultDoc(std::string_view docid, std::string_view proc) {
+    std::string result = "<qxinterface";
+    xml::AppendAttribute(result, "docid", docid);
+    xml::AppendAttribute(result, "proc", proc);
+    return result.append("/>");
+}
+
+void EaiHelper::AddResultItem(host::DOMDocument& resultDocument, std::string_view key, long code,
+                              std::string_view description) {
+    const host::DOMNodePtr root = resultDocument.DocumentElement();
+    if (root == nullptr)
+        throw host::Error(host::error_number::objectNotSet, "对象变量或 With 块变量未设置");
+    const host::DOMNodePtr item = resultDocument.CreateElement("item");
+    item->SetAttribute("key", key);
+    item->SetAttribute("code", std::to_string(code));
+    item->SetAttribute("dsc", description);
+    root->AppendChild(*item);
+}
+
+} // namespace refhost

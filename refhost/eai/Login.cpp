@@ -1,0 +1,95 @@
+#include "refhost/eai/Login.h"
+
+#include "host/Environment.h"
+#include "host/Error.h"
+#include "refhost/xml/Document.h"
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <stdexcept>
+#include <system_error>
+
+namespace refhost {
+namespace {
+
+constexpr std::array<const char*, 11> memberNames = {"QxDbName",  "cAcc_Id",       "cIYear",      "cUserId",
+                                                     "cUserName", "cUserPassWord", "CurDate",     "cServer",
+                                                     "cSerial",   "iMonth",        "iStartPeriod"};
+
+/// `text` as a T-SQL literal.
+std::string Quoted(std::string_view text) {
+    std::string quoted = "N'";
+    for (const char c : text)
+        quoted.append(c == '\'' ? 2 : 1, c);
+    return quoted.append("'");
+}
+
+} // namespace
+
+Login::Login(const std::string& xml, host::Environment& environment) : environment_(environment) {
+    xml::Document document;
+    if (!document.LoadXML(xml))
+        throw std::runtime_error("the login is not XML: " + document.LoadError());
+    const host::DOMNodePtr root = document.DocumentElement();
+    if (root->NodeName() != "login")
+        throw std::runtime_error("the login's root element is <" + root->NodeName() + ">, not <login>");
+    for (const char* name : memberNames) {
+        if (auto value = root->GetAttribute(name))
+            members_.emplace(name, std::move(*value));
+    }
+}
+
+const std::string& Login::Text(std::string_view member) const {
+    const auto found = members_.find(member);
+    if (found == members_.end())
+        throw host::Error(host::error_number::noSuchMember, "对象不支持该属性或方法");
+    return found->second;
+}
+
+int Login::Number(std::string_view member) const {
+    const std::string& text = Text(member);
+    std::int16_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc::result_out_of_range)
+        throw host::Error(host::error_number::overflow, "溢出");
+    if (error != std::errc() || end != text.data() + text.size())
+        throw host::Error(host::error_number::typeMismatch, "类型不匹配");
+    return number;
+}
+
+host::Value Login::Member(std::string_view name) const { return Text(name); }
+
+bool Login::SubsystemLogin(const std::string&, const std::string& accountId, const std::string& year,
+                           const std::string& userId, const std::string& password, const std::string&,
+                           const std::string&, const std::string&) {
+    return accountId == Text("cAcc_Id") && year == Text("cIYear") && userId == Text("cUserId") &&
+           password == Text("cUserPassWord");
+}
+
+std::string Login::LoginYear() const { return Text("cIYear"); }
+std::string Login::ConnectionString() const { return Text("QxDbName"); }
+std::string Login::AccountId() const { return Text("cAcc_Id"); }
+std::string Login::UserName() const { return Text("cUserName"); }
+host::Value Login::CurrentDate() const { return Text("CurDate"); }
+int Login::AccountingMonth() const { return Number("iMonth"); }
+int Login::StartPeriod() const { return Number("iStartPeriod"); }
+
+host::HostLogin::PeriodRange Login::PeriodDates(int period, int year) {
+    if (!connection_) {
+        auto connection = environment_.CreateConnection();
+        connection->Open(ConnectionString(), "", "", host::command_option::unspecified);
+        connection_ = std::move(connection);
+    }
+    const auto calendar = environment_.CreateRecordset();
+    calendar->Open("SELECT dBegin, dEnd FROM QxSystem..UA_Period WHERE cAcc_ID = " + Quoted(AccountId()) +
+                       " AND iYear = " + std::to_string(year) + " AND iId = " + std::to_string(period),
+                   *connection_, host::CursorType::openStatic, host::LockType::readOnly, host::command_option::text);
+    PeriodRange range;
+    if (!calendar->AtEOF())
+        range = {calendar->FieldValue("dBegin"), calendar->FieldValue("dEnd")};
+    calendar->Close();
+    return range;
+}
+
+} // namespace refhost

@@ -1,0 +1,183 @@
+#include "refhost/xml/FileText.h"
+
+#include "refhost/xml/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+#include <system_error>
+#include <type_traits>
+
+#include <iconv.h>
+#include <sys/stat.h>
+
+namespace refhost::xml {
+namespace {
+
+constexpr std::string_view standardInput = "-";
+constexpr std::string_view blanks = " \t\r\n";
+
+struct Mark {
+    std::string_view bytes;
+    const char* encoding;
+};
+
+/// Byte order marks, and how the first '<' of a file without one looks in 16 bits.
+constexpr std::array<Mark, 3> byteOrderMarks = {{
+    {std::string_view("\xEF\xBB\xBF", 3), "UTF-8"},
+    {std::string_view("\xFF\xFE", 2), "UTF-16LE"},
+    {std::string_view("\xFE\xFF", 2), "UTF-16BE"},
+}};
+constexpr std::array<Mark, 2> wideStarts = {{
+    {std::string_view("<\0", 2), "UTF-16LE"},
+    {std::string_view("\0<", 2), "UTF-16BE"},
+}};
+
+bool SameName(std::string_view a, std::string_view b) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::ranges::equal(a, b, {}, lower, lower);
+}
+
+/// Converts bytes with iconv.
+std::string Convert(std::string_view bytes, const std::string& encoding) {
+    const bool knownName = !encoding.empty() && encoding.find('/') == std::string::npos;
+    const iconv_t opened = knownName ? iconv_open("UTF-8", encoding.c_str()) : iconv_t(-1);
+    if (opened == iconv_t(-1))
+        throw std::runtime_error("unknown encoding '" + encoding + "'");
+    const std::unique_ptr<std::remove_pointer_t<iconv_t>, int (*)(iconv_t)> converter(opened, &iconv_close);
+
+    std::string text;
+    std::array<char, 1 << 16> block;
+    // iconv only reads through this pointer; its signature is older than const.
+    char* from = const_cast<char*>(bytes.data());
+    std::size_t left = bytes.size();
+    while (left != 0) {
+        char* to = block.data();
+        std::size_t room = block.size();
+        const std::size_t done = iconv(converter.get(), &from, &left, &to, &room);
+        const int reason = errno;
+        text.append(block.data(), to);
+        if (done == static_cast<std::size_t>(-1) && reason != E2BIG)
+            throw std::runtime_error("byte " + std::to_string(bytes.size() - left) + " is not in the encoding '" +
+                                     encoding + "'");
+    }
+    return text;
+}
+
+std::string Decode(std::string_view bytes, const std::string& encoding) {
+    if (SameName(encoding, "UTF-8") || SameName(encoding, "UTF8")) {
+        if (!IsUtf8(bytes))
+            throw std::runtime_error("the file is not valid UTF-8");
+        return std::string(bytes);
+    }
+    if (SameName(encoding, "GB2312") || SameName(encoding, "GBK"))
+        return Convert(bytes, "CP936");
+    return Convert(bytes, encoding);
+}
+
+/// The encoding of the byte order mark, which is taken off, or nullptr.
+const char* TakeMark(std::string_view& bytes) {
+    for (const Mark& mark : byteOrderMarks) {
+        if (bytes.starts_with(mark.bytes)) {
+            bytes.remove_prefix(mark.bytes.size());
+            return mark.encoding;
+        }
+    }
+    return nullptr;
+}
+
+/// The encoding that the XML declaration names, or nothing.
+std::string DeclaredEncoding(std::string_view bytes) {
+    constexpr std::string_view start = "<?xml";
+    if (!bytes.starts_with(start))
+        return {};
+    std::string_view declaration = bytes.substr(start.size(), bytes.find("?>") - start.size());
+    constexpr std::string_view name = "encoding";
+    // Steps over the pseudo-attributes, so that a value holding the word is not taken for it.
+    while (true) {
+        const std::size_t at = declaration.find_first_not_of(blanks);
+        const std::size_t equals = declaration.find('=');
+        if (at == std::string_view::npos || equals == std::string_view::npos)
+            return {};
+        const std::size_t quote = declaration.find_first_not_of(blanks, equals + 1);
+        if (quote == std::string_view::npos)
+            return {};
+        const std::size_t end = declaration.find(declaration[quote], quote + 1);
+        if (end == std::string_view::npos)
+            return {};
+        if (declaration.substr(at).starts_with(name))
+            return std::string(declaration.substr(quote + 1, end - quote - 1));
+        declaration.remove_prefix(end + 1);
+    }
+}
+
+[[noreturn]] void Fail(const std::string& path, const std::string& reason) {
+    const std::string name = path == standardInput ? "standard input" : "'" + path + "'";
+    throw std::runtime_error("cannot read " + name + ": " + reason);
+}
+
+std::string SystemMessage(int error) { return std::generic_category().message(error); }
+
+std::string ReadBytes(const std::string& path) {
+    std::FILE* const opened = path == standardInput ? stdin : std::fopen(path.c_str(), "rb");
+    if (opened == nullptr)
+        Fail(path, SystemMessage(errno));
+    const auto close = [](std::FILE* file) { return file == stdin ? 0 : std::fclose(file); };
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(opened, close);
+
+    struct stat status {};
+    const bool known = fstat(fileno(file.get()), &status) == 0;
+    if (known && S_ISDIR(status.st_mode))
+        Fail(path, "it is a folder");
+    std::string bytes;
+    if (known && S_ISREG(status.st_mode))
+        bytes.reserve(static_cast<std::size_t>(status.st_size));
+    std::array<char, 1 << 16> block;
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get()))
+        bytes.append(block.data(), count);
+    if (std::ferror(file.get()) != 0)
+        Fail(path, SystemMessage(errno));
+    return bytes;
+}
+
+template <class Decoder> std::string ReadFile(const std::string& path, Decoder decode) {
+    const std::string bytes = ReadBytes(path);
+    try {
+        return decode(bytes);
+    } catch (const std::runtime_error& error) {
+        Fail(path, error.what());
+    }
+}
+
+} // namespace
+
+std::string DecodeXmlBytes(std::string_view bytes) {
+    if (const char* encoding = TakeMark(bytes))
+        return Decode(bytes, encoding);
+    for (const Mark& start : wideStarts) {
+        if (bytes.starts_with(start.bytes))
+            return Decode(bytes, start.encoding);
+    }
+    const std::string declared = DeclaredEncoding(bytes);
+    // The declaration could be read byte by byte, so these are no 16-bit characters.
+    if (SameName(declared.substr(0, 6), "UTF-16"))
+        throw std::runtime_error("the declaration names '" + declared + "', but the file is not in it");
+    return Decode(bytes, declared.empty() ? "UTF-8" : declared);
+}
+
+std::string ReadXmlFile(const std::string& path) {
+    return ReadFile(path, [](std::string_view bytes) { return DecodeXmlBytes(bytes); });
+}
+
+std::string ReadTextFile(const std::string& path) {
+    return ReadFile(path, [](std::string_view bytes) {
+        const char* const encoding = TakeMark(bytes);
+        return Decode(bytes, encoding == nullptr ? "UTF-8" : encoding);
+    });
+}
+
+} // namespace refhost::xml

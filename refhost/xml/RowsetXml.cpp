@@ -1,0 +1,226 @@
+#include "refhost/xml/RowsetXml.h"
+
+#include "host/Error.h"
+#include "refhost/xml/Writer.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <libxml/tree.h>
+
+namespace refhost::xml {
+namespace {
+
+using host::FieldType;
+
+constexpr std::string_view head = "<xml xmlns:s=\"uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882\""
+                                  " xmlns:dt=\"uuid:C2F41010-65B3-11d1-A29F-00AA00C14882\""
+                                  " xmlns:rs=\"urn:schemas-microsoft-com:rowset\" xmlns:z=\"#RowsetSchema\">"
+                                  "<s:Schema id=\"RowsetSchema\">"
+                                  "<s:ElementType name=\"row\" content=\"eltOnly\" rs:CommandTimeout=\"30\">";
+constexpr std::string_view between = "<s:extends type=\"rs:rowbase\"/></s:ElementType></s:Schema><rs:data>";
+constexpr std::string_view tail = "</rs:data></xml>";
+
+/// How ADO describes a type of column.
+struct Datatype {
+    FieldType type;
+    const char* name;
+    /// `rs:dbtype`, or nullptr.
+    const char* dbtype;
+    /// Size in bytes where the type has a fixed one, else 0.
+    int size;
+    /// Digits where the type has a fixed number of them, else 0.
+    int precision;
+    bool isLong = false;
+    bool fixedLength = true;
+};
+
+constexpr std::array<Datatype, 23> datatypes = {{
+    {FieldType::smallInt, "i2", nullptr, 2, 5},
+    {FieldType::integer, "int", nullptr, 4, 10},
+    {FieldType::single, "r4", nullptr, 4, 7},
+    {FieldType::doubleFloat, "float", nullptr, 8, 15},
+    {FieldType::currency, "number", "currency", 8, 19},
+    {FieldType::date, "dateTime", "variantdate", 16, 0},
+    {FieldType::boolean, "boolean", nullptr, 2, 0},
+    {FieldType::unsignedTinyInt, "ui1", nullptr, 1, 3},
+    {FieldType::bigInt, "i8", nullptr, 8, 19},
+    {FieldType::guid, "uuid", nullptr, 16, 0},
+    {FieldType::binary, "bin.hex", nullptr, 0, 0},
+    {FieldType::character, "string", "str", 0, 0},
+    {FieldType::wideCharacter, "string", nullptr, 0, 0},
+    {FieldType::numeric, "number", "numeric", 19, 0},
+    {FieldType::dbDate, "date", nullptr, 6, 10},
+    {FieldType::dbTime, "time", nullptr, 6, 8},
+    {FieldType::dbTimeStamp, "dateTime", "timestamp", 16, 23},
+    {FieldType::varChar, "string", "str", 0, 0, false, false},
+    {FieldType::longVarChar, "string", "str", 0, 0, true, false},
+    {FieldType::varWideChar, "string", nullptr, 0, 0, false, false},
+    {FieldType::longVarWideChar, "string", nullptr, 0, 0, true, false},
+    {FieldType::varBinary, "bin.hex", nullptr, 0, 0, false, false},
+    {FieldType::longVarBinary, "bin.hex", nullptr, 0, 0, true, false},
+}};
+
+const Datatype& Describe(FieldType type) {
+    for (const Datatype& datatype : datatypes) {
+        if (datatype.type == type)
+            return datatype;
+    }
+    throw host::Error(host::error_number::unspecified, "A column of an unknown type cannot be saved as XML.");
+}
+
+bool IsAttributeName(const std::string& name) {
+    // A prefix would need a declaration, so a colon makes it no name here; "xmlns" would be a declaration itself.
+    return name != "xmlns" && name.find('\0') == std::string::npos &&
+           xmlValidateNCName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0;
+}
+
+/// The attribute of each column.
+std::vector<std::string> AttributeNames(const Fields& fields) {
+    std::vector<std::string> names;
+    const auto taken = [&](const std::string& name) {
+        return std::any_of(names.begin(), names.end(), [&](const std::string& other) { return other == name; });
+    };
+    for (const host::Field& field : fields) {
+        std::string name = field.name;
+        if (!IsAttributeName(name) || taken(name))
+            name = "c" + std::to_string(names.size());
+        while (taken(name))
+            name += '_';
+        names.push_back(std::move(name));
+    }
+    return names;
+}
+
+void AppendNumber(std::string& out, std::string_view name, int value) {
+    AppendAttribute(out, name, std::to_string(value));
+}
+
+void AppendColumn(std::string& out, const host::Field& field, const std::string& name, std::size_t index) {
+    out.append("<s:AttributeType");
+    AppendAttribute(out, "name", name);
+    if (name != field.name)
+        AppendAttribute(out, "rs:name", field.name);
+    AppendNumber(out, "rs:number", static_cast<int>(index) + 1);
+    if (field.nullable)
+        AppendAttribute(out, "rs:nullable", "true");
+    AppendAttribute(out, "rs:writeunknown", "true");
+
+    const Datatype& datatype = Describe(field.type);
+    out.append("><s:datatype");
+    AppendAttribute(out, "dt:type", datatype.name);
+    if (datatype.dbtype != nullptr)
+        AppendAttribute(out, "rs:dbtype", datatype.dbtype);
+    AppendNumber(out, "dt:maxLength", datatype.size != 0 ? datatype.size : field.definedSize);
+    if (field.type == FieldType::numeric)
+        AppendNumber(out, "rs:scale", field.scale);
+    if (field.type == FieldType::dbTimeStamp)
+        AppendNumber(out, "rs:scale", 3);
+    if (const int precision = field.type == FieldType::numeric ? field.precision : datatype.precision; precision != 0)
+        AppendNumber(out, "rs:precision", precision);
+    if (datatype.isLong)
+        AppendAttribute(out, "rs:long", "true");
+    if (datatype.fixedLength)
+        AppendAttribute(out, "rs:fixedlength", "true");
+    if (!field.nullable)
+        AppendAttribute(out, "rs:maybenull", "false");
+    out.append("/></s:AttributeType>");
+}
+
+/// "yyyy-mm-ddThh:mm:ss", the part of it that the column's type has.
+std::string DateText(host::Date date, FieldType type) {
+    constexpr std::int64_t msPerDay = 86'400'000;
+    // Before the epoch the time of day still counts forwards from the day's start.
+    const double day = std::trunc(date.days);
+    std::int64_t ms = std::llround(std::abs(date.days - day) * static_cast<double>(msPerDay));
+    const std::int64_t days = static_cast<std::int64_t>(day) + ms / msPerDay;
+    ms %= msPerDay;
+
+    using namespace std::chrono;
+    constexpr sys_days epoch = year{1899} / December / 30;
+    const year_month_day ymd(epoch + std::chrono::days(days));
+    const hh_mm_ss time{milliseconds(ms)};
+    std::array<char, 64> text;
+    const auto format = [&](const char* pattern, auto... values) {
+        return std::string(text.data(),
+                           static_cast<std::size_t>(std::snprintf(text.data(), text.size(), pattern, values...)));
+    };
+    const std::string calendar = format("%04d-%02u-%02u", static_cast<int>(ymd.year()),
+                                        static_cast<unsigned>(ymd.month()), static_cast<unsigned>(ymd.day()));
+    if (type == FieldType::dbDate)
+        return calendar;
+    std::string clock = format("%02d:%02d:%02d", static_cast<int>(time.hours().count()),
+                               static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
+    if (time.subseconds().count() != 0)
+        clock += format(".%03d000000", static_cast<int>(time.subseconds().count()));
+    return type == FieldType::dbTime ? clock : calendar + "T" + clock;
+}
+
+std::string HexText(const std::vector<std::uint8_t>& bytes) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (const std::uint8_t byte : bytes) {
+        text.push_back(digits[byte >> 4U]);
+        text.push_back(digits[byte & 15U]);
+    }
+    return text;
+}
+
+/// The shortest decimal number that reads back as the same double.
+std::string NumberText(double number) {
+    std::array<char, 512> text;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    return {text.data(), end};
+}
+
+/// A value as it stands in the attribute of a column of `type`; Null and the value that was never set have none.
+struct ToAttributeText {
+    FieldType type;
+
+    using Text = std::optional<std::string>;
+    Text operator()(host::Empty) const { return std::nullopt; }
+    Text operator()(host::Null) const { return std::nullopt; }
+    Text operator()(bool value) const { return value ? "True" : "False"; }
+    Text operator()(std::int64_t value) const {
+        return type == FieldType::boolean ? (*this)(value != 0) : std::to_string(value);
+    }
+    Text operator()(double value) const { return NumberText(value); }
+    Text operator()(const host::Decimal& value) const { return value.text; }
+    Text operator()(const std::string& value) const { return value; }
+    Text operator()(host::Date value) const { return DateText(value, type); }
+    Text operator()(const host::Bytes& value) const { return HexText(value.data); }
+};
+
+} // namespace
+
+void WriteRowset(const ResultSet& result, host::DOMDocument& document) {
+    const Fields& fields = *result.fields;
+    const std::vector<std::string> names = AttributeNames(fields);
+    std::string xml(head);
+    for (std::size_t column = 0; column < fields.size(); ++column)
+        AppendColumn(xml, fields[column], names[column], column);
+    xml.append(between);
+    for (std::size_t row = 0; row < result.rowCount; ++row) {
+        xml.append("<z:row");
+        for (std::size_t column = 0; column < fields.size(); ++column) {
+            const host::Value& value = result.cells[row * fields.size() + column];
+            if (const auto text = std::visit(ToAttributeText{fields[column].type}, value.storage()))
+                AppendAttribute(xml, names[column], *text);
+        }
+        xml.append("/>");
+    }
+    xml.append(tail);
+    if (!document.LoadXML(xml))
+        throw host::Error(host::error_number::unspecified, "The recordset cannot be saved as XML.");
+}
+
+} // namespace refhost::xml
