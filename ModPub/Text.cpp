@@ -1,0 +1,121 @@
+#include "ModPub/Text.h"
+
+namespace ModPub {
+
+namespace {
+
+constexpr bool IsIn(char32_t c, char32_t first, char32_t last) { return c >= first && c <= last; }
+
+/// Ranges in which upper and lower case alternate, beginning with an upper-case letter.
+constexpr bool IsInPairs(char32_t c) {
+    return IsIn(c, 0x100, 0x12F) || IsIn(c, 0x132, 0x137) || IsIn(c, 0x139, 0x148) || IsIn(c, 0x14A, 0x177) ||
+           IsIn(c, 0x179, 0x17E) || IsIn(c, 0x460, 0x481) || IsIn(c, 0x48A, 0x4BF) || IsIn(c, 0x4C1, 0x4CE) ||
+           IsIn(c, 0x4D0, 0x52F);
+}
+
+/// Whether the upper-case letters of the pairs around `c` have odd numbers.
+constexpr bool IsUpperOdd(char32_t c) {
+    return IsIn(c, 0x139, 0x148) || IsIn(c, 0x179, 0x17E) || IsIn(c, 0x4C1, 0x4CE);
+}
+
+constexpr char32_t Upper(char32_t c) {
+    if (IsIn(c, 'a', 'z') || (IsIn(c, 0xE0, 0xFE) && c != 0xF7) || (IsIn(c, 0x3B1, 0x3CB) && c != 0x3C2) ||
+        IsIn(c, 0x430, 0x44F) || IsIn(c, 0xFF41, 0xFF5A))
+        return c - 0x20;
+    if (IsInPairs(c))
+        return (c % 2 == 1) == IsUpperOdd(c) ? c : c - 1;
+    if (IsIn(c, 0x450, 0x45F))
+        return c - 0x50;
+    switch (c) {
+    case 0xFF: return 0x178;
+    case 0x3AC: return 0x386;
+    case 0x3AD:
+    case 0x3AE:
+    case 0x3AF: return c - 37;
+    case 0x3C2: return 0x3A3;
+    case 0x3CC: return 0x38C;
+    case 0x3CD:
+    case 0x3CE: return c - 63;
+    case 0x4CF: return 0x4C0;
+    default: return c;
+    }
+}
+
+constexpr char32_t Lower(char32_t c) {
+    if (IsIn(c, 'A', 'Z') || (IsIn(c, 0xC0, 0xDE) && c != 0xD7) || (IsIn(c, 0x391, 0x3AB) && c != 0x3A2) ||
+        IsIn(c, 0x410, 0x42F) || IsIn(c, 0xFF21, 0xFF3A))
+        return c + 0x20;
+    if (IsInPairs(c))
+        return (c % 2 == 1) == IsUpperOdd(c) ? c + 1 : c;
+    if (IsIn(c, 0x400, 0x40F))
+        return c + 0x50;
+    switch (c) {
+    case 0x178: return 0xFF;
+    case 0x386: return 0x3AC;
+    case 0x388:
+    case 0x389:
+    case 0x38A: return c + 37;
+    case 0x38C: return 0x3CC;
+    case 0x38E:
+    case 0x38F: return c + 63;
+    case 0x4C0: return 0x4CF;
+    default: return c;
+    }
+}
+
+constexpr unsigned Byte(char c) { return static_cast<unsigned char>(c); }
+constexpr bool IsContinuation(char c) { return (Byte(c) & 0xC0) == 0x80; }
+
+/// `text` with every letter of one to three bytes mapped. No mapping here changes the number of bytes.
+template <char32_t (*map)(char32_t)>
+std::string MapLetters(std::string_view text) {
+    std::string result(text);
+    const std::size_t size = result.size();
+    for (std::size_t i = 0; i < size; ++i) {
+        char* at = result.data() + i;
+        if (Byte(*at) < 0x80) {
+            *at = static_cast<char>(map(Byte(*at)));
+        } else if (Byte(*at) >= 0xC2 && Byte(*at) < 0xE0 && i + 1 < size && IsContinuation(at[1])) {
+            const char32_t mapped = map(((Byte(at[0]) & 0x1F) << 6) | (Byte(at[1]) & 0x3F));
+            at[0] = static_cast<char>(0xC0 | (mapped >> 6));
+            at[1] = static_cast<char>(0x80 | (mapped & 0x3F));
+            i += 1;
+        } else if (Byte(*at) == 0xEF && i + 2 < size && IsContinuation(at[1]) && IsContinuation(at[2])) {
+            // Of the letters of three bytes only the full-width ones have two cases here; all begin with EF.
+            const char32_t mapped = map(0xF000 | ((Byte(at[1]) & 0x3F) << 6) | (Byte(at[2]) & 0x3F));
+            at[1] = static_cast<char>(0x80 | ((mapped >> 6) & 0x3F));
+            at[2] = static_cast<char>(0x80 | (mapped & 0x3F));
+            i += 2;
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::string_view Trim(std::string_view text) noexcept {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == text.npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string UpperCase(std::string_view text) { return MapLetters<Upper>(text); }
+std::string LowerCase(std::string_view text) { return MapLetters<Lower>(text); }
+
+std::size_t Utf16Length(std::string_view text) noexcept {
+    std::size_t length = 0;
+    std::size_t pending = 0; // continuation bytes that the character begun last still wants
+    for (const char c : text) {
+        if (IsContinuation(c) && pending > 0) {
+            --pending;
+            continue;
+        }
+        const unsigned byte = Byte(c);
+        pending = byte >= 0xF0 && byte < 0xF5 ? 3 : byte >= 0xE0 && byte < 0xF0 ? 2 : byte >= 0xC2 && byte < 0xE0 ? 1 : 0;
+        length += pending == 3 ? 2 : 1;
+    }
+    return length;
+}
+
+} // namespace ModPub
