@@ -27,6 +27,7 @@ inline constexpr ErrorNumber noCurrentRecord = 3021;
 inline constexpr ErrorNumber itemNotFound = 3265;
 inline constexpr ErrorNumber objectClosed = 3704;
 inline constexpr ErrorNumber objectOpen = 3705;
+inline constexpr ErrorNumber providerNotFound = 3706;
 
 // OLE DB's, as signed HRESULTs.
 inline constexpr ErrorNumber syntaxError = -2147217900;        // DB_E_ERRORSINCOMMAND 0x80040E14

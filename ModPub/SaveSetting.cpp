@@ -1,0 +1,51 @@
+#include "ModPub/SaveSetting.h"
+
+#include "ModPub/Conversions.h"
+#include "ModPub/Lookup.h"
+#include "ModPub/Trap.h"
+
+namespace ModPub {
+namespace {
+
+/// Id of the first setting that `sql` finds, or 0.
+std::int32_t FindSetting(ImportState& state, std::string_view sql) {
+    const std::unique_ptr<host::Recordset> recordset = OpenLookup(state.environment, *state.connection, sql);
+    const std::int32_t id = recordset->RecordCount() != 0 ? ToInt32(recordset->FieldValue(0)) : 0;
+    recordset->Close();
+    return id;
+}
+
+} // namespace
+
+void AppendSqlText(std::string& sql, std::string_view value, std::string_view null, std::string_view close) {
+    if (value.empty()) {
+        sql.append(null);
+    } else {
+        sql.append("'").append(value).append(close);
+    }
+}
+
+void SaveSetting(ImportState& state, std::string_view key, const SettingStatements& statements) {
+    std::string message;
+    try {
+        const std::int32_t id = FindSetting(state, statements.match());
+        if (id == 0) {
+            state.connection->Execute(statements.insert());
+            return;
+        }
+        if (state.operation == "EDIT") {
+            state.connection->Execute(statements.update(id));
+            return;
+        }
+        message = "对照关系已经存在，无法插入新记录。";
+    } catch (...) {
+        message = PendingError().description();
+    }
+    if (message.empty()) {
+        state.AddAccepted(key);
+    } else {
+        state.AddRefused(key, message);
+    }
+}
+
+} // namespace ModPub

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "ModPub/ImportState.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace ModPub {
+
+/// Appends a value as the settings' statements render it: `null` when it is empty, else the value between a quote and
+/// `close` (the closing quote with its separator). Quotes inside are not doubled.
+void AppendSqlText(std::string& sql, std::string_view value, std::string_view null, std::string_view close);
+
+/// The statements that save one setting.
+struct SettingStatements {
+    /// Selects the ids of settings with the row's keys.
+    std::function<std::string()> match;
+    std::function<std::string()> insert;
+    std::function<std::string(std::int32_t id)> update;
+};
+
+/// Saves one setting: inserts it where the match query finds none, updates the first match under "EDIT", refuses the
+/// row otherwise. A refusal and an error are recorded here as outcomes of `key`; nothing is recorded for success.
+/// Throws only what recording throws.
+void SaveSetting(ImportState& state, std::string_view key, const SettingStatements& statements);
+
+} // namespace ModPub

@@ -1,0 +1,104 @@
+#include "ModPub/TransactFrame.h"
+
+#include "ModPub/Conversions.h"
+#include "ModPub/ErrorResult.h"
+#include "ModPub/RuntimeErrors.h"
+#include "ModPub/Trap.h"
+
+#include <utility>
+
+namespace ModPub {
+namespace {
+
+void OpenConnection(ImportState& state, const FrameVariation& variation) {
+    if (!state.connection) {
+        state.connection = state.environment.CreateConnection();
+    }
+    const std::string connectionString =
+        variation.connectionString ? variation.connectionString() : ToText(state.login->Member("QxDbName"));
+    state.connection->Open(connectionString, "", "", host::command_option::unspecified);
+}
+
+std::string Refuse(ImportState& state, const RequestError& error) {
+    return state.environment.GetEaiHelper().MakeErrorResult(error.code, error.message, {});
+}
+
+std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
+                     host::HostLogin* login) {
+    host::Environment& environment = state.environment;
+    if (login == nullptr) {
+        RaiseRuntimeError(host::error_number::objectNotSet);
+    }
+    state.login = login;
+    state.resultDocument = environment.CreateDOMDocument();
+    if (variation.beforeConnection) {
+        variation.beforeConnection();
+    }
+    OpenConnection(state, variation);
+    if (variation.afterConnection) {
+        variation.afterConnection();
+    }
+
+    const std::unique_ptr<host::DOMDocument> request = environment.CreateDOMDocument();
+    if (!request->LoadXML(sXml)) {
+        return Refuse(state, {"100", std::string(variation.texts.notParsed)});
+    }
+    host::EaiHelper& eaiHelper = environment.GetEaiHelper();
+    const host::DOMNodePtr root = request->DocumentElement();
+    const RequestError noRoot{"101", std::string(variation.texts.noRoot)};
+    if (variation.testsRootFirst && !root) {
+        return Refuse(state, noRoot);
+    }
+    state.rowTag = eaiHelper.GetAttr(root.get(), "roottag");
+    if (!root) {
+        return Refuse(state, noRoot);
+    }
+    if (variation.preCheck) {
+        if (const std::optional<RequestError> error = variation.preCheck()) {
+            return Refuse(state, *error);
+        }
+    }
+
+    const std::string docid = eaiHelper.GetAttr(root.get(), "docid");
+    const std::string proc = eaiHelper.GetAttr(root.get(), "proc");
+    state.resultDocument->LoadXML(eaiHelper.MakeResultDoc(docid, proc));
+    if (variation.ledgerCheck) {
+        if (const std::optional<RequestError> error = variation.ledgerCheck()) {
+            return Refuse(state, *error);
+        }
+    }
+    state.operation = UpperCase(eaiHelper.GetAttr(root.get(), "proc"));
+    for (const Operation& operation : variation.operations) {
+        if (operation.proc == state.operation) {
+            return operation.run(*root);
+        }
+    }
+    return Refuse(state, {"710", std::string(variation.texts.unsupported)});
+}
+
+} // namespace
+
+std::string RunTransact(ImportState& state, const FrameVariation& variation, std::string_view sXml,
+                        host::HostLogin* login) noexcept {
+    try {
+        return RunSteps(state, variation, sXml, login);
+    } catch (...) {
+        return ErrorResult(state.environment);
+    }
+}
+
+Operation RowsOperation(ImportState& state, std::string_view proc,
+                        std::function<std::string(const host::DOMNodeList& rows)> importRows) {
+    return {proc, [&state, importRows = std::move(importRows)](const host::DOMNode& root) {
+                return importRows(root.SelectNodes(state.rowTag));
+            }};
+}
+
+Operation StatementOperation(ImportState& state, std::string_view proc, std::string_view statement) {
+    return {proc, [&state, statement](const host::DOMNode&) {
+                state.connection->Execute(statement);
+                return std::string();
+            }};
+}
+
+} // namespace ModPub

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "ModPub/ImportState.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ModPub {
+
+/// A request that is refused as a whole.
+struct RequestError {
+    std::string code;
+    std::string message;
+};
+
+/// The messages of the frame, which one class words in its own way.
+struct FrameTexts {
+    /// Code "100": the request is no well-formed XML.
+    std::string_view notParsed = "解析XML时发生错误,请你检查XML参数格式";
+    /// Code "101": the request has no root element.
+    std::string_view noRoot = "qxinterface结点不存在";
+    /// Code "710": the class does not offer the operation.
+    std::string_view unsupported = "本模块暂不提供此功能！";
+};
+
+/// One operation of a class. `run` gives the result text from the request's root element.
+struct Operation {
+    /// Compared as it stands with the request's upper-cased `proc`.
+    std::string_view proc;
+    std::function<std::string(const host::DOMNode& root)> run;
+};
+
+/// What differs between the classes inside the frame. Steps that a class does not have stay empty.
+struct FrameVariation {
+    FrameTexts texts = {};
+    /// Whether the root element is tested before `roottag` is read (else after).
+    bool testsRootFirst = false;
+    /// Runs when the login is held and the result document created, before the connection is opened.
+    std::function<void()> beforeConnection = {};
+    /// Gives the connection string; the login's member `QxDbName` when empty.
+    std::function<std::string()> connectionString = {};
+    /// Runs when the connection is open, before the request is parsed.
+    std::function<void()> afterConnection = {};
+    /// May refuse the request before the result document is built.
+    std::function<std::optional<RequestError>()> preCheck = {};
+    /// May refuse the request when the result document is built.
+    std::function<std::optional<RequestError>()> ledgerCheck = {};
+    std::vector<Operation> operations = {};
+};
+
+/// Runs one call of `Transact`: opens the database, parses the request, dispatches on its operation and returns the
+/// result text. Never throws: every failure becomes an error result.
+std::string RunTransact(ImportState& state, const FrameVariation& variation, std::string_view sXml,
+                        host::HostLogin* login) noexcept;
+
+/// An operation that selects the request's rows and imports them.
+Operation RowsOperation(ImportState& state, std::string_view proc,
+                        std::function<std::string(const host::DOMNodeList& rows)> importRows);
+
+/// An operation that executes one statement and gives the empty result.
+Operation StatementOperation(ImportState& state, std::string_view proc, std::string_view statement);
+
+} // namespace ModPub
