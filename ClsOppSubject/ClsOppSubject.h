@@ -1,0 +1,27 @@
+#pragma once
+
+#include "ModPub/ImportState.h"
+
+#include <string>
+#include <string_view>
+
+namespace kovra {
+
+/// Imports opposite account settings into `IA_OppHead`: "ADD" inserts, "EDIT" updates or inserts, "EMPTY" deletes all.
+class ClsOppSubject {
+public:
+    explicit ClsOppSubject(host::Environment& environment) : state_(environment) {}
+
+    /// Imports one request; serves one call an instance.
+    /// @param sXml the request, UTF-8
+    /// @param login the caller's login
+    /// @return the result document or an error result, or the empty text after "EMPTY". Never throws.
+    std::string Transact(std::string_view sXml, host::HostLogin* login);
+
+private:
+    void ImportRow(const host::DOMNode& row);
+
+    ModPub::ImportState state_;
+};
+
+} // namespace kovra
