@@ -1,0 +1,31 @@
+#include "refhost/AdoErrors.h"
+
+#include "host/Error.h"
+
+namespace refhost {
+
+void RaiseObjectOpen() {
+    throw host::Error(host::error_number::objectOpen, "Operation is not allowed when the object is open.");
+}
+
+void RaiseObjectClosed() {
+    throw host::Error(host::error_number::objectClosed, "Operation is not allowed when the object is closed.");
+}
+
+void RaiseItemNotFound() {
+    throw host::Error(host::error_number::itemNotFound,
+                      "Item cannot be found in the collection corresponding to the requested name or ordinal.");
+}
+
+void RaiseNoCurrentRecord() {
+    throw host::Error(host::error_number::noCurrentRecord,
+                      "Either BOF or EOF is True, or the current record has been deleted. "
+                      "Requested operation requires a current record.");
+}
+
+void RaiseProviderNotFound() {
+    throw host::Error(host::error_number::providerNotFound,
+                      "Provider cannot be found. It may not be properly installed.");
+}
+
+} // namespace refhost

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace refhost {
+
+/// The value of `key` in a connection string ("Key=Value;Key=Value"), letter case of keys ignored; a value may stand
+/// between braces or quotes. Nothing when the key is absent.
+std::optional<std::string> ConnectionStringValue(std::string_view connectionString, std::string_view key);
+
+/// The connection string with the values of `Pwd` and `Password` replaced by "***".
+std::string MaskPasswords(std::string_view connectionString);
+
+} // namespace refhost

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "refhost/Database.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace refhost {
+
+/// Whether a database that is not there is created.
+enum class OpenMode { existing, create };
+
+/// Opens the account database that `connectionString` names: the embedded one for "Provider=KovraAccount", SQL Server
+/// through ODBC for a text with `Driver` or `DSN`. Throws 3706 for any other text, else the database's error.
+std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, OpenMode mode = OpenMode::existing);
+
+/// How a connection opens its database; `OpenDatabase` but where something stands between, as a test does.
+using DatabaseOpener = std::function<std::unique_ptr<Database>(const std::string& connectionString)>;
+
+/// The usual opener, for databases that exist.
+DatabaseOpener OpenExisting();
+/// An opener that creates an embedded database that is not there.
+DatabaseOpener OpenOrCreate();
+
+} // namespace refhost

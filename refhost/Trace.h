@@ -1,0 +1,66 @@
+#pragma once
+
+#include "host/Error.h"
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace refhost {
+
+/// Marks, as long as it lives, what this thread asks of the database as asked by a host component for itself.
+class HostCall {
+public:
+    HostCall() noexcept;
+    ~HostCall();
+    HostCall(const HostCall&) = delete;
+    HostCall& operator=(const HostCall&) = delete;
+
+    /// Whether one lives on this thread.
+    static bool Active() noexcept;
+};
+
+/// Writes everything that is asked of the databases to a file, one JSON object a line.
+/// Passwords inside connection strings are masked.
+class Trace {
+public:
+    /// Creates or empties the file. Throws std::system_error when it cannot be written.
+    explicit Trace(const std::string& path);
+
+    /// What came of an operation: 0 for success, else the error's number.
+    using Result = host::ErrorNumber;
+
+    void Connect(std::string_view connection, std::string_view user, std::string_view password, int options,
+                 Result result);
+    void Open(std::string_view sql, int cursor, int lock, int options, int location, Result result);
+    void Execute(std::string_view sql, int options, Result result);
+    /// "BeginTrans", "CommitTrans" or "RollbackTrans".
+    void Transaction(std::string_view operation, Result result);
+
+    /// Writes what is still buffered. Throws std::system_error when the file did not take everything.
+    void Flush();
+
+private:
+    struct Close {
+        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+    };
+    void Finish(Result result);
+
+    std::string path_;
+    std::unique_ptr<std::FILE, Close> file_;
+    std::string line_;
+};
+
+/// Runs `operation` and passes its result, success or the error's number, to `note`; an error goes on its way.
+template <class Operation, class Note> void Traced(const Operation& operation, const Note& note) {
+    try {
+        operation();
+    } catch (const host::Error& error) {
+        note(error.number());
+        throw;
+    }
+    note(0);
+}
+
+} // namespace refhost

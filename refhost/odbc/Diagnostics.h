@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/Error.h"
+
+#include <string>
+#include <string_view>
+
+#include <sql.h>
+
+namespace refhost::odbc {
+
+/// One diagnostic record of a driver.
+struct Diagnostic {
+    /// Five characters, see the ODBC reference, appendix A.
+    std::string state;
+    /// The server's own error number (sys.messages), 0 when the error is the driver's.
+    int native = 0;
+    /// The message, in UTF-8, as the driver gives it.
+    std::string message;
+};
+
+/// The error that ADO over SQL Server reports for a diagnostic: its number, and the message without the driver's
+/// bracketed prefixes.
+host::Error ErrorOf(const Diagnostic& diagnostic);
+
+/// Throws the first error of the handle's last call.
+[[noreturn]] void RaiseDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle);
+
+/// Throws when `result` is a failure; success with information is success.
+void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle);
+
+} // namespace refhost::odbc
