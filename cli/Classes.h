@@ -1,0 +1,22 @@
+#pragma once
+
+#include "host/Environment.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cli {
+
+/// One of the six classes, as the program runs it.
+struct ImportClass {
+    std::string_view name;
+    /// Creates an instance, calls its `Transact` and releases it. Throws `host::Error` when the instance cannot be
+    /// created.
+    std::string (*transact)(host::Environment& environment, std::string_view request, host::HostLogin* login);
+};
+
+/// All classes, in the order in which the usage text names them.
+const std::vector<ImportClass>& ImportClasses();
+
+} // namespace cli

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// Exit statuses of the program.
+namespace exit_status {
+inline constexpr int done = 0;
+/// What was asked of the database failed.
+inline constexpr int failed = 1;
+/// The command line or a file is not usable.
+inline constexpr int unusable = 2;
+} // namespace exit_status
+
+struct TransactArguments {
+    std::string className;
+    std::string login;
+    /// Empty for none.
+    std::string trace;
+    /// A file, or "-" for standard input.
+    std::string request = "-";
+};
+
+struct SqlArguments {
+    std::string login;
+    std::vector<std::string> statements;
+    std::vector<std::string> files;
+};
+
+struct AccountArguments {
+    std::string login;
+    bool demo = false;
+};
+
+/// Runs a request through a class and writes the result. Each command returns the exit status; it throws
+/// `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
+int RunTransact(const TransactArguments& arguments);
+
+/// Runs T-SQL batches and writes each row as one JSON object a line.
+int RunSql(const SqlArguments& arguments);
+
+/// Creates the host's tables.
+int RunAccountCreate(const AccountArguments& arguments);
+
+} // namespace cli

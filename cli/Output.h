@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string_view>
+
+namespace cli {
+
+/// Writes `text` to standard output. Throws std::system_error when it does not take everything.
+void WriteOutput(std::string_view text);
+
+} // namespace cli

@@ -1,0 +1,51 @@
+#include "cli/Classes.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
+#include "refhost/Environment.h"
+#include "refhost/Trace.h"
+#include "refhost/eai/Login.h"
+#include "refhost/xml/FileText.h"
+
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+
+namespace cli {
+namespace {
+
+const ImportClass& FindClass(const std::string& name) {
+    const std::vector<ImportClass>& classes = ImportClasses();
+    const auto found = std::ranges::find(classes, name, &ImportClass::name);
+    if (found == classes.end()) {
+        std::string known;
+        for (const ImportClass& importClass : classes) {
+            known.append(known.empty() ? "" : ", ").append(importClass.name);
+        }
+        throw std::runtime_error("unknown class '" + name + "'; the classes are " + known);
+    }
+    return *found;
+}
+
+} // namespace
+
+int RunTransact(const TransactArguments& arguments) {
+    const ImportClass& importClass = FindClass(arguments.className);
+    const std::string request = refhost::xml::ReadXmlFile(arguments.request);
+    std::optional<refhost::Trace> trace;
+    if (!arguments.trace.empty()) {
+        trace.emplace(arguments.trace);
+    }
+    refhost::Environment environment(trace ? &*trace : nullptr);
+    refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
+    std::string result = importClass.transact(environment, request, &login);
+    if (!result.empty()) {
+        result.push_back('\n');
+    }
+    WriteOutput(result);
+    if (trace) {
+        trace->Flush();
+    }
+    return exit_status::done;
+}
+
+} // namespace cli
