@@ -1,0 +1,44 @@
+// What a user meets who cannot reach a SQL Server, on the real FreeTDS driver.
+
+#include "host/Error.h"
+#include "refhost/odbc/OdbcDatabase.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+host::Error ConnectError(const std::string& connectionString) {
+    try {
+        refhost::odbc::OpenOdbc(connectionString);
+    } catch (const host::Error& error) {
+        return error;
+    }
+    return {0, "connected"};
+}
+
+TEST(FreeTds, ReportsAServerThatNobodyListensOn) {
+    // Port 1 of this machine: nobody listens there.
+    const host::Error error =
+        ConnectError("Driver=FreeTDS;Server=127.0.0.1;Port=1;TDS_Version=7.4;Uid=u;Pwd=verysecret");
+    EXPECT_EQ(error.number(), host::error_number::unspecified);
+    EXPECT_FALSE(error.description().empty());
+    EXPECT_FALSE(error.description().starts_with("[")) << error.description();
+    EXPECT_EQ(error.description().find("verysecret"), std::string::npos) << error.description();
+}
+
+TEST(FreeTds, ReportsADriverThatIsNotInstalled) {
+    const host::Error error = ConnectError("Driver=No Such Driver;Server=127.0.0.1;Pwd=verysecret");
+    EXPECT_EQ(error.number(), host::error_number::unspecified);
+    EXPECT_NE(error.description().find("No Such Driver"), std::string::npos) << error.description();
+    EXPECT_EQ(error.description().find("verysecret"), std::string::npos) << error.description();
+}
+
+TEST(FreeTds, ReportsADataSourceThatIsNotDefined) {
+    const host::Error error = ConnectError("DSN=no-such-source");
+    EXPECT_EQ(error.number(), host::error_number::unspecified);
+    EXPECT_NE(error.description().find("Data source name not found"), std::string::npos) << error.description();
+}
+
+} // namespace

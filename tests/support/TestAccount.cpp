@@ -1,0 +1,75 @@
+#include "tests/support/TestAccount.h"
+
+#include "refhost/Connection.h"
+#include "refhost/JsonRow.h"
+#include "refhost/account/Account.h"
+#include "refhost/account/Batches.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+
+namespace test {
+
+TemporaryFolder::TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "kovra-test-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) {
+        throw std::runtime_error("no temporary folder");
+    }
+    path_ = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+TestAccount::TestAccount() {
+    refhost::Connection connection(nullptr, refhost::OpenOrCreate());
+    connection.Open(connectionString(), "", "", host::command_option::unspecified);
+    refhost::CreateAccount(connection, "001", false);
+}
+
+std::string TestAccount::connectionString() const {
+    return "Provider=KovraAccount;Data Source=" + (folder() / "account.db").string();
+}
+
+std::string TestAccount::LoginXml(std::string_view more) const {
+    std::string xml = "<login QxDbName=\"" + connectionString() +
+                      "\" cAcc_Id=\"001\" cIYear=\"2023\" cUserId=\"demo\" cUserName=\"王会计\" cUserPassWord=\"\" "
+                      "CurDate=\"2023-01-15\" cServer=\"\" cSerial=\"\" iMonth=\"1\" iStartPeriod=\"1\"";
+    return xml.append(" ").append(more).append("/>");
+}
+
+void TestAccount::Run(std::string_view batches) const {
+    refhost::Connection connection(nullptr);
+    connection.Open(connectionString(), "", "", host::command_option::unspecified);
+    for (const std::string& batch : refhost::SplitBatches(batches)) {
+        connection.Execute(batch, host::command_option::unspecified);
+    }
+}
+
+std::vector<std::string> TestAccount::Rows(std::string_view sql) const {
+    refhost::Connection connection(nullptr);
+    connection.Open(connectionString(), "", "", host::command_option::unspecified);
+    const refhost::ResultSet result = connection.database().Query(sql);
+    std::vector<std::string> rows(result.rowCount);
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        refhost::AppendJsonRow(rows[row], result, row);
+    }
+    return rows;
+}
+
+std::vector<std::string> ReadLines(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        throw std::runtime_error("cannot read " + path.string());
+    }
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+} // namespace test
