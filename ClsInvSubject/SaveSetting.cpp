@@ -6,6 +6,8 @@
 namespace kovra {
 namespace {
 
+using ModPub::AppendAssignment;
+
 std::string LookupStatement(const InventorySetting& setting, const std::string& year) {
     std::string sql = "Select AutoID From IA_HeadSet Where ";
     const auto addKey = [&sql](std::string_view piece, const std::string& value) {
@@ -32,20 +34,15 @@ std::string InsertStatement(const InventorySetting& setting, const std::string& 
 
 std::string UpdateStatement(const InventorySetting& setting, const std::string& year, std::int32_t id) {
     std::string sql = "Update IA_HeadSet Set \r\n";
-    const auto assign = [&sql](std::string_view piece, const std::string& value, std::string_view null) {
-        sql.append(piece);
-        ModPub::AppendSqlText(sql, value, null, "', ");
-        sql.append("\r\n");
-    };
-    assign(" cWhCode = ", setting.cWhCode, "Null,");
-    assign(" cInvCCode = ", setting.cInvCCode, "Null,");
-    assign(" cInvHead = ", setting.cInvHead, "Null,");
-    assign(" cDifHead = ", setting.cDifHead, "Null,");
-    assign(" cOutHead = ", setting.cOutHead, "Null,");
-    assign(" cEnDispHead = ", setting.cEnDispHead, "Null,");
-    assign(" czyHead = ", setting.czyHead, "Null,");
+    AppendAssignment(sql, " cWhCode = ", setting.cWhCode, "Null,");
+    AppendAssignment(sql, " cInvCCode = ", setting.cInvCCode, "Null,");
+    AppendAssignment(sql, " cInvHead = ", setting.cInvHead, "Null,");
+    AppendAssignment(sql, " cDifHead = ", setting.cDifHead, "Null,");
+    AppendAssignment(sql, " cOutHead = ", setting.cOutHead, "Null,");
+    AppendAssignment(sql, " cEnDispHead = ", setting.cEnDispHead, "Null,");
+    AppendAssignment(sql, " czyHead = ", setting.czyHead, "Null,");
     // Without an item code the comma is missing and the database refuses the statement: callers know that outcome.
-    assign(" cInvCode = ", setting.cInvCode, "Null ");
+    AppendAssignment(sql, " cInvCode = ", setting.cInvCode, "Null ");
     return sql.append(" iYear = ").append(year).append("\r\nWhere AutoID = ").append(std::to_string(id));
 }
 

@@ -1,8 +1,8 @@
 #include "ClsInvSubject/ClsInvSubject.h"
 #include "ClsInvSubject/InventorySetting.h"
 #include "ModPub/ImportRows.h"
+#include "ModPub/SettingRow.h"
 #include "ModPub/TransactFrame.h"
-#include "ModPub/Trap.h"
 #include "ModPub/YearEndCheck.h"
 
 namespace kovra {
@@ -28,23 +28,15 @@ std::string ClsInvSubject::Transact(std::string_view sXml, host::HostLogin* logi
 
 void ClsInvSubject::ImportRow(const host::DOMNode& row) {
     std::string key;
-    std::string failure;
-    try {
+    ModPub::ImportSetting(state_, key, [&] {
         const InventorySetting setting = InventorySetting::Read(row);
         key = setting.Key();
         if (!ValidateSetting(key, setting)) {
-            return;
+            return false;
         }
         SaveSetting(key, setting);
-    } catch (...) {
-        failure = ModPub::PendingError().description();
-    }
-    // A row that SaveSetting refused gets its "ok" all the same: callers know both outcomes.
-    if (failure.empty()) {
-        state_.AddAccepted(key);
-    } else {
-        state_.AddRefused(key, failure);
-    }
+        return true;
+    });
 }
 
 } // namespace kovra

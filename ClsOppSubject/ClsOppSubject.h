@@ -7,6 +7,8 @@
 
 namespace kovra {
 
+struct OppositeSetting;
+
 /// Imports opposite account settings into `IA_OppHead`: "ADD" inserts, "EDIT" updates or inserts, "EMPTY" deletes all.
 class ClsOppSubject {
 public:
@@ -20,6 +22,9 @@ public:
 
 private:
     void ImportRow(const host::DOMNode& row);
+    /// Extends `key` by the project parts.
+    bool CheckRow(std::string& key, const OppositeSetting& setting);
+    void SaveRow(const std::string& key, const OppositeSetting& setting);
 
     ModPub::ImportState state_;
 };

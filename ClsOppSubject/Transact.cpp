@@ -1,5 +1,7 @@
 #include "ClsOppSubject/ClsOppSubject.h"
+#include "ClsOppSubject/OppositeSetting.h"
 #include "ModPub/ImportRows.h"
+#include "ModPub/SettingRow.h"
 #include "ModPub/TransactFrame.h"
 #include "ModPub/YearEndCheck.h"
 
@@ -24,8 +26,17 @@ std::string ClsOppSubject::Transact(std::string_view sXml, host::HostLogin* logi
         sXml, login);
 }
 
-void ClsOppSubject::ImportRow(const host::DOMNode&) {
-    throw host::Error(host::error_number::unspecified, "Rows are not imported yet.");
+void ClsOppSubject::ImportRow(const host::DOMNode& row) {
+    std::string key;
+    ModPub::ImportSetting(state_, key, [&] {
+        const OppositeSetting setting = OppositeSetting::Read(row);
+        key = setting.Key();
+        if (!CheckRow(key, setting)) {
+            return false;
+        }
+        SaveRow(key, setting);
+        return true;
+    });
 }
 
 } // namespace kovra

@@ -7,6 +7,8 @@
 
 namespace kovra {
 
+struct StandardCostSetting;
+
 /// Imports opposite account settings for standard costing into `IA_OppHead`: operations as `ClsOppSubject`.
 class ClsOppSubjectST {
 public:
@@ -20,6 +22,8 @@ public:
 
 private:
     void ImportRow(const host::DOMNode& row);
+    bool CheckRow(const std::string& key, const StandardCostSetting& setting);
+    void SaveRow(const std::string& key, const StandardCostSetting& setting);
 
     ModPub::ImportState state_;
 };

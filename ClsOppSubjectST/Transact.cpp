@@ -1,5 +1,8 @@
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
+#include "ClsOppSubjectST/StandardCostCheck.h"
+#include "ClsOppSubjectST/StandardCostSetting.h"
 #include "ModPub/ImportRows.h"
+#include "ModPub/SettingRow.h"
 #include "ModPub/TransactFrame.h"
 #include "ModPub/YearEndCheck.h"
 
@@ -12,7 +15,12 @@ std::string ClsOppSubjectST::Transact(std::string_view sXml, host::HostLogin* lo
     return ModPub::RunTransact(
         state_,
         {
-            .preCheck = [this] { return ModPub::YearEndCheck(state_, "103"); },
+            .preCheck = [this]() -> std::optional<ModPub::RequestError> {
+                if (std::optional<ModPub::RequestError> error = StandardCostCheck(state_)) {
+                    return error;
+                }
+                return ModPub::YearEndCheck(state_, "103");
+            },
             .operations =
                 {
                     ModPub::RowsOperation(state_, "ADD", importRows),
@@ -24,8 +32,17 @@ std::string ClsOppSubjectST::Transact(std::string_view sXml, host::HostLogin* lo
         sXml, login);
 }
 
-void ClsOppSubjectST::ImportRow(const host::DOMNode&) {
-    throw host::Error(host::error_number::unspecified, "Rows are not imported yet.");
+void ClsOppSubjectST::ImportRow(const host::DOMNode& row) {
+    std::string key;
+    ModPub::ImportSetting(state_, key, [&] {
+        const StandardCostSetting setting = StandardCostSetting::Read(row);
+        key = setting.Key();
+        if (!CheckRow(key, setting)) {
+            return false;
+        }
+        SaveRow(key, setting);
+        return true;
+    });
 }
 
 } // namespace kovra

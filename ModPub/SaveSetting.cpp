@@ -25,6 +25,12 @@ void AppendSqlText(std::string& sql, std::string_view value, std::string_view nu
     }
 }
 
+void AppendAssignment(std::string& sql, std::string_view piece, std::string_view value, std::string_view null) {
+    sql.append(piece);
+    AppendSqlText(sql, value, null, "', ");
+    sql.append("\r\n");
+}
+
 void SaveSetting(ImportState& state, std::string_view key, const SettingStatements& statements) {
     std::string message;
     try {

@@ -13,6 +13,9 @@ namespace ModPub {
 /// `close` (the closing quote with its separator). Quotes inside are not doubled.
 void AppendSqlText(std::string& sql, std::string_view value, std::string_view null, std::string_view close);
 
+/// Appends one line of an update: `piece` (the column and its equals sign), the rendered value and a line break.
+void AppendAssignment(std::string& sql, std::string_view piece, std::string_view value, std::string_view null);
+
 /// The statements that save one setting.
 struct SettingStatements {
     /// Selects the ids of settings with the row's keys.
