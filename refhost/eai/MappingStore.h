@@ -1,0 +1,36 @@
+#pragma once
+
+#include "refhost/eai/Mapping.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace refhost {
+
+/// The mapping files, each read once: converters are made anew for every document.
+class MappingStore {
+public:
+    /// Reads a user's own mapping file of the name given; nothing when there is none. Throws std::exception for one
+    /// that cannot be read.
+    using OwnFiles = std::function<std::optional<std::string>(const std::string& name)>;
+
+    /// @param environment where documents come from; it outlives the store
+    /// @param ownFiles asked before the mappings that come with the program
+    MappingStore(host::Environment& environment, OwnFiles ownFiles)
+        : environment_(environment), ownFiles_(std::move(ownFiles)) {}
+
+    /// The mapping of that name. Throws `host::Error` when there is none or its file is broken.
+    const Mapping& Get(std::string_view name);
+
+private:
+    std::string ReadText(const std::string& name) const;
+
+    host::Environment& environment_;
+    OwnFiles ownFiles_;
+    std::map<std::string, Mapping, std::less<>> mappings_;
+};
+
+} // namespace refhost
