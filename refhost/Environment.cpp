@@ -4,15 +4,34 @@
 #include "refhost/Connection.h"
 #include "refhost/Recordset.h"
 #include "refhost/eai/EaiHelper.h"
+#include "refhost/eai/EaiXmlConverter.h"
 #include "refhost/ia/IaVoucherService.h"
+#include "refhost/ia/ProvisionPreCheck.h"
 #include "refhost/xml/Document.h"
+#include "refhost/xml/FileText.h"
 
 #include <cstdio>
+#include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 namespace refhost {
+namespace {
 
-Environment::Environment(Trace* trace, DatabaseOpener opener) : trace_(trace), opener_(std::move(opener)) {}
+/// A mapping file of the user's own, from the folder that KOVRA_MAPPINGS names.
+std::optional<std::string> OwnMapping(const std::string& name) {
+    const char* const folder = std::getenv("KOVRA_MAPPINGS");
+    if (folder == nullptr) {
+        return std::nullopt;
+    }
+    const std::filesystem::path path = std::filesystem::path(folder) / name;
+    return std::filesystem::exists(path) ? std::optional(xml::ReadXmlFile(path.string())) : std::nullopt;
+}
+
+} // namespace
+
+Environment::Environment(Trace* trace, DatabaseOpener opener)
+    : trace_(trace), opener_(std::move(opener)), mappings_(*this, OwnMapping), componentConnection_(*this) {}
 
 Environment::~Environment() = default;
 
@@ -34,15 +53,15 @@ host::EaiHelper& Environment::GetEaiHelper() {
 host::RsXmlHelper& Environment::GetRsXmlHelper() { ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject); }
 
 std::unique_ptr<host::EaiXmlConverter> Environment::CreateEaiXmlConverter() {
-    ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject);
+    return std::make_unique<EaiXmlConverter>(*this, mappings_);
 }
 
 std::unique_ptr<host::IaVoucherService> Environment::CreateIaVoucherService() {
-    return std::make_unique<IaVoucherService>();
+    return std::make_unique<IaVoucherService>(*this, componentConnection_);
 }
 
 std::unique_ptr<host::ProvisionPreCheck> Environment::CreateProvisionPreCheck() {
-    ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject);
+    return std::make_unique<ProvisionPreCheck>(*this, componentConnection_);
 }
 
 std::unique_ptr<host::ZendaT> Environment::CreateZendaT() {

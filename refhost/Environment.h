@@ -2,6 +2,8 @@
 
 #include "host/Environment.h"
 #include "refhost/OpenDatabase.h"
+#include "refhost/eai/MappingStore.h"
+#include "refhost/ia/ComponentConnection.h"
 
 #include <memory>
 
@@ -35,6 +37,9 @@ private:
     DatabaseOpener opener_;
     std::unique_ptr<host::EaiHelper> eaiHelper_;
     std::unique_ptr<host::RsXmlHelper> rsXmlHelper_;
+    /// What the components created here share.
+    MappingStore mappings_;
+    ComponentConnection componentConnection_;
 };
 
 } // namespace refhost

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace refhost {
+
+/// `text` as a T-SQL literal, quotes inside doubled.
+inline std::string SqlText(std::string_view text) {
+    std::string literal = "N'";
+    for (const char c : text) {
+        literal.append(c == '\'' ? 2 : 1, c);
+    }
+    return literal.append("'");
+}
+
+} // namespace refhost
