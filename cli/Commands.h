@@ -23,6 +23,16 @@ struct TransactArguments {
     std::string request = "-";
 };
 
+struct QueryArguments {
+    std::string login;
+    /// Empty for no conditions.
+    std::string conditions;
+    /// Empty for none.
+    std::string trace;
+    /// A file, or "-" for standard input.
+    std::string envelope = "-";
+};
+
 struct SqlArguments {
     std::string login;
     std::vector<std::string> statements;
@@ -37,6 +47,9 @@ struct AccountArguments {
 /// Runs a request through a class and writes the result. Each command returns the exit status; it throws
 /// `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
 int RunTransact(const TransactArguments& arguments);
+
+/// Queries stock documents and writes the filled envelope. Throws `host::Error` for what the query raises too.
+int RunQuery(const QueryArguments& arguments);
 
 /// Runs T-SQL batches and writes each row as one JSON object a line.
 int RunSql(const SqlArguments& arguments);

@@ -48,6 +48,14 @@ int main(int argc, char** argv) {
     transactCommand->add_option("request", transact.request, "The request, an XML file; - for standard input");
     transactCommand->callback([&] { command = [&] { return cli::RunTransact(transact); }; });
 
+    cli::QueryArguments query;
+    CLI::App* const queryCommand = app.add_subcommand("query", "Query stock documents, write the filled envelope");
+    queryCommand->add_option("--login", query.login, "The login, an XML file")->required();
+    queryCommand->add_option("--conditions", query.conditions, "The conditions, an XML file; without it none");
+    queryCommand->add_option("--trace", query.trace, "File for what is asked of the database, JSON lines");
+    queryCommand->add_option("envelope", query.envelope, "The envelope, an XML file; - for standard input");
+    queryCommand->callback([&] { command = [&] { return cli::RunQuery(query); }; });
+
     cli::SqlArguments sql;
     CLI::App* const sqlCommand = app.add_subcommand("sql", "Run T-SQL batches, write each row as a JSON object");
     sqlCommand->add_option("--login", sql.login, "The login, an XML file")->required();

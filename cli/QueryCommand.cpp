@@ -1,0 +1,70 @@
+#include "ClsKovraProof/ClsKovraProof.h"
+#include "ModPub/Conversions.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
+#include "refhost/Environment.h"
+#include "refhost/Trace.h"
+#include "refhost/eai/Login.h"
+#include "refhost/xml/FileText.h"
+
+#include <optional>
+#include <stdexcept>
+
+namespace cli {
+namespace {
+
+/// The conditions of a file: the child elements `condition` of its root.
+host::DOMNodeList ReadConditions(const std::string& path, host::DOMDocument& document) {
+    if (!document.LoadXML(refhost::xml::ReadXmlFile(path))) {
+        throw std::runtime_error("'" + path + "' is not well-formed XML");
+    }
+    host::DOMNodeList conditions = document.DocumentElement()->SelectNodes("*");
+    for (const host::DOMNodePtr& condition : conditions) {
+        if (condition->NodeName() != "condition") {
+            throw std::runtime_error("'" + path + "' holds <" + condition->NodeName() +
+                                     ">; conditions are <condition name operation value logic>");
+        }
+    }
+    return conditions;
+}
+
+/// Opens the connection of `instance` as every caller of the class does: by `Transact`, here with a request that
+/// imports nothing. Throws the error that keeps it closed.
+void OpenConnection(kovra::ClsKovraProof& instance, refhost::Environment& environment, host::HostLogin& login) {
+    const std::string result = instance.Transact("<qxinterface roottag=\"document\" docid=\"\" proc=\"ADD\"/>", &login);
+    const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
+    document->LoadXML(result);
+    const host::DOMNodePtr root = document->DocumentElement();
+    if (!root || root->NodeName() == "error") {
+        host::EaiHelper& eaiHelper = environment.GetEaiHelper();
+        throw host::Error(ModPub::ToInt32(eaiHelper.GetAttr(root.get(), "code")), eaiHelper.GetAttr(root.get(), "dsc"));
+    }
+}
+
+} // namespace
+
+int RunQuery(const QueryArguments& arguments) {
+    std::string envelope = refhost::xml::ReadXmlFile(arguments.envelope);
+    std::optional<refhost::Trace> trace;
+    if (!arguments.trace.empty()) {
+        trace.emplace(arguments.trace);
+    }
+    refhost::Environment environment(trace ? &*trace : nullptr);
+    const std::unique_ptr<host::DOMDocument> conditionsFile = environment.CreateDOMDocument();
+    host::DOMNodeList conditions;
+    if (!arguments.conditions.empty()) {
+        conditions = ReadConditions(arguments.conditions, *conditionsFile);
+    }
+    refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
+    kovra::ClsKovraProof instance(environment);
+    OpenConnection(instance, environment, login);
+    // The class always answers false: what it found is in the envelope.
+    instance.QueryProc(conditions, envelope);
+    WriteOutput(envelope + "\n");
+    if (trace) {
+        trace->Flush();
+    }
+    return exit_status::done;
+}
+
+} // namespace cli
