@@ -1,0 +1,72 @@
+#pragma once
+
+#include "refhost/sql/DateTime.h"
+#include "refhost/sql/ExactNumber.h"
+#include "refhost/sql/Types.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace refhost::sql {
+
+/// A value as SQLite holds it, see `Family`. The text may lie outside the cell.
+struct Cell {
+    enum class Kind { null, integer, real, text, blob };
+
+    Kind kind = Kind::null;
+    std::int64_t integer = 0;
+    double real = 0;
+    /// Text or blob: what it holds, perhaps in `storage`.
+    std::string_view bytes;
+    std::string storage;
+
+    bool IsNull() const { return kind == Kind::null; }
+    void SetInteger(std::int64_t value) {
+        kind = Kind::integer;
+        integer = value;
+    }
+    void SetReal(double value) {
+        kind = Kind::real;
+        real = value;
+    }
+    void SetText(std::string text) {
+        kind = Kind::text;
+        storage = std::move(text);
+        bytes = storage;
+    }
+    void SetBlob(std::string blob) {
+        SetText(std::move(blob));
+        kind = Kind::blob;
+    }
+    /// Points at bytes that outlive the cell.
+    void PointTo(Kind textOrBlob, std::string_view outside) {
+        kind = textOrBlob;
+        bytes = outside;
+    }
+};
+
+/// What becomes of a value that is too long for its new type.
+enum class Surplus {
+    cut,    ///< cast and convert cut it off
+    refuse, ///< a column refuses it
+};
+
+/// Number of UTF-16 units of a UTF-8 text.
+std::size_t Utf16Length(std::string_view text);
+/// What counts against the length of a text column: UTF-16 units, or bytes in the code page (two for what is not ASCII).
+std::size_t MeasuredLength(std::string_view text, bool national);
+/// UTF-8 to UTF-16 and back, lone surrogates kept.
+std::u16string ToUtf16(std::string_view text);
+std::string FromUtf16(std::u16string_view text);
+
+/// Converts a value as SQL Server does. `cell` holds a value of type `from` and receives one of type `to`.
+/// `style` is convert's third argument, 0 without one. Throws SQL Server's conversion errors.
+void Convert(Cell& cell, const Type& from, const Type& to, int style, Surplus surplus);
+
+/// An exact number as text of a decimal or money type. Throws the overflow error when it does not fit.
+std::string FitExact(const ExactNumber& number, const Type& to, Base from);
+/// Throws SQL Server's overflow error unless `value` lies within the range of the whole-number type.
+void CheckRange(std::int64_t value, Base base, Base from);
+
+} // namespace refhost::sql

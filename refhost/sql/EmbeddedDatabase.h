@@ -1,0 +1,101 @@
+#pragma once
+
+#include "refhost/Database.h"
+#include "refhost/sql/Binder.h"
+#include "refhost/sql/Parser.h"
+#include "refhost/sql/Plan.h"
+#include "refhost/sql/PlanCache.h"
+
+#include "host/Value.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace refhost::sql {
+
+class EmbeddedDatabase;
+
+/// What opening does about a file that does not exist.
+enum class Mode {
+    open,   ///< throws and creates nothing
+    create, ///< creates it, and the system database beside it
+};
+
+/// Opens the database of a connection string "Provider=KovraAccount;Data Source=FILE[;Delete Star=Accept]"; keys and
+/// provider in any letter case, FILE ":memory:" for a database that lives with the object. The system database
+/// QxSystem is the file QxSystem.db beside FILE, in memory likewise.
+/// Throws `host::Error` "unspecified" for a file that cannot be opened or is no account database.
+std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString);
+std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode);
+
+/// A statement as SQLite gets it.
+struct Translation {
+    std::string text;
+    std::vector<host::Value> parameters;
+};
+
+/// SQL Server's language on SQLite.
+class EmbeddedDatabase : public Database {
+public:
+    struct Settings {
+        std::string file;
+        bool deleteStar = false;
+        Mode mode = Mode::open;
+    };
+
+    explicit EmbeddedDatabase(const Settings& settings);
+    ~EmbeddedDatabase() override;
+
+    ResultSet Query(std::string_view sql) override;
+    void Execute(std::string_view sql) override;
+    void BeginTrans() override;
+    void CommitTrans() override;
+    void RollbackTrans() override;
+
+    /// What Query and Execute would hand to SQLite, for measuring; of SELECT, INSERT, UPDATE and DELETE only.
+    Translation Translate(std::string_view sql);
+    /// The connection underneath, for measuring.
+    sqlite3* Handle() const { return db_.get(); }
+    /// Number of translations kept, each with its prepared statement.
+    std::size_t PlanCount() const { return plans_.Size(); }
+    /// Number of translations made since the database was opened.
+    std::size_t TranslationCount() const { return translations_; }
+
+private:
+    void Attach(const Settings& settings);
+    void Initialize(Schema schema, bool mayCreate);
+    void Batch(std::string_view sql, ResultSet* answer);
+    const Plan* CachedPlan(std::string_view sql);
+    void RunStatement(const Statement& statement, const std::vector<Literal>& literals, ResultSet* answer);
+    void RunConditional(const Conditional& conditional, const std::vector<Literal>& literals, ResultSet* answer);
+    void RunDefinition(const Statement& statement, const std::vector<Literal>& literals);
+    void RunSelectInto(const Select& select, const std::vector<Literal>& literals);
+    void RunSetOption(const SetOption& option);
+    void RunTransaction(TransactionVerb verb);
+    Plan MakePlan(const Statement& statement, const std::vector<Literal>& literals);
+    void PreparePlan(Plan& plan);
+    void RunPlan(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer);
+    void Step(const Plan& plan, ResultSet* answer);
+    [[noreturn]] void FailStep(const Plan& plan);
+    void NoteIdentity(const Plan& plan);
+    /// Forgets everything that definitions shaped.
+    void ForgetPlans();
+    static int Authorize(void* self, int action, const char*, const char*, const char*, const char*);
+
+    DatabaseHandle db_;
+    ParserOptions options_;
+    std::unique_ptr<Runtime> runtime_;
+    std::unique_ptr<Catalog> catalog_;
+    SessionState session_;
+    ShapeScanner scanner_;
+    PlanCache plans_;
+    std::size_t translations_ = 0;
+    /// Whether the open transaction changed definitions.
+    bool definitionsChanged_ = false;
+    /// Whether SQLite was kept from compiling a statement anew because another connection changed definitions.
+    bool definitionsMoved_ = false;
+};
+
+} // namespace refhost::sql

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "refhost/sql/EmbeddedDatabase.h"
+
+#include "host/Error.h"
+
+#include <fmt/format.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace test_sql {
+
+inline constexpr const char* memory = "Provider=KovraAccount;Data Source=:memory:";
+
+inline std::unique_ptr<refhost::sql::EmbeddedDatabase> OpenMemory() {
+    return refhost::sql::OpenEmbedded(memory, refhost::sql::Mode::create);
+}
+
+/// A value as the tables of these tests write it: texts in quotes, dates as #days#, bytes as 0x….
+inline std::string Show(const host::Value& value) {
+    struct Visitor {
+        std::string operator()(host::Empty) const { return "Empty"; }
+        std::string operator()(host::Null) const { return "Null"; }
+        std::string operator()(bool flag) const { return flag ? "True" : "False"; }
+        std::string operator()(std::int64_t number) const { return std::to_string(number); }
+        std::string operator()(double number) const { return fmt::format("{}r", number); }
+        std::string operator()(const host::Decimal& number) const { return number.text + "m"; }
+        std::string operator()(const std::string& text) const { return "'" + text + "'"; }
+        std::string operator()(host::Date date) const { return fmt::format("#{}#", date.days); }
+        std::string operator()(const host::Bytes& bytes) const {
+            std::string text = "0x";
+            for (const std::uint8_t byte : bytes.data) {
+                text += fmt::format("{:02X}", byte);
+            }
+            return text;
+        }
+    };
+    return std::visit(Visitor{}, value.storage());
+}
+
+/// The whole answer in one text: values separated by a blank, rows by " | "; an error as "NUMBER: MESSAGE".
+inline std::string Answer(refhost::Database& db, std::string_view sql) {
+    try {
+        const refhost::ResultSet result = db.Query(sql);
+        std::string text;
+        for (std::size_t i = 0; i < result.cells.size(); ++i) {
+            if (i > 0) {
+                text += i % result.fields->size() == 0 ? " | " : " ";
+            }
+            text += Show(result.cells[i]);
+        }
+        return text;
+    } catch (const host::Error& error) {
+        return fmt::format("{}: {}", error.number(), error.description());
+    }
+}
+
+/// A statement and what it must answer.
+struct Case {
+    const char* sql;
+    const char* answer;
+};
+
+/// Runs the cases one after the other on one database.
+template <class Cases> void RunCases(refhost::Database& db, const Cases& cases) {
+    for (const Case& each : cases) {
+        EXPECT_EQ(Answer(db, each.sql), each.answer) << each.sql;
+    }
+}
+
+} // namespace test_sql
