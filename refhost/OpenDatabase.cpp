@@ -2,13 +2,19 @@
 
 #include "refhost/AdoErrors.h"
 #include "refhost/ConnectionString.h"
+#include "refhost/SameName.h"
 #include "refhost/odbc/OdbcDatabase.h"
+#include "refhost/sql/EmbeddedDatabase.h"
 
 namespace refhost {
 
-std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, OpenMode) {
+std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, OpenMode mode) {
     if (ConnectionStringValue(connectionString, "Driver") || ConnectionStringValue(connectionString, "DSN")) {
         return odbc::OpenOdbc(connectionString);
+    }
+    const auto provider = ConnectionStringValue(connectionString, "Provider");
+    if (provider && SameName(*provider, "KovraAccount")) {
+        return sql::OpenEmbedded(connectionString, mode == OpenMode::create ? sql::Mode::create : sql::Mode::open);
     }
     RaiseProviderNotFound();
 }
