@@ -8,8 +8,9 @@ constexpr std::string_view whiteSpace = " \t\r\n";
 
 bool IsSeparator(std::string_view line) {
     const std::size_t first = line.find_first_not_of(whiteSpace);
-    if (first == std::string_view::npos)
+    if (first == std::string_view::npos) {
         return false;
+    }
     const std::string_view word = line.substr(first, line.find_last_not_of(whiteSpace) - first + 1);
     return word == "GO" || word == "go" || word == "Go" || word == "gO";
 }
@@ -20,8 +21,9 @@ std::vector<std::string> SplitBatches(std::string_view script) {
     std::vector<std::string> batches;
     const auto add = [&](std::size_t begin, std::size_t end) {
         const std::string_view batch = script.substr(begin, end - begin);
-        if (batch.find_first_not_of(whiteSpace) != std::string_view::npos)
+        if (batch.find_first_not_of(whiteSpace) != std::string_view::npos) {
             batches.emplace_back(batch);
+        }
     };
 
     std::size_t batchBegin = 0;

@@ -184,9 +184,9 @@ CREATE TABLE IA_HeadSet (
     CONSTRAINT PK_IA_HeadSet PRIMARY KEY (AutoID)
 )
 GO
-CREATE INDEX IX_IA_HeadSet_Item ON IA_HeadSet (cInvCode, cWhCode, iYear)
+CREATE INDEX IX_IA_HeadSet_Item ON IA_HeadSet (cInvCode, iYear, cWhCode)
 GO
-CREATE INDEX IX_IA_HeadSet_Class ON IA_HeadSet (cInvCCode, cWhCode, iYear)
+CREATE INDEX IX_IA_HeadSet_Class ON IA_HeadSet (cInvCCode, iYear, cWhCode)
 GO
 CREATE INDEX IX_IA_HeadSet_Warehouse ON IA_HeadSet (cWhCode, iYear)
 GO
@@ -225,9 +225,8 @@ CREATE TABLE IA_OppHead (
     CONSTRAINT PK_IA_OppHead PRIMARY KEY (AutoID)
 )
 GO
-CREATE INDEX IX_IA_OppHead_Keys ON IA_OppHead (cInvCode, cDepCode, cInvcCode, cRdCode, citemcode, citem_class, iYear)
-GO
-CREATE INDEX IX_IA_OppHead_Standard ON IA_OppHead (cRdCode, cInvcCode, cDepCode, iYear)
+-- The keys of standard costing come first: with them, or with all six keys, a mapping is found at once.
+CREATE INDEX IX_IA_OppHead ON IA_OppHead (cRdCode, cInvcCode, cDepCode, iYear, cInvCode, citemcode, citem_class)
 GO
 -- The inventory ledger. Opening balances have iMonth 0; amounts are float, since they come as doubles.
 CREATE TABLE Ia_subsidiary (

@@ -62,17 +62,9 @@ std::vector<std::string> OwnLines(const fs::path& path) {
     return lines;
 }
 
-/// The same account behind an ODBC driver.
-std::unique_ptr<refhost::Database> OpenThroughOdbc(const std::string& connectionString) {
-    return refhost::OpenDatabase("Driver=" KOVRA_ODBC_DRIVER ";" + connectionString);
-}
+class Scenario : public testing::TestWithParam<fs::path> {};
 
-class Scenario : public testing::TestWithParam<fs::path> {
-protected:
-    void Check(const refhost::DatabaseOpener& opener);
-};
-
-void Scenario::Check(const refhost::DatabaseOpener& opener) {
+TEST_P(Scenario, GivesResultAndStatements) {
     const fs::path folder = GetParam();
     const test::TestAccount account;
     account.Run(refhost::xml::ReadTextFile((folder / "setup.sql").string()));
@@ -81,7 +73,7 @@ void Scenario::Check(const refhost::DatabaseOpener& opener) {
     std::string result;
     {
         refhost::Trace trace("trace.jsonl");
-        refhost::Environment environment(&trace, opener);
+        refhost::Environment environment(&trace);
         refhost::Login login(refhost::xml::ReadXmlFile((folder / "login.xml").string()), environment);
         const std::string request = refhost::xml::ReadXmlFile((folder / "request.xml").string());
         const std::string className = folder.parent_path().filename().string();
@@ -98,10 +90,6 @@ void Scenario::Check(const refhost::DatabaseOpener& opener) {
                   test::ReadLines(folder / "expected.rows"));
     }
 }
-
-TEST_P(Scenario, GivesResultAndStatements) { Check(refhost::OpenExisting()); }
-
-TEST_P(Scenario, GivesTheSameThroughOdbc) { Check(OpenThroughOdbc); }
 
 INSTANTIATE_TEST_SUITE_P(All, Scenario, testing::ValuesIn(ScenarioFolders()), ScenarioName);
 

@@ -1,1 +1,0 @@
-INSERT INTO CurrentStock (cWhCode, cInvCode, iQuantity) VALUES (N'01', N'1001', 12)

@@ -1,1 +1,0 @@
-DROP TABLE IA_DecReadys

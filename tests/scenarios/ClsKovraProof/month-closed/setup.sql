@@ -1,1 +1,0 @@
-INSERT INTO GL_mend (iyear, iperiod, bflag_IA) VALUES (2023, 1, 1)

@@ -1,1 +1,0 @@
-DELETE FROM VoucherTemplates WHERE cVouchType = N'48'

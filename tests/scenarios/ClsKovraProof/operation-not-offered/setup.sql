@@ -1,1 +1,0 @@
-DELETE FROM IA_DecReady
