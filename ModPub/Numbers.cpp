@@ -417,12 +417,9 @@ double TwoPlaces(double number) {
             ++mantissa;
     }
 
-    std::array<char, 32> buffer{};
-    char* end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), mantissa).ptr;
-    *end++ = 'e';
-    end = std::to_chars(end, buffer.data() + buffer.size(), exponent).ptr;
+    const std::string text = std::to_string(mantissa) + 'e' + std::to_string(exponent);
     double rounded = 0;
-    std::from_chars(buffer.data(), end, rounded);
+    std::from_chars(text.data(), text.data() + text.size(), rounded);
     return number < 0 && rounded != 0 ? -rounded : rounded;
 }
 
