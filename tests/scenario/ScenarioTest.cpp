@@ -62,9 +62,17 @@ std::vector<std::string> OwnLines(const fs::path& path) {
     return lines;
 }
 
-class Scenario : public testing::TestWithParam<fs::path> {};
+/// The same account behind an ODBC driver.
+std::unique_ptr<refhost::Database> OpenThroughOdbc(const std::string& connectionString) {
+    return refhost::OpenDatabase("Driver=" KOVRA_ODBC_DRIVER ";" + connectionString);
+}
 
-TEST_P(Scenario, GivesResultAndStatements) {
+class Scenario : public testing::TestWithParam<fs::path> {
+protected:
+    void Check(const refhost::DatabaseOpener& opener);
+};
+
+void Scenario::Check(const refhost::DatabaseOpener& opener) {
     const fs::path folder = GetParam();
     const test::TestAccount account;
     account.Run(refhost::xml::ReadTextFile((folder / "setup.sql").string()));
@@ -73,7 +81,7 @@ TEST_P(Scenario, GivesResultAndStatements) {
     std::string result;
     {
         refhost::Trace trace("trace.jsonl");
-        refhost::Environment environment(&trace);
+        refhost::Environment environment(&trace, opener);
         refhost::Login login(refhost::xml::ReadXmlFile((folder / "login.xml").string()), environment);
         const std::string request = refhost::xml::ReadXmlFile((folder / "request.xml").string());
         const std::string className = folder.parent_path().filename().string();
@@ -90,6 +98,10 @@ TEST_P(Scenario, GivesResultAndStatements) {
                   test::ReadLines(folder / "expected.rows"));
     }
 }
+
+TEST_P(Scenario, GivesResultAndStatements) { Check(refhost::OpenExisting()); }
+
+TEST_P(Scenario, GivesTheSameThroughOdbc) { Check(OpenThroughOdbc); }
 
 INSTANTIATE_TEST_SUITE_P(All, Scenario, testing::ValuesIn(ScenarioFolders()), ScenarioName);
 

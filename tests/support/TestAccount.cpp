@@ -24,15 +24,34 @@ TemporaryFolder::~TemporaryFolder() {
     std::filesystem::remove_all(path_, ignored);
 }
 
-TestAccount::TestAccount() {
-    refhost::Connection connection(nullptr, refhost::OpenOrCreate());
-    connection.Open(connectionString(), "", "", host::command_option::unspecified);
-    refhost::CreateAccount(connection, "001", false);
+namespace {
+
+std::string ConnectionString(const std::filesystem::path& folder) {
+    return "Provider=KovraAccount;Data Source=" + (folder / "account.db").string();
 }
 
-std::string TestAccount::connectionString() const {
-    return "Provider=KovraAccount;Data Source=" + (folder() / "account.db").string();
+/// A folder with a new account, which is made once a process: every test account starts as a copy of it.
+class NewAccount {
+public:
+    NewAccount() {
+        refhost::Connection connection(nullptr, refhost::OpenOrCreate());
+        connection.Open(ConnectionString(folder_.path()), "", "", host::command_option::unspecified);
+        refhost::CreateAccount(connection, "001", false);
+    }
+    const std::filesystem::path& path() const { return folder_.path(); }
+
+private:
+    TemporaryFolder folder_;
+};
+
+} // namespace
+
+TestAccount::TestAccount() {
+    static const NewAccount newAccount;
+    std::filesystem::copy(newAccount.path(), folder());
 }
+
+std::string TestAccount::connectionString() const { return ConnectionString(folder()); }
 
 std::string TestAccount::LoginXml(std::string_view more) const {
     std::string xml = "<login QxDbName=\"" + connectionString() +

@@ -1,0 +1,68 @@
+#include "bench/MemoryAccount.h"
+
+#include "refhost/Connection.h"
+#include "refhost/account/Account.h"
+
+#include <utility>
+
+namespace bench {
+namespace {
+
+constexpr const char* connectionString = "Provider=KovraAccount;Data Source=:memory:";
+
+/// A connection's share in a database that others use too.
+class Shared : public refhost::Database {
+public:
+    Shared(std::shared_ptr<refhost::Database> database, std::vector<std::string>* statements)
+        : database_(std::move(database)), statements_(statements) {}
+
+    refhost::ResultSet Query(std::string_view sql) override {
+        Note(sql);
+        return database_->Query(sql);
+    }
+    void Execute(std::string_view sql) override {
+        Note(sql);
+        database_->Execute(sql);
+    }
+    void BeginTrans() override { database_->BeginTrans(); }
+    void CommitTrans() override { database_->CommitTrans(); }
+    void RollbackTrans() override { database_->RollbackTrans(); }
+
+private:
+    void Note(std::string_view sql) {
+        if (statements_ != nullptr) {
+            statements_->emplace_back(sql);
+        }
+    }
+
+    std::shared_ptr<refhost::Database> database_;
+    std::vector<std::string>* statements_;
+};
+
+} // namespace
+
+MemoryAccount::MemoryAccount() : database_(refhost::sql::OpenEmbedded(connectionString, refhost::sql::Mode::create)) {
+    refhost::Connection connection(nullptr, Opener());
+    connection.Open(connectionString, "", "", host::command_option::unspecified);
+    refhost::CreateAccount(connection, "001", false);
+}
+
+refhost::DatabaseOpener MemoryAccount::Opener() const {
+    return [database = database_](const std::string&) { return std::make_unique<Shared>(database, nullptr); };
+}
+
+refhost::DatabaseOpener MemoryAccount::RecordingOpener(std::vector<std::string>& statements) const {
+    return [database = database_, &statements](const std::string&) {
+        return std::make_unique<Shared>(database, &statements);
+    };
+}
+
+void MemoryAccount::Fill(const std::vector<std::string>& statements) {
+    database_->BeginTrans();
+    for (const std::string& statement : statements) {
+        database_->Execute(statement);
+    }
+    database_->CommitTrans();
+}
+
+} // namespace bench

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "refhost/OpenDatabase.h"
+#include "refhost/sql/EmbeddedDatabase.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bench {
+
+/// An account in memory, with the host's tables, that outlives the connections to it.
+class MemoryAccount {
+public:
+    MemoryAccount();
+
+    /// Opens every connection on this account, whatever its connection string.
+    refhost::DatabaseOpener Opener() const;
+    /// The same, noting every statement in `statements`.
+    refhost::DatabaseOpener RecordingOpener(std::vector<std::string>& statements) const;
+
+    /// Runs statements in one transaction.
+    void Fill(const std::vector<std::string>& statements);
+
+    refhost::sql::EmbeddedDatabase& database() { return *database_; }
+
+private:
+    std::shared_ptr<refhost::sql::EmbeddedDatabase> database_;
+};
+
+} // namespace bench

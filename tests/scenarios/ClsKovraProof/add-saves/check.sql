@@ -1,0 +1,1 @@
+SELECT A.ID, A.cDecCode, A.cVouchType, A.dDecDate, A.cDepCode, A.cMemo, A.VT_ID, B.cWhCode, B.cInvCode, B.iQuantity, B.iThisPrice FROM IA_DecReady A LEFT JOIN IA_DecReadys B ON A.ID = B.ID ORDER BY A.ID, B.AutoID

@@ -1,0 +1,1 @@
+DELETE FROM VoucherTemplates WHERE cVouchType = N'48'
