@@ -79,6 +79,8 @@ public:
     std::string BindCheck(const Expression& condition, const Table& table);
     /// A default as what the column stores.
     std::string BindDefault(const Column& column);
+    /// A query for the values that an insert of one row gives to columns; empty when it inserts otherwise.
+    std::string BindKeyOf(const Insert& insert, const Table& table, const std::vector<std::string>& columns);
     /// Every literal whose value shaped the translation so far.
     std::vector<std::size_t> Pinned() const { return {pinned_.begin(), pinned_.end()}; }
 

@@ -232,8 +232,18 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
         }
     }
     const auto make = [&](const std::string& suffix, const std::string& keys, bool distinct, const std::string& where) {
-        Run(db_, fmt::format("CREATE {}INDEX {} ON {} ({}){}", distinct ? "UNIQUE " : "",
-                             Qualified(table.schema, index + suffix), Quoted(table.name), keys, where));
+        try {
+            Run(db_, fmt::format("CREATE {}INDEX {} ON {} ({}){}", distinct ? "UNIQUE " : "",
+                                 Qualified(table.schema, index + suffix), Quoted(table.name), keys, where));
+        } catch (const host::Error&) {
+            if ((sqlite3_extended_errcode(db_) & 0xff) != SQLITE_CONSTRAINT) {
+                throw;
+            }
+            Fail(host::error_number::integrityViolation,
+                 "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found for the object name "
+                 "'dbo.{}' and the index name '{}'.",
+                 table.name, name);
+        }
     };
     make("", plain, unique, "");
     if (unique && !anyNull.empty()) {

@@ -3,7 +3,6 @@
 #include "refhost/sql/Collation.h"
 #include "refhost/sql/Definer.h"
 #include "refhost/sql/Errors.h"
-#include "refhost/sql/Violation.h"
 
 #include <utility>
 
@@ -217,6 +216,10 @@ void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
                 RunStatement(*statement, parser.Literals(), answer);
             }
             return;
+        } catch (const DuplicateKey& duplicate) {
+            Parser parser(sql, options_);
+            const std::optional<Statement> statement = parser.ParseBatch();
+            FailDuplicate(duplicate, *statement, parser.Literals());
         } catch (const DefinitionsMoved&) {
             ForgetPlans();
             if (attempt == attempts) {
@@ -278,7 +281,12 @@ void EmbeddedDatabase::RunStatement(const Statement& statement, const std::vecto
     if (statement.select && statement.select->into) {
         RunSelectInto(*statement.select, literals);
     } else if (statement.select || statement.insert || statement.update || statement.del) {
-        RunPlan(MakePlan(statement, literals), literals, answer);
+        const Plan plan = MakePlan(statement, literals);
+        try {
+            RunPlan(plan, literals, answer);
+        } catch (const DuplicateKey& duplicate) {
+            FailDuplicate(duplicate, statement, literals);
+        }
     } else if (statement.conditional) {
         RunConditional(*statement.conditional, literals, answer);
     } else if (statement.transaction) {
@@ -321,9 +329,9 @@ void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vect
         } else if (statement.truncate) {
             definer.Truncate(*statement.truncate);
         }
-    } catch (const host::Error& error) {
+    } catch (...) {
         ForgetPlans();
-        throw TranslateDefinitionError(error, db_.get());
+        throw;
     }
     ForgetPlans();
 }
@@ -423,7 +431,24 @@ void EmbeddedDatabase::FailStep(const Plan& plan) {
         throw host::Error(*error);
     }
     runtime_->stepping = false;
-    throw TranslateStepError(plan, *catalog_, db_.get());
+    ThrowStepError(plan, *catalog_, db_.get());
+}
+
+void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statement& statement,
+                                     const std::vector<Literal>& literals) {
+    if (statement.insert) {
+        Binder binder(*catalog_, session_, literals, LiteralUse::inlined);
+        const std::string select = binder.BindKeyOf(*statement.insert, *duplicate.table, duplicate.columns);
+        if (!select.empty()) {
+            std::vector<Type> types;
+            for (const std::string& column : duplicate.columns) {
+                types.push_back(duplicate.table->columns.at(static_cast<std::size_t>(duplicate.table->Find(column))).type);
+            }
+            Fail(duplicate.error.number(), "{} The duplicate key value is {}.", duplicate.error.description(),
+                 KeyText(select, types, db_.get()));
+        }
+    }
+    throw host::Error(duplicate.error);
 }
 
 void EmbeddedDatabase::ForgetPlans() {

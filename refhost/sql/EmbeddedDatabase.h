@@ -5,6 +5,7 @@
 #include "refhost/sql/Parser.h"
 #include "refhost/sql/Plan.h"
 #include "refhost/sql/PlanCache.h"
+#include "refhost/sql/Violation.h"
 
 #include "host/Value.h"
 
@@ -80,6 +81,9 @@ private:
     void Step(const Plan& plan, ResultSet* answer);
     [[noreturn]] void FailStep(const Plan& plan);
     void NoteIdentity(const Plan& plan);
+    /// Completes the error of a duplicate key with the key's value. Throws it.
+    [[noreturn]] void FailDuplicate(const DuplicateKey& duplicate, const Statement& statement,
+                                    const std::vector<Literal>& literals);
     /// Forgets everything that definitions shaped.
     void ForgetPlans();
     static int Authorize(void* self, int action, const char*, const char*, const char*, const char*);

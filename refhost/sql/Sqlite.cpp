@@ -45,6 +45,22 @@ std::string Command::Text(int column) const {
                            : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column)));
 }
 
+Cell ReadCell(sqlite3_stmt* statement, int column) {
+    Cell cell;
+    const int kind = sqlite3_column_type(statement, column);
+    if (kind == SQLITE_INTEGER) {
+        cell.SetInteger(sqlite3_column_int64(statement, column));
+    } else if (kind == SQLITE_FLOAT) {
+        cell.SetReal(sqlite3_column_double(statement, column));
+    } else if (kind != SQLITE_NULL) {
+        const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column));
+        const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement, column));
+        cell.PointTo(kind == SQLITE_TEXT ? Cell::Kind::text : Cell::Kind::blob,
+                     bytes == nullptr ? std::string_view() : std::string_view(bytes, size));
+    }
+    return cell;
+}
+
 std::string Quoted(std::string_view name) {
     std::string text = "\"";
     for (const char c : name) {

@@ -46,6 +46,8 @@ private:
     int bound_ = 0;
 };
 
+/// The current row's value in a column; its bytes live until the next step.
+Cell ReadCell(sqlite3_stmt* statement, int column);
 /// A name as SQLite's SQL quotes it.
 std::string Quoted(std::string_view name);
 /// A value as SQLite's SQL spells it.

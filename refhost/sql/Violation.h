@@ -6,9 +6,17 @@
 
 namespace refhost::sql {
 
-/// SQL Server's error for what SQLite reports after a failed step of `plan`.
-host::Error TranslateStepError(const Plan& plan, Catalog& catalog, sqlite3* db);
-/// The same after a failed definition; an error that is SQL Server's already stays as it is.
-host::Error TranslateDefinitionError(const host::Error& error, sqlite3* db);
+/// A duplicate key: the error so far, and what is needed to tell the value.
+struct DuplicateKey {
+    host::Error error;
+    std::shared_ptr<const Table> table;
+    std::vector<std::string> columns;
+};
+
+/// Throws SQL Server's error for what SQLite reports after a failed step of `plan`, or `DuplicateKey`.
+[[noreturn]] void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db);
+
+/// A key as messages show it: "(a, <NULL>)". `select` is a query in SQLite's language that gives it.
+std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db);
 
 } // namespace refhost::sql

@@ -175,6 +175,33 @@ Plan Binder::BindInsert(const Insert& insert) {
     return plan;
 }
 
+std::string Binder::BindKeyOf(const Insert& insert, const Table& table, const std::vector<std::string>& columns) {
+    if (insert.rows.size() != 1) {
+        return {};
+    }
+    std::vector<std::string> names = insert.columns;
+    if (names.empty()) {
+        for (const Column& column : table.columns) {
+            if (!column.identity) {
+                names.push_back(column.name);
+            }
+        }
+    }
+    std::string text = "SELECT ";
+    for (const std::string& name : columns) {
+        const Column& column = table.columns.at(static_cast<std::size_t>(table.Find(name)));
+        const auto given =
+            std::find_if(names.begin(), names.end(), [&](const std::string& each) { return EqualNames(each, name); });
+        text += &name == &columns.front() ? "" : ", ";
+        if (given != names.end()) {
+            text += BindAssigned(*insert.rows[0][static_cast<std::size_t>(given - names.begin())], column);
+        } else {
+            text += column.defaultText.empty() ? "NULL" : BindDefault(column);
+        }
+    }
+    return text;
+}
+
 Plan Binder::BindSelectInto(const Select& select, std::shared_ptr<const Table> target) {
     const BoundSelect bound = BindSelect(select);
     std::string columns;
@@ -215,8 +242,10 @@ Plan Binder::BindUpdate(const Update& update) {
             WritableTable({{table->name}});
         }
     }
-    const std::string target = update.from.empty() ? scope.sources.front().sqlName : "target";
-    std::string text = fmt::format("UPDATE {} AS {} SET ", table->source, target);
+    std::string text = fmt::format("UPDATE {} AS {} SET ", table->source,
+                                   from.empty() ? scope.sources.front().sqlName : "target");
+    // With a FROM clause the new values are columns of a query that also tells the row they belong to.
+    std::string query = joined.empty() ? "SELECT 0 AS id" : fmt::format("SELECT {}.rowid AS id", joined);
     std::vector<int> assigned;
     for (const Assignment& assignment : update.assignments) {
         const int position = table->Find(assignment.column);
@@ -233,7 +262,12 @@ Plan Binder::BindUpdate(const Update& update) {
         }
         const Column& column = table->columns[static_cast<std::size_t>(position)];
         RefuseExplicit(*table, column, false);
-        text += (assigned.empty() ? "" : ", ") + Quoted(column.name) + " = " + BindAssigned(*assignment.value, column);
+        std::string value = BindAssigned(*assignment.value, column);
+        if (!from.empty()) {
+            query += fmt::format(", {} AS c{}", value, position);
+            value = fmt::format("s.c{}", position);
+        }
+        text += (assigned.empty() ? "" : ", ") + Quoted(column.name) + " = " + value;
         assigned.push_back(position);
     }
     if (const int version = table->RowVersion(); version >= 0) {
@@ -241,11 +275,11 @@ Plan Binder::BindUpdate(const Update& update) {
                             RowVersionCall(*table));
     }
     if (!from.empty()) {
-        text += " FROM " + from + " WHERE ";
-        text += joined.empty() ? "1" : fmt::format("target.rowid = {}.rowid", joined);
+        query += " FROM " + from;
         if (update.where) {
-            text += " AND " + BindCondition(*update.where, false);
+            query += " WHERE " + BindCondition(*update.where, false);
         }
+        text += fmt::format(" FROM ({}) AS s WHERE {}", query, joined.empty() ? "1" : "target.rowid = s.id");
     } else if (update.where) {
         text += " WHERE " + BindCondition(*update.where, true);
     }
