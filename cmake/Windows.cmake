@@ -1,0 +1,57 @@
+# Kovra.dll.
+enable_language(RC)
+
+# The interface definitions as header, identifiers and type library. widl takes the base types and the standard type
+# library from Wine's development files.
+if(NOT MSVC)
+  find_path(KOVRA_IDL_INCLUDE oaidl.idl HINTS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  find_path(KOVRA_TYPE_LIBRARIES stdole2.tlb HINTS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
+            /usr/lib/i386-linux-gnu/wine/i386-windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  set(KOVRA_WIDL_COMMAND ${KOVRA_WIDL} -I ${KOVRA_IDL_INCLUDE} -L ${KOVRA_TYPE_LIBRARIES})
+endif()
+
+set(KOVRA_IDL_DIR ${PROJECT_BINARY_DIR}/idl)
+set(KOVRA_TYPE_LIBRARY ${KOVRA_IDL_DIR}/Kovra.tlb)
+file(MAKE_DIRECTORY ${KOVRA_IDL_DIR})
+if(MSVC)
+  add_custom_command(
+    OUTPUT ${KOVRA_IDL_DIR}/Kovra.h ${KOVRA_IDL_DIR}/Kovra_i.c ${KOVRA_TYPE_LIBRARY}
+    COMMAND midl /nologo /out ${KOVRA_IDL_DIR} /h Kovra.h /iid Kovra_i.c /tlb Kovra.tlb ${PROJECT_SOURCE_DIR}/server/Kovra.idl
+    DEPENDS ${PROJECT_SOURCE_DIR}/server/Kovra.idl VERBATIM)
+else()
+  add_custom_command(
+    OUTPUT ${KOVRA_IDL_DIR}/Kovra.h ${KOVRA_IDL_DIR}/Kovra_i.c ${KOVRA_TYPE_LIBRARY}
+    COMMAND ${KOVRA_WIDL_COMMAND} -h -o ${KOVRA_IDL_DIR}/Kovra.h ${PROJECT_SOURCE_DIR}/server/Kovra.idl
+    COMMAND ${KOVRA_WIDL_COMMAND} -u -o ${KOVRA_IDL_DIR}/Kovra_i.c ${PROJECT_SOURCE_DIR}/server/Kovra.idl
+    COMMAND ${KOVRA_WIDL_COMMAND} -t -o ${KOVRA_TYPE_LIBRARY} ${PROJECT_SOURCE_DIR}/server/Kovra.idl
+    DEPENDS ${PROJECT_SOURCE_DIR}/server/Kovra.idl VERBATIM)
+endif()
+add_library(kovra_idl STATIC ${KOVRA_IDL_DIR}/Kovra_i.c ${KOVRA_IDL_DIR}/Kovra.h)
+target_include_directories(kovra_idl SYSTEM INTERFACE ${KOVRA_IDL_DIR})
+
+add_library(kovra_windows INTERFACE)
+target_link_libraries(kovra_windows INTERFACE kovra_flags ole32 oleaut32 uuid advapi32 user32)
+target_compile_definitions(kovra_windows INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+if(NOT MSVC)
+  # COM interfaces have no destructor by design; objects delete themselves in Release.
+  target_compile_options(kovra_windows INTERFACE -Wno-non-virtual-dtor)
+endif()
+
+kovra_library(server/com ModPub kovra_windows)
+kovra_library(server/adapters server-com)
+kovra_library(server/inproc server-com)
+# The entry points belong into the library that offers the classes.
+set_property(TARGET server-inproc PROPERTY POSITION_INDEPENDENT_CODE ON)
+
+configure_file(server/Kovra.rc.in ${KOVRA_IDL_DIR}/Kovra.rc @ONLY)
+set_source_files_properties(${KOVRA_IDL_DIR}/Kovra.rc PROPERTIES OBJECT_DEPENDS ${KOVRA_TYPE_LIBRARY})
+file(GLOB server_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/server/*.cpp)
+add_library(Kovra SHARED ${server_sources} server/Kovra.def ${KOVRA_IDL_DIR}/Kovra.rc)
+target_link_libraries(Kovra PRIVATE ${KOVRA_CLASSES} server-adapters server-inproc kovra_idl)
+set_target_properties(Kovra PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+add_dependencies(server-com kovra_idl)
+
+if(NOT MSVC)
+  # Debug information is of no use to callers, and the library is copied about.
+  target_link_options(Kovra PRIVATE $<$<CONFIG:Release>:-s>)
+endif()

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "ModPub/ErrorResult.h"
+#include "server/TypeLibrary.h"
+#include "server/adapters/ComEnvironment.h"
+#include "server/adapters/ComLogin.h"
+#include "server/com/BString.h"
+#include "server/com/Utf16.h"
+#include "server/inproc/Automation.h"
+
+#include <new>
+#include <string>
+#include <utility>
+
+namespace server {
+
+/// The text of a BSTR argument; null is the empty text.
+inline std::string TextOf(BSTR text) { return ToUtf8({text ? text : L"", SysStringLen(text)}); }
+
+/// A result text as VARIANT of type BSTR.
+inline VariantHolder TextResult(const std::string& text) { return VariantHolder(text); }
+
+/// Runs a member that an early-bound client calls: what it throws becomes the HRESULT with an error information object.
+template <class Action> HRESULT Answer(Action&& action) noexcept {
+    try {
+        std::forward<Action>(action)();
+        return S_OK;
+    } catch (...) {
+        return SetErrorObject(CurrentError());
+    }
+}
+
+/// One of the six classes as COM object: `Class` is the class, `Interface` its dual interface from the type library.
+template <class Object, class Interface, class Class> class Coclass : public Automation<Object, Interface> {
+public:
+    HRESULT STDMETHODCALLTYPE Transact(BSTR sXml, IDispatch** login, VARIANT* result) override {
+        if (!result)
+            return E_POINTER;
+        VariantInit(result);
+        return Answer([&] {
+            const ComPtr<IDispatch> loginObject(login ? *login : nullptr);
+            TextResult(RunTransact([&] { return TextOf(sXml); }, [&] { return loginObject; })).DetachTo(result);
+        });
+    }
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        if (!count)
+            return E_POINTER;
+        *count = 1;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** information) override {
+        if (!information)
+            return E_POINTER;
+        *information = nullptr;
+        if (index != 0)
+            return DISP_E_BADINDEX;
+        return Answer([&] { *information = LoadTypeInfo(__uuidof(Interface)).Detach(); });
+    }
+
+    /// `Transact` for a late-bound client.
+    VariantHolder CallTransact(const Arguments& arguments) {
+        return TextResult(RunTransact([&] { return ToText(arguments[0]); }, [&] { return ToObject(arguments[1]); }));
+    }
+
+protected:
+    Class& instance() noexcept { return class_; }
+
+private:
+    /// Arguments that cannot be read give an error result like every other failure.
+    template <class ReadRequest, class ReadLogin>
+    std::string RunTransact(ReadRequest&& readRequest, ReadLogin&& readLogin) {
+        try {
+            const std::string request = readRequest();
+            ComPtr<IDispatch> object = readLogin();
+            if (!object)
+                return class_.Transact(request, nullptr);
+            ComLogin login{DispatchObject(std::move(object))};
+            return class_.Transact(request, &login);
+        } catch (...) {
+            return ModPub::ErrorResult(environment_);
+        }
+    }
+
+    ComEnvironment environment_;
+    Class class_{environment_};
+};
+
+} // namespace server

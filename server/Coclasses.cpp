@@ -1,0 +1,124 @@
+// The six classes as COM objects.
+#include "ClsInvSubject/ClsInvSubject.h"
+#include "ClsKovra/ClsKovra.h"
+#include "ClsKovraProof/ClsKovraProof.h"
+#include "ClsOppSubject/ClsOppSubject.h"
+#include "ClsOppSubjectST/ClsOppSubjectST.h"
+#include "ClsPriceJustVou/ClsPriceJustVou.h"
+#include "server/Coclass.h"
+#include "server/adapters/XmlDocument.h"
+#include "server/adapters/XmlNode.h"
+#include "server/inproc/Exports.h"
+
+#include <Kovra.h>
+
+namespace server {
+
+namespace {
+
+class InvSubject final : public Coclass<InvSubject, _ClsInvSubject, kovra::ClsInvSubject> {
+public:
+    static constexpr Method<InvSubject> methods[] = {{L"Transact", 2, 2, &InvSubject::CallTransact}};
+};
+
+class OppSubject final : public Coclass<OppSubject, _ClsOppSubject, kovra::ClsOppSubject> {
+public:
+    static constexpr Method<OppSubject> methods[] = {{L"Transact", 2, 2, &OppSubject::CallTransact}};
+};
+
+class OppSubjectST final : public Coclass<OppSubjectST, _ClsOppSubjectST, kovra::ClsOppSubjectST> {
+public:
+    static constexpr Method<OppSubjectST> methods[] = {{L"Transact", 2, 2, &OppSubjectST::CallTransact}};
+};
+
+class OpeningBalances final : public Coclass<OpeningBalances, _ClsKovra, kovra::ClsKovra> {
+public:
+    static constexpr Method<OpeningBalances> methods[] = {{L"Transact", 2, 2, &OpeningBalances::CallTransact}};
+};
+
+class Proof final : public Coclass<Proof, _ClsKovraProof, kovra::ClsKovraProof> {
+public:
+    HRESULT STDMETHODCALLTYPE GetRetString(IDispatch** Dom, BSTR* result) override {
+        if (!result)
+            return E_POINTER;
+        *result = nullptr;
+        return Answer([&] { *result = BString(ToUtf16(RetString(ComPtr(Dom ? *Dom : nullptr)))).Detach(); });
+    }
+
+    HRESULT STDMETHODCALLTYPE VerifyDomH(IDispatch**, IDispatch**, VARIANT* result) override {
+        if (!result)
+            return E_POINTER;
+        return Answer([&] { VerificationResult().DetachTo(result); });
+    }
+
+    HRESULT STDMETHODCALLTYPE QueryProc(IDispatch** eleList, BSTR* sRetXml, VARIANT_BOOL* result) override {
+        if (!sRetXml || !result)
+            return E_POINTER;
+        *result = VARIANT_FALSE;
+        return Answer([&] {
+            std::string envelope = TextOf(*sRetXml);
+            *result = Query(ComPtr(eleList ? *eleList : nullptr), envelope) ? VARIANT_TRUE : VARIANT_FALSE;
+            BString filled(ToUtf16(envelope));
+            BString::Adopt(*sRetXml);
+            *sRetXml = filled.Detach();
+        });
+    }
+
+    VariantHolder CallGetRetString(const Arguments& arguments) {
+        return VariantHolder(RetString(ToObject(arguments[0])));
+    }
+    VariantHolder CallVerifyDomH(const Arguments&) { return VerificationResult(); }
+    VariantHolder CallQueryProc(const Arguments& arguments) {
+        std::string envelope = ToText(arguments[1]);
+        const bool result = Query(ToObject(arguments[0]), envelope);
+        arguments.Return(1, VariantHolder(envelope));
+        return VariantHolder(result);
+    }
+
+    static constexpr Method<Proof> methods[] = {
+        {L"Transact", 2, 2, &Proof::CallTransact},
+        {L"GetRetString", 1, 1, &Proof::CallGetRetString},
+        {L"VerifyDomH", 2, 2, &Proof::CallVerifyDomH},
+        {L"QueryProc", 2, 2, &Proof::CallQueryProc},
+    };
+
+private:
+    static std::string RetString(const ComPtr<IDispatch>& document) {
+        return kovra::ClsKovraProof::GetRetString(XmlDocument(document.As<IXMLDOMDocument>()));
+    }
+
+    static VariantHolder VerificationResult() {
+        return VariantHolder(kovra::ClsKovraProof::VerifyDomH(nullptr, nullptr));
+    }
+
+    bool Query(const ComPtr<IDispatch>& list, std::string& envelope) {
+        const ComPtr<IXMLDOMNodeList> conditions = list.As<IXMLDOMNodeList>();
+        ThrowIfFailed(conditions->reset());
+        return instance().QueryProc(WrapNodes(*conditions.Get()), envelope);
+    }
+};
+
+class PriceJustVou final : public Coclass<PriceJustVou, _ClsPriceJustVou, kovra::ClsPriceJustVou> {
+public:
+    static constexpr Method<PriceJustVou> methods[] = {{L"Transact", 2, 2, &PriceJustVou::CallTransact}};
+};
+
+template <class Object> ComPtr<IDispatch> Create() { return ComPtr<IDispatch>::Adopt(new Object); }
+
+constexpr ClassEntry classes[] = {
+    {&CLSID_ClsInvSubject, L"Kovra.ClsInvSubject", &Create<InvSubject>},
+    {&CLSID_ClsOppSubject, L"Kovra.ClsOppSubject", &Create<OppSubject>},
+    {&CLSID_ClsOppSubjectST, L"Kovra.ClsOppSubjectST", &Create<OppSubjectST>},
+    {&CLSID_ClsKovra, L"Kovra.ClsKovra", &Create<OpeningBalances>},
+    {&CLSID_ClsKovraProof, L"Kovra.ClsKovraProof", &Create<Proof>},
+    {&CLSID_ClsPriceJustVou, L"Kovra.ClsPriceJustVou", &Create<PriceJustVou>},
+};
+
+} // namespace
+
+const Registrant& LibraryContents() noexcept {
+    static const Registrant contents{classes, &LIBID_Kovra, L"Kovra"};
+    return contents;
+}
+
+} // namespace server

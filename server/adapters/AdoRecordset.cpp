@@ -1,0 +1,121 @@
+#include "server/adapters/AdoRecordset.h"
+
+#include "ModPub/Text.h"
+#include "server/adapters/AdoConnection.h"
+#include "server/adapters/ProgIds.h"
+#include "server/adapters/XmlDocument.h"
+
+namespace server {
+
+namespace {
+
+constexpr int stateOpen = 1;
+constexpr int persistXml = 1;
+/// FieldAttributeEnum: adFldIsNullable and adFldMayBeNull.
+constexpr int nullableAttributes = 0x20 | 0x40;
+
+host::Field DescribeField(const DispatchObject& object) {
+    host::Field field;
+    field.name = ToText(object.Get(L"Name").Get());
+    field.type = static_cast<host::FieldType>(ToInt(object.Get(L"Type").Get()));
+    field.definedSize = ToInt(object.Get(L"DefinedSize").Get());
+    if (field.type == host::FieldType::numeric) {
+        field.precision = ToInt(object.Get(L"Precision").Get());
+        field.scale = ToInt(object.Get(L"NumericScale").Get());
+    }
+    field.nullable = (ToInt(object.Get(L"Attributes").Get()) & nullableAttributes) != 0;
+    return field;
+}
+
+[[noreturn]] void RaiseItemNotFound() {
+    throw host::Error(host::error_number::itemNotFound,
+                      "Item cannot be found in the collection corresponding to the requested name or ordinal.");
+}
+
+} // namespace
+
+AdoRecordset::AdoRecordset() : recordset_(DispatchObject::Create(progid::recordset)) {}
+
+void AdoRecordset::SetCursorLocation(host::CursorLocation location) {
+    recordset_.Put(L"CursorLocation", VariantHolder(static_cast<int>(location)));
+}
+
+host::CursorLocation AdoRecordset::GetCursorLocation() const {
+    return static_cast<host::CursorLocation>(ToInt(recordset_.Get(L"CursorLocation").Get()));
+}
+
+void AdoRecordset::Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
+                        host::LockType lockType, int options) {
+    Refresh();
+    recordset_.Call(L"Open", VariantHolder(source), VariantHolder(ComConnection(connection).object().Get()),
+                    VariantHolder(static_cast<int>(cursorType)), VariantHolder(static_cast<int>(lockType)),
+                    VariantHolder(options));
+}
+
+void AdoRecordset::Close() {
+    Refresh();
+    recordset_.Call(L"Close");
+}
+
+bool AdoRecordset::IsOpen() const { return (ToInt(recordset_.Get(L"State").Get()) & stateOpen) != 0; }
+bool AdoRecordset::AtEOF() const { return ToBoolean(recordset_.Get(L"EOF").Get()); }
+bool AdoRecordset::AtBOF() const { return ToBoolean(recordset_.Get(L"BOF").Get()); }
+
+std::int64_t AdoRecordset::RecordCount() const {
+    const host::Value count = ToValue(recordset_.Get(L"RecordCount").Get());
+    const auto* number = count.As<std::int64_t>();
+    return number ? *number : -1;
+}
+
+void AdoRecordset::MoveNext() { recordset_.Call(L"MoveNext"); }
+
+std::size_t AdoRecordset::FieldCount() const { return Columns().size(); }
+const host::Field& AdoRecordset::FieldAt(std::size_t index) const { return ColumnAt(index).field; }
+
+std::size_t AdoRecordset::FieldIndex(std::string_view name) const {
+    const std::string wanted = ModPub::UpperCase(name);
+    const std::vector<Column>& columns = Columns();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (ModPub::UpperCase(columns[i].field.name) == wanted)
+            return i;
+    }
+    RaiseItemNotFound();
+}
+
+host::Value AdoRecordset::FieldValue(std::size_t index) const {
+    return ToValue(ColumnAt(index).object.Get(L"Value").Get());
+}
+
+void AdoRecordset::Save(host::DOMDocument& document) const {
+    recordset_.Call(L"Save", VariantHolder(static_cast<IDispatch*>(ComDocument(document).Get())),
+                    VariantHolder(persistXml));
+}
+
+const std::vector<AdoRecordset::Column>& AdoRecordset::Columns() const {
+    if (columns_.empty()) {
+        const DispatchObject fields(ToObject(recordset_.Get(L"Fields").Get()));
+        const int count = ToInt(fields.Get(L"Count").Get());
+        for (int i = 0; i < count; ++i) {
+            DispatchObject object(ToObject(fields.Call(L"Item", VariantHolder(i)).Get()));
+            host::Field field = DescribeField(object);
+            columns_.push_back({std::move(object), std::move(field)});
+        }
+    }
+    return columns_;
+}
+
+const AdoRecordset::Column& AdoRecordset::ColumnAt(std::size_t index) const {
+    const std::vector<Column>& columns = Columns();
+    if (index >= columns.size())
+        RaiseItemNotFound();
+    return columns[index];
+}
+
+const DispatchObject& ComRecordset(const host::Recordset& recordset) {
+    const auto* own = dynamic_cast<const AdoRecordset*>(&recordset);
+    if (!own)
+        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+    return own->recordset();
+}
+
+} // namespace server

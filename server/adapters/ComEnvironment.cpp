@@ -1,0 +1,66 @@
+#include "server/adapters/ComEnvironment.h"
+
+#include "server/adapters/AdoConnection.h"
+#include "server/adapters/AdoRecordset.h"
+#include "server/adapters/ComEaiHelper.h"
+#include "server/adapters/ComVoucherComponents.h"
+#include "server/adapters/XmlDocument.h"
+#include "server/com/Utf16.h"
+
+#include <windows.h>
+
+namespace server {
+
+namespace {
+
+/// The thread's helper, created on first use. It is never given back: when a thread ends, COM has left it already, and
+/// a helper must not be called then.
+template <class Helper> Helper& ThreadHelper() {
+    thread_local Helper* helper = nullptr;
+    if (!helper)
+        helper = new Helper;
+    return *helper;
+}
+
+bool IsInteractive() noexcept {
+    USEROBJECTFLAGS flags{};
+    return GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) &&
+           (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
+void WriteToStandardError(std::string_view text) noexcept {
+    const HANDLE output = GetStdHandle(STD_ERROR_HANDLE);
+    DWORD written = 0;
+    WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    WriteFile(output, "\r\n", 2, &written, nullptr);
+}
+
+} // namespace
+
+std::unique_ptr<host::DOMDocument> ComEnvironment::CreateDOMDocument() { return std::make_unique<XmlDocument>(); }
+std::unique_ptr<host::Connection> ComEnvironment::CreateConnection() { return std::make_unique<AdoConnection>(); }
+std::unique_ptr<host::Recordset> ComEnvironment::CreateRecordset() { return std::make_unique<AdoRecordset>(); }
+host::EaiHelper& ComEnvironment::GetEaiHelper() { return ThreadHelper<ComEaiHelper>(); }
+host::RsXmlHelper& ComEnvironment::GetRsXmlHelper() { return ThreadHelper<ComRsXmlHelper>(); }
+
+std::unique_ptr<host::EaiXmlConverter> ComEnvironment::CreateEaiXmlConverter() {
+    return std::make_unique<ComEaiXmlConverter>();
+}
+
+std::unique_ptr<host::IaVoucherService> ComEnvironment::CreateIaVoucherService() {
+    return std::make_unique<ComIaVoucherService>();
+}
+
+std::unique_ptr<host::ProvisionPreCheck> ComEnvironment::CreateProvisionPreCheck() {
+    return std::make_unique<ComProvisionPreCheck>();
+}
+
+std::unique_ptr<host::ZendaT> ComEnvironment::CreateZendaT() { return std::make_unique<ComZendaT>(); }
+
+void ComEnvironment::ShowMessage(std::string_view text) {
+    // A box that cannot be shown after all, on a desktop without a display, answers 0.
+    if (!IsInteractive() || MessageBoxW(nullptr, ToUtf16(text).c_str(), L"Kovra", MB_OK | MB_TASKMODAL) == 0)
+        WriteToStandardError(text);
+}
+
+} // namespace server

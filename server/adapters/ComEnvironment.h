@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/Environment.h"
+
+namespace server {
+
+/// The world as COM offers it. It holds nothing but the helpers of each thread, which live as long as the thread.
+class ComEnvironment final : public host::Environment {
+public:
+    std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;
+    std::unique_ptr<host::Connection> CreateConnection() override;
+    std::unique_ptr<host::Recordset> CreateRecordset() override;
+    host::EaiHelper& GetEaiHelper() override;
+    host::RsXmlHelper& GetRsXmlHelper() override;
+    std::unique_ptr<host::EaiXmlConverter> CreateEaiXmlConverter() override;
+    std::unique_ptr<host::IaVoucherService> CreateIaVoucherService() override;
+    std::unique_ptr<host::ProvisionPreCheck> CreateProvisionPreCheck() override;
+    std::unique_ptr<host::ZendaT> CreateZendaT() override;
+    /// Shows a message box where the process has a desktop, else writes to standard error.
+    void ShowMessage(std::string_view text) override;
+};
+
+} // namespace server

@@ -1,0 +1,58 @@
+#include "server/adapters/XmlDocument.h"
+
+#include "server/adapters/ProgIds.h"
+#include "server/adapters/XmlNode.h"
+#include "server/com/BString.h"
+#include "server/com/DispatchObject.h"
+#include "server/com/Utf16.h"
+
+namespace server {
+
+XmlDocument::XmlDocument() : document_(DispatchObject::Create(progid::domDocument).object().As<IXMLDOMDocument>()) {
+    ThrowIfFailed(document_->put_async(VARIANT_FALSE));
+    ThrowIfFailed(document_->put_validateOnParse(VARIANT_FALSE));
+    ThrowIfFailed(document_->put_resolveExternals(VARIANT_FALSE));
+}
+
+bool XmlDocument::LoadXML(std::string_view xml) {
+    const BString text(ToUtf16(xml));
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    ThrowIfFailed(document_->loadXML(text.Get(), &loaded));
+    return loaded != VARIANT_FALSE;
+}
+
+host::DOMNodePtr XmlDocument::DocumentElement() const {
+    ComPtr<IXMLDOMElement> root;
+    ThrowIfFailed(document_->get_documentElement(root.Put()));
+    return root ? WrapNode(root.As<IXMLDOMNode>()) : nullptr;
+}
+
+std::string XmlDocument::Xml() const {
+    BString xml;
+    ThrowIfFailed(document_->get_xml(xml.Put()));
+    return ToUtf8(xml.View());
+}
+
+host::DOMNodePtr XmlDocument::SelectSingleNode(std::string_view path) const {
+    return XmlNode(document_.As<IXMLDOMNode>()).SelectSingleNode(path);
+}
+
+host::DOMNodeList XmlDocument::SelectNodes(std::string_view path) const {
+    return XmlNode(document_.As<IXMLDOMNode>()).SelectNodes(path);
+}
+
+host::DOMNodePtr XmlDocument::CreateElement(std::string_view name) {
+    const BString wide(ToUtf16(name));
+    ComPtr<IXMLDOMElement> element;
+    ThrowIfFailed(document_->createElement(wide.Get(), element.Put()));
+    return WrapNode(element.As<IXMLDOMNode>());
+}
+
+const ComPtr<IXMLDOMDocument>& ComDocument(const host::DOMDocument& document) {
+    const auto* own = dynamic_cast<const XmlDocument*>(&document);
+    if (!own)
+        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+    return own->document();
+}
+
+} // namespace server

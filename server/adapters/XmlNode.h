@@ -1,0 +1,43 @@
+#pragma once
+
+#include "host/DOMDocument.h"
+#include "server/adapters/Msxml.h"
+#include "server/com/ComPtr.h"
+
+namespace server {
+
+/// A node of an MSXML document.
+class XmlNode final : public host::DOMNode {
+public:
+    explicit XmlNode(ComPtr<IXMLDOMNode> node) noexcept : node_(std::move(node)) {}
+
+    const ComPtr<IXMLDOMNode>& node() const noexcept { return node_; }
+
+    std::string BaseName() const override;
+    std::string NodeName() const override;
+    bool IsElement() const override;
+    std::string Text() const override;
+    void SetText(std::string_view text) override;
+    std::string Xml() const override;
+    host::DOMNodePtr SelectSingleNode(std::string_view path) const override;
+    host::DOMNodeList SelectNodes(std::string_view path) const override;
+    host::DOMNodeList ChildNodes() const override;
+    std::optional<std::string> GetAttribute(std::string_view name) const override;
+    std::optional<std::string> AttributeAt(std::size_t index) const override;
+    void SetAttribute(std::string_view name, std::string_view value) override;
+    void AppendChild(host::DOMNode& child) override;
+
+private:
+    ComPtr<IXMLDOMNode> node_;
+};
+
+/// The COM object behind `node`; null for no node. Throws error 13 for a node that is not MSXML's.
+ComPtr<IXMLDOMNode> ComNode(const host::DOMNode* node);
+
+/// The node as `host::DOMNode`; nullptr for null.
+host::DOMNodePtr WrapNode(ComPtr<IXMLDOMNode> node);
+
+/// Every node of `list`, in order.
+host::DOMNodeList WrapNodes(IXMLDOMNodeList& list);
+
+} // namespace server

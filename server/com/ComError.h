@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/Error.h"
+
+#include <oaidl.h>
+#include <windows.h>
+
+namespace server {
+
+/// The error that a trap sees for a failed call: the run-time's own number where it has one for `result`, the low word
+/// of an HRESULT of FACILITY_CONTROL, else the HRESULT as signed number.
+host::ErrorNumber ErrorNumberOf(HRESULT result) noexcept;
+
+/// The HRESULT by which `number` travels to a COM client; the opposite of the above.
+HRESULT HresultOf(host::ErrorNumber number) noexcept;
+
+/// Throws `host::Error` when `result` is a failure, with the description of the thread's error information object when
+/// there is one, else the system's text.
+void ThrowIfFailed(HRESULT result);
+
+/// Throws the error that an automation object raised. Takes over the texts in `exception`.
+[[noreturn]] void ThrowException(EXCEPINFO& exception);
+
+/// Throws error 91.
+[[noreturn]] void RaiseObjectNotSet();
+
+/// Leaves `error` as the thread's error information object. @return the HRESULT for the client
+HRESULT SetErrorObject(const host::Error& error) noexcept;
+
+/// The error being handled, whatever its type, as `host::Error`. To be called inside a catch block.
+host::Error CurrentError() noexcept;
+
+} // namespace server

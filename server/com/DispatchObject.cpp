@@ -1,0 +1,54 @@
+#include "server/com/DispatchObject.h"
+
+#include "ModPub/RuntimeErrors.h"
+
+namespace server {
+
+DispatchObject DispatchObject::Create(const wchar_t* progId) {
+    CLSID classId{};
+    ComPtr<IDispatch> object;
+    HRESULT result = CLSIDFromProgID(progId, &classId);
+    if (SUCCEEDED(result))
+        result = CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch, object.PutVoid());
+    if (FAILED(result))
+        ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject);
+    return DispatchObject(std::move(object));
+}
+
+DISPID DispatchObject::Id(const wchar_t* name) const {
+    if (!object_)
+        RaiseObjectNotSet();
+    DISPID id = DISPID_UNKNOWN;
+    // The parameter is not const for historical reasons; no object writes to it.
+    auto* names = const_cast<wchar_t*>(name);
+    ThrowIfFailed(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id));
+    return id;
+}
+
+VariantHolder DispatchObject::Invoke(const wchar_t* name, WORD flags, VARIANT* reversed, std::size_t count) const {
+    const DISPID id = Id(name);
+    DISPPARAMS parameters{reversed, nullptr, static_cast<UINT>(count), 0};
+    VariantHolder result;
+    EXCEPINFO exception{};
+    const HRESULT status =
+        object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result.Put(), &exception, nullptr);
+    if (status == DISP_E_EXCEPTION)
+        ThrowException(exception);
+    ThrowIfFailed(status);
+    return result;
+}
+
+void DispatchObject::Put(const wchar_t* name, const VariantHolder& value) const {
+    const DISPID id = Id(name);
+    VARIANT argument = value.Get();
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters{&argument, &put, 1, 1};
+    EXCEPINFO exception{};
+    const HRESULT status = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters,
+                                           nullptr, &exception, nullptr);
+    if (status == DISP_E_EXCEPTION)
+        ThrowException(exception);
+    ThrowIfFailed(status);
+}
+
+} // namespace server

@@ -1,0 +1,220 @@
+#include "server/com/VariantHolder.h"
+
+#include "ModPub/Conversions.h"
+#include "server/com/BString.h"
+#include "server/com/Utf16.h"
+
+#include <cstring>
+#include <utility>
+
+namespace server {
+
+namespace {
+
+namespace en = host::error_number;
+
+constexpr LCID invariantLocale = LOCALE_INVARIANT;
+
+/// The decimal's plain text.
+host::Decimal ToDecimal(DECIMAL decimal) {
+    BString text;
+    ThrowIfFailed(VarBstrFromDec(&decimal, invariantLocale, LOCALE_NOUSEROVERRIDE, text.Put()));
+    return {ToUtf8(text.View())};
+}
+
+/// A copy of `variant`'s content, references followed.
+VariantHolder ContentOf(VARIANT variant) {
+    VariantHolder content;
+    ThrowIfFailed(VariantCopyInd(content.Put(), &variant));
+    return content;
+}
+
+host::Bytes ToBytes(SAFEARRAY* array) {
+    host::Bytes bytes;
+    if (!array)
+        return bytes;
+    void* data = nullptr;
+    ThrowIfFailed(SafeArrayAccessData(array, &data));
+    long first = 0;
+    long last = -1;
+    SafeArrayGetLBound(array, 1, &first);
+    SafeArrayGetUBound(array, 1, &last);
+    const auto* begin = static_cast<const std::uint8_t*>(data);
+    bytes.data.assign(begin, begin + (last - first + 1));
+    SafeArrayUnaccessData(array);
+    return bytes;
+}
+
+void Store(VARIANT& variant, host::Empty) noexcept { V_VT(&variant) = VT_EMPTY; }
+void Store(VARIANT& variant, host::Null) noexcept { V_VT(&variant) = VT_NULL; }
+void Store(VARIANT& variant, bool value) noexcept {
+    V_VT(&variant) = VT_BOOL;
+    V_BOOL(&variant) = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+void Store(VARIANT& variant, std::int64_t value) noexcept {
+    // Scripts know 32 bits only; a longer number travels as a double, as the run-time itself widens it.
+    if (value == static_cast<std::int32_t>(value)) {
+        V_VT(&variant) = VT_I4;
+        V_I4(&variant) = static_cast<LONG>(value);
+    } else {
+        V_VT(&variant) = VT_I8;
+        V_I8(&variant) = value;
+    }
+}
+void Store(VARIANT& variant, double value) noexcept {
+    V_VT(&variant) = VT_R8;
+    V_R8(&variant) = value;
+}
+void Store(VARIANT& variant, const host::Decimal& value) {
+    const BString text(ToUtf16(value.text));
+    DECIMAL decimal{};
+    ThrowIfFailed(VarDecFromStr(text.Get(), invariantLocale, LOCALE_NOUSEROVERRIDE, &decimal));
+    // The type shares its place with the decimal's reserved word, so it is set last.
+    V_DECIMAL(&variant) = decimal;
+    V_VT(&variant) = VT_DECIMAL;
+}
+void Store(VARIANT& variant, std::string_view value) {
+    V_BSTR(&variant) = BString(ToUtf16(value)).Detach();
+    V_VT(&variant) = VT_BSTR;
+}
+void Store(VARIANT& variant, const std::string& value) { Store(variant, std::string_view(value)); }
+void Store(VARIANT& variant, host::Date value) noexcept {
+    V_VT(&variant) = VT_DATE;
+    V_DATE(&variant) = value.days;
+}
+void Store(VARIANT& variant, const host::Bytes& value) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(value.data.size()));
+    if (!array)
+        throw std::bad_alloc();
+    V_ARRAY(&variant) = array;
+    V_VT(&variant) = VT_ARRAY | VT_UI1;
+    void* data = nullptr;
+    ThrowIfFailed(SafeArrayAccessData(array, &data));
+    std::memcpy(data, value.data.data(), value.data.size());
+    SafeArrayUnaccessData(array);
+}
+
+} // namespace
+
+VariantHolder::VariantHolder(std::string_view text) : VariantHolder() { Store(variant_, text); }
+VariantHolder::VariantHolder(bool value) noexcept : VariantHolder() { Store(variant_, value); }
+VariantHolder::VariantHolder(int value) noexcept : VariantHolder() { Store(variant_, std::int64_t{value}); }
+
+VariantHolder::VariantHolder(IDispatch* object) noexcept : VariantHolder() {
+    V_VT(&variant_) = VT_DISPATCH;
+    V_DISPATCH(&variant_) = ComPtr<IDispatch>(object).Detach();
+}
+
+VariantHolder::VariantHolder(IUnknown* object) noexcept : VariantHolder() {
+    V_VT(&variant_) = VT_UNKNOWN;
+    V_UNKNOWN(&variant_) = ComPtr<IUnknown>(object).Detach();
+}
+
+VariantHolder::VariantHolder(const host::Value& value) : VariantHolder() {
+    std::visit([this](const auto& held) { Store(variant_, held); }, value.storage());
+}
+
+VariantHolder::VariantHolder(VariantHolder&& other) noexcept : variant_(other.variant_) {
+    VariantInit(&other.variant_);
+}
+
+VariantHolder& VariantHolder::operator=(VariantHolder other) noexcept {
+    std::swap(variant_, other.variant_);
+    return *this;
+}
+
+VariantHolder VariantHolder::Missing() noexcept {
+    VariantHolder missing;
+    V_VT(&missing.variant_) = VT_ERROR;
+    V_ERROR(&missing.variant_) = DISP_E_PARAMNOTFOUND;
+    return missing;
+}
+
+VariantHolder VariantHolder::ByReference(VariantHolder& target) noexcept {
+    VariantHolder reference;
+    V_VT(&reference.variant_) = static_cast<VARTYPE>(VT_BYREF | V_VT(&target.variant_));
+    // Every member of the union begins at one place, which the reference points to.
+    V_BYREF(&reference.variant_) = &V_I4(&target.variant_);
+    return reference;
+}
+
+VariantHolder VariantHolder::VariantReference(VariantHolder& target) noexcept {
+    VariantHolder reference;
+    V_VT(&reference.variant_) = VT_BYREF | VT_VARIANT;
+    V_VARIANTREF(&reference.variant_) = &target.variant_;
+    return reference;
+}
+
+void VariantHolder::DetachTo(VARIANT* destination) noexcept {
+    *destination = variant_;
+    VariantInit(&variant_);
+}
+
+host::Value ToValue(const VARIANT& variant) {
+    const VariantHolder copy = ContentOf(variant);
+    const VARIANT& content = copy.Get();
+    switch (V_VT(&content)) {
+    case VT_EMPTY:
+        return {};
+    case VT_NULL:
+        return host::Null{};
+    case VT_BOOL:
+        return V_BOOL(&content) != VARIANT_FALSE;
+    case VT_I1:
+        return std::int64_t{V_I1(&content)};
+    case VT_UI1:
+        return std::int64_t{V_UI1(&content)};
+    case VT_I2:
+        return std::int64_t{V_I2(&content)};
+    case VT_UI2:
+        return std::int64_t{V_UI2(&content)};
+    case VT_I4:
+    case VT_INT:
+        return std::int64_t{V_I4(&content)};
+    case VT_UI4:
+    case VT_UINT:
+        return std::int64_t{V_UI4(&content)};
+    case VT_I8:
+        return std::int64_t{V_I8(&content)};
+    case VT_R4:
+        return double{V_R4(&content)};
+    case VT_R8:
+        return V_R8(&content);
+    case VT_DATE:
+        return host::Date{V_DATE(&content)};
+    case VT_BSTR:
+        return ToUtf8({V_BSTR(&content) ? V_BSTR(&content) : L"", SysStringLen(V_BSTR(&content))});
+    case VT_DECIMAL:
+        return ToDecimal(V_DECIMAL(&content));
+    case VT_CY: {
+        DECIMAL decimal{};
+        ThrowIfFailed(VarDecFromCy(V_CY(&content), &decimal));
+        return ToDecimal(decimal);
+    }
+    case VT_ARRAY | VT_UI1:
+        return ToBytes(V_ARRAY(&content));
+    default:
+        ModPub::RaiseRuntimeError(en::typeMismatch);
+    }
+}
+
+std::string ToText(const VARIANT& variant) { return ModPub::ToText(ToValue(variant)); }
+bool ToBoolean(const VARIANT& variant) { return ModPub::ToBoolean(ToValue(variant)); }
+int ToInt(const VARIANT& variant) { return ModPub::ToInt32(ToValue(variant)); }
+
+ComPtr<IDispatch> ToObject(const VARIANT& variant) {
+    const VariantHolder copy = ContentOf(variant);
+    const VARIANT& content = copy.Get();
+    switch (V_VT(&content)) {
+    case VT_EMPTY:
+        return {};
+    case VT_DISPATCH:
+        return ComPtr<IDispatch>(V_DISPATCH(&content));
+    case VT_UNKNOWN:
+        return V_UNKNOWN(&content) ? ComPtr<IUnknown>(V_UNKNOWN(&content)).As<IDispatch>() : ComPtr<IDispatch>();
+    default:
+        ModPub::RaiseRuntimeError(en::typeMismatch);
+    }
+}
+
+} // namespace server

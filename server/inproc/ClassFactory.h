@@ -1,0 +1,22 @@
+#pragma once
+
+#include "server/com/ComPtr.h"
+
+#include <oaidl.h>
+#include <windows.h>
+
+namespace server {
+
+/// A class that this library offers.
+struct ClassEntry {
+    const CLSID* classId;
+    /// For example L"Kovra.ClsKovra".
+    const wchar_t* progId;
+    /// Makes an instance. Throws what keeps it from being made.
+    ComPtr<IDispatch> (*create)();
+};
+
+/// Hands out a class factory for `entry`: the heart of `DllGetClassObject`.
+HRESULT GetClassFactory(const ClassEntry& entry, REFIID interfaceId, void** factory) noexcept;
+
+} // namespace server

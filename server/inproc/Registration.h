@@ -1,0 +1,31 @@
+#pragma once
+
+#include "server/inproc/ClassFactory.h"
+
+#include <span>
+
+#include <windows.h>
+
+namespace server {
+
+/// For whom classes are registered: everybody on the machine, which needs administrator rights, or the current user.
+enum class Scope { machine, user };
+
+/// What a library registers.
+struct Registrant {
+    std::span<const ClassEntry> classes;
+    /// The embedded type library, or null for none.
+    const GUID* typeLibrary = nullptr;
+    /// Name and version of the type library.
+    const wchar_t* typeLibraryName = nullptr;
+    const wchar_t* typeLibraryVersion = L"1.0";
+};
+
+/// Writes the library's classes and type library into the registry. Throws `host::Error` when a key cannot be written;
+/// what was written before is taken away again.
+void Register(const Registrant& registrant, Scope scope);
+
+/// Takes them away; what is not there is no error.
+void Unregister(const Registrant& registrant, Scope scope);
+
+} // namespace server
