@@ -12,7 +12,7 @@
 #include "refhost/eai/Login.h"
 #include "refhost/xml/Document.h"
 #include "refhost/xml/FileText.h"
-#include "tests/support/TestAccount.h"
+#include "tests/support/Import.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -55,13 +55,6 @@ std::string ExpectedResult(const fs::path& folder) {
     return document->Xml();
 }
 
-/// The lines that the class itself asked for.
-std::vector<std::string> OwnLines(const fs::path& path) {
-    std::vector<std::string> lines = test::ReadLines(path);
-    std::erase_if(lines, [](const std::string& line) { return line.find("\"host\":true") != std::string::npos; });
-    return lines;
-}
-
 /// The same account behind an ODBC driver.
 std::unique_ptr<refhost::Database> OpenThroughOdbc(const std::string& connectionString) {
     return refhost::OpenDatabase("Driver=" KOVRA_ODBC_DRIVER ";" + connectionString);
@@ -92,7 +85,7 @@ void Scenario::Check(const refhost::DatabaseOpener& opener) {
     }
 
     EXPECT_EQ(result, ExpectedResult(folder));
-    EXPECT_EQ(OwnLines("trace.jsonl"), test::ReadLines(folder / "expected.trace"));
+    EXPECT_EQ(test::OwnLines("trace.jsonl"), test::ReadLines(folder / "expected.trace"));
     if (fs::exists(folder / "check.sql")) {
         EXPECT_EQ(account.Rows(refhost::xml::ReadTextFile((folder / "check.sql").string())),
                   test::ReadLines(folder / "expected.rows"));

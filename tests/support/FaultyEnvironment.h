@@ -13,13 +13,13 @@ namespace test {
 /// by throwing. An empty hook does nothing.
 struct Faults {
     /// Before each statement, of a class or of a host component.
-    std::function<void(std::string_view sql)> statement;
+    std::function<void(std::string_view sql)> statement = {};
     /// Before "BeginTrans", "CommitTrans", "RollbackTrans".
-    std::function<void(std::string_view operation)> transaction;
+    std::function<void(std::string_view operation)> transaction = {};
     /// Before each operation of `EaiHelper`, by its name.
-    std::function<void(std::string_view operation)> eaiHelper;
+    std::function<void(std::string_view operation)> eaiHelper = {};
     /// Before a document is created.
-    std::function<void()> document;
+    std::function<void()> document = {};
 };
 
 /// The reference host with faults.
