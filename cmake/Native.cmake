@@ -22,9 +22,9 @@ kovra_library(refhost ModPub refhost-xml refhost-sql refhost-odbc refhost-eai re
 file(GLOB cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)
 list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp)
 add_library(cli STATIC ${cli_sources})
-target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost)
+target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost PRIVATE kovra_sanitize)
 add_executable(kovra cli/main.cpp)
-target_link_libraries(kovra PRIVATE cli CLI11::CLI11)
+target_link_libraries(kovra PRIVATE cli CLI11::CLI11 kovra_sanitize)
 target_compile_definitions(kovra PRIVATE KOVRA_VERSION="${PROJECT_VERSION}")
 set_target_properties(kovra PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 

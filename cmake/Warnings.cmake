@@ -12,7 +12,13 @@ else()
   endif()
 endif()
 if(KOVRA_SANITIZE)
-  target_compile_options(kovra_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                                               -fno-omit-frame-pointer)
   target_link_options(kovra_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# What the product is built with besides. The tests themselves are not instrumented: that would take most of the
+# build's time and watch nothing of ours.
+add_library(kovra_sanitize INTERFACE)
+if(KOVRA_SANITIZE)
+  target_compile_options(kovra_sanitize INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                  -fno-omit-frame-pointer)
 endif()
