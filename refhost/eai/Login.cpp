@@ -2,6 +2,7 @@
 
 #include "host/Environment.h"
 #include "host/Error.h"
+#include "refhost/Trace.h"
 #include "refhost/xml/Document.h"
 
 #include <array>
@@ -76,6 +77,7 @@ int Login::AccountingMonth() const { return Number("iMonth"); }
 int Login::StartPeriod() const { return Number("iStartPeriod"); }
 
 host::HostLogin::PeriodRange Login::PeriodDates(int period, int year) {
+    const HostCall call;
     if (!connection_) {
         auto connection = environment_.CreateConnection();
         connection->Open(ConnectionString(), "", "", host::command_option::unspecified);
