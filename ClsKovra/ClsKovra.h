@@ -1,11 +1,17 @@
 #pragma once
 
 #include "ModPub/ImportState.h"
+#include "ModPub/TransactFrame.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace kovra {
+
+struct Amounts;
+struct OpeningRow;
+struct Valuation;
 
 /// Imports opening balances into `Ia_subsidiary`: "ADD" and "EDIT" both append.
 class ClsKovra {
@@ -18,10 +24,32 @@ public:
     /// @return the result document or an error result. Never throws.
     std::string Transact(std::string_view sXml, host::HostLogin* login);
 
+    /// Whether a flag of an item is set, asked on the connection that `Transact` opened. An unknown item is shown to
+    /// the user in a message and counts as false.
+    /// @param cCode the item's code
+    /// @param cType a Boolean column of `Inventory`, for example "bInvBatch"
+    /// Throws 91 when there is no connection yet, 94 for a Null flag, and the database's error.
+    bool InvCodeIsTorF(const std::string& cCode, const std::string& cType);
+
 private:
-    void ImportRow(const host::DOMNode& row);
+    std::optional<ModPub::RequestError> RefusedLedger();
+    bool CheckLedgerState();
+    std::string LedgerFailure();
+
+    void ImportRow(const host::DOMNode& element);
+    bool CheckRowMasterData(const OpeningRow& row, Valuation& valuation);
+    std::string MasterDataFailure(const OpeningRow& row, Valuation& valuation);
+    bool CheckRowDates(const OpeningRow& row);
+    std::string_view DatesFailure(const OpeningRow& row);
+    bool WorkOutAmounts(const OpeningRow& row, Valuation& valuation, Amounts& amounts, std::string& message);
+    bool PlannedPriceByFreeItems(const OpeningRow& row, host::Value& plannedPrice);
+    void InsertOpeningRow(const OpeningRow& row, const Amounts& amounts);
+
+    const std::string& StartDate();
 
     ModPub::ImportState state_;
+    /// The module's start date "YYYY-MM-DD", asked of the login once a call; empty when the calendar lacks it.
+    std::optional<std::string> startDate_;
 };
 
 } // namespace kovra

@@ -1,6 +1,5 @@
 #include "ClsKovra/ClsKovra.h"
 #include "ModPub/ImportRows.h"
-#include "ModPub/TransactFrame.h"
 
 namespace kovra {
 
@@ -10,6 +9,7 @@ std::string ClsKovra::Transact(std::string_view sXml, host::HostLogin* login) {
     };
     return ModPub::RunTransact(state_,
                                {
+                                   .ledgerCheck = [this] { return RefusedLedger(); },
                                    .operations =
                                        {
                                            ModPub::RowsOperation(state_, "ADD", importRows),
@@ -19,8 +19,13 @@ std::string ClsKovra::Transact(std::string_view sXml, host::HostLogin* login) {
                                sXml, login);
 }
 
-void ClsKovra::ImportRow(const host::DOMNode&) {
-    throw host::Error(host::error_number::unspecified, "Rows are not imported yet.");
+std::optional<ModPub::RequestError> ClsKovra::RefusedLedger() {
+    if (!CheckLedgerState()) {
+        return std::nullopt;
+    }
+    const host::DOMNodePtr root = state_.resultDocument->DocumentElement();
+    const host::DOMNodePtr item = root ? root->SelectSingleNode("item") : nullptr;
+    return ModPub::RequestError{"101", state_.environment.GetEaiHelper().GetAttr(item.get(), "dsc")};
 }
 
 } // namespace kovra

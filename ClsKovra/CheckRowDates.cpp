@@ -1,0 +1,103 @@
+#include "ClsKovra/ClsKovra.h"
+#include "ClsKovra/OpeningRow.h"
+#include "ClsKovra/PassesCheck.h"
+#include "ModPub/Conversions.h"
+
+#include <array>
+#include <cstddef>
+
+namespace kovra {
+namespace {
+
+/// A field that holds a date, with what is said of a text that is none and of a date that is too early.
+struct DateField {
+    std::string_view name;
+    std::string_view notDate;
+    std::string_view tooEarly;
+};
+
+constexpr DateField dVouDate{"dVouDate", "入库日期日期不合法！", "入库日期日期输入不合法"};
+
+constexpr std::array definedDates = {
+    DateField{"cDefine4", "表头自定义项4日期不合法！", "表头自定义项4日期输入不合法"},
+    DateField{"cDefine6", "表头自定义项6日期不合法！", "表头自定义项6日期输入不合法"},
+    // Users know these two as body items 15 and 16.
+    DateField{"cDefine36", "表体自定义项15日期不合法！", "表体自定义项15日期输入不合法"},
+    DateField{"cDefine37", "表体自定义项16日期不合法！", "表体自定义项16日期输入不合法"},
+};
+
+constexpr DateField dMadeDate{"dMadeDate", "生产日期不合法！", "生产日期输入不合法"};
+constexpr DateField dVDate{"dVDate", "失效日期不合法！", "失效日期输入不合法"};
+
+constexpr std::size_t maxBatchLength = 60;
+
+std::string_view DateFailure(const DateField& field, const std::string& text) {
+    if (!ModPub::IsDate(text)) {
+        return field.notDate;
+    }
+    return ModPub::FormatDate(text) <= "1949-01-01" ? field.tooEarly : std::string_view();
+}
+
+/// The message about the production and expiry dates of an item that is managed by shelf life, or the empty text.
+std::string_view ShelfLifeFailure(const std::string& made, const std::string& expires) {
+    // One date alone passes unchecked: requests carry it so.
+    if (made.empty() || expires.empty()) {
+        return {};
+    }
+    if (const std::string_view message = DateFailure(dMadeDate, made); !message.empty()) {
+        return message;
+    }
+    if (const std::string_view message = DateFailure(dVDate, expires); !message.empty()) {
+        return message;
+    }
+    return ModPub::FormatDate(expires) <= ModPub::FormatDate(made) ? "生产日期大于失效日期" : std::string_view();
+}
+
+} // namespace
+
+bool ClsKovra::CheckRowDates(const OpeningRow& row) {
+    return PassesCheck(state_, row.key, [&] { return std::string(DatesFailure(row)); });
+}
+
+std::string_view ClsKovra::DatesFailure(const OpeningRow& row) {
+    if (const std::string vouDate = row.Field(dVouDate.name); !vouDate.empty()) {
+        if (const std::string_view message = DateFailure(dVouDate, vouDate); !message.empty()) {
+            return message;
+        }
+        if (ModPub::FormatDate(vouDate) >= StartDate()) {
+            return "入库日期必须小于本系统启用日期！";
+        }
+    }
+    for (const DateField& field : definedDates) {
+        if (const std::string text = row.Field(field.name); !text.empty()) {
+            if (const std::string_view message = DateFailure(field, text); !message.empty()) {
+                return message;
+            }
+        }
+    }
+    if (!row.cBatchCode.empty()) {
+        if (!InvCodeIsTorF(row.cInvCode, "bInvBatch")) {
+            return "不是批次管理的存货！";
+        }
+        if (ModPub::Utf16Length(row.cBatchCode) > maxBatchLength) {
+            return "批次超长！";
+        }
+    }
+    const std::string made = row.Field(dMadeDate.name);
+    const std::string expires = row.Field(dVDate.name);
+    if (InvCodeIsTorF(row.cInvCode, "bInvQuality")) {
+        return ShelfLifeFailure(made, expires);
+    }
+    return made.empty() && expires.empty() ? std::string_view() : "不是保质期管理的存货";
+}
+
+const std::string& ClsKovra::StartDate() {
+    if (!startDate_) {
+        host::HostLogin& login = *state_.login;
+        startDate_ =
+            ModPub::FormatDate(login.PeriodDates(login.StartPeriod(), ModPub::ToInt32(login.LoginYear())).first);
+    }
+    return *startDate_;
+}
+
+} // namespace kovra

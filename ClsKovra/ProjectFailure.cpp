@@ -1,0 +1,43 @@
+#include "ClsKovra/ProjectFailure.h"
+
+#include "ClsKovra/SetChildText.h"
+#include "ModPub/Conversions.h"
+#include "ModPub/FirstRow.h"
+
+namespace kovra {
+namespace {
+
+std::string ProjectStatement(const std::string& table, const std::string& cItemCode) {
+    if (ModPub::LowerCase(table) == "inventory") {
+        return "Select cInvCode ,cInvName from " + table + " Where cInvCode ='" + cItemCode + "' ";
+    }
+    return "Select cItemCode,cItemName from " + table + " Where cItemCode ='" + cItemCode + "' ";
+}
+
+} // namespace
+
+std::string ProjectFailure(ModPub::ImportState& state, const OpeningRow& row) {
+    const std::string cItem_class = row.Field("cItem_class");
+    const std::string cItemCode = row.Field("cItemCode");
+    if (cItem_class.empty()) {
+        return cItemCode.empty() ? "" : "没有录入项目大类。";
+    }
+    if (cItemCode.empty()) {
+        return "没有录入项目。";
+    }
+    const auto projectClass = ModPub::FirstRow<3>(state, "Select citem_class,citem_name,ctable from fitem "
+                                                         " Where citem_class='" +
+                                                             cItem_class + "' ");
+    if (!projectClass) {
+        return "项目大类不合法。";
+    }
+    SetChildText(row.element, "cItemCName", ModPub::ToText((*projectClass)[1]));
+    const auto project = ModPub::FirstRow<2>(state, ProjectStatement(ModPub::ToText((*projectClass)[2]), cItemCode));
+    if (!project) {
+        return "项目不合法。";
+    }
+    SetChildText(row.element, "cName", ModPub::ToText((*project)[1]));
+    return {};
+}
+
+} // namespace kovra

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "ClsKovra/OpeningRow.h"
+#include "ModPub/ImportState.h"
+
+#include <string>
+
+namespace kovra {
+
+/// The message about the row's project class and project, or the empty text. Their names are written into the row's
+/// children cItemCName and cName. Throws 91 when the row lacks one of these, and the database's error.
+std::string ProjectFailure(ModPub::ImportState& state, const OpeningRow& row);
+
+} // namespace kovra

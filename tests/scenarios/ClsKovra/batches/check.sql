@@ -1,0 +1,1 @@
+SELECT cWhCode, cBatchIA FROM Ia_subsidiary ORDER BY AutoID

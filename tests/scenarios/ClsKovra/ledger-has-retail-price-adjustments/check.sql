@@ -1,0 +1,1 @@
+SELECT AutoID FROM Ia_subsidiary WHERE cBusType = 'EAI'

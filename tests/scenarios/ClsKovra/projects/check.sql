@@ -1,0 +1,1 @@
+SELECT cItem_class, cItemCode, cItemCName, cName FROM Ia_subsidiary ORDER BY AutoID

@@ -1,0 +1,1 @@
+SELECT dMadeDateIA, dVDateIA FROM Ia_subsidiary ORDER BY AutoID
