@@ -1,4 +1,6 @@
 #include "ClsInvSubject/ClsInvSubject.h"
+#include "ClsOppSubject/ClsOppSubject.h"
+#include "ClsOppSubjectST/ClsOppSubjectST.h"
 #include "refhost/Connection.h"
 #include "refhost/Environment.h"
 #include "refhost/account/Account.h"
@@ -22,18 +24,34 @@ std::string Item(const std::string& key, const std::string& code, const std::str
     return "<item key=\"" + key + "\" code=\"" + code + "\" dsc=\"" + description + "\"/>";
 }
 
-TEST(Examples, InventorySettingsFitTheDemonstrationCompany) {
-    const test::TemporaryFolder folder;
-    std::string loginXml = Example("login.xml");
-    const std::string file = "demo.db";
-    loginXml.replace(loginXml.find(file), file.size(), (folder.path() / file).string());
+/// The demonstration company in a file of its own, under the login of the examples.
+class Examples : public testing::Test {
+protected:
+    Examples() {
+        connection.Open(login.ConnectionString(), "", "", host::command_option::unspecified);
+        CreateAccount(connection, login.AccountId(), true);
+    }
 
+    template <class Class> std::string Run(const std::string& request) {
+        return Class(environment).Transact(Example(request), &login);
+    }
+
+    std::size_t Count(std::string_view sql) { return connection.database().Query(sql).rowCount; }
+
+private:
+    std::string LoginXml() const {
+        std::string xml = Example("login.xml");
+        const std::string file = "demo.db";
+        return xml.replace(xml.find(file), file.size(), (folder.path() / file).string());
+    }
+
+    test::TemporaryFolder folder;
     Environment environment;
-    Login login(loginXml, environment);
-    Connection connection(nullptr, OpenOrCreate());
-    connection.Open(login.ConnectionString(), "", "", host::command_option::unspecified);
-    CreateAccount(connection, login.AccountId(), true);
+    Login login{LoginXml(), environment};
+    Connection connection{nullptr, OpenOrCreate()};
+};
 
+TEST_F(Examples, InventorySettingsFitTheDemonstrationCompany) {
     const std::string noAccount = "存货科目编码、差异科目编码、分期收款发出商品科目编码、委托代销发出商品科目编码、"
                                   "直运科目编码五项必须输入其中之一。";
     const std::string expected =
@@ -51,8 +69,46 @@ TEST(Examples, InventorySettingsFitTheDemonstrationCompany) {
         Item("仓库编码：02， ， ", "101", "分期收款发出商品科目编码不合法。") +
         Item("仓库编码：02， ， ", "101", "委托代销发出商品科目编码不合法。") +
         Item("仓库编码：02， ， ", "101", "直运科目编码不合法。") + "</qxinterface>";
-    EXPECT_EQ(kovra::ClsInvSubject(environment).Transact(Example("inventory-settings.xml"), &login), expected);
-    EXPECT_EQ(connection.database().Query("select AutoID from IA_HeadSet where iYear = 2024").rowCount, 5U);
+    EXPECT_EQ(Run<kovra::ClsInvSubject>("inventory-settings.xml"), expected);
+    EXPECT_EQ(Count("select AutoID from IA_HeadSet where iYear = 2024"), 5U);
+}
+
+TEST_F(Examples, OppositeSettingsFitTheDemonstrationCompany) {
+    const std::string expected =
+        "<qxinterface docid=\"opposite-2024-01\" proc=\"ADD\">" + Item("收发类别编码：101， ， ， ， ， ", "0", "ok") +
+        Item("收发类别编码：201， 存货分类编码：01， ， 部门编码：0201， ， ", "0", "ok") +
+        Item("收发类别编码：203， ， 存货编码：1007， ， ， ", "0", "ok") +
+        Item("部门编码：05， 项目大类编码：97， 项目编码：RD01", "0", "ok") +
+        Item("收发类别编码：101， ， ， ， ， ", "101", "对照关系已经存在，无法插入新记录。") +
+        Item("收发类别编码：101， ， ， ， ， ", "0", "ok") +
+        Item("", "101",
+             "收发类别编码、存货分类编码、存货编码、部门编码四项必须输入其中之一。"
+             "对方科目编码、暂估科目编码两项必须输入其中之一。") +
+        Item("存货编码：9999， ， ， ", "101", "存货编码不合法。") +
+        Item("存货编码：9001， ， ， ", "101", "存货编码不合法。") +
+        Item("存货分类编码：99， ， ， ， ", "101", "存货分类编码不合法。") +
+        Item("收发类别编码：999， ， ， ， ， ", "101", "收发类别编码不合法。") +
+        Item("部门编码：99， ， ", "101", "部门编码不合法。") +
+        Item("部门编码：05， ， ", "101", "没有录入项目大类。") + Item("部门编码：05， ， ", "101", "没有录入项目。") +
+        Item("部门编码：05， ， ", "101", "项目名称不符。") +
+        Item("收发类别编码：202， ， ， ， ， ", "101", "对方科目编码不合法。") +
+        Item("收发类别编码：202， ， ， ， ， ", "101", "暂估科目编码不合法。") + "</qxinterface>";
+    EXPECT_EQ(Run<kovra::ClsOppSubject>("opposite-settings.xml"), expected);
+    EXPECT_EQ(Count("select AutoID from IA_OppHead where iYear = 2024"), 4U);
+}
+
+TEST_F(Examples, StandardCostSettingsFitTheDemonstrationCompany) {
+    const std::string expected = "<qxinterface docid=\"standard-2024-01\" proc=\"ADD\">" +
+                                 Item("收发类别编码：102， 存货分类编码：03， 部门编码：0201", "0", "ok") +
+                                 Item("收发类别编码：103， ， ", "0", "ok") +
+                                 Item("收发类别编码：103， ， ", "101", "对照关系已经存在，无法插入新记录。") +
+                                 Item("收发类别编码：103， ， ", "0", "ok") +
+                                 Item("", "101", "收发类别编码、存货分类编码、部门编码三项必须输入其中之一。") +
+                                 Item("收发类别编码：1， ， ", "101", "收发类别编码不合法。") +
+                                 Item("部门编码：02", "101", "部门编码不合法。") +
+                                 Item("部门编码：0202", "101", "委外加工费差异对方科目编码不合法。") + "</qxinterface>";
+    EXPECT_EQ(Run<kovra::ClsOppSubjectST>("standard-cost-settings.xml"), expected);
+    EXPECT_EQ(Count("select AutoID from IA_OppHead where cOTaxRefundCode = N'222101'"), 1U);
 }
 
 } // namespace
