@@ -44,6 +44,23 @@ bool Contains(const Type& to, const Type& from) {
     }
 }
 
+/// The terms joined by AND or OR. Long chains become a tree, because SQLite bounds the depth of expressions.
+std::string JoinTerms(const std::vector<std::string>& terms, std::size_t first, std::size_t last,
+                      std::string_view connective) {
+    constexpr std::size_t longest = 64;
+    if (last - first > longest) {
+        const std::size_t middle = first + (last - first) / 2;
+        return fmt::format("({}{}{})", JoinTerms(terms, first, middle, connective), connective,
+                           JoinTerms(terms, middle, last, connective));
+    }
+    std::string text = "(";
+    for (std::size_t i = first; i < last; ++i) {
+        text += i > first ? connective : std::string_view();
+        text += terms[i];
+    }
+    return text + ")";
+}
+
 } // namespace
 
 std::string Binder::Parameter(const Slot& slot) {
@@ -425,14 +442,11 @@ std::string Binder::BindCondition(const Expression& expression, bool topLevel) {
     case Node::conjunction:
     case Node::disjunction: {
         const bool all = expression.node == Node::conjunction;
-        std::string text = "(";
+        std::vector<std::string> terms;
         for (const ExpressionPtr& term : expression.arguments) {
-            if (text.size() > 1) {
-                text += all ? " AND " : " OR ";
-            }
-            text += BindCondition(*term, topLevel && all);
+            terms.push_back(BindCondition(*term, topLevel && all));
         }
-        return text + ")";
+        return JoinTerms(terms, 0, terms.size(), all ? " AND " : " OR ");
     }
     case Node::negation:
         return "(NOT " + BindCondition(*expression.arguments[0], false) + ")";
@@ -460,13 +474,20 @@ std::string Binder::BindCondition(const Expression& expression, bool topLevel) {
 std::string Binder::BindCompare(const Expression& expression, bool topLevel) {
     Bound left = BindValue(*expression.arguments[0]);
     Bound right = BindValue(*expression.arguments[1]);
-    const bool rightLiteral = right.kind == Bound::Kind::literal;
     const Family family = Unify({&left, &right});
-    std::string text = fmt::format("({} {} {}", Collated(left), expression.text, right.text);
-    if (topLevel && family == Family::text && expression.text == "=" && rightLiteral &&
-        left.kind == Bound::Kind::column && left.column != nullptr && left.column->blankIndex) {
-        // It follows from the comparison, and lets SQLite use the index over isnull(column, '') for this column too.
-        text += fmt::format(" AND ifnull({}, '') COLLATE {} = {}", left.text, textCollation, right.text);
+    const std::string_view operation = expression.text;
+    const auto indexed = [&](const Bound& value) {
+        return topLevel && family == Family::text && operation != "<>" && value.kind == Bound::Kind::column &&
+               value.column != nullptr && value.column->blankIndex;
+    };
+    std::string text = fmt::format("({} {} {}", Collated(left), operation, right.text);
+    if (indexed(left) || indexed(right)) {
+        // The column is indexed as isnull(column, ''), see Definer::MakeIndex. That the same holds for this expression
+        // follows from the comparison, and tells SQLite of the index.
+        const auto blank = [&](const Bound& value) {
+            return indexed(value) ? fmt::format("ifnull({}, '')", value.text) : value.text;
+        };
+        text += fmt::format(" AND {} COLLATE {} {} {}", blank(left), textCollation, operation, blank(right));
     }
     return text + ")";
 }

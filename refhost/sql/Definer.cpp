@@ -245,15 +245,18 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
                  table.name, name);
         }
     };
-    make("", plain, unique, "");
+    if (unique || blankColumns.empty()) {
+        make("", plain, unique, "");
+    }
     if (unique && !anyNull.empty()) {
         // To SQL Server one Null equals another here; to SQLite no two do.
         make("|null", nulls, true, " WHERE " + anyNull);
     }
     if (!blankColumns.empty()) {
-        // A setting's key is sought by isnull(column, N'') = N'…'. The index over that very expression keeps the
-        // search from reading the whole table for each row of a request.
-        make("|blank", blank, false, "");
+        // A setting's key is sought by isnull(column, N'') = N'…' where the request leaves it empty, and by the column
+        // where it does not. An index over the former serves both (see Binder::BindCompare), and keeps the search from
+        // reading the whole table for each row of a request.
+        make(unique ? "|blank" : "", blank, false, "");
         for (const std::string& column : blankColumns) {
             catalog_.SetBlankIndex(table.schema, table.id, column);
         }

@@ -198,7 +198,7 @@ std::string Binder::BindSource(const Source& source, bool outerSide) {
     const std::string right = BindSource(*source.right, outerSide || rightOuter);
     text += source.right->left ? "(" + right + ")" : right;
     if (source.on) {
-        text += " ON " + BindCondition(*source.on, false);
+        text += " ON " + BindCondition(*source.on, true);
     }
     return text;
 }
