@@ -227,7 +227,7 @@ Plan Binder::BindUpdate(const Update& update) {
         AddTable(table, {}, false);
     } else {
         from = BindFrom(update.from);
-        // The target is one of the tables of the FROM clause, by alias or by name, or else stands by itself.
+        // The target is one of the tables of the FROM clause, by alias or by name, or else joins them.
         for (const ScopeSource& source : scope.sources) {
             if (source.table && (EqualNames(source.alias, update.target.Last()) ||
                                  EqualNames(source.tableName, update.target.Last()))) {
@@ -238,6 +238,8 @@ Plan Binder::BindUpdate(const Update& update) {
         }
         if (!table) {
             table = WritableTable(update.target);
+            joined = AddTable(table, {}, false).sqlName;
+            from += fmt::format(", {} AS {}", table->source, joined);
         } else if (table->view) {
             WritableTable({{table->name}});
         }
@@ -245,7 +247,7 @@ Plan Binder::BindUpdate(const Update& update) {
     std::string text = fmt::format("UPDATE {} AS {} SET ", table->source,
                                    from.empty() ? scope.sources.front().sqlName : "target");
     // With a FROM clause the new values are columns of a query that also tells the row they belong to.
-    std::string query = joined.empty() ? "SELECT 0 AS id" : fmt::format("SELECT {}.rowid AS id", joined);
+    std::string query = fmt::format("SELECT {}.rowid AS id", joined);
     std::vector<int> assigned;
     for (const Assignment& assignment : update.assignments) {
         const int position = table->Find(assignment.column);
@@ -279,7 +281,7 @@ Plan Binder::BindUpdate(const Update& update) {
         if (update.where) {
             query += " WHERE " + BindCondition(*update.where, false);
         }
-        text += fmt::format(" FROM ({}) AS s WHERE {}", query, joined.empty() ? "1" : "target.rowid = s.id");
+        text += fmt::format(" FROM ({}) AS s WHERE target.rowid = s.id", query);
     } else if (update.where) {
         text += " WHERE " + BindCondition(*update.where, true);
     }
