@@ -7,6 +7,8 @@
 #include "refhost/eai/EaiXmlConverter.h"
 #include "refhost/ia/IaVoucherService.h"
 #include "refhost/ia/ProvisionPreCheck.h"
+#include "refhost/ia/RsXmlHelper.h"
+#include "refhost/ia/ZendaT.h"
 #include "refhost/xml/Document.h"
 #include "refhost/xml/FileText.h"
 
@@ -50,7 +52,12 @@ host::EaiHelper& Environment::GetEaiHelper() {
     return *eaiHelper_;
 }
 
-host::RsXmlHelper& Environment::GetRsXmlHelper() { ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject); }
+host::RsXmlHelper& Environment::GetRsXmlHelper() {
+    if (!rsXmlHelper_) {
+        rsXmlHelper_ = std::make_unique<RsXmlHelper>(*this);
+    }
+    return *rsXmlHelper_;
+}
 
 std::unique_ptr<host::EaiXmlConverter> Environment::CreateEaiXmlConverter() {
     return std::make_unique<EaiXmlConverter>(*this, mappings_);
@@ -64,9 +71,7 @@ std::unique_ptr<host::ProvisionPreCheck> Environment::CreateProvisionPreCheck() 
     return std::make_unique<ProvisionPreCheck>(*this, componentConnection_);
 }
 
-std::unique_ptr<host::ZendaT> Environment::CreateZendaT() {
-    ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject);
-}
+std::unique_ptr<host::ZendaT> Environment::CreateZendaT() { return std::make_unique<ZendaT>(*this); }
 
 void Environment::ShowMessage(std::string_view text) {
     std::fprintf(stderr, "%.*s\n", static_cast<int>(text.size()), text.data());
