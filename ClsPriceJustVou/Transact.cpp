@@ -1,13 +1,10 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
-#include "ModPub/ImportRows.h"
 #include "ModPub/TransactFrame.h"
 
 namespace kovra {
 
 std::string ClsPriceJustVou::Transact(std::string_view sXml, host::HostLogin* login) {
-    const auto importRows = [this](const host::DOMNodeList& rows) {
-        return ModPub::ImportRows(state_, rows, [this](const host::DOMNode& row) { ImportRow(row); });
-    };
+    const auto importVouchers = [this](const host::DOMNodeList& documents) { return ImportVouchers(documents); };
     return ModPub::RunTransact(
         state_,
         {
@@ -15,20 +12,18 @@ std::string ClsPriceJustVou::Transact(std::string_view sXml, host::HostLogin* lo
                       .noRoot = "qxinterface节点不存在",
                       .unsupported = "本模块暂不提供此功能"},
             .testsRootFirst = true,
+            .beforeConnection =
+                [this] { voucherContext_ = state_.environment.CreateIaVoucherService()->Context(*state_.login); },
             .connectionString = [this] { return state_.login->ConnectionString(); },
             .operations =
                 {
-                    ModPub::RowsOperation(state_, "ADD", importRows),
+                    ModPub::RowsOperation(state_, "ADD", importVouchers),
                     // The upper-cased operation never equals "Edit": callers know that "EDIT" gets 710.
-                    ModPub::RowsOperation(state_, "Edit", importRows),
+                    ModPub::RowsOperation(state_, "Edit", importVouchers),
                     {"EMPTY", [](const host::DOMNode&) { return std::string(); }},
                 },
         },
         sXml, login);
-}
-
-void ClsPriceJustVou::ImportRow(const host::DOMNode&) {
-    throw host::Error(host::error_number::unspecified, "Rows are not imported yet.");
 }
 
 } // namespace kovra

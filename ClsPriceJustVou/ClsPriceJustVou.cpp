@@ -1,0 +1,21 @@
+#include "ClsPriceJustVou/ClsPriceJustVou.h"
+
+namespace kovra {
+
+ClsPriceJustVou::ClsPriceJustVou(host::Environment& environment) : state_(environment) {
+    companion_ = environment.CreateZendaT();
+    voucherRecordset_ = environment.CreateRecordset();
+}
+
+ClsPriceJustVou::~ClsPriceJustVou() {
+    companion_.reset();
+    try {
+        if (voucherRecordset_->IsOpen()) {
+            voucherRecordset_->Close();
+        }
+    } catch (...) {
+        // Nobody is left to hear of it.
+    }
+}
+
+} // namespace kovra
