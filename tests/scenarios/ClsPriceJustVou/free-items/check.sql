@@ -1,0 +1,1 @@
+SELECT B.cWhCode, B.cFree1, B.iQuantity, B.iMoney, B.iCJVBCost, B.iCJVACost, B.iAdjustMoney, P.fInvRCost, I.iInvRCost, H.cMaker FROM CostJustVouch H INNER JOIN CostJustVouchs B ON B.ID = H.ID INNER JOIN inventory I ON I.cInvCode = B.cInvCode INNER JOIN InvCheckFreeIA870 P ON P.cInvCode = B.cInvCode AND P.cFree1 = B.cFree1 ORDER BY B.AutoID

@@ -1,0 +1,1 @@
+SELECT H.cCode, H.cMaker, H.cAccounter, H.cMemo, H.VT_ID, H.VouchType, B.cWhCode, B.cInvCode, B.iQuantity, B.iMoney, B.iCJVBCost, B.iCJVACost, B.iAdjustMoney, I.iInvRCost FROM CostJustVouch H INNER JOIN CostJustVouchs B ON B.ID = H.ID INNER JOIN inventory I ON I.cInvCode = B.cInvCode ORDER BY B.AutoID
