@@ -4,6 +4,7 @@
 #include "refhost/Environment.h"
 #include "refhost/account/Account.h"
 #include "refhost/eai/Login.h"
+#include "refhost/odbc/SystemDatabase.h"
 #include "refhost/xml/FileText.h"
 
 namespace cli {
@@ -12,7 +13,11 @@ int RunAccountCreate(const AccountArguments& arguments) {
     refhost::Environment environment;
     const refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
     refhost::Connection connection(nullptr, refhost::OpenOrCreate());
-    connection.Open(ModPub::ToText(login.Member("QxDbName")), "", "", host::command_option::unspecified);
+    const std::string connectionString = ModPub::ToText(login.Member("QxDbName"));
+    connection.Open(connectionString, "", "", host::command_option::unspecified);
+    if (refhost::IsOdbc(connectionString)) {
+        refhost::odbc::EnsureSystemDatabase(connection, *environment.CreateRecordset());
+    }
     refhost::CreateAccount(connection, login.AccountId(), arguments.demo);
     return exit_status::done;
 }

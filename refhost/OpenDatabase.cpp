@@ -8,8 +8,12 @@
 
 namespace refhost {
 
+bool IsOdbc(std::string_view connectionString) {
+    return ConnectionStringValue(connectionString, "Driver") || ConnectionStringValue(connectionString, "DSN");
+}
+
 std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, OpenMode mode) {
-    if (ConnectionStringValue(connectionString, "Driver") || ConnectionStringValue(connectionString, "DSN")) {
+    if (IsOdbc(connectionString)) {
         return odbc::OpenOdbc(connectionString);
     }
     const auto provider = ConnectionStringValue(connectionString, "Provider");

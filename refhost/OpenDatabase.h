@@ -5,11 +5,15 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace refhost {
 
 /// Whether a database that is not there is created.
 enum class OpenMode { existing, create };
+
+/// Whether `connectionString` names a database behind ODBC: it has a `Driver` or `DSN`.
+bool IsOdbc(std::string_view connectionString);
 
 /// Opens the account database that `connectionString` names: the embedded one for "Provider=KovraAccount", SQL Server
 /// through ODBC for a text with `Driver` or `DSN`. Throws 3706 for any other text, else the database's error.
