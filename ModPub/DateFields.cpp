@@ -71,13 +71,20 @@ private:
         case '\n':
         case '\v':
         case '\f':
-        case '\r': rest_.remove_prefix(1); return true;
+        case '\r':
+            rest_.remove_prefix(1);
+            return true;
         case ':':
-        case '.': return TakeTimeSeparator();
+        case '.':
+            return TakeTimeSeparator();
         case '-':
-        case '/': return TakeDateSeparator();
-        case ',': rest_.remove_prefix(1); return !rest_.empty();
-        default: return ReadChinese();
+        case '/':
+            return TakeDateSeparator();
+        case ',':
+            rest_.remove_prefix(1);
+            return !rest_.empty();
+        default:
+            return ReadChinese();
         }
     }
 
@@ -89,7 +96,7 @@ private:
                 value = value * 10 + (rest_.front() - '0');
             rest_.remove_prefix(1);
         }
-        return Add({value, false});
+        return Add({value, DateUnit::unknown});
     }
 
     bool Add(DateField date) {
@@ -139,7 +146,7 @@ private:
         rest_.remove_prefix(length);
         for (std::size_t i = 0; i < englishMonths.size(); ++i) {
             if (IsNameOf(word, englishMonths[i]))
-                return Add({static_cast<int>(i) + 1, true});
+                return Add({static_cast<int>(i) + 1, DateUnit::month});
         }
         for (const std::string_view day : englishDays) {
             if (IsNameOf(word, day))
@@ -155,11 +162,15 @@ private:
     bool ReadChinese() {
         if (TakeText("\u3000")) // the full-width blank
             return true;
-        if (TakeText("年") || TakeText("月") || TakeText("日"))
-            return count_ > 0 && !separatorPending_;
+        if (TakeText("年"))
+            return SetUnit(DateUnit::year);
+        if (TakeText("月"))
+            return SetUnit(DateUnit::month);
+        if (TakeText("日"))
+            return SetUnit(DateUnit::day);
         for (std::size_t i = 0; i < chineseMonths.size(); ++i) {
             if (TakeText(chineseMonths[i]))
-                return Add({static_cast<int>(i) + 1, true});
+                return Add({static_cast<int>(i) + 1, DateUnit::month});
         }
         for (const std::string_view day : chineseDays) {
             if (TakeText(day))
@@ -170,6 +181,14 @@ private:
         if (TakeText("下午"))
             return MarkChineseHalfDay(HalfDay::afternoon);
         return false;
+    }
+
+    /// Says what the field just read stands for.
+    bool SetUnit(DateUnit unit) {
+        if (count_ == 0 || separatorPending_ || fields_[count_ - 1].date.unit != DateUnit::unknown)
+            return false;
+        fields_[count_ - 1].date.unit = unit;
+        return true;
     }
 
     /// Marks the field just read.
@@ -210,7 +229,7 @@ private:
         result.halfDay = halfDay_;
         for (std::size_t i = 0; i < count_; ++i) {
             const bool isTime = i >= begin && i < end;
-            if (isTime && fields_[i].date.isMonthName)
+            if (isTime && fields_[i].date.unit != DateUnit::unknown)
                 return std::nullopt;
             if (isTime) {
                 result.time[i - begin] = fields_[i].date.value;

@@ -7,15 +7,23 @@
 
 namespace ModPub {
 
+/// What a number of a date stands for.
+enum class DateUnit { unknown, year, month, day };
+
 /// A number of a date, or a month given by its name.
 struct DateField {
     int value = 0;
-    bool isMonthName = false;
+    /// Known of a month's name and of a number that 年, 月 or 日 follows.
+    DateUnit unit = DateUnit::unknown;
+
+    /// Whether the field can stand for `wanted`.
+    bool CanBe(DateUnit wanted) const noexcept { return unit == DateUnit::unknown || unit == wanted; }
 };
 
 enum class HalfDay { none, morning, afternoon };
 
-/// The numbers that a date's text is made of, sorted into date and time but not yet into year, month and day.
+/// The numbers that a date's text is made of, sorted into date and time but not yet into year, month and
+/// day.
 struct DateFields {
     /// Two or three numbers, or none for a time alone.
     std::array<DateField, 3> date{};

@@ -4,8 +4,11 @@
 #include "ModPub/Numbers.h"
 #include "ModPub/RuntimeErrors.h"
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
+#include <span>
 
 namespace ModPub {
 
@@ -28,35 +31,34 @@ int CurrentYear() {
 /// A year as written; one of two digits lies between 1930 and 2029.
 int FullYear(int year) { return year < 30 ? 2000 + year : year < 100 ? 1900 + year : year; }
 
-bool SetDay(DateParts& parts, int year, int month, int day) {
-    if (month < 1 || month > 12 || day < 1 || day > DaysInMonth(FullYear(year), month))
-        return false;
-    parts.year = FullYear(year);
-    parts.month = month;
-    parts.day = day;
-    return true;
+/// Units in the order of a date's numbers.
+using Order = std::array<DateUnit, 3>;
+
+using enum DateUnit;
+// The locale's own order first, then the ones that are tried when it gives no day.
+constexpr Order ordersOfThree[] = {{year, month, day}, {month, day, year}, {year, day, month}, {day, month, year}};
+constexpr Order ordersOfTwo[] = {{month, day}, {day, month}, {year, month}, {month, year}};
+
+/// Reads the date's numbers in `order`; a unit that no number stands for is this year or the first day.
+bool SetDay(DateParts& parts, const DateFields& fields, const Order& order) {
+    std::optional<int> units[4];
+    for (std::size_t i = 0; i < fields.dateCount; ++i) {
+        if (!fields.date[i].CanBe(order[i]))
+            return false;
+        units[static_cast<std::size_t>(order[i])] = fields.date[i].value;
+    }
+    const auto unit = [&](DateUnit wanted) { return units[static_cast<std::size_t>(wanted)]; };
+    parts.year = unit(year) ? FullYear(*unit(year)) : CurrentYear();
+    parts.month = unit(month).value_or(0);
+    parts.day = unit(day).value_or(1);
+    return parts.month >= 1 && parts.month <= 12 && parts.day >= 1 && parts.day <= DaysInMonth(parts.year, parts.month);
 }
 
-/// Three numbers in the orders that are tried one after the other.
-bool SetDay(DateParts& parts, const DateField& a, const DateField& b, const DateField& c) {
-    if (a.isMonthName)
-        return SetDay(parts, c.value, a.value, b.value);
-    if (b.isMonthName)
-        return SetDay(parts, a.value, b.value, c.value) || SetDay(parts, c.value, b.value, a.value);
-    if (c.isMonthName)
-        return SetDay(parts, a.value, c.value, b.value);
-    return SetDay(parts, a.value, b.value, c.value) || SetDay(parts, c.value, a.value, b.value) ||
-           SetDay(parts, a.value, c.value, b.value) || SetDay(parts, c.value, b.value, a.value);
-}
-
-/// Two numbers: month and day of this year, or year and month.
-bool SetDay(DateParts& parts, const DateField& a, const DateField& b) {
-    const int year = CurrentYear();
-    if (!b.isMonthName && SetDay(parts, year, a.value, b.value))
+bool SetDay(DateParts& parts, const DateFields& fields) {
+    if (fields.dateCount == 0)
         return true;
-    if (!a.isMonthName && SetDay(parts, year, b.value, a.value))
-        return true;
-    return SetDay(parts, a.value, b.value, 1) || SetDay(parts, b.value, a.value, 1);
+    const std::span<const Order> orders = fields.dateCount == 2 ? std::span(ordersOfTwo) : std::span(ordersOfThree);
+    return std::ranges::any_of(orders, [&](const Order& order) { return SetDay(parts, fields, order); });
 }
 
 bool SetTime(DateParts& parts, const DateFields& fields) {
@@ -135,12 +137,7 @@ std::optional<host::Date> ParseDate(std::string_view text) {
     if (!fields)
         return std::nullopt;
     DateParts parts;
-    bool isDay = fields->dateCount == 0;
-    if (fields->dateCount == 2)
-        isDay = SetDay(parts, fields->date[0], fields->date[1]);
-    else if (fields->dateCount == 3)
-        isDay = SetDay(parts, fields->date[0], fields->date[1], fields->date[2]);
-    if (!isDay || !SetTime(parts, *fields))
+    if (!SetDay(parts, *fields) || !SetTime(parts, *fields))
         return std::nullopt;
     return MakeDate(parts);
 }

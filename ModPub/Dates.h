@@ -31,11 +31,12 @@ std::optional<host::Date> MakeDate(const DateParts& parts) noexcept;
 std::optional<DateParts> SplitDate(host::Date date) noexcept;
 
 /// The date that `text` writes, or nothing when it is no date.
-/// Two or three numbers are separated by "-", "/", blanks, commas or 年, 月, 日 and read in the order year, month, day;
+/// Two or three numbers are separated by "-", "/", blanks, commas and read in the order year, month, day;
 /// where that gives no day, in the order month-day-year, year-day-month, day-month-year. Two numbers are a month and a
-/// day of the current year, else a year and a month. A month may stand by its name. Years 0 to 29 are 2000 to 2029, years
-/// 30 to 99 are 1930 to 1999. A time (numbers joined by ":" or ".", or an hour with 上午, 下午, AM or PM) may stand before
-/// or behind the date, or alone, which gives day 0. A number alone is no date.
+/// day of the current year, else a year and a month. A month may stand by its name, and 年, 月,
+/// 日 say what the number before them is. Years 0 to 29 are 2000 to 2029,
+/// years 30 to 99 are 1930 to 1999. A time (numbers joined by ":" or ".", or an hour with 上午, 下午, AM or PM) may
+/// stand before or behind the date, or alone, which gives day 0. A number alone is no date.
 std::optional<host::Date> ParseDate(std::string_view text);
 
 /// Whether `text` is a date.

@@ -46,7 +46,8 @@ bool IsTooLarge(std::string_view number) {
     const std::size_t exponentStart = number.find_first_of("123456789", mantissaEnd);
     long long exponent = 0;
     if (exponentStart != number.npos) {
-        const auto [end, error] = std::from_chars(number.data() + exponentStart, number.data() + number.size(), exponent);
+        const auto [end, error] =
+            std::from_chars(number.data() + exponentStart, number.data() + number.size(), exponent);
         if (error != std::errc{})
             return !negative;
     }
@@ -241,8 +242,7 @@ double RoundHalfEven(double number) {
     return std::fmod(floor, 2) == 0 ? floor : floor + 1;
 }
 
-template <class Int>
-Int ToWhole(double number) {
+template <class Int> Int ToWhole(double number) {
     const double rounded = RoundHalfEven(number);
     // Written so that NaN is outside.
     if (!(rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max()))
@@ -250,8 +250,7 @@ Int ToWhole(double number) {
     return static_cast<Int>(rounded);
 }
 
-template <class Int>
-Int ToWhole(std::string_view text) {
+template <class Int> Int ToWhole(std::string_view text) {
     const ParsedNumber parsed = ParseOrRaise(text);
     using Bits = std::make_unsigned_t<Int>;
     if (parsed.bits && *parsed.bits <= std::numeric_limits<Bits>::max())

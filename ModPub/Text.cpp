@@ -27,17 +27,25 @@ constexpr char32_t Upper(char32_t c) {
     if (IsIn(c, 0x450, 0x45F))
         return c - 0x50;
     switch (c) {
-    case 0xFF: return 0x178;
-    case 0x3AC: return 0x386;
+    case 0xFF:
+        return 0x178;
+    case 0x3AC:
+        return 0x386;
     case 0x3AD:
     case 0x3AE:
-    case 0x3AF: return c - 37;
-    case 0x3C2: return 0x3A3;
-    case 0x3CC: return 0x38C;
+    case 0x3AF:
+        return c - 37;
+    case 0x3C2:
+        return 0x3A3;
+    case 0x3CC:
+        return 0x38C;
     case 0x3CD:
-    case 0x3CE: return c - 63;
-    case 0x4CF: return 0x4C0;
-    default: return c;
+    case 0x3CE:
+        return c - 63;
+    case 0x4CF:
+        return 0x4C0;
+    default:
+        return c;
     }
 }
 
@@ -50,16 +58,23 @@ constexpr char32_t Lower(char32_t c) {
     if (IsIn(c, 0x400, 0x40F))
         return c + 0x50;
     switch (c) {
-    case 0x178: return 0xFF;
-    case 0x386: return 0x3AC;
+    case 0x178:
+        return 0xFF;
+    case 0x386:
+        return 0x3AC;
     case 0x388:
     case 0x389:
-    case 0x38A: return c + 37;
-    case 0x38C: return 0x3CC;
+    case 0x38A:
+        return c + 37;
+    case 0x38C:
+        return 0x3CC;
     case 0x38E:
-    case 0x38F: return c + 63;
-    case 0x4C0: return 0x4CF;
-    default: return c;
+    case 0x38F:
+        return c + 63;
+    case 0x4C0:
+        return 0x4CF;
+    default:
+        return c;
     }
 }
 
@@ -67,8 +82,7 @@ constexpr unsigned Byte(char c) { return static_cast<unsigned char>(c); }
 constexpr bool IsContinuation(char c) { return (Byte(c) & 0xC0) == 0x80; }
 
 /// `text` with every letter of one to three bytes mapped. No mapping here changes the number of bytes.
-template <char32_t (*map)(char32_t)>
-std::string MapLetters(std::string_view text) {
+template <char32_t (*map)(char32_t)> std::string MapLetters(std::string_view text) {
     std::string result(text);
     const std::size_t size = result.size();
     for (std::size_t i = 0; i < size; ++i) {
@@ -112,7 +126,10 @@ std::size_t Utf16Length(std::string_view text) noexcept {
             continue;
         }
         const unsigned byte = Byte(c);
-        pending = byte >= 0xF0 && byte < 0xF5 ? 3 : byte >= 0xE0 && byte < 0xF0 ? 2 : byte >= 0xC2 && byte < 0xE0 ? 1 : 0;
+        pending = byte >= 0xF0 && byte < 0xF5   ? 3
+                  : byte >= 0xE0 && byte < 0xF0 ? 2
+                  : byte >= 0xC2 && byte < 0xE0 ? 1
+                                                : 0;
         length += pending == 3 ? 2 : 1;
     }
     return length;

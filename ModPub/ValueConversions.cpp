@@ -13,12 +13,8 @@ namespace {
 
 namespace en = host::error_number;
 
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
+template <class... F> struct Overloaded : F... { using F::operator()...; };
+template <class... F> Overloaded(F...) -> Overloaded<F...>;
 
 /// The decimal's number; its text is plain digits, always well-formed.
 double DecimalNumber(const host::Decimal& decimal) {
