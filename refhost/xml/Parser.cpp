@@ -21,8 +21,6 @@ constexpr int maxAttributes = 2048;
 constexpr std::size_t maxGrowth = 10;
 constexpr std::size_t freeGrowth = 1 << 20;
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 std::string_view View(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
 }
@@ -51,8 +49,11 @@ private:
                 builder.failed_ = true;
             }
         }
-        if (builder.failed_)
+        if (builder.failed_) {
+            // The content of an entity has a parser of its own, and stopping that one would only end the entity.
             xmlStopParser(parser);
+            xmlStopParser(builder.parser_);
+        }
     }
 
     static xmlSAXHandler Handler();
@@ -238,8 +239,6 @@ int Builder::Read(void* context, char* buffer, int length) {
 ParseResult Builder::Run() {
     static const bool ready = (xmlInitParser(), true);
     static_cast<void>(ready);
-    if (source_.starts_with(byteOrderMark))
-        source_.remove_prefix(byteOrderMark.size());
     if (source_.find('\0') != std::string_view::npos || !IsUtf8(source_))
         return {nullptr, "The text is not valid UTF-8."};
 

@@ -11,15 +11,44 @@
 namespace refhost::xml {
 namespace {
 
-/// Steps of the engine per path, some seconds' worth: paths come from requests and may multiply without end.
-constexpr unsigned long maxOperations = 500'000'000;
+/// Steps of the engine per path, a second's worth: paths come from requests and may multiply without end.
+constexpr unsigned long maxOperations = 100'000'000;
 
 constexpr std::string_view xmlPrefix = "xml";
 
 const xmlChar* Bytes(const std::string& text) { return reinterpret_cast<const xmlChar*>(text.c_str()); }
 
-/// Keeps the engine from writing to standard error.
 void Ignore(void*, xmlError*) {}
+void IgnoreText(void*, const char*, ...) {}
+
+/// Keeps the engine from writing to standard error, as it does for an unknown function whatever its context says.
+class Quiet {
+public:
+    Quiet() : function_(xmlGenericError), context_(xmlGenericErrorContext) {
+        xmlSetGenericErrorFunc(nullptr, &IgnoreText);
+    }
+    ~Quiet() { xmlSetGenericErrorFunc(context_, function_); }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+private:
+    xmlGenericErrorFunc function_;
+    void* context_;
+};
+
+/// The engine reads "///" as "//"; it is no path.
+bool HasTripleSlash(std::string_view path) {
+    char quote = '\0';
+    for (std::size_t at = 0; at < path.size(); ++at) {
+        if (quote != '\0')
+            quote = path[at] == quote ? '\0' : quote;
+        else if (path[at] == '"' || path[at] == '\'')
+            quote = path[at];
+        else if (path.substr(at).starts_with("///"))
+            return true;
+    }
+    return false;
+}
 
 struct FreeContext {
     void operator()(xmlXPathContext* context) const { xmlXPathFreeContext(context); }
@@ -68,7 +97,7 @@ void XPath::Deleter::operator()(_xmlXPathCompExpr* expression) const noexcept { 
 
 XPath::XPath(std::string_view text) : text_(text) {
     const Context context = NewContext(nullptr);
-    if (text.find('\0') == std::string_view::npos)
+    if (text.find('\0') == std::string_view::npos && !HasTripleSlash(text))
         expression_.reset(xmlXPathCtxtCompile(context.get(), Bytes(text_)));
     if (!expression_)
         Fail("Invalid path '" + text_ + "'.");
@@ -163,6 +192,7 @@ std::vector<Selected> Mirror::Select(const XPath& path, const Node& context) con
         declare(prefix);
     engine->node = copies_.at(&context);
 
+    const Quiet quiet;
     const Result result(xmlXPathCompiledEval(path.get(), engine.get()));
     if (!result) {
         const bool undeclared = engine->lastError.code == XML_XPATH_UNDEF_PREFIX_ERROR;

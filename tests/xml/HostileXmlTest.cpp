@@ -1,0 +1,222 @@
+#include "host/Error.h"
+#include "refhost/xml/Document.h"
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using refhost::xml::Document;
+
+bool Loads(const std::string& xml) { return Document().LoadXML(xml); }
+
+std::string Repeat(std::size_t count, const std::string& text) {
+    std::string all;
+    all.reserve(count * text.size());
+    while (count-- != 0)
+        all += text;
+    return all;
+}
+
+/// Fails when the scope took longer than any sound algorithm could take, sanitizers and a busy machine included.
+class Swiftly {
+public:
+    Swiftly() = default;
+    ~Swiftly() { EXPECT_LT(std::chrono::steady_clock::now() - start_, std::chrono::seconds(20)); }
+    Swiftly(const Swiftly&) = delete;
+    Swiftly& operator=(const Swiftly&) = delete;
+
+private:
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+TEST(HostileXml, EveryTruncationIsRefused) {
+    const std::string xml =
+        "<?xml version=\"1.0\" encoding=\"gb2312\"?><!DOCTYPE q [<!ENTITY e \"v\"><!-- x -->]><!-- c -->"
+        "<?p d?><q xmlns:z=\"u\" roottag='row'><row a=\"&lt;\"><b>仓&e;&#20179;</b><![CDATA[x]]>"
+        "<z:c/></row><!-- e --></q>";
+    ASSERT_TRUE(Loads(xml));
+    for (std::size_t size = 0; size < xml.size(); ++size)
+        EXPECT_FALSE(Loads(xml.substr(0, size))) << xml.substr(0, size);
+}
+
+TEST(HostileXml, NulIsRefusedWhereverItStands) {
+    const std::string xml = "<a b=\"c\">d<!--e--></a>";
+    for (std::size_t at = 0; at <= xml.size(); ++at)
+        EXPECT_FALSE(Loads(std::string(xml).insert(at, 1, '\0'))) << at;
+}
+
+class InvalidUtf8 : public testing::TestWithParam<std::string> {};
+
+TEST_P(InvalidUtf8, IsRefusedInTextAttributesNamesAndComments) {
+    const std::string& bytes = GetParam();
+    EXPECT_FALSE(Loads("<a>" + bytes + "</a>"));
+    EXPECT_FALSE(Loads("<a>long enough for eight bytes at a time" + bytes + "</a>"));
+    EXPECT_FALSE(Loads("<a b=\"" + bytes + "\"/>"));
+    EXPECT_FALSE(Loads("<a" + bytes + "/>"));
+    EXPECT_FALSE(Loads("<a><!--" + bytes + "--></a>"));
+    EXPECT_FALSE(Loads("<a/>" + bytes));
+}
+
+INSTANTIATE_TEST_SUITE_P(HostileXml, InvalidUtf8,
+                         testing::Values("\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xC3", "\xC3(", "\xE0\x80\x80",
+                                         "\xE0\x9F\xBF", "\xE4\xBB", "\xED\xA0\x80", "\xED\xBF\xBF",
+                                         "\xED\xA0\x81\xED\xB0\x80", "\xF0\x80\x80\x80", "\xF0\x8F\xBF\xBF",
+                                         "\xF0\xA0\x80", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFE", "\xFF",
+                                         "\xB2\xD6\xBF\xE2"));
+
+std::string Bomb(const std::string& use) {
+    std::string xml = "<!DOCTYPE a [<!ENTITY e0 \"0123456789\">";
+    for (int level = 1; level <= 12; ++level)
+        xml +=
+            "<!ENTITY e" + std::to_string(level) + " \"" + Repeat(10, "&e" + std::to_string(level - 1) + ";") + "\">";
+    return xml + "]>" + use;
+}
+
+TEST(HostileXml, EntityBombsAreRefused) {
+    const Swiftly swiftly;
+    EXPECT_FALSE(Loads(Bomb("<a>&e12;</a>")));
+    EXPECT_FALSE(Loads(Bomb("<a b=\"&e12;\"/>")));
+    EXPECT_TRUE(Loads(Bomb("<a>&e2;</a>"))) << "a thousand characters are no bomb";
+}
+
+TEST(HostileXml, QuadraticEntityGrowthIsRefused) {
+    const Swiftly swiftly;
+    const std::string type = "<!DOCTYPE a [<!ENTITY e \"" + std::string(100'000, 'x') + "\">]>";
+    EXPECT_FALSE(Loads(type + "<a>" + Repeat(100'000, "&e;") + "</a>"));
+    EXPECT_FALSE(Loads(type + "<a b=\"" + Repeat(100'000, "&e;") + "\"/>"));
+    EXPECT_FALSE(
+        Loads("<!DOCTYPE a [<!ENTITY e \"" + Repeat(10'000, "<b/>") + "\">]><a>" + Repeat(100'000, "&e;") + "</a>"));
+}
+
+TEST(HostileXml, EntityLoopsAreRefused) {
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY e \"&e;\">]><a>&e;</a>"));
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY e \"&f;\"><!ENTITY f \"&e;\">]><a b=\"&e;\"/>"));
+}
+
+TEST(HostileXml, NothingOutsideTheTextIsRead) {
+    const std::string path = testing::TempDir() + "kovra-secret.txt";
+    std::ofstream(path) << "secret";
+    for (const std::string& uri :
+         {"file://" + path, path, std::string("http://127.0.0.1:9/x"), std::string("/etc/passwd")}) {
+        EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY e SYSTEM \"" + uri + "\">]><a>&e;</a>")) << uri;
+        EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY e PUBLIC \"p\" \"" + uri + "\">]><a/>")) << uri;
+        EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY % e SYSTEM \"" + uri + "\"> %e;]><a/>")) << uri;
+        EXPECT_FALSE(Loads("<!DOCTYPE a SYSTEM \"" + uri + "\"><a/>")) << uri;
+        EXPECT_FALSE(Loads("<!DOCTYPE a PUBLIC \"p\" \"" + uri + "\" []><a/>")) << uri;
+        EXPECT_FALSE(Loads("<!DOCTYPE a [<!NOTATION n SYSTEM 'n'><!ENTITY e SYSTEM \"" + uri + "\" NDATA n>]><a/>"))
+            << uri;
+    }
+    std::filesystem::remove(path);
+    Document document;
+    ASSERT_TRUE(
+        document.LoadXML("<a xmlns:xi=\"http://www.w3.org/2001/XInclude\"><xi:include href=\"/etc/passwd\"/></a>"));
+    EXPECT_EQ(document.DocumentElement()->Text(), "");
+}
+
+TEST(HostileXml, DocumentTypeMustNotSupplyWhatIsNotWritten) {
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ATTLIST a b CDATA \"1\">]><a/>"));
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ATTLIST a b CDATA #FIXED \"1\">]><a/>"));
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY % p \"x\">]><a/>"));
+    EXPECT_FALSE(Loads("<!DOCTYPE a [%p;]><a>&e;</a>"));
+}
+
+TEST(HostileXml, DeepNestingIsSurvived) {
+    const Swiftly swiftly;
+    constexpr std::size_t depth = 100'000;
+    const std::string xml = Repeat(depth, "<a>") + "x" + Repeat(depth, "</a>");
+    Document document;
+    ASSERT_TRUE(document.LoadXML(xml));
+    EXPECT_EQ(document.Xml(), xml);
+    EXPECT_EQ(document.DocumentElement()->Text(), "x");
+    EXPECT_EQ(document.SelectNodes("//a").size(), depth);
+    EXPECT_EQ(document.SelectSingleNode("//a[not(a)]")->Xml(), "<a>x</a>");
+    EXPECT_FALSE(document.LoadXML(Repeat(depth, "<a>")));
+    EXPECT_FALSE(document.LoadXML(Repeat(depth, "<a>") + Repeat(depth - 1, "</a>")));
+}
+
+TEST(HostileXml, DeepTreesCanBeBuiltAndDropped) {
+    const Swiftly swiftly;
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a/>"));
+    host::DOMNodePtr at = document.DocumentElement();
+    for (int depth = 0; depth < 100'000; ++depth) {
+        host::DOMNodePtr child = document.CreateElement("a");
+        at->AppendChild(*child);
+        at = std::move(child);
+    }
+    EXPECT_EQ(document.Xml(), Repeat(100'000, "<a>") + "<a/>" + Repeat(100'000, "</a>"));
+}
+
+TEST(HostileXml, HundredMegabytesOfTextAreSurvived) {
+    const Swiftly swiftly;
+    const std::string text(100'000'000, 'x');
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a><b>" + text + "</b></a>"));
+    EXPECT_TRUE(document.DocumentElement()->Text() == text);
+    ASSERT_TRUE(document.LoadXML("<a><![CDATA[" + text + "]]></a>"));
+    EXPECT_TRUE(document.DocumentElement()->Text() == text);
+    ASSERT_TRUE(document.LoadXML("<a b=\"" + text + "\"/>"));
+    EXPECT_TRUE(document.DocumentElement()->GetAttribute("b") == text);
+    EXPECT_EQ(document.Xml().size(), text.size() + 9);
+}
+
+TEST(HostileXml, NumberOfAttributesIsBounded) {
+    const Swiftly swiftly;
+    const auto element = [](int count) {
+        std::string xml = "<a";
+        for (int n = 0; n < count; ++n)
+            xml += " a" + std::to_string(n) + "=\"\"";
+        return xml + "/>";
+    };
+    EXPECT_TRUE(Loads(element(2048)));
+    EXPECT_FALSE(Loads(element(2049)));
+    EXPECT_FALSE(Loads(element(1'000'000)));
+}
+
+TEST(HostileXml, ManyPrefixesCostNoMoreThanTheirLength) {
+    const Swiftly swiftly;
+    constexpr int depth = 50'000;
+    std::string xml;
+    std::string ends;
+    for (int n = 0; n < depth; ++n) {
+        xml += "<p" + std::to_string(n) + ":a xmlns:p" + std::to_string(n) + "=\"u\">";
+        ends.insert(0, "</p" + std::to_string(n) + ":a>");
+    }
+    EXPECT_TRUE(Loads(xml + Repeat(depth, "<p0:b/>") + ends));
+}
+
+TEST(HostileXml, ManyBlankTextsInADeepTreeCostNoMoreThanTheirLength) {
+    const Swiftly swiftly;
+    const std::string xml = Repeat(50'000, "<a> ") + Repeat(50'000, "<b/> ") + Repeat(50'000, "</a> ");
+    EXPECT_TRUE(Loads(xml));
+}
+
+TEST(HostilePath, EndlessPathsAreRefused) {
+    const Swiftly swiftly;
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a><b/></a>"));
+    const auto refused = [&](const std::string& path) {
+        EXPECT_THROW(document.SelectNodes(path), host::Error) << path.substr(0, 20);
+    };
+    refused(std::string(100'000, '('));
+    refused(Repeat(100'000, "a["));
+    refused(Repeat(100'000, "-") + "1");
+    refused("a[" + Repeat(100'000, "not(") + "1" + Repeat(100'000, ")") + "]");
+    document.SelectNodes(Repeat(60, "*/") + "*");
+    EXPECT_TRUE(document.SelectNodes(Repeat(65, "b/") + "b").empty());
+}
+
+TEST(HostilePath, PathsThatMultiplyAreStopped) {
+    const Swiftly swiftly;
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a>" + Repeat(3'000, "<b/>") + "</a>"));
+    EXPECT_THROW(document.SelectNodes("//b[//b[//b[//b[//c]]]]"), host::Error);
+}
+
+} // namespace
