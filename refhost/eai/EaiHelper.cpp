@@ -1,7 +1,7 @@
 #include "refhost/eai/EaiHelper.h"
 
+#include "ModPub/RuntimeErrors.h"
 #include "host/DOMDocument.h"
-#include "host/Error.h"
 #include "refhost/xml/Writer.h"
 
 namespace refhost {
@@ -35,7 +35,7 @@ void EaiHelper::AddResultItem(host::DOMDocument& resultDocument, std::string_vie
                               std::string_view description) {
     const host::DOMNodePtr root = resultDocument.DocumentElement();
     if (root == nullptr)
-        throw host::Error(host::error_number::objectNotSet, "对象变量或 With 块变量未设置");
+        ModPub::RaiseRuntimeError(host::error_number::objectNotSet);
     const host::DOMNodePtr item = resultDocument.CreateElement("item");
     item->SetAttribute("key", key);
     item->SetAttribute("code", std::to_string(code));

@@ -1,15 +1,14 @@
 #include "refhost/eai/Login.h"
 
+#include "ModPub/Numbers.h"
+#include "ModPub/RuntimeErrors.h"
 #include "host/Environment.h"
-#include "host/Error.h"
 #include "refhost/Trace.h"
 #include "refhost/xml/Document.h"
 
 #include <array>
-#include <charconv>
-#include <cstdint>
 #include <stdexcept>
-#include <system_error>
+#include <utility>
 
 namespace refhost {
 namespace {
@@ -44,20 +43,11 @@ Login::Login(const std::string& xml, host::Environment& environment) : environme
 const std::string& Login::Text(std::string_view member) const {
     const auto found = members_.find(member);
     if (found == members_.end())
-        throw host::Error(host::error_number::noSuchMember, "对象不支持该属性或方法");
+        ModPub::RaiseRuntimeError(host::error_number::noSuchMember);
     return found->second;
 }
 
-int Login::Number(std::string_view member) const {
-    const std::string& text = Text(member);
-    std::int16_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error == std::errc::result_out_of_range)
-        throw host::Error(host::error_number::overflow, "溢出");
-    if (error != std::errc() || end != text.data() + text.size())
-        throw host::Error(host::error_number::typeMismatch, "类型不匹配");
-    return number;
-}
+int Login::Number(std::string_view member) const { return ModPub::ToInt16(Text(member)); }
 
 host::Value Login::Member(std::string_view name) const { return Text(name); }
 

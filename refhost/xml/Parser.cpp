@@ -257,8 +257,8 @@ ParseResult Builder::Run() {
     parser_->_private = this;
     xmlCtxtUseOptions(parser_, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC |
                                    XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
-    xmlParseDocument(parser_);
     tree_->AdoptNames(parser_->dict);
+    xmlParseDocument(parser_);
 
     if (thrown_)
         std::rethrow_exception(thrown_);

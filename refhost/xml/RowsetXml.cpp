@@ -1,12 +1,12 @@
 #include "refhost/xml/RowsetXml.h"
 
+#include "ModPub/Dates.h"
 #include "host/Error.h"
 #include "refhost/xml/Writer.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -138,30 +138,26 @@ void AppendColumn(std::string& out, const host::Field& field, const std::string&
 
 /// "yyyy-mm-ddThh:mm:ss", the part of it that the column's type has.
 std::string DateText(host::Date date, FieldType type) {
-    constexpr std::int64_t msPerDay = 86'400'000;
-    // Before the epoch the time of day still counts forwards from the day's start.
-    const double day = std::trunc(date.days);
-    std::int64_t ms = std::llround(std::abs(date.days - day) * static_cast<double>(msPerDay));
-    const std::int64_t days = static_cast<std::int64_t>(day) + ms / msPerDay;
-    ms %= msPerDay;
+    constexpr double msPerDay = 86'400'000;
+    const double timeOfDay = std::abs(date.days - std::trunc(date.days));
+    const std::int64_t fraction = std::llround(timeOfDay * msPerDay) % 1000;
+    // Without its milliseconds, so that taking it apart rounds nothing. Before day 0 the time counts away from it.
+    const double fractionDays = std::copysign(static_cast<double>(fraction) / msPerDay, date.days);
+    const auto parts = ModPub::SplitDate(host::Date{date.days - fractionDays});
+    if (!parts)
+        throw host::Error(host::error_number::unspecified, "A date outside the years 100 to 9999.");
 
-    using namespace std::chrono;
-    constexpr sys_days epoch = year{1899} / December / 30;
-    const year_month_day ymd(epoch + std::chrono::days(days));
-    const hh_mm_ss time{milliseconds(ms)};
     std::array<char, 64> text;
     const auto format = [&](const char* pattern, auto... values) {
-        return std::string(text.data(),
-                           static_cast<std::size_t>(std::snprintf(text.data(), text.size(), pattern, values...)));
+        const int length = std::snprintf(text.data(), text.size(), pattern, values...);
+        return std::string(text.data(), static_cast<std::size_t>(length));
     };
-    const std::string calendar = format("%04d-%02u-%02u", static_cast<int>(ymd.year()),
-                                        static_cast<unsigned>(ymd.month()), static_cast<unsigned>(ymd.day()));
+    const std::string calendar = format("%04d-%02d-%02d", parts->year, parts->month, parts->day);
     if (type == FieldType::dbDate)
         return calendar;
-    std::string clock = format("%02d:%02d:%02d", static_cast<int>(time.hours().count()),
-                               static_cast<int>(time.minutes().count()), static_cast<int>(time.seconds().count()));
-    if (time.subseconds().count() != 0)
-        clock += format(".%03d000000", static_cast<int>(time.subseconds().count()));
+    std::string clock = format("%02d:%02d:%02d", parts->hour, parts->minute, parts->second);
+    if (fraction != 0)
+        clock += format(".%03d000000", static_cast<int>(fraction));
     return type == FieldType::dbTime ? clock : calendar + "T" + clock;
 }
 
@@ -175,10 +171,10 @@ std::string HexText(const std::vector<std::uint8_t>& bytes) {
     return text;
 }
 
-/// The shortest decimal number that reads back as the same double.
+/// The shortest decimal number that reads back as the same double, without an exponent.
 std::string NumberText(double number) {
     std::array<char, 512> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr;
     return {text.data(), end};
 }
 

@@ -84,7 +84,7 @@ public:
     /// The name of an element or attribute as it stands in the name table. Throws `host::Error` for a text that is
     /// no (qualified) name.
     const char* Name(std::string_view name);
-    /// Takes over the parser's name table, whose names need no further check.
+    /// Takes over the parser's name table, whose names need no further check; to be called on an empty tree.
     void AdoptNames(_xmlDict* names);
 
     Element& NewElement(const char* name);
