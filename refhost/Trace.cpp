@@ -9,8 +9,6 @@
 namespace refhost {
 namespace {
 
-thread_local int hostCalls = 0;
-
 void AppendMember(std::string& line, std::string_view name, std::string_view text) {
     line.append(line.size() > 1 ? ",\"" : "\"").append(name).append("\":");
     AppendJsonString(line, text);
@@ -21,12 +19,6 @@ void AppendMember(std::string& line, std::string_view name, int number) {
 }
 
 } // namespace
-
-HostCall::HostCall() noexcept { ++hostCalls; }
-
-HostCall::~HostCall() { --hostCalls; }
-
-bool HostCall::Active() noexcept { return hostCalls > 0; }
 
 Trace::Trace(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "wb")) {
     if (!file_) {

@@ -1,8 +1,13 @@
 #include "tests/eai/CalendarEnvironment.h"
 
+#include "refhost/Trace.h"
+
 #include <stdexcept>
 
 namespace {
+
+/// What is asked as the trace shows it: marked when a component asks for itself.
+std::string Marked(const std::string& text) { return (refhost::HostCall::Active() ? "host: " : "") + text; }
 
 [[noreturn]] void NotPartOfThis() { throw std::logic_error("a login asks for no such thing"); }
 
@@ -11,7 +16,7 @@ public:
     explicit CalendarConnection(std::vector<std::string>& asked) : asked_(asked) {}
 
     void Open(const std::string& text, const std::string& user, const std::string& password, int options) override {
-        asked_.push_back("Open " + text + "|" + user + "|" + password + "|" + std::to_string(options));
+        asked_.push_back(Marked("Open " + text + "|" + user + "|" + password + "|" + std::to_string(options)));
         if (text == "bad")
             throw host::Error(host::error_number::unspecified, "no such database");
     }
@@ -31,7 +36,7 @@ public:
     void SetCursorLocation(host::CursorLocation) override { NotPartOfThis(); }
     host::CursorLocation GetCursorLocation() const override { return host::CursorLocation::server; }
     void Open(std::string_view source, host::Connection&, host::CursorType, host::LockType, int) override {
-        environment_.asked.emplace_back(source);
+        environment_.asked.push_back(Marked(std::string(source)));
         open_ = true;
     }
     void Close() override { open_ = false; }

@@ -185,7 +185,7 @@ TEST(HostileXml, ManyPrefixesCostNoMoreThanTheirLength) {
     std::string ends;
     for (int n = 0; n < depth; ++n) {
         xml += "<p" + std::to_string(n) + ":a xmlns:p" + std::to_string(n) + "=\"u\">";
-        ends.insert(0, "</p" + std::to_string(n) + ":a>");
+        ends += "</p" + std::to_string(depth - 1 - n) + ":a>";
     }
     EXPECT_TRUE(Loads(xml + Repeat(depth, "<p0:b/>") + ends));
 }
