@@ -63,19 +63,16 @@ protected:
 std::string FrameClassName(const testing::TestParamInfo<FrameClass>& info) { return info.param.name; }
 
 INSTANTIATE_TEST_SUITE_P(All, Frame,
-                         testing::Values(inventorySettings, oppositeSettings, standardCostSettings, openingBalances,
-                                         provisions),
+                         testing::Values(InventorySettings(), OppositeSettings(), StandardCostSettings(),
+                                         OpeningBalances(), Provisions(), PriceAdjustments()),
                          FrameClassName);
 
 constexpr const char* noRows = R"(<qxinterface roottag="row" docid="D" proc="ADD"/>)";
-constexpr const char* notParsed = R"(<error code="100" dsc="解析XML时发生错误,请你检查XML参数格式"/>)";
-constexpr const char* noRoot = R"(<error code="101" dsc="qxinterface结点不存在"/>)";
-constexpr const char* notOffered = R"(<error code="710" dsc="本模块暂不提供此功能！"/>)";
 
 TEST_P(Frame, RefusesWhatIsNoXml) {
     for (const char* request : {"", "no XML", "<qxinterface", "<a></b>", "<a/><b/>", "<a b=\"1\" b=\"2\"/>"}) {
         const ImportRun run = Call(request);
-        EXPECT_EQ(run.result, notParsed) << request;
+        EXPECT_EQ(run.result, GetParam().errors.notParsed) << request;
         // The connection comes first, and nothing is asked of it.
         EXPECT_EQ(run.trace, std::vector{Connected(account.connectionString())}) << request;
     }
@@ -108,12 +105,13 @@ private:
     int documents_ = 0;
 };
 
-TEST_P(Frame, RefusesARequestWithoutRootAfterReadingItsRowTag) {
+TEST_P(Frame, RefusesARequestWithoutRoot) {
     std::vector<std::string> asked;
     RootlessEnvironment environment(
         {.eaiHelper = [&asked](std::string_view operation) { asked.emplace_back(operation); }});
-    EXPECT_EQ(Call(environment, noRows, account.LoginXml()).results, std::vector<std::string>{noRoot});
-    EXPECT_EQ(asked, (std::vector<std::string>{"GetAttr", "MakeErrorResult"}));
+    EXPECT_EQ(Call(environment, noRows, account.LoginXml()).results,
+              std::vector<std::string>{GetParam().errors.noRoot});
+    EXPECT_EQ(asked, GetParam().askedWithoutRoot);
 }
 
 TEST_P(Frame, TakesARootOfAnyName) {
@@ -128,11 +126,11 @@ TEST_P(Frame, ReturnsTheInitialDocumentWhenTheRowTagNamesNothing) {
 TEST_P(Frame, HandsDocumentIdAndOperationBackAsTheyStand) {
     EXPECT_EQ(Call(R"(<qxinterface roottag="row" docid="a &lt;&quot;b&quot;&gt; &amp; c" proc="aDd"/>)").result,
               R"(<qxinterface docid="a &lt;&quot;b&quot;&gt; &amp; c" proc="aDd"/>)");
-    EXPECT_EQ(Call(R"(<qxinterface roottag="row" proc="EDIT"/>)").result, R"(<qxinterface docid="" proc="EDIT"/>)");
+    EXPECT_EQ(Call(R"(<qxinterface roottag="row" proc="ADD"/>)").result, R"(<qxinterface docid="" proc="ADD"/>)");
 }
 
 TEST_P(Frame, TakesTheOperationInAnyLetterCase) {
-    for (const char* proc : {"ADD", "add", "Add", "EDIT", "edit", "Edit"}) {
+    for (const std::string& proc : GetParam().operations) {
         EXPECT_EQ(Call(Request(proc, "")).result, ResultDocument(proc, {})) << proc;
     }
 }
@@ -141,7 +139,7 @@ TEST_P(Frame, RefusesAnOperationThatItDoesNotOffer) {
     for (const char* request :
          {R"(<qxinterface roottag="row" docid="D" proc="Delete"/>)", R"(<qxinterface roottag="row" docid="D"/>)",
           R"(<qxinterface roottag="row" docid="D" proc=" ADD"/>)"}) {
-        EXPECT_EQ(Call(request).result, notOffered) << request;
+        EXPECT_EQ(Call(request).result, GetParam().errors.notOffered) << request;
     }
 }
 
@@ -228,10 +226,10 @@ protected:
     static std::string Key(int code) {
         const std::string text = std::to_string(code);
         const std::string_view name = GetParam().name;
-        if (name == inventorySettings.name) {
+        if (name == "ClsInvSubject") {
             return "仓库编码：" + text + "， ， ";
         }
-        return "收发类别编码：" + text + (name == oppositeSettings.name ? "， ， ， ， ， " : "， ， ");
+        return "收发类别编码：" + text + (name == "ClsOppSubject" ? "， ， ， ， ， " : "， ， ");
     }
 
     void AddMasterData() const {
@@ -243,13 +241,13 @@ protected:
     }
 
     std::size_t Stored() const {
-        const std::string table =
-            GetParam().name == std::string_view(inventorySettings.name) ? "IA_HeadSet" : "IA_OppHead";
+        const std::string table = GetParam().name == std::string_view("ClsInvSubject") ? "IA_HeadSet" : "IA_OppHead";
         return account.Rows("select AutoID from " + table).size();
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(All, SettingsFrame, testing::Values(inventorySettings, oppositeSettings, standardCostSettings),
+INSTANTIATE_TEST_SUITE_P(All, SettingsFrame,
+                         testing::Values(InventorySettings(), OppositeSettings(), StandardCostSettings()),
                          FrameClassName);
 
 TEST_P(SettingsFrame, ImportsRowsInDocumentOrderAndIgnoresOtherElements) {
@@ -336,9 +334,32 @@ TEST_P(SettingsFrame, EmptyReadsNoRow) {
 /// The two classes without "EMPTY".
 class FrameWithoutEmpty : public Frame {};
 
-INSTANTIATE_TEST_SUITE_P(All, FrameWithoutEmpty, testing::Values(openingBalances, provisions), FrameClassName);
+INSTANTIATE_TEST_SUITE_P(All, FrameWithoutEmpty, testing::Values(OpeningBalances(), Provisions()), FrameClassName);
 
-TEST_P(FrameWithoutEmpty, RefusesToEmpty) { EXPECT_EQ(Call(Request("EMPTY", "<row/>")).result, notOffered); }
+TEST_P(FrameWithoutEmpty, RefusesToEmpty) {
+    EXPECT_EQ(Call(Request("EMPTY", "<row/>")).result, commonErrors.notOffered);
+}
+
+/// The class that adjusts prices has operations of its own.
+class PriceFrame : public Frame {};
+
+INSTANTIATE_TEST_SUITE_P(All, PriceFrame, testing::Values(PriceAdjustments()), FrameClassName);
+
+TEST_P(PriceFrame, NeverTakesEdit) {
+    for (const char* proc : {"EDIT", "edit", "Edit"}) {
+        const ImportRun run = Call(Request(proc, "<row/>"));
+        EXPECT_EQ(run.result, priceErrors.notOffered) << proc;
+        EXPECT_EQ(run.trace, std::vector{Connected(account.connectionString())}) << proc;
+    }
+}
+
+TEST_P(PriceFrame, EmptyDoesNothing) {
+    for (const char* proc : {"EMPTY", "empty"}) {
+        const ImportRun run = Call(Request(proc, "<row/>"));
+        EXPECT_EQ(run.result, "") << proc;
+        EXPECT_EQ(run.trace, std::vector{Connected(account.connectionString())}) << proc;
+    }
+}
 
 } // namespace
 } // namespace test
