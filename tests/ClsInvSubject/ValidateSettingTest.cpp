@@ -11,9 +11,12 @@ constexpr const char* noAccount = "存货科目编码、差异科目编码、分
                                   "直运科目编码五项必须输入其中之一。";
 
 struct KeyCase {
+    const char* name;
     const char* row;
     const char* key;
 };
+
+std::string KeyCaseName(const testing::TestParamInfo<KeyCase>& info) { return info.param.name; }
 
 class Key : public InventorySettings, public testing::WithParamInterface<KeyCase> {};
 
@@ -22,13 +25,15 @@ TEST_P(Key, LeavesASeparatorForEachFieldBehindTheFirst) {
     EXPECT_EQ(run.result, ResultDocument("ADD", {{GetParam().key, 0, "ok"}}));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Key,
-    testing::Values(KeyCase{"<cWhCode>01</cWhCode>", "仓库编码：01， ， "},
-                    KeyCase{"<cInvCCode>C</cInvCCode>", "存货分类：C， "},
-                    KeyCase{"<cInvCode>A</cInvCode>", "存货编码：A"},
-                    KeyCase{"<cWhCode>01</cWhCode><cInvCCode>C</cInvCCode>", "仓库编码：01， 存货分类：C， "},
-                    KeyCase{"<cWhCode>01</cWhCode><cInvCode>A</cInvCode>", "仓库编码：01， ， 存货编码：A"}));
+INSTANTIATE_TEST_SUITE_P(All, Key,
+                         testing::Values(KeyCase{"Warehouse", "<cWhCode>01</cWhCode>", "仓库编码：01， ， "},
+                                         KeyCase{"Class", "<cInvCCode>C</cInvCCode>", "存货分类：C， "},
+                                         KeyCase{"Item", "<cInvCode>A</cInvCode>", "存货编码：A"},
+                                         KeyCase{"WarehouseAndClass", "<cWhCode>01</cWhCode><cInvCCode>C</cInvCCode>",
+                                                 "仓库编码：01， 存货分类：C， "},
+                                         KeyCase{"WarehouseAndItem", "<cWhCode>01</cWhCode><cInvCode>A</cInvCode>",
+                                                 "仓库编码：01， ， 存货编码：A"}),
+                         KeyCaseName);
 
 struct MissingCase {
     const char* name;
@@ -59,18 +64,20 @@ INSTANTIATE_TEST_SUITE_P(
                                 "仓库编码：01， 存货分类：C， 存货编码：A", std::string(itemAndClass) + noAccount}),
     MissingCaseName);
 
-class OneAccount : public InventorySettings, public testing::WithParamInterface<const char*> {};
+class OneAccount : public InventorySettings, public testing::WithParamInterface<std::string> {};
 
 TEST_P(OneAccount, Suffices) {
-    const std::string field = GetParam();
+    const std::string& field = GetParam();
     const ImportRun run = Import("ADD", "<row><cWhCode>01</cWhCode><" + field + ">1401</" + field + "></row>");
     EXPECT_EQ(run.result, ResultDocument("ADD", {{"仓库编码：01， ， ", 0, "ok"}}));
     EXPECT_EQ(account.Rows("select " + field + " from IA_HeadSet"),
               std::vector<std::string>{"{\"" + field + "\":\"1401\"}"});
 }
 
-INSTANTIATE_TEST_SUITE_P(All, OneAccount,
-                         testing::Values("cInvHead", "cDifHead", "cOutHead", "cEnDispHead", "czyHead"));
+std::string FieldName(const testing::TestParamInfo<std::string>& info) { return info.param; }
+
+INSTANTIATE_TEST_SUITE_P(All, OneAccount, testing::Values("cInvHead", "cDifHead", "cOutHead", "cEnDispHead", "czyHead"),
+                         FieldName);
 
 TEST_F(ValidateSetting, AsksForAnItemAndEveryAccountInOrder) {
     const ImportRun run =

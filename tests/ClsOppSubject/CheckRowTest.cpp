@@ -37,9 +37,12 @@ TEST_F(CheckRow, ExtendsTheKeyBeforeItRefusesForMissingFields) {
 }
 
 struct KeyCase {
+    const char* name;
     const char* row;
     const char* key;
 };
+
+std::string KeyCaseName(const testing::TestParamInfo<KeyCase>& info) { return info.param.name; }
 
 class Key : public OppositeSettings, public testing::WithParamInterface<KeyCase> {};
 
@@ -51,17 +54,23 @@ TEST_P(Key, LeavesASeparatorForEachFieldBehindTheFirst) {
 INSTANTIATE_TEST_SUITE_P(
     All, Key,
     testing::Values(
-        KeyCase{"<cRdCode>1</cRdCode><cInvCode>A</cInvCode>", "收发类别编码：1， ， 存货编码：A， ， ， "},
-        KeyCase{"<cRdCode>1</cRdCode><cInvCode>A</cInvCode><citem_class>P</citem_class><citemcode>Q</citemcode>",
+        KeyCase{"CategoryAndItem", "<cRdCode>1</cRdCode><cInvCode>A</cInvCode>",
+                "收发类别编码：1， ， 存货编码：A， ， ， "},
+        KeyCase{"CategoryItemAndProject",
+                "<cRdCode>1</cRdCode><cInvCode>A</cInvCode><citem_class>P</citem_class><citemcode>Q</citemcode>",
                 "收发类别编码：1， ， 存货编码：A， ， 项目大类编码：P， 项目编码：Q"},
-        KeyCase{"<cRdCode>101</cRdCode><cDepCode>02</cDepCode>", "收发类别编码：101， ， ， 部门编码：02， ， "},
-        KeyCase{"<cInvcCode>C1</cInvcCode>", "存货分类编码：C1， ， ， ， "},
-        KeyCase{"<cInvCode>A</cInvCode>", "存货编码：A， ， ， "},
-        KeyCase{"<cDepCode>0201</cDepCode>", "部门编码：0201， ， "},
-        KeyCase{"<cDepCode>0201</cDepCode><citemcode>Q</citemcode>", "部门编码：0201， ， 项目编码：Q"},
-        KeyCase{"<cRdCode>1</cRdCode><cInvcCode>C</cInvcCode><cInvCode>A</cInvCode><cDepCode>02</cDepCode>"
+        KeyCase{"CategoryAndDepartment", "<cRdCode>101</cRdCode><cDepCode>02</cDepCode>",
+                "收发类别编码：101， ， ， 部门编码：02， ， "},
+        KeyCase{"Class", "<cInvcCode>C1</cInvcCode>", "存货分类编码：C1， ， ， ， "},
+        KeyCase{"Item", "<cInvCode>A</cInvCode>", "存货编码：A， ， ， "},
+        KeyCase{"Department", "<cDepCode>0201</cDepCode>", "部门编码：0201， ， "},
+        KeyCase{"DepartmentAndProject", "<cDepCode>0201</cDepCode><citemcode>Q</citemcode>",
+                "部门编码：0201， ， 项目编码：Q"},
+        KeyCase{"Everything",
+                "<cRdCode>1</cRdCode><cInvcCode>C</cInvcCode><cInvCode>A</cInvCode><cDepCode>02</cDepCode>"
                 "<citem_class>P</citem_class><citemcode>Q</citemcode>",
-                "收发类别编码：1， 存货分类编码：C， 存货编码：A， 部门编码：02， 项目大类编码：P， 项目编码：Q"}));
+                "收发类别编码：1， 存货分类编码：C， 存货编码：A， 部门编码：02， 项目大类编码：P， 项目编码：Q"}),
+    KeyCaseName);
 
 TEST_F(CheckRow, AsksForEverythingInOrder) {
     const ImportRun run =
