@@ -1,5 +1,8 @@
 #include "tests/ClsKovraProof/ProofFixture.h"
 
+#include <cstdlib>
+#include <fstream>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -370,6 +373,15 @@ TEST_F(ProvisionImport, AFailingStatementStopsTheLoop) {
     EXPECT_EQ(outcome.result,
               Result("ADD", Item("", 101, "没有header节点") + Item("", 999, "Invalid object name 'ia_decreadys'.")));
     EXPECT_THAT(outcome.statements, ElementsAre(NumberLookup("D1"), headTemplate, Failed(bodyTemplate, -2147217865)));
+}
+
+TEST_F(ProvisionImport, ABrokenMappingFileStopsTheLoop) {
+    std::ofstream(account.folder() / "EaiProof.Xml") << "<mapping/>";
+    setenv("KOVRA_MAPPINGS", account.folder().c_str(), 1);
+    const Outcome outcome = Transact(Request("ADD", Doc("D1", goodRow) + Doc("D2", goodRow)));
+    unsetenv("KOVRA_MAPPINGS");
+    EXPECT_EQ(outcome.result, Result("ADD", Item("", 999, "映射文件EaiProof.Xml无效：应有且只有一个元素head。")));
+    EXPECT_EQ(outcome.statements, untilChecks);
 }
 
 TEST_F(ProvisionImport, SplicesTheNumberAsItStands) {
