@@ -39,16 +39,16 @@ enum class Node {
     subquery, ///< `select` as a value
     variable, ///< @@name in `text`
     // Conditions from here on.
-    compare,   ///< `text` is one of = <> < <= > >=
+    compare, ///< `text` is one of = <> < <= > >=
     conjunction,
     disjunction,
     negation,
-    isNull,  ///< `flag`: IS NOT NULL
-    like,    ///< value, pattern and, if given, escape; `flag`: NOT
-    between, ///< value, low, high; `flag`: NOT
-    inList,  ///< value and the list; `flag`: NOT
+    isNull,   ///< `flag`: IS NOT NULL
+    like,     ///< value, pattern and, if given, escape; `flag`: NOT
+    between,  ///< value, low, high; `flag`: NOT
+    inList,   ///< value and the list; `flag`: NOT
     inSelect, ///< value and `select`; `flag`: NOT
-    exists,  ///< `select`
+    exists,   ///< `select`
 };
 
 inline bool IsCondition(Node node) { return node >= Node::compare; }

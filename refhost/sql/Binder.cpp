@@ -346,9 +346,8 @@ Bound Binder::BindDateArithmetic(const std::string& operation, Bound left, Bound
     };
     const std::string leftText = ticks(left, leftDate);
     const std::string rightText = ticks(right, rightDate);
-    const std::int64_t correction = leftDate && rightDate
-                                        ? (operation == "+" ? -serverDayZero : serverDayZero) * ticksPerDay
-                                        : 0;
+    const std::int64_t correction =
+        leftDate && rightDate ? (operation == "+" ? -serverDayZero : serverDayZero) * ticksPerDay : 0;
     result.text = fmt::format("k_convert({} {} {} + ({}), {}, {}, 0)", leftText, operation, rightText, correction,
                               Pack({Base::datetime2, 0, 0, 0}), Pack(type));
     return result;

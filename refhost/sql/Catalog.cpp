@@ -26,8 +26,8 @@ int Table::Identity() const {
 }
 
 int Table::RowVersion() const {
-    const auto found = std::find_if(columns.begin(), columns.end(),
-                                    [](const Column& c) { return c.type.base == Base::timestamp; });
+    const auto found =
+        std::find_if(columns.begin(), columns.end(), [](const Column& c) { return c.type.base == Base::timestamp; });
     return found == columns.end() || view ? -1 : static_cast<int>(found - columns.begin());
 }
 
@@ -91,9 +91,10 @@ std::shared_ptr<const Table> Catalog::Load(const ObjectPath& path) {
     table->name = object.Text(1);
     table->view = object.Text(2) == "V ";
     table->source = fmt::format("{}.{}", SqliteName(path.schema), Quoted(table->name));
-    Command columns(db_, fmt::format("SELECT name, type, nullable, is_identity, default_text, blank_index FROM {} WHERE "
-                                     "id = ? ORDER BY colid",
-                                     Internal(path.schema, "columns")));
+    Command columns(db_,
+                    fmt::format("SELECT name, type, nullable, is_identity, default_text, blank_index FROM {} WHERE "
+                                "id = ? ORDER BY colid",
+                                Internal(path.schema, "columns")));
     columns.Bind(table->id);
     while (columns.Step()) {
         Column column;
@@ -110,17 +111,19 @@ std::shared_ptr<const Table> Catalog::Load(const ObjectPath& path) {
 
 void Catalog::CreateTables(sqlite3* db, Schema schema) {
     const std::string_view in = SqliteName(schema);
-    Run(db, fmt::format("CREATE TABLE {}.\"sys:objects\" (id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT COLLATE {} NOT "
-                        "NULL UNIQUE, xtype TEXT COLLATE {} NOT NULL, parent INTEGER NOT NULL, created INTEGER NOT NULL, "
-                        "text TEXT NOT NULL)",
-                        in, textCollation, textCollation));
+    Run(db,
+        fmt::format("CREATE TABLE {}.\"sys:objects\" (id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT COLLATE {} NOT "
+                    "NULL UNIQUE, xtype TEXT COLLATE {} NOT NULL, parent INTEGER NOT NULL, created INTEGER NOT NULL, "
+                    "text TEXT NOT NULL)",
+                    in, textCollation, textCollation));
     // SQL Server's ids are large; nobody may take a small one for a row number.
     Run(db, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES ('sys:objects', 1977058078)", in));
-    Run(db, fmt::format("CREATE TABLE {}.\"sys:columns\" (id INTEGER NOT NULL, colid INTEGER NOT NULL, name TEXT COLLATE "
-                        "{} NOT NULL, type INTEGER NOT NULL, type_name TEXT COLLATE {} NOT NULL, length INTEGER, "
-                        "prec INTEGER, scale INTEGER, nullable INTEGER NOT NULL, is_identity INTEGER NOT NULL, "
-                        "default_text TEXT NOT NULL, blank_index INTEGER NOT NULL, PRIMARY KEY (id, colid))",
-                        in, textCollation, textCollation));
+    Run(db,
+        fmt::format("CREATE TABLE {}.\"sys:columns\" (id INTEGER NOT NULL, colid INTEGER NOT NULL, name TEXT COLLATE "
+                    "{} NOT NULL, type INTEGER NOT NULL, type_name TEXT COLLATE {} NOT NULL, length INTEGER, "
+                    "prec INTEGER, scale INTEGER, nullable INTEGER NOT NULL, is_identity INTEGER NOT NULL, "
+                    "default_text TEXT NOT NULL, blank_index INTEGER NOT NULL, PRIMARY KEY (id, colid))",
+                    in, textCollation, textCollation));
     Run(db, fmt::format("CREATE TABLE {}.\"sys:counter\" (value INTEGER NOT NULL)", in));
     // Where SQL Server's row versions begin.
     Run(db, fmt::format("INSERT INTO {}.\"sys:counter\" VALUES (2000)", in));
@@ -139,8 +142,8 @@ void Catalog::AddColumn(Schema schema, std::int64_t table, int position, const C
     const Type& type = column.type;
     const Family family = FamilyOf(type);
     const host::Field field = FieldOf(column.name, type, column.nullable);
-    Command insert(db_, fmt::format("INSERT INTO {} VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)",
-                                    Internal(schema, "columns")));
+    Command insert(
+        db_, fmt::format("INSERT INTO {} VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)", Internal(schema, "columns")));
     insert.Bind(table).Bind(std::int64_t{position}).Bind(column.name).Bind(Pack(type)).Bind(NameOf(type.base));
     insert.Bind(std::int64_t{family == Family::text || family == Family::binary ? type.length : 0});
     insert.Bind(std::int64_t{field.precision}).Bind(std::int64_t{field.scale});

@@ -75,7 +75,9 @@ std::int64_t IntegerFromText(std::string_view text, Base from, Base to) {
                       (to == Base::tinyint && value == static_cast<std::uint8_t>(value));
     if (!fits) {
         Fail(dataOverflow, "The conversion of the {} value '{}' overflowed an {} column.", NameOf(from), text,
-             to == Base::integer ? "int" : to == Base::smallint ? "INT2" : "INT1");
+             to == Base::integer    ? "int"
+             : to == Base::smallint ? "INT2"
+                                    : "INT1");
     }
     return value;
 }
@@ -205,22 +207,21 @@ void FitText(Cell& cell, const Type& to, Surplus surplus) {
     const bool national = IsNational(to.base);
     const auto length = static_cast<std::size_t>(to.length);
     // No text measures more than twice its bytes, and none in UTF-16 more than its bytes.
-    std::size_t measured = cell.bytes.size();
+    std::size_t measured = cell.Bytes().size();
     if (measured > length || !national || IsFixedLength(to.base)) {
-        measured = MeasuredLength(cell.bytes, national);
+        measured = MeasuredLength(cell.Bytes(), national);
     }
     if (measured > length) {
-        const std::string_view kept = CutText(cell.bytes, length, national);
+        const std::string_view kept = CutText(cell.Bytes(), length, national);
         // Blanks are the one surplus that a column drops in silence.
-        if (surplus == Surplus::refuse &&
-            cell.bytes.find_first_not_of(' ', kept.size()) != std::string_view::npos) {
+        if (surplus == Surplus::refuse && cell.Bytes().find_first_not_of(' ', kept.size()) != std::string_view::npos) {
             Fail(dataTruncated, "String or binary data would be truncated.");
         }
-        cell.bytes = kept;
+        cell.Shorten(kept.size());
         measured = length;
     }
     if (IsFixedLength(to.base) && measured < length) {
-        std::string filled(cell.bytes);
+        std::string filled(cell.Bytes());
         filled.append(length - measured, ' ');
         cell.SetText(std::move(filled));
     }
@@ -231,13 +232,13 @@ void FitBytes(Cell& cell, const Type& to, Surplus surplus) {
         return;
     }
     const auto length = static_cast<std::size_t>(to.length);
-    if (cell.bytes.size() > length) {
+    if (cell.Bytes().size() > length) {
         if (surplus == Surplus::refuse) {
             Fail(dataTruncated, "String or binary data would be truncated.");
         }
-        cell.bytes = cell.bytes.substr(0, length);
-    } else if (IsFixedLength(to.base) && cell.bytes.size() < length) {
-        std::string filled(cell.bytes);
+        cell.Shorten(length);
+    } else if (IsFixedLength(to.base) && cell.Bytes().size() < length) {
+        std::string filled(cell.Bytes());
         filled.append(length - filled.size(), '\0');
         cell.SetBlob(std::move(filled));
     }
@@ -271,7 +272,7 @@ ExactNumber ExactOf(std::string_view text) { return ExactNumber::Parse(text).val
 void ToIntegerFamily(Cell& cell, const Type& from, const Type& to) {
     switch (FamilyOf(from)) {
     case Family::text:
-        cell.SetInteger(IntegerFromText(cell.bytes, from.base, to.base));
+        cell.SetInteger(IntegerFromText(cell.Bytes(), from.base, to.base));
         return;
     case Family::integer:
         if (to.base == Base::bit) {
@@ -280,7 +281,7 @@ void ToIntegerFamily(Cell& cell, const Type& from, const Type& to) {
         CheckRange(cell.integer, to.base, from.base);
         return;
     case Family::exact: {
-        const ExactNumber number = ExactOf(cell.bytes);
+        const ExactNumber number = ExactOf(cell.Bytes());
         if (to.base == Base::bit) {
             cell.SetInteger(number.IsZero() ? 0 : 1);
             return;
@@ -308,7 +309,7 @@ void ToIntegerFamily(Cell& cell, const Type& from, const Type& to) {
         return;
     }
     case Family::binary: {
-        const std::int64_t value = IntegerFromBytes(cell.bytes);
+        const std::int64_t value = IntegerFromBytes(cell.Bytes());
         if (to.base == Base::bit) {
             cell.SetInteger(value != 0 ? 1 : 0);
         } else if (to.base == Base::integer) {
@@ -331,9 +332,9 @@ void ToExactFamily(Cell& cell, const Type& from, const Type& to) {
     switch (FamilyOf(from)) {
     case Family::text:
         if (money) {
-            number = MoneyFromText(cell.bytes);
+            number = MoneyFromText(cell.Bytes());
         } else {
-            const std::optional<ExactNumber> parsed = ExactNumber::Parse(Trimmed(cell.bytes));
+            const std::optional<ExactNumber> parsed = ExactNumber::Parse(Trimmed(cell.Bytes()));
             if (!parsed) {
                 FailNumber(from.base, to.base);
             }
@@ -344,7 +345,7 @@ void ToExactFamily(Cell& cell, const Type& from, const Type& to) {
         number = ExactNumber(cell.integer);
         break;
     case Family::exact:
-        number = ExactOf(cell.bytes);
+        number = ExactOf(cell.Bytes());
         break;
     case Family::real: {
         const std::optional<ExactNumber> parsed = ExactNumber::FromDouble(cell.real);
@@ -362,7 +363,7 @@ void ToExactFamily(Cell& cell, const Type& from, const Type& to) {
         if (!money) {
             FailDisallowed(from.base, to.base);
         }
-        number = Divide(ExactNumber(IntegerFromBytes(cell.bytes)), ExactNumber(10000), 4);
+        number = Divide(ExactNumber(IntegerFromBytes(cell.Bytes())), ExactNumber(10000), 4);
         break;
     }
     default:
@@ -374,13 +375,13 @@ void ToExactFamily(Cell& cell, const Type& from, const Type& to) {
 void ToRealFamily(Cell& cell, const Type& from, const Type& to) {
     switch (FamilyOf(from)) {
     case Family::text:
-        cell.SetReal(RealFromText(cell.bytes, from.base, to.base));
+        cell.SetReal(RealFromText(cell.Bytes(), from.base, to.base));
         break;
     case Family::integer:
         cell.SetReal(static_cast<double>(cell.integer));
         break;
     case Family::exact:
-        cell.SetReal(ExactOf(cell.bytes).ToDouble());
+        cell.SetReal(ExactOf(cell.Bytes()).ToDouble());
         break;
     case Family::real:
         break;
@@ -401,7 +402,7 @@ void ToRealFamily(Cell& cell, const Type& from, const Type& to) {
 void ToDateFamily(Cell& cell, const Type& from, const Type& to) {
     switch (FamilyOf(from)) {
     case Family::text:
-        cell.SetInteger(ParseDate(cell.bytes, from.base, to.base));
+        cell.SetInteger(ParseDate(cell.Bytes(), from.base, to.base));
         return;
     case Family::date:
         cell.integer = RoundDate(cell.integer, to.base);
@@ -417,13 +418,13 @@ void ToDateFamily(Cell& cell, const Type& from, const Type& to) {
     } else if (FamilyOf(from) == Family::real) {
         cell.SetInteger(TicksFromDays(cell.real, to.base));
     } else {
-        cell.SetInteger(TicksFromDays(ExactOf(cell.bytes).ToDouble(), to.base));
+        cell.SetInteger(TicksFromDays(ExactOf(cell.Bytes()).ToDouble(), to.base));
     }
 }
 
 /// A number or date that is longer than the text it shall become.
 void FitShown(Cell& cell, const Type& from, const Type& to) {
-    if (to.length > 0 && cell.bytes.size() > static_cast<std::size_t>(to.length)) {
+    if (to.length > 0 && cell.Bytes().size() > static_cast<std::size_t>(to.length)) {
         const Family family = FamilyOf(from);
         const bool smallInteger = family == Family::integer && from.base != Base::bigint;
         if (smallInteger && !IsNational(to.base)) {
@@ -444,7 +445,7 @@ void ToTextFamily(Cell& cell, const Type& from, const Type& to, int style, Surpl
         break;
     case Family::exact:
         if (from.base == Base::money || from.base == Base::smallmoney) {
-            cell.SetText(MoneyText(ExactOf(cell.bytes), style));
+            cell.SetText(MoneyText(ExactOf(cell.Bytes()), style));
         }
         break;
     case Family::real:
@@ -455,12 +456,12 @@ void ToTextFamily(Cell& cell, const Type& from, const Type& to, int style, Surpl
         break;
     case Family::binary:
         if (style != 0) {
-            cell.SetText(HexText(cell.bytes, style == 1));
+            cell.SetText(HexText(cell.Bytes(), style == 1));
         } else if (IsNational(to.base)) {
             std::u16string units;
-            for (std::size_t i = 0; i + 1 < cell.bytes.size(); i += 2) {
-                units += static_cast<char16_t>(static_cast<unsigned char>(cell.bytes[i]) |
-                                               static_cast<unsigned char>(cell.bytes[i + 1]) << 8U);
+            for (std::size_t i = 0; i + 1 < cell.Bytes().size(); i += 2) {
+                units += static_cast<char16_t>(static_cast<unsigned char>(cell.Bytes()[i]) |
+                                               static_cast<unsigned char>(cell.Bytes()[i + 1]) << 8U);
             }
             cell.SetText(FromUtf16(units));
         }
@@ -499,10 +500,10 @@ void ToBinaryFamily(Cell& cell, const Type& from, const Type& to, int style, Sur
     }
     case Family::text:
         if (style == 1 || style == 2) {
-            cell.SetBlob(BytesFromHex(cell.bytes, style, from.base, to.base));
+            cell.SetBlob(BytesFromHex(cell.Bytes(), style, from.base, to.base));
         } else if (IsNational(from.base)) {
             std::string bytes;
-            for (const char16_t unit : ToUtf16(cell.bytes)) {
+            for (const char16_t unit : ToUtf16(cell.Bytes())) {
                 bytes += static_cast<char>(unit & 0xffU);
                 bytes += static_cast<char>(unit >> 8U);
             }
@@ -524,7 +525,7 @@ void ToGuid(Cell& cell, const Type& from, const Type& to) {
     if (FamilyOf(from) != Family::text) {
         FailDisallowed(from.base, to.base);
     }
-    std::string_view text = Trimmed(cell.bytes);
+    std::string_view text = Trimmed(cell.Bytes());
     if (text.size() == 38 && text.front() == '{' && text.back() == '}') {
         text = text.substr(1, 36);
     }

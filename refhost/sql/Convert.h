@@ -10,18 +10,18 @@
 
 namespace refhost::sql {
 
-/// A value as SQLite holds it, see `Family`. The text may lie outside the cell.
-struct Cell {
+/// A value as SQLite holds it, see `Family`.
+class Cell {
+public:
     enum class Kind { null, integer, real, text, blob };
 
     Kind kind = Kind::null;
     std::int64_t integer = 0;
     double real = 0;
-    /// Text or blob: what it holds, perhaps in `storage`.
-    std::string_view bytes;
-    std::string storage;
 
     bool IsNull() const { return kind == Kind::null; }
+    /// Text or blob: what it holds.
+    std::string_view Bytes() const { return owned_ ? std::string_view(storage_) : outside_; }
     void SetInteger(std::int64_t value) {
         kind = Kind::integer;
         integer = value;
@@ -32,8 +32,8 @@ struct Cell {
     }
     void SetText(std::string text) {
         kind = Kind::text;
-        storage = std::move(text);
-        bytes = storage;
+        storage_ = std::move(text);
+        owned_ = true;
     }
     void SetBlob(std::string blob) {
         SetText(std::move(blob));
@@ -42,8 +42,22 @@ struct Cell {
     /// Points at bytes that outlive the cell.
     void PointTo(Kind textOrBlob, std::string_view outside) {
         kind = textOrBlob;
-        bytes = outside;
+        outside_ = outside;
+        owned_ = false;
     }
+    /// Keeps the first `size` bytes.
+    void Shorten(std::size_t size) {
+        if (owned_) {
+            storage_.resize(size);
+        } else {
+            outside_ = outside_.substr(0, size);
+        }
+    }
+
+private:
+    std::string_view outside_;
+    std::string storage_;
+    bool owned_ = false;
 };
 
 /// What becomes of a value that is too long for its new type.
@@ -54,7 +68,8 @@ enum class Surplus {
 
 /// Number of UTF-16 units of a UTF-8 text.
 std::size_t Utf16Length(std::string_view text);
-/// What counts against the length of a text column: UTF-16 units, or bytes in the code page (two for what is not ASCII).
+/// What counts against the length of a text column: UTF-16 units, or bytes in the code page (two for what is not
+/// ASCII).
 std::size_t MeasuredLength(std::string_view text, bool national);
 /// UTF-8 to UTF-16 and back, lone surrogates kept.
 std::u16string ToUtf16(std::string_view text);

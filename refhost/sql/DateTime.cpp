@@ -87,7 +87,8 @@ private:
         while (at < text_.size() && text_[at] == ' ') {
             ++at;
         }
-        return at + 1 < text_.size() && (text_[at] == 'A' || text_[at] == 'a' || text_[at] == 'P' || text_[at] == 'p') &&
+        return at + 1 < text_.size() &&
+               (text_[at] == 'A' || text_[at] == 'a' || text_[at] == 'P' || text_[at] == 'p') &&
                (text_[at + 1] == 'M' || text_[at + 1] == 'm') && (at + 2 == text_.size() || text_[at + 2] == ' ');
     }
 
@@ -432,17 +433,15 @@ std::string FormatDate(Ticks ticks, Base base, int style) {
         return fmt::format("{:02}:{:02}:{:02}:{:03}", c.hour, c.minute, c.second, milliseconds);
     case 20:
     case 120:
-        return base == Base::date
-                   ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
-                   : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", c.year, c.month, c.day, c.hour, c.minute,
-                                 c.second);
+        return base == Base::date ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
+                                  : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", c.year, c.month, c.day, c.hour,
+                                                c.minute, c.second);
     case 21:
     case 25:
     case 121:
-        return base == Base::date
-                   ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
-                   : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day, c.hour, c.minute,
-                                 c.second, milliseconds);
+        return base == Base::date ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
+                                  : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day,
+                                                c.hour, c.minute, c.second, milliseconds);
     case 23:
         return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
     case 126:
@@ -455,8 +454,8 @@ std::string FormatDate(Ticks ticks, Base base, int style) {
                                  : fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day,
                                                c.hour, c.minute, c.second, milliseconds);
     default:
-        Fail(host::error_number::syntaxError, "{} is not a valid style number when converting from {} to a character string.",
-             style, NameOf(base));
+        Fail(host::error_number::syntaxError,
+             "{} is not a valid style number when converting from {} to a character string.", style, NameOf(base));
     }
 }
 

@@ -98,7 +98,8 @@ void Definer::RefuseKnown(Schema schema, const std::string& name) {
 
 std::shared_ptr<const Table> Definer::Reload(const Table& table) {
     catalog_.Forget();
-    return catalog_.Get({{std::string(table.schema == Schema::account ? "" : SqliteName(table.schema)), "", table.name}});
+    return catalog_.Get(
+        {{std::string(table.schema == Schema::account ? "" : SqliteName(table.schema)), "", table.name}});
 }
 
 std::string Definer::FreeConstraintName(const Constraint& constraint, const Table& table) {
@@ -119,8 +120,9 @@ std::string Definer::FreeConstraintName(const Constraint& constraint, const Tabl
 void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
                             const std::vector<Constraint>& constraints, std::int64_t seed) {
     if (path.owner != "dbo") {
-        Fail(syntaxError, "The specified schema name \"{}\" either does not exist or you do not have permission to use "
-                          "it.",
+        Fail(syntaxError,
+             "The specified schema name \"{}\" either does not exist or you do not have permission to use "
+             "it.",
              path.owner);
     }
     RefuseKnown(path.schema, path.name);
@@ -133,7 +135,8 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
     for (Column& column : columns) {
         if (table->Find(column.name) >= 0) {
             Fail(syntaxError,
-                 "Column names in each table must be unique. Column name '{}' in table '{}' is specified more than once.",
+                 "Column names in each table must be unique. Column name '{}' in table '{}' is specified more than "
+                 "once.",
                  column.name, path.name);
         }
         identities += column.identity ? 1 : 0;
@@ -141,13 +144,15 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
         table->columns.push_back(std::move(column));
     }
     if (identities > 1) {
-        Fail(syntaxError, "Multiple identity columns specified for table '{}'. Only one identity column per table is "
-                          "allowed.",
+        Fail(syntaxError,
+             "Multiple identity columns specified for table '{}'. Only one identity column per table is "
+             "allowed.",
              path.name);
     }
     if (rowVersions > 1) {
-        Fail(syntaxError, "A table can only have one timestamp column. Because table '{}' already has one, the column "
-                          "cannot be added.",
+        Fail(syntaxError,
+             "A table can only have one timestamp column. Because table '{}' already has one, the column "
+             "cannot be added.",
              path.name);
     }
     for (const Constraint& constraint : constraints) {
@@ -173,7 +178,8 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
         catalog_.AddObject(path.schema, name, XType(constraint.kind), table->id, constraint.conditionText);
         if (constraint.kind == ConstraintKind::check) {
             Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
-            text += fmt::format(", CONSTRAINT {} CHECK {}", Quoted(name), binder.BindCheck(*constraint.condition, *table));
+            text +=
+                fmt::format(", CONSTRAINT {} CHECK {}", Quoted(name), binder.BindCheck(*constraint.condition, *table));
         } else {
             keys.emplace_back(&constraint, name);
         }
@@ -183,8 +189,8 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
         AddKey(*table, *constraint, name);
     }
     if (seed != 1) {
-        Command sequence(db_, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES (?, ?)",
-                                          SqliteName(path.schema)));
+        Command sequence(
+            db_, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES (?, ?)", SqliteName(path.schema)));
         sequence.Bind(path.name).Bind(seed - 1).Step();
     }
 }
@@ -322,8 +328,8 @@ void Definer::Create(const CreateView& create) {
         column.type = select.columns[i].value.type;
         column.nullable = select.columns[i].value.nullable;
         if (column.name.empty()) {
-            Fail(syntaxError,
-                 "Create View or Function failed because no column name was specified for column {}.", i + 1);
+            Fail(syntaxError, "Create View or Function failed because no column name was specified for column {}.",
+                 i + 1);
         }
         if (seen.Find(column.name) >= 0) {
             Fail(syntaxError,
@@ -335,8 +341,8 @@ void Definer::Create(const CreateView& create) {
         catalog_.AddColumn(path.schema, id, static_cast<int>(i) + 1, column);
         seen.columns.push_back(std::move(column));
     }
-    Run(db_, fmt::format("CREATE VIEW {} ({}) AS {}", Qualified(path.schema, path.name), names,
-                         select.Text(false, false)));
+    Run(db_,
+        fmt::format("CREATE VIEW {} ({}) AS {}", Qualified(path.schema, path.name), names, select.Text(false, false)));
     atomic.Commit();
 }
 
@@ -398,8 +404,9 @@ void Definer::DropIndex(const Name& name, bool ifExists) {
     owner.parts.pop_back();
     const std::shared_ptr<const Table> table = catalog_.Get(owner);
     const std::string index = IndexName(table->name, name.Last());
-    Command find(db_, fmt::format("SELECT name FROM {}.sqlite_schema WHERE type = 'index' AND name COLLATE {} IN (?, ?, ?)",
-                                  SqliteName(table->schema), textCollation));
+    Command find(db_,
+                 fmt::format("SELECT name FROM {}.sqlite_schema WHERE type = 'index' AND name COLLATE {} IN (?, ?, ?)",
+                             SqliteName(table->schema), textCollation));
     find.Bind(index).Bind(index + "|blank").Bind(index + "|null");
     std::vector<std::string> found;
     while (find.Step()) {
@@ -447,8 +454,9 @@ void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) 
     const bool empty = !Command(db_, fmt::format("SELECT 1 FROM {} LIMIT 1", table.source)).Step();
     const bool version = column.type.base == Base::timestamp;
     if (version && table.RowVersion() >= 0) {
-        Fail(syntaxError, "A table can only have one timestamp column. Because table '{}' already has one, the column "
-                          "'{}' cannot be added.",
+        Fail(syntaxError,
+             "A table can only have one timestamp column. Because table '{}' already has one, the column "
+             "'{}' cannot be added.",
              table.name, column.name);
     }
     std::string line = fmt::format("{} {}", Quoted(column.name), SqliteDeclaration(column.type));
@@ -514,9 +522,8 @@ void Definer::Alter(const AlterTable& alter) {
     }
     for (const std::string& column : alter.dropColumns) {
         if (table->Find(column) < 0) {
-            Fail(syntaxError,
-                 "ALTER TABLE DROP COLUMN failed because column '{}' does not exist in table '{}'.", column,
-                 table->name);
+            Fail(syntaxError, "ALTER TABLE DROP COLUMN failed because column '{}' does not exist in table '{}'.",
+                 column, table->name);
         }
         Run(db_, fmt::format("ALTER TABLE {} DROP COLUMN {}", table->source, Quoted(column)));
         catalog_.RemoveColumn(table->schema, table->id, column);

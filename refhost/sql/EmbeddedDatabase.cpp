@@ -110,11 +110,11 @@ host::Value ValueOf(const Cell& cell) {
     case Cell::Kind::real:
         return cell.real;
     case Cell::Kind::text:
-        return std::string(cell.bytes);
+        return std::string(cell.Bytes());
     case Cell::Kind::blob:
         break;
     }
-    return host::Bytes{{cell.bytes.begin(), cell.bytes.end()}};
+    return host::Bytes{{cell.Bytes().begin(), cell.Bytes().end()}};
 }
 
 } // namespace
@@ -356,8 +356,7 @@ void EmbeddedDatabase::RunSetOption(const SetOption& option) {
     }
     const std::shared_ptr<const Table> table = catalog_->Get(*option.identityInsert);
     if (table->Identity() < 0) {
-        Fail(syntaxError, "Table '{}' does not have the identity property. Cannot perform SET operation.",
-             table->name);
+        Fail(syntaxError, "Table '{}' does not have the identity property. Cannot perform SET operation.", table->name);
     }
     session_.identityInsert = option.on ? table->id : 0;
     ForgetPlans();
@@ -442,7 +441,8 @@ void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statem
         if (!select.empty()) {
             std::vector<Type> types;
             for (const std::string& column : duplicate.columns) {
-                types.push_back(duplicate.table->columns.at(static_cast<std::size_t>(duplicate.table->Find(column))).type);
+                types.push_back(
+                    duplicate.table->columns.at(static_cast<std::size_t>(duplicate.table->Find(column))).type);
             }
             Fail(duplicate.error.number(), "{} The duplicate key value is {}.", duplicate.error.description(),
                  KeyText(select, types, db_.get()));

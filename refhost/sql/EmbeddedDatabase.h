@@ -1,13 +1,12 @@
 #pragma once
 
+#include "host/Value.h"
 #include "refhost/Database.h"
 #include "refhost/sql/Binder.h"
 #include "refhost/sql/Parser.h"
 #include "refhost/sql/Plan.h"
 #include "refhost/sql/PlanCache.h"
 #include "refhost/sql/Violation.h"
-
-#include "host/Value.h"
 
 #include <memory>
 #include <string>

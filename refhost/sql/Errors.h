@@ -2,9 +2,10 @@
 
 #include "host/Error.h"
 
-#include <fmt/format.h>
 #include <string_view>
 #include <utility>
+
+#include <fmt/format.h>
 
 namespace refhost::sql {
 

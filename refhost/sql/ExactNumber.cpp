@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+
 #include <fmt/format.h>
 
 namespace refhost::sql {

@@ -16,7 +16,8 @@ public:
 
     /// Reads an optional sign, digits and an optional point with digits, nothing else; at most 80 digits.
     static std::optional<ExactNumber> Parse(std::string_view text);
-    /// The number nearest to a double as its shortest decimal text shows it; nothing for infinities and beyond 80 digits.
+    /// The number nearest to a double as its shortest decimal text shows it; nothing for infinities and beyond 80
+    /// digits.
     static std::optional<ExactNumber> FromDouble(double value);
 
     /// Exactly `Scale()` digits behind the point; no point without any.

@@ -1,5 +1,4 @@
 #include "refhost/sql/Binder.h"
-
 #include "refhost/sql/Collation.h"
 #include "refhost/sql/Errors.h"
 #include "refhost/sql/Parser.h"
@@ -26,10 +25,11 @@ struct TextRow {
 };
 
 constexpr std::array textFunctions{
-    TextRow{"left", "k_left", 1, 1},        TextRow{"right", "k_right", 1, 1},   TextRow{"substring", "k_substring", 1, 2},
-    TextRow{"upper", "k_upper", 1, 0},      TextRow{"lower", "k_lower", 1, 0},   TextRow{"ltrim", "ltrim", 1, 0},
-    TextRow{"rtrim", "rtrim", 1, 0},        TextRow{"reverse", "k_reverse", 1, 0}, TextRow{"replace", "k_replace", 3, 0},
-    TextRow{"replicate", "k_replicate", 1, 1},
+    TextRow{"left", "k_left", 1, 1},           TextRow{"right", "k_right", 1, 1},
+    TextRow{"substring", "k_substring", 1, 2}, TextRow{"upper", "k_upper", 1, 0},
+    TextRow{"lower", "k_lower", 1, 0},         TextRow{"ltrim", "ltrim", 1, 0},
+    TextRow{"rtrim", "rtrim", 1, 0},           TextRow{"reverse", "k_reverse", 1, 0},
+    TextRow{"replace", "k_replace", 3, 0},     TextRow{"replicate", "k_replicate", 1, 1},
 };
 
 Bound Expressed(std::string text, const Type& type) {
@@ -115,7 +115,8 @@ Bound Binder::BindFunction(const Expression& expression) {
 Bound Binder::BindAggregate(const std::string& name, const Expression& expression) {
     RequireArguments(expression, 1, 1);
     if (scope_ == nullptr || scope_->inAggregate) {
-        Fail(syntaxError, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
+        Fail(syntaxError,
+             "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
     }
     const Type countType{name == "count_big" ? Base::bigint : Base::integer, 0, 0, 0};
     scope_->aggregated = true;
@@ -143,7 +144,8 @@ Bound Binder::BindAggregate(const std::string& name, const Expression& expressio
         }
         return Expressed(name + "(" + argument + ")", value.type);
     }
-    if (value.type.base == Base::bit || (family != Family::integer && family != Family::exact && family != Family::real)) {
+    if (value.type.base == Base::bit ||
+        (family != Family::integer && family != Family::exact && family != Family::real)) {
         Fail(syntaxError, "Operand data type {} is invalid for {} operator.", NameOf(value.type.base), name);
     }
     if (family == Family::real) {
@@ -156,9 +158,9 @@ Bound Binder::BindAggregate(const std::string& name, const Expression& expressio
                      ? Type{Base::decimal, 0, 38, name == "avg" ? std::max(value.type.scale, 6) : value.type.scale}
                      : Type{Base::money, 0, 0, 4};
     }
-    return Expressed(fmt::format("k_convert(k_{}({}), {}, {}, 0)", name, argument, Pack({Base::decimal, 0, 38, 6}),
-                                 Pack(result)),
-                     result);
+    return Expressed(
+        fmt::format("k_convert(k_{}({}), {}, {}, 0)", name, argument, Pack({Base::decimal, 0, 38, 6}), Pack(result)),
+        result);
 }
 
 Bound Binder::BindTextFunction(const std::string& name, const Expression& expression) {
@@ -249,9 +251,9 @@ Bound Binder::BindDateFunction(const std::string& name, const Expression& expres
     };
     if (name == "getdate" || name == "current_timestamp" || name == "sysdatetime") {
         RequireArguments(expression, 0, 0);
-        Bound now = Expressed(fmt::format("k_convert({}, {}, {}, 0)", nowTicks, Pack({Base::datetime2, 0, 0, 0}),
-                                          Pack(dateType)),
-                              dateType);
+        Bound now = Expressed(
+            fmt::format("k_convert({}, {}, {}, 0)", nowTicks, Pack({Base::datetime2, 0, 0, 0}), Pack(dateType)),
+            dateType);
         now.nullable = false;
         return now;
     }

@@ -10,20 +10,20 @@ namespace refhost::sql {
 namespace {
 
 constexpr std::array reservedWords{
-    "add",        "all",       "alter",     "and",     "any",        "as",        "asc",       "begin",    "between",
-    "break",      "by",        "case",      "check",   "close",      "coalesce",  "collate",   "column",   "commit",
-    "constraint", "contains",  "continue",  "convert", "create",     "cross",     "current",   "cursor",   "database",
-    "declare",    "default",   "delete",    "desc",    "distinct",   "drop",      "else",      "end",      "escape",
-    "except",     "exec",      "execute",   "exists",  "exit",       "fetch",     "for",       "foreign",  "from",
-    "full",       "function",  "goto",      "grant",   "group",      "having",    "holdlock",  "identity", "if",
-    "in",         "index",     "inner",     "insert",  "intersect",  "into",      "is",        "join",     "key",
-    "kill",       "left",      "like",      "merge",   "national",   "nocheck",   "not",       "null",     "nullif",
-    "of",         "off",       "on",        "open",    "option",     "or",        "order",     "outer",    "over",
-    "percent",    "pivot",     "plan",      "primary", "print",      "proc",      "procedure", "public",   "raiserror",
-    "read",       "references", "return",   "revoke",  "right",      "rollback",  "rule",      "save",     "schema",
-    "select",     "set",       "shutdown",  "some",    "statistics", "table",     "then",      "to",       "top",
-    "tran",       "transaction", "trigger", "truncate", "union",     "unique",    "update",    "use",      "user",
-    "values",     "view",      "waitfor",   "when",    "where",      "while",     "with",
+    "add",        "all",         "alter",    "and",      "any",        "as",       "asc",       "begin",    "between",
+    "break",      "by",          "case",     "check",    "close",      "coalesce", "collate",   "column",   "commit",
+    "constraint", "contains",    "continue", "convert",  "create",     "cross",    "current",   "cursor",   "database",
+    "declare",    "default",     "delete",   "desc",     "distinct",   "drop",     "else",      "end",      "escape",
+    "except",     "exec",        "execute",  "exists",   "exit",       "fetch",    "for",       "foreign",  "from",
+    "full",       "function",    "goto",     "grant",    "group",      "having",   "holdlock",  "identity", "if",
+    "in",         "index",       "inner",    "insert",   "intersect",  "into",     "is",        "join",     "key",
+    "kill",       "left",        "like",     "merge",    "national",   "nocheck",  "not",       "null",     "nullif",
+    "of",         "off",         "on",       "open",     "option",     "or",       "order",     "outer",    "over",
+    "percent",    "pivot",       "plan",     "primary",  "print",      "proc",     "procedure", "public",   "raiserror",
+    "read",       "references",  "return",   "revoke",   "right",      "rollback", "rule",      "save",     "schema",
+    "select",     "set",         "shutdown", "some",     "statistics", "table",    "then",      "to",       "top",
+    "tran",       "transaction", "trigger",  "truncate", "union",      "unique",   "update",    "use",      "user",
+    "values",     "view",        "waitfor",  "when",     "where",      "while",    "with",
 };
 
 } // namespace

@@ -8,12 +8,12 @@
 namespace refhost::sql {
 
 enum class LiteralKind : std::uint8_t {
-    text = 1,     ///< 'abc' or N'abc'
-    integer = 2,  ///< a whole number within 32 bits
+    text = 1,      ///< 'abc' or N'abc'
+    integer = 2,   ///< a whole number within 32 bits
     bigNumber = 3, ///< a whole number beyond 32 bits, which is a numeric
-    decimal = 4,  ///< 12.5
-    real = 5,     ///< 1e5
-    binary = 6,   ///< 0xAB
+    decimal = 4,   ///< 12.5
+    real = 5,      ///< 1e5
+    binary = 6,    ///< 0xAB
 };
 
 /// A constant in the text of a statement.

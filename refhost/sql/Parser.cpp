@@ -507,8 +507,8 @@ std::unique_ptr<Transaction> Parser::ParseTransaction(TransactionVerb verb) {
 }
 
 std::unique_ptr<SetOption> Parser::ParseSet() {
-    static constexpr std::array known{"nocount", "ansi_nulls", "ansi_padding", "ansi_warnings", "quoted_identifier",
-                                      "xact_abort", "arithabort", "concat_null_yields_null"};
+    static constexpr std::array known{"nocount",           "ansi_nulls", "ansi_padding", "ansi_warnings",
+                                      "quoted_identifier", "xact_abort", "arithabort",   "concat_null_yields_null"};
     auto option = std::make_unique<SetOption>();
     if (Accept("identity_insert")) {
         option->identityInsert = TakeObjectName();
@@ -1278,8 +1278,8 @@ ExpressionPtr Parser::ParseConvert(bool cast) {
 
 ExpressionPtr Parser::ParseNameOrCall() {
     // Functions whose names are reserved words.
-    const bool reservedCall = (At("left") || At("right") || At("coalesce") || At("nullif") || At("user")) &&
-                              Peek().IsSymbol("(");
+    const bool reservedCall =
+        (At("left") || At("right") || At("coalesce") || At("nullif") || At("user")) && Peek().IsSymbol("(");
     Name name;
     if (reservedCall) {
         name.parts.push_back(token_.text);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 namespace refhost::sql {
 namespace {
@@ -20,10 +21,10 @@ void BindCell(sqlite3_stmt* statement, int index, const Cell& cell, sqlite3_dest
         sqlite3_bind_double(statement, index, cell.real);
         break;
     case Cell::Kind::text:
-        sqlite3_bind_text64(statement, index, cell.bytes.data(), cell.bytes.size(), lifetime, SQLITE_UTF8);
+        sqlite3_bind_text64(statement, index, cell.Bytes().data(), cell.Bytes().size(), lifetime, SQLITE_UTF8);
         break;
     case Cell::Kind::blob:
-        sqlite3_bind_blob64(statement, index, cell.bytes.data(), cell.bytes.size(), lifetime);
+        sqlite3_bind_blob64(statement, index, cell.Bytes().data(), cell.Bytes().size(), lifetime);
         break;
     }
 }
@@ -34,6 +35,36 @@ std::int64_t SmallInteger(std::string_view digits) {
         value = value * 10 + (c - '0');
     }
     return value;
+}
+
+/// The base of a literal's own type.
+Base BaseOf(const Literal& literal) {
+    switch (literal.kind) {
+    case LiteralKind::text:
+        return literal.national ? Base::nvarchar : Base::varchar;
+    case LiteralKind::integer:
+        return Base::integer;
+    case LiteralKind::real:
+        return Base::floating;
+    case LiteralKind::binary:
+        return Base::varbinary;
+    default:
+        return Base::decimal;
+    }
+}
+
+/// A number on its way into a float column, read at once.
+std::optional<double> DirectReal(const Literal& literal, const Slot& slot) {
+    constexpr std::size_t longest = 38;
+    if (slot.steps.size() != 1 || slot.steps.front().to.base != Base::floating || literal.kind == LiteralKind::text ||
+        literal.kind == LiteralKind::binary || literal.body.size() > longest) {
+        return std::nullopt;
+    }
+    double value = 0;
+    if (std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), value).ec != std::errc()) {
+        return std::nullopt;
+    }
+    return slot.negated && value != 0 ? -value : value;
 }
 
 /// Whether a text of so many bytes fits the one step that leads to a text column of varying length as it stands.
@@ -128,7 +159,7 @@ Cell CellOf(const Literal& literal, bool negated) {
 
 Cell Evaluate(const Literal& literal, const Slot& slot) {
     Cell cell = CellOf(literal, slot.negated);
-    Type from = slot.steps.empty() ? Type() : TypeOf(literal);
+    Type from{BaseOf(literal), Type::maxLength, 0, 0};
     for (const Step& step : slot.steps) {
         Convert(cell, from, step.to, step.style, step.surplus);
         from = step.to;
@@ -153,6 +184,10 @@ void BindLiterals(const Plan& plan, const std::vector<Literal>& literals) {
                 sqlite3_bind_int64(statement, index, slot.negated ? -value : value);
                 continue;
             }
+        }
+        if (const std::optional<double> value = DirectReal(literal, slot)) {
+            sqlite3_bind_double(statement, index, *value);
+            continue;
         }
         BindCell(statement, index, Evaluate(literal, slot), SQLITE_TRANSIENT);
     }

@@ -30,10 +30,9 @@ public:
     std::int64_t Integer(int i) const { return sqlite3_value_int64(arguments_[i]); }
     double Real(int i) const { return sqlite3_value_double(arguments_[i]); }
     std::string_view Text(int i) const {
-        const auto* text = static_cast<const char*>(
-            sqlite3_value_type(arguments_[i]) == SQLITE_BLOB
-                ? sqlite3_value_blob(arguments_[i])
-                : static_cast<const void*>(sqlite3_value_text(arguments_[i])));
+        const auto* text = static_cast<const char*>(sqlite3_value_type(arguments_[i]) == SQLITE_BLOB
+                                                        ? sqlite3_value_blob(arguments_[i])
+                                                        : static_cast<const void*>(sqlite3_value_text(arguments_[i])));
         return text == nullptr ? std::string_view()
                                : std::string_view(text, static_cast<std::size_t>(sqlite3_value_bytes(arguments_[i])));
     }
@@ -78,9 +77,9 @@ public:
         case Cell::Kind::real:
             return Return(cell.real);
         case Cell::Kind::text:
-            return Return(cell.bytes);
+            return Return(cell.Bytes());
         case Cell::Kind::blob:
-            return ReturnBlob(cell.bytes);
+            return ReturnBlob(cell.Bytes());
         }
     }
 
@@ -90,8 +89,7 @@ private:
     int count_;
 };
 
-template <class Body>
-void Guarded(sqlite3_context* context, const Body& body) {
+template <class Body> void Guarded(sqlite3_context* context, const Body& body) {
     try {
         body();
     } catch (const host::Error& error) {
@@ -102,8 +100,7 @@ void Guarded(sqlite3_context* context, const Body& body) {
     }
 }
 
-template <void (*Function)(Call&)>
-void Entry(sqlite3_context* context, int count, sqlite3_value** arguments) {
+template <void (*Function)(Call&)> void Entry(sqlite3_context* context, int count, sqlite3_value** arguments) {
     Guarded(context, [&] {
         Call call(context, arguments, count);
         Function(call);
@@ -220,8 +217,7 @@ void RealArithmetic(Call& call, Operation operation) {
     call.Return(result);
 }
 
-template <Operation operation>
-void Arithmetic(Call& call) {
+template <Operation operation> void Arithmetic(Call& call) {
     if (call.AnyNull(2)) {
         return call.ReturnNull();
     }
@@ -312,8 +308,7 @@ void SubstringFunction(Call& call) {
     call.Return(Slice(call.Text(0), start, length));
 }
 
-template <char32_t (*Map)(char32_t)>
-void MapFunction(Call& call) {
+template <char32_t (*Map)(char32_t)> void MapFunction(Call& call) {
     if (call.IsNull(0)) {
         return call.ReturnNull();
     }
@@ -332,8 +327,8 @@ std::size_t FindFolded(const std::u16string& text, const std::u16string& needle,
     if (from > text.size()) {
         return std::u16string::npos;
     }
-    const auto found = std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), needle.begin(),
-                                   needle.end(), same);
+    const auto found =
+        std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), needle.begin(), needle.end(), same);
     return found == text.end() && !needle.empty() ? std::u16string::npos
                                                   : static_cast<std::size_t>(found - text.begin());
 }
@@ -518,8 +513,8 @@ void LikeFunction(Call& call) {
     if (!matches && !text.empty() && text.back() == U' ') {
         // Trailing blanks of the value do not count.
         const std::size_t last = text.find_last_not_of(U' ');
-        matches = LikeMatcher(text.substr(0, last == std::u32string::npos ? 0 : last + 1), pattern, escapePoint)
-                      .Matches();
+        matches =
+            LikeMatcher(text.substr(0, last == std::u32string::npos ? 0 : last + 1), pattern, escapePoint).Matches();
     }
     call.Return(std::int64_t{matches ? 1 : 0});
 }
@@ -613,8 +608,7 @@ void RoundFunction(Call& call) {
     const std::int64_t digits = call.Integer(1);
     switch (FamilyOf(type)) {
     case Family::integer: {
-        const std::optional<std::int64_t> value =
-            RoundExact(ExactNumber(call.Integer(0)), digits, cut).ToInteger();
+        const std::optional<std::int64_t> value = RoundExact(ExactNumber(call.Integer(0)), digits, cut).ToInteger();
         CheckRange(value.value_or(0), type.base, Base::bigint);
         return call.Return(value.value_or(0));
     }
@@ -811,8 +805,7 @@ void SumStep(sqlite3_context* context, int /*count*/, sqlite3_value** arguments)
     });
 }
 
-template <bool average>
-void SumFinal(sqlite3_context* context) {
+template <bool average> void SumFinal(sqlite3_context* context) {
     Guarded(context, [&] {
         const std::unique_ptr<Sum> sum(SumOf(context, false));
         if (!sum || sum->count == 0) {
@@ -906,8 +899,8 @@ std::string Runtime::NextRowVersion(Schema schema) {
     const bool outer = std::exchange(stepping, false);
     StatementHandle& counter = counters_.at(static_cast<std::size_t>(schema));
     if (!counter) {
-        counter = Prepare(db_, fmt::format("UPDATE {}.\"sys:counter\" SET value = value + 1 RETURNING value",
-                                           SqliteName(schema)));
+        counter = Prepare(
+            db_, fmt::format("UPDATE {}.\"sys:counter\" SET value = value + 1 RETURNING value", SqliteName(schema)));
     }
     if (sqlite3_step(counter.get()) != SQLITE_ROW) {
         sqlite3_reset(counter.get());
@@ -931,16 +924,21 @@ std::optional<DatePart> DatePartNamed(std::string_view word) {
         DatePart part;
     };
     static constexpr std::array words{
-        Row{"year", DatePart::year},          Row{"yy", DatePart::year},           Row{"yyyy", DatePart::year},
-        Row{"quarter", DatePart::quarter},    Row{"qq", DatePart::quarter},        Row{"q", DatePart::quarter},
-        Row{"month", DatePart::month},        Row{"mm", DatePart::month},          Row{"m", DatePart::month},
-        Row{"dayofyear", DatePart::dayOfYear}, Row{"dy", DatePart::dayOfYear},     Row{"y", DatePart::dayOfYear},
-        Row{"day", DatePart::day},            Row{"dd", DatePart::day},            Row{"d", DatePart::day},
-        Row{"week", DatePart::week},          Row{"wk", DatePart::week},           Row{"ww", DatePart::week},
-        Row{"weekday", DatePart::weekday},    Row{"dw", DatePart::weekday},        Row{"w", DatePart::weekday},
-        Row{"hour", DatePart::hour},          Row{"hh", DatePart::hour},           Row{"minute", DatePart::minute},
-        Row{"mi", DatePart::minute},          Row{"n", DatePart::minute},          Row{"second", DatePart::second},
-        Row{"ss", DatePart::second},          Row{"s", DatePart::second},          Row{"millisecond", DatePart::millisecond},
+        Row{"year", DatePart::year},       Row{"yy", DatePart::year},
+        Row{"yyyy", DatePart::year},       Row{"quarter", DatePart::quarter},
+        Row{"qq", DatePart::quarter},      Row{"q", DatePart::quarter},
+        Row{"month", DatePart::month},     Row{"mm", DatePart::month},
+        Row{"m", DatePart::month},         Row{"dayofyear", DatePart::dayOfYear},
+        Row{"dy", DatePart::dayOfYear},    Row{"y", DatePart::dayOfYear},
+        Row{"day", DatePart::day},         Row{"dd", DatePart::day},
+        Row{"d", DatePart::day},           Row{"week", DatePart::week},
+        Row{"wk", DatePart::week},         Row{"ww", DatePart::week},
+        Row{"weekday", DatePart::weekday}, Row{"dw", DatePart::weekday},
+        Row{"w", DatePart::weekday},       Row{"hour", DatePart::hour},
+        Row{"hh", DatePart::hour},         Row{"minute", DatePart::minute},
+        Row{"mi", DatePart::minute},       Row{"n", DatePart::minute},
+        Row{"second", DatePart::second},   Row{"ss", DatePart::second},
+        Row{"s", DatePart::second},        Row{"millisecond", DatePart::millisecond},
         Row{"ms", DatePart::millisecond},
     };
     for (const Row& row : words) {

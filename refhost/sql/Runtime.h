@@ -1,8 +1,7 @@
 #pragma once
 
-#include "refhost/sql/Sqlite.h"
-
 #include "host/Error.h"
+#include "refhost/sql/Sqlite.h"
 
 #include <array>
 #include <optional>

@@ -1,5 +1,4 @@
 #include "refhost/sql/Binder.h"
-
 #include "refhost/sql/Collation.h"
 #include "refhost/sql/Errors.h"
 
@@ -362,8 +361,9 @@ BoundSelect::Member Binder::BindMember(const Select& select, std::vector<OutputC
         for (const OutputColumn& column : columns) {
             // Whole items may be grouped; the columns of the rest are tested together below.
             if (std::find(scope.groups.begin(), scope.groups.end(), column.value.text) != scope.groups.end()) {
-                std::erase_if(scope.bareColumns,
-                              [&](const std::string& text) { return column.value.text.find(text) != std::string::npos; });
+                std::erase_if(scope.bareColumns, [&](const std::string& text) {
+                    return column.value.text.find(text) != std::string::npos;
+                });
             }
         }
         CheckGrouped(Bound(), "select list");

@@ -41,8 +41,9 @@ bool Command::Step() {
 
 std::string Command::Text(int column) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_.get(), column));
-    return text == nullptr ? std::string()
-                           : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column)));
+    return text == nullptr
+               ? std::string()
+               : std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_.get(), column)));
 }
 
 Cell ReadCell(sqlite3_stmt* statement, int column) {
@@ -86,9 +87,9 @@ std::string Spelled(const Cell& cell) {
     case Cell::Kind::blob:
         break;
     }
-    const bool hex = cell.kind == Cell::Kind::blob || cell.bytes.find('\0') != std::string_view::npos;
+    const bool hex = cell.kind == Cell::Kind::blob || cell.Bytes().find('\0') != std::string_view::npos;
     std::string text = hex ? "x'" : "'";
-    for (const char c : cell.bytes) {
+    for (const char c : cell.Bytes()) {
         if (hex) {
             text += fmt::format("{:02x}", static_cast<unsigned char>(c));
         } else {

@@ -5,9 +5,10 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <sqlite3.h>
 #include <string>
 #include <string_view>
+
+#include <sqlite3.h>
 
 namespace refhost::sql {
 

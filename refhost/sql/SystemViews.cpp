@@ -1,5 +1,4 @@
 #include "refhost/sql/Catalog.h"
-
 #include "refhost/sql/Collation.h"
 #include "refhost/sql/Errors.h"
 

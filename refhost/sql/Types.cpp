@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <array>
-#include <fmt/format.h>
 #include <utility>
+
+#include <fmt/format.h>
 
 namespace refhost::sql {
 namespace {

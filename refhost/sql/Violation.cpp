@@ -35,7 +35,8 @@ std::vector<std::string> ColumnsIn(std::string_view subject, std::string_view ta
 }
 
 std::vector<std::string> ColumnsOfIndex(const Table& table, const std::string& index, sqlite3* db) {
-    Command members(db, fmt::format("SELECT name FROM pragma_index_info(?, '{}') ORDER BY seqno", SqliteName(table.schema)));
+    Command members(
+        db, fmt::format("SELECT name FROM pragma_index_info(?, '{}') ORDER BY seqno", SqliteName(table.schema)));
     members.Bind(index);
     std::vector<std::string> names;
     while (members.Step()) {
@@ -46,8 +47,8 @@ std::vector<std::string> ColumnsOfIndex(const Table& table, const std::string& i
 
 /// The T-SQL name of the unique index over exactly these columns; empty for SQLite's row number.
 std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& columns, sqlite3* db) {
-    Command indexes(db, fmt::format("SELECT name FROM pragma_index_list(?, '{}') WHERE \"unique\" = 1",
-                                    SqliteName(table.schema)));
+    Command indexes(
+        db, fmt::format("SELECT name FROM pragma_index_list(?, '{}') WHERE \"unique\" = 1", SqliteName(table.schema)));
     indexes.Bind(table.name);
     while (indexes.Step()) {
         const std::string index = indexes.Text(0);
@@ -79,10 +80,10 @@ std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& 
         kind = "PK";
     }
     std::string message =
-        kind.empty()
-            ? fmt::format("Cannot insert duplicate key row in object 'dbo.{}' with unique index '{}'.", table.name, index)
-            : fmt::format("Violation of {} constraint '{}'. Cannot insert duplicate key in object 'dbo.{}'.",
-                          kind == "PK" ? "PRIMARY KEY" : "UNIQUE KEY", index, table.name);
+        kind.empty() ? fmt::format("Cannot insert duplicate key row in object 'dbo.{}' with unique index '{}'.",
+                                   table.name, index)
+                     : fmt::format("Violation of {} constraint '{}'. Cannot insert duplicate key in object 'dbo.{}'.",
+                                   kind == "PK" ? "PRIMARY KEY" : "UNIQUE KEY", index, table.name);
     throw DuplicateKey{host::Error(integrityViolation, std::move(message)), target, std::move(columns)};
 }
 
@@ -96,9 +97,10 @@ void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
         const Table& table = *plan.target;
         switch (code) {
         case SQLITE_CONSTRAINT_NOTNULL:
-            Fail(integrityViolation,
-                 "Cannot insert the value NULL into column '{}', table 'dbo.{}'; column does not allow nulls. {} fails.",
-                 subject.substr(std::min(table.name.size() + 1, subject.size())), table.name, Verb(plan.kind));
+            Fail(
+                integrityViolation,
+                "Cannot insert the value NULL into column '{}', table 'dbo.{}'; column does not allow nulls. {} fails.",
+                subject.substr(std::min(table.name.size() + 1, subject.size())), table.name, Verb(plan.kind));
         case SQLITE_CONSTRAINT_CHECK:
             Fail(integrityViolation,
                  "The {} statement conflicted with the CHECK constraint \"{}\". The conflict occurred in database "
@@ -132,7 +134,7 @@ std::string KeyText(const std::string& select, const std::vector<Type>& types, s
         Cell cell = ReadCell(statement.get(), column);
         Convert(cell, type, {Base::nvarchar, Type::maxLength, 0, 0}, 0, Surplus::cut);
         text += column++ > 0 ? ", " : "";
-        text += cell.IsNull() ? std::string_view("<NULL>") : cell.bytes;
+        text += cell.IsNull() ? std::string_view("<NULL>") : cell.Bytes();
     }
     return text + ")";
 }

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "refhost/sql/Plan.h"
-
 #include "host/Error.h"
+#include "refhost/sql/Plan.h"
 
 namespace refhost::sql {
 

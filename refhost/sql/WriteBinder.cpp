@@ -1,5 +1,4 @@
 #include "refhost/sql/Binder.h"
-
 #include "refhost/sql/Collation.h"
 #include "refhost/sql/Errors.h"
 
@@ -22,7 +21,8 @@ bool IsEmptyValue(const Expression& value) { return value.node == Node::null || 
 std::shared_ptr<const Table> Binder::WritableTable(const Name& name) {
     std::shared_ptr<const Table> table = catalog_.Get(name);
     if (table->view) {
-        Fail(syntaxError, "View or function '{}' is not updatable because the modification affects multiple base tables.",
+        Fail(syntaxError,
+             "View or function '{}' is not updatable because the modification affects multiple base tables.",
              name.Text());
     }
     return table;
@@ -65,12 +65,13 @@ Plan Binder::BindInsert(const Insert& insert) {
             Fail(syntaxError, "Invalid column name '{}'.", name);
         }
         if (std::find(targets.begin(), targets.end(), position) != targets.end()) {
-            Fail(syntaxError,
-                 "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
-                 "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
-                 "a column is updated only once. If this statement updates or inserts columns to a view, column "
-                 "aliasing can conceal the duplication in your code.",
-                 name);
+            Fail(
+                syntaxError,
+                "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
+                "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
+                "a column is updated only once. If this statement updates or inserts columns to a view, column "
+                "aliasing can conceal the duplication in your code.",
+                name);
         }
         targets.push_back(position);
     }
@@ -91,10 +92,11 @@ Plan Binder::BindInsert(const Insert& insert) {
         }
         const bool query = insert.select != nullptr;
         if (query) {
-            Fail(syntaxError,
-                 "The select list for the INSERT statement contains {} items than the insert list. The number of SELECT "
-                 "values must match the number of INSERT columns.",
-                 count < targets.size() ? "fewer" : "more");
+            Fail(
+                syntaxError,
+                "The select list for the INSERT statement contains {} items than the insert list. The number of SELECT "
+                "values must match the number of INSERT columns.",
+                count < targets.size() ? "fewer" : "more");
         }
         Fail(syntaxError,
              "There are {} columns in the INSERT statement than values specified in the VALUES clause. The number of "
@@ -122,9 +124,8 @@ Plan Binder::BindInsert(const Insert& insert) {
     std::vector<std::size_t> used;
     for (std::size_t i = 0; i < targets.size(); ++i) {
         const Column& column = table->columns[static_cast<std::size_t>(targets[i])];
-        const bool empty = !insert.rows.empty() && std::all_of(insert.rows.begin(), insert.rows.end(), [&](const auto& row) {
-            return IsEmptyValue(*row[i]);
-        });
+        const bool empty = !insert.rows.empty() && std::all_of(insert.rows.begin(), insert.rows.end(),
+                                                               [&](const auto& row) { return IsEmptyValue(*row[i]); });
         if (column.type.base == Base::timestamp && empty) {
             continue;
         }
@@ -244,8 +245,8 @@ Plan Binder::BindUpdate(const Update& update) {
             WritableTable({{table->name}});
         }
     }
-    std::string text = fmt::format("UPDATE {} AS {} SET ", table->source,
-                                   from.empty() ? scope.sources.front().sqlName : "target");
+    std::string text =
+        fmt::format("UPDATE {} AS {} SET ", table->source, from.empty() ? scope.sources.front().sqlName : "target");
     // With a FROM clause the new values are columns of a query that also tells the row they belong to.
     std::string query = fmt::format("SELECT {}.rowid AS id", joined);
     std::vector<int> assigned;
@@ -255,12 +256,13 @@ Plan Binder::BindUpdate(const Update& update) {
             Fail(syntaxError, "Invalid column name '{}'.", assignment.column);
         }
         if (std::find(assigned.begin(), assigned.end(), position) != assigned.end()) {
-            Fail(syntaxError,
-                 "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
-                 "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
-                 "a column is updated only once. If this statement updates or inserts columns to a view, column "
-                 "aliasing can conceal the duplication in your code.",
-                 assignment.column);
+            Fail(
+                syntaxError,
+                "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
+                "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
+                "a column is updated only once. If this statement updates or inserts columns to a view, column "
+                "aliasing can conceal the duplication in your code.",
+                assignment.column);
         }
         const Column& column = table->columns[static_cast<std::size_t>(position)];
         RefuseExplicit(*table, column, false);
@@ -307,8 +309,8 @@ Plan Binder::BindDelete(const Delete& del) {
         const std::string from = BindFrom(del.from);
         std::string joined;
         for (const ScopeSource& source : scope.sources) {
-            if (source.table && (EqualNames(source.alias, del.target.Last()) ||
-                                 EqualNames(source.tableName, del.target.Last()))) {
+            if (source.table &&
+                (EqualNames(source.alias, del.target.Last()) || EqualNames(source.tableName, del.target.Last()))) {
                 table = source.table;
                 joined = source.sqlName;
                 break;

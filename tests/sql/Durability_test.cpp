@@ -30,14 +30,16 @@ protected:
 TEST_F(Durability, AFileThatIsNotThereIsNotMade) {
     EXPECT_EQ(OpenError(Connection("none.db")), host::error_number::unspecified);
     EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
-    EXPECT_EQ(OpenError("Provider=KovraAccount;Data Source=" + folder_.path().string()), host::error_number::unspecified);
+    EXPECT_EQ(OpenError("Provider=KovraAccount;Data Source=" + folder_.path().string()),
+              host::error_number::unspecified);
     EXPECT_EQ(OpenError("Provider=KovraAccount"), host::error_number::unspecified);
     EXPECT_TRUE(std::filesystem::is_empty(folder_.path()));
 }
 
 TEST_F(Durability, AFileThatIsNoDatabaseIsRefusedAndKept) {
-    std::ofstream(File("text.db")) << "this is no database, and long enough to have a header of 100 bytes if it were one: "
-                                      "................................................";
+    std::ofstream(File("text.db"))
+        << "this is no database, and long enough to have a header of 100 bytes if it were one: "
+           "................................................";
     std::ofstream(File("empty.db")).flush();
     EXPECT_EQ(OpenError(Connection("text.db")), host::error_number::unspecified);
     EXPECT_EQ(OpenError(Connection("empty.db")), host::error_number::unspecified);

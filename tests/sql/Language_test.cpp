@@ -24,7 +24,9 @@ TEST(Language, QueriesInAllForms) {
             Case{"select count(*) from a, b where a.id = b.id", "2"},
             Case{"select d.n from (select g, count(*) as n from a group by g having count(*) > 1) d", "2"},
             Case{"select g, max(name) from a where name is not null group by g", "1 '甲'"},
-            Case{"select id from a where id in (select id from b) and not exists (select 1 from b where b.id = a.id + 1)", "2"},
+            Case{"select id from a where id in (select id from b) and not exists (select 1 from b where b.id = a.id + "
+                 "1)",
+                 "2"},
             Case{"select (select count(*) from b where b.id <= a.id) from a order by id", "1 | 2 | 2"},
             Case{"select id from a where name like N'甲%' or id between 3 and 5", "1 | 3"},
             Case{"select id from a where name not like '[乙]'", "1"},
@@ -32,7 +34,8 @@ TEST(Language, QueriesInAllForms) {
             Case{"select case when name is null then 0 else len(name) end from a", "1 | 1 | 0"},
             Case{"select id from a where id = 1 union select id from a where id < 3", "1 | 2"},
             Case{"select id from a where id = 1 union all select id from a where id < 3 order by id desc", "2 | 1 | 1"},
-            Case{"select coalesce(Null, name, 'none'), nullif(g, 2), isnull(name, N'?') from a where id = 3", "'none' Null '?'"},
+            Case{"select coalesce(Null, name, 'none'), nullif(g, 2), isnull(name, N'?') from a where id = 3",
+                 "'none' Null '?'"},
             Case{"update a set name = b.txt from a inner join b on a.id = b.id where b.id = 2", ""},
             Case{"update x set g = 9 from a x where x.id = 3", ""},
             Case{"delete a from a inner join b on a.id = b.id where b.id = 1", ""},
@@ -61,27 +64,29 @@ TEST(Language, QueriesInAllForms) {
 
 TEST(Language, Functions) {
     const auto db = OpenMemory();
-    RunCases(*db, std::array{
-                      Case{"select len(N'中文  '), len(''), left(N'中文字', 2), right('abc', 2), substring('abcdef', 2, 3)",
-                           "2 0 '中文' 'bc' 'bcd'"},
-                      Case{"select substring('abc', 0, 2), substring('abc', 3, 9), left('abc', 9)", "'a' 'c' 'abc'"},
-                      Case{"select left('abc', -1)",
-                           "-2147467259: Invalid length parameter passed to the left function."},
-                      Case{"select ltrim('  a '), rtrim(' a  '), upper(N'éa'), lower('ABC')", "'a ' ' a' 'ÉA' 'abc'"},
-                      Case{"select replace('aXbx', 'x', '-'), charindex('B', 'abab'), charindex('b', 'abab', 3), charindex('z', 'a')",
-                           "'a-b-' 2 4 0"},
-                      Case{"select year('2023-05-01'), month('2023-05-01'), day('2023-05-01')", "2023 5 1"},
-                      Case{"select datediff(day, '2023-01-31 23:59', '2023-02-01'), datediff(mm, '2023-01-31', '2023-03-01'), "
-                           "datediff(yy, '2022-12-31', '2023-01-01')",
-                           "1 2 1"},
-                      Case{"select convert(varchar(10), dateadd(month, 1, '2023-01-31'), 120), "
-                           "convert(varchar(10), dateadd(d, -1, '2023-03-01'), 120)",
-                           "'2023-02-28' '2023-02-28'"},
-                      Case{"select convert(varchar(10), cast('2023-01-31' as datetime) + 1, 120)", "'2023-02-01'"},
-                      Case{"select datepart(weekday, '2023-05-01'), datepart(dy, '2023-02-01')", "2 32"},
-                      Case{"select nosuch(1)", "-2147217900: 'nosuch' is not a recognized built-in function name."},
-                      Case{"select len()", "-2147217900: The len function requires 1 argument(s)."},
-                  });
+    RunCases(
+        *db,
+        std::array{
+            Case{"select len(N'中文  '), len(''), left(N'中文字', 2), right('abc', 2), substring('abcdef', 2, 3)",
+                 "2 0 '中文' 'bc' 'bcd'"},
+            Case{"select substring('abc', 0, 2), substring('abc', 3, 9), left('abc', 9)", "'a' 'c' 'abc'"},
+            Case{"select left('abc', -1)", "-2147467259: Invalid length parameter passed to the left function."},
+            Case{"select ltrim('  a '), rtrim(' a  '), upper(N'éa'), lower('ABC')", "'a ' ' a' 'ÉA' 'abc'"},
+            Case{"select replace('aXbx', 'x', '-'), charindex('B', 'abab'), charindex('b', 'abab', 3), charindex('z', "
+                 "'a')",
+                 "'a-b-' 2 4 0"},
+            Case{"select year('2023-05-01'), month('2023-05-01'), day('2023-05-01')", "2023 5 1"},
+            Case{"select datediff(day, '2023-01-31 23:59', '2023-02-01'), datediff(mm, '2023-01-31', '2023-03-01'), "
+                 "datediff(yy, '2022-12-31', '2023-01-01')",
+                 "1 2 1"},
+            Case{"select convert(varchar(10), dateadd(month, 1, '2023-01-31'), 120), "
+                 "convert(varchar(10), dateadd(d, -1, '2023-03-01'), 120)",
+                 "'2023-02-28' '2023-02-28'"},
+            Case{"select convert(varchar(10), cast('2023-01-31' as datetime) + 1, 120)", "'2023-02-01'"},
+            Case{"select datepart(weekday, '2023-05-01'), datepart(dy, '2023-02-01')", "2 32"},
+            Case{"select nosuch(1)", "-2147217900: 'nosuch' is not a recognized built-in function name."},
+            Case{"select len()", "-2147217900: The len function requires 1 argument(s)."},
+        });
 }
 
 TEST(Language, NullIsUnknown) {

@@ -71,8 +71,9 @@ TEST(Plans, KeysAreLookedUpInIndexes) {
     db->Execute("create table IA_OppHead (AutoID int identity(1,1) primary key, cRdCode nvarchar(12), cInvcCode "
                 "nvarchar(12), cInvCode nvarchar(60), cDepCode nvarchar(12), iYear smallint)");
     db->Execute("create index ix on IA_OppHead (cInvCode, cDepCode, cInvcCode, cRdCode, iYear)");
-    db->Execute("create table code (iyear smallint not null, ccode nvarchar(40) not null, bend bit, primary key (ccode, "
-                "iyear))");
+    db->Execute(
+        "create table code (iyear smallint not null, ccode nvarchar(40) not null, bend bit, primary key (ccode, "
+        "iyear))");
     EXPECT_EQ(Search(*db, "select ccode from code where ccode = '1' and  bend =1 and iyear =2023").substr(0, 40),
               "SEARCH t0 USING INDEX code|PK__code__75D");
     const std::string all = "(<expr>=? AND <expr>=? AND <expr>=? AND <expr>=? AND iYear=?)";
@@ -81,7 +82,8 @@ TEST(Plans, KeysAreLookedUpInIndexes) {
              "isnull(cDepCode,N'') = N'' And iyear = 2023",
              "cRdCode = N'101' And isnull(cInvcCode,N'') = N'' And isnull(cInvCode,N'') = N'' And cDepCode = N'02' And "
              "iyear = 2023",
-             "isnull(cRdCode,N'') = N'' And isnull(cInvcCode,N'') = N'' And cInvCode = N'A1' And isnull(cDepCode,N'') = "
+             "isnull(cRdCode,N'') = N'' And isnull(cInvcCode,N'') = N'' And cInvCode = N'A1' And isnull(cDepCode,N'') "
+             "= "
              "N'' And iyear = 2023",
          }) {
         EXPECT_EQ(Search(*db, std::string("Select AutoID From IA_OppHead Where ") + condition),
@@ -90,9 +92,10 @@ TEST(Plans, KeysAreLookedUpInIndexes) {
     }
     EXPECT_EQ(Search(*db, "Select AutoID From IA_OppHead Where cInvCode = 'A1' And cDepCode = '02' And iyear = 2023"),
               "SEARCH t0 USING INDEX IA_OppHead|ix (<expr>=? AND <expr>=?)");
-    EXPECT_EQ(Search(*db, "Select b.AutoID From code a inner join IA_OppHead b on a.ccode = b.cInvCode and a.iyear = 2023")
-                  .substr(0, 10),
-              "SEARCH t0 ");
+    EXPECT_EQ(
+        Search(*db, "Select b.AutoID From code a inner join IA_OppHead b on a.ccode = b.cInvCode and a.iyear = 2023")
+            .substr(0, 10),
+        "SEARCH t0 ");
     EXPECT_EQ(Search(*db, "Select b.AutoID From code a left join IA_OppHead b on a.ccode = b.cInvCode"),
               "SEARCH t1 USING AUTOMATIC COVERING INDEX (cInvCode=?) LEFT-JOIN");
     // Null is not the empty text, whatever the index holds.
@@ -118,12 +121,85 @@ TEST(Robustness, AnyTextGivesAnAnswerOrAnError) {
     db->Execute("create table t (a nvarchar(10), n int, d decimal(10,2), dt datetime)");
     db->Execute("insert into t values (N'甲', 1, 1.5, '2023-01-01')");
     const std::vector<std::string> pieces{
-        "select", "top", "1", "*", "from", "t", "where", "a", "=", "'x'", "N'中'", "and", "or", "(", ")", ",", "n", "d", "dt",
-        "+", "-", "/", "0", "2.5", "1e400", "99999999999999999999999999999999999999999", "null", "is", "not", "in", "like",
-        "between", "case", "when", "then", "end", "isnull(", "cast(", "as", "int", "decimal(38,4)", "insert into", "values",
-        "update", "set", "delete", "group by", "order by", "union", "exists", "sum(", "count(", "left(", "convert(varchar(5),",
-        ";", "'", "[", "]", "\"", "/*", "--", "\n", "0x", "0xZ", "@@identity", ".", "..", "%", "create table u (", "drop table u",
-        "begin", "if", std::string(1, '\0'), "\xff\xfe", "\x01", "create view w as", "create index", "identity(1,1)", "default",
+        "select",
+        "top",
+        "1",
+        "*",
+        "from",
+        "t",
+        "where",
+        "a",
+        "=",
+        "'x'",
+        "N'中'",
+        "and",
+        "or",
+        "(",
+        ")",
+        ",",
+        "n",
+        "d",
+        "dt",
+        "+",
+        "-",
+        "/",
+        "0",
+        "2.5",
+        "1e400",
+        "99999999999999999999999999999999999999999",
+        "null",
+        "is",
+        "not",
+        "in",
+        "like",
+        "between",
+        "case",
+        "when",
+        "then",
+        "end",
+        "isnull(",
+        "cast(",
+        "as",
+        "int",
+        "decimal(38,4)",
+        "insert into",
+        "values",
+        "update",
+        "set",
+        "delete",
+        "group by",
+        "order by",
+        "union",
+        "exists",
+        "sum(",
+        "count(",
+        "left(",
+        "convert(varchar(5),",
+        ";",
+        "'",
+        "[",
+        "]",
+        "\"",
+        "/*",
+        "--",
+        "\n",
+        "0x",
+        "0xZ",
+        "@@identity",
+        ".",
+        "..",
+        "%",
+        "create table u (",
+        "drop table u",
+        "begin",
+        "if",
+        std::string(1, '\0'),
+        "\xff\xfe",
+        "\x01",
+        "create view w as",
+        "create index",
+        "identity(1,1)",
+        "default",
     };
     std::mt19937 random(42);
     std::size_t answered = 0;
@@ -151,8 +227,9 @@ TEST(Robustness, DeepAndLongStatementsAreBounded) {
         }
         return all;
     };
-    const std::string deep = "-2147217900: Some part of your SQL statement is nested too deeply. Rewrite the query or break "
-                             "it up into smaller queries.";
+    const std::string deep =
+        "-2147217900: Some part of your SQL statement is nested too deeply. Rewrite the query or break "
+        "it up into smaller queries.";
     for (const int times : {100000, 30}) {
         EXPECT_EQ(Answer(*db, "select " + repeat("(", times) + "1" + repeat(")", times)), times > 1000 ? deep : "1");
         EXPECT_EQ(Answer(*db, "select 1 where " + repeat("not ", times) + "1=1"), times > 1000 ? deep : "1");

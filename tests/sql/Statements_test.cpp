@@ -16,7 +16,8 @@ protected:
         connection_.Open(memory, "", "", host::command_option::unspecified);
         refhost::CreateAccount(connection_, "001", false);
         for (const char* sql : {
-                 "insert into AccInformation (cSysID, cName, cValue, cDefault) values ('IA', 'cValueStyle', N'按存货核算', "
+                 "insert into AccInformation (cSysID, cName, cValue, cDefault) values ('IA', 'cValueStyle', "
+                 "N'按存货核算', "
                  "Null)",
                  "insert into AccInformation (cSysID, cName, cValue, cDefault) values ('ca', 'dCAFirstDate', "
                  "'2023-01-01', Null)",
@@ -79,14 +80,18 @@ TEST_F(Statements, OfEveryClass) {
                  "iYear) \r\n VALUES ('01', 'C1', '1405', Null,Null,Null,Null,Null,2023)",
                  ""},
             Case{"Select AutoID From IA_HeadSet Where cWhCode = '01' And cInvCCode = 'C1' And iyear = 2023", "1"},
-            Case{"Update IA_HeadSet Set \r\n cWhCode = '01', \r\n cInvCCode = Null,\r\n cInvHead = '1405', \r\n cDifHead = "
-                 "Null,\r\n cOutHead = Null,\r\n cEnDispHead = Null,\r\n czyHead = Null,\r\n cInvCode = 'A1', \r\n iYear "
+            Case{"Update IA_HeadSet Set \r\n cWhCode = '01', \r\n cInvCCode = Null,\r\n cInvHead = '1405', \r\n "
+                 "cDifHead = "
+                 "Null,\r\n cOutHead = Null,\r\n cEnDispHead = Null,\r\n czyHead = Null,\r\n cInvCode = 'A1', \r\n "
+                 "iYear "
                  "= 2023\r\nWhere AutoID = 1",
                  ""},
-            Case{"Update IA_HeadSet Set \r\n cWhCode = '01', \r\n cInvCCode = Null,\r\n cInvHead = '1405', \r\n cDifHead = "
-                 "Null,\r\n cOutHead = Null,\r\n cEnDispHead = Null,\r\n czyHead = Null,\r\n cInvCode = Null \r\n iYear "
-                 "= 2023\r\nWhere AutoID = 1",
-                 "-2147217900: Incorrect syntax near 'iYear'."},
+            Case{
+                "Update IA_HeadSet Set \r\n cWhCode = '01', \r\n cInvCCode = Null,\r\n cInvHead = '1405', \r\n "
+                "cDifHead = "
+                "Null,\r\n cOutHead = Null,\r\n cEnDispHead = Null,\r\n czyHead = Null,\r\n cInvCode = Null \r\n iYear "
+                "= 2023\r\nWhere AutoID = 1",
+                "-2147217900: Incorrect syntax near 'iYear'."},
             Case{"select * from IA_HeadSet", "1 '01' Null '1405' Null Null Null Null 'A1' 2023"},
             // Provision documents.
             Case{"Select *,convert(varchar(30),'') as cdepname,convert(varchar(30),'') as cpersonname,1 as bEai From "
@@ -101,17 +106,18 @@ TEST_F(Statements, OfEveryClass) {
             Case{" if exists (select * from dbo.sysobjects where id = object_id(N'[dbo].[RdRecordView]') and "
                  "OBJECTPROPERTY(id, N'IsView') = 1) drop view [dbo].[RdRecordView] ",
                  ""},
-            Case{" create  View RdRecordView AS  select   ID, "
-                 "bRdFlag,cVouchType,cBusType,cSource,cBusCode,cWhCode,dDate,cCode,cRdCode,cDepCode,cPersonCode,cPTCode,"
-                 "cSTCode,A.cCusCode,cVenCode,cOrderCode,  "
-                 "cARVCode,cBillCode,cDLCode,cProBatch,cHandler,A.cMemo,A.iTaxRate,A.cExch_Name,A.iExchRate,bTransFlag,"
-                 "cAccounter,cMaker,iNetLock,dKeepdate,dVeriDate,bpufirst,biafirst,iMQuantity,  "
-                 "dARVDate,cChkCode,dChkDate,cChkPerson,VT_ID,bIsSTQc,cPsPCode,cMPoCode,gspcheck,ipurorderid,"
-                 "ipurarriveid,iproorderid,iarriveid,isalebillid,   convert(char, convert(money,A.qxts), 2) as "
-                 "qxts,cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,cDefine10,"
-                 "cDefine11,cDefine12,cDefine13,cDefine15,cDefine16,  B.cCusAddress as cDefine14 from rdrecord  A left "
-                 "join Customer B  on   A.cCusCode=B.cCusCode ",
-                 ""},
+            Case{
+                " create  View RdRecordView AS  select   ID, "
+                "bRdFlag,cVouchType,cBusType,cSource,cBusCode,cWhCode,dDate,cCode,cRdCode,cDepCode,cPersonCode,cPTCode,"
+                "cSTCode,A.cCusCode,cVenCode,cOrderCode,  "
+                "cARVCode,cBillCode,cDLCode,cProBatch,cHandler,A.cMemo,A.iTaxRate,A.cExch_Name,A.iExchRate,bTransFlag,"
+                "cAccounter,cMaker,iNetLock,dKeepdate,dVeriDate,bpufirst,biafirst,iMQuantity,  "
+                "dARVDate,cChkCode,dChkDate,cChkPerson,VT_ID,bIsSTQc,cPsPCode,cMPoCode,gspcheck,ipurorderid,"
+                "ipurarriveid,iproorderid,iarriveid,isalebillid,   convert(char, convert(money,A.qxts), 2) as "
+                "qxts,cDefine1,cDefine2,cDefine3,cDefine4,cDefine5,cDefine6,cDefine7,cDefine8,cDefine9,cDefine10,"
+                "cDefine11,cDefine12,cDefine13,cDefine15,cDefine16,  B.cCusAddress as cDefine14 from rdrecord  A left "
+                "join Customer B  on   A.cCusCode=B.cCusCode ",
+                ""},
             Case{"select ID, cDefine14, dDate, qxts from rdrecordView  where (isnull(bIsSTQc,0)<>1 and "
                  "isnull(bPuFirst,0)<>1 and isnull(bIAFirst,0)<>1 and brdflag=1) and (cWhCode='01' and "
                  "dDate>='2023-01-01')",
@@ -127,10 +133,11 @@ TEST_F(Statements, OfEveryClass) {
             Case{"select AutoID from rdrecords where id=1", "1"},
             Case{"select * from Rdrecord where 1>1", ""},
             // Opening balances.
-            Case{"SELECT id FROM IA_Subsidiary WHERE iMonth<>0 AND iYear = 2023  and ((cVouType<>'24' and not "
-                 "(isnull(cbusType,'')='假退料' and iAOutQuantity>0 and isnull(cPZID,'0') = '0')) or (cVouType='24' and "
-                 "not cPZID is null)) ",
-                 ""},
+            Case{
+                "SELECT id FROM IA_Subsidiary WHERE iMonth<>0 AND iYear = 2023  and ((cVouType<>'24' and not "
+                "(isnull(cbusType,'')='假退料' and iAOutQuantity>0 and isnull(cPZID,'0') = '0')) or (cVouType='24' and "
+                "not cPZID is null)) ",
+                ""},
             Case{"SELECT autoid FROM IA_enSubsidiary WHERE iMonth<>0 AND iYear = 2023 ", ""},
             Case{"SELECT cJvCode FROM JustInVouch where djvdate >='2023-01-01'", ""},
             Case{"SELECT autoid FROM CostJustVouch  where dcjvdate >='2023-01-01'", ""},
@@ -155,23 +162,27 @@ TEST_F(Statements, OfEveryClass) {
             Case{"Select bFlag from gl_mend where iPeriod=0 AND iYEar =2023", "False"},
             Case{"select fInvRCost from InvCheckFreeIA870 where cInvCode = N'A1'  and ( isnull(cFree1,N'') = "
                  "isnull(N'红',N'') or isnull(cFree1,N'') = N'')  and ( isnull(cFree2,N'') = isnull(N'',N'') or "
-                 "isnull(cFree2,N'') = N'')  and ( isnull(cFree10,N'') = isnull(N'x',N'') or isnull(cFree10,N'') = N'') ",
+                 "isnull(cFree2,N'') = N'')  and ( isnull(cFree10,N'') = isnull(N'x',N'') or isnull(cFree10,N'') = "
+                 "N'') ",
                  "3.5r"},
-            Case{"Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, cWhCode, cInvCode, dVouDate, dMadeDateia, cFree2, "
-                 "IAInQuantity, iInCost, IAInPrice, iDebitDifCost, iCreditDifcost, cBusType ) Values(2023,'34', 1,'01', "
-                 "'A1', '2023/5/1', '2023-05-01', Null, 10, 2.5, 25, 5, Null, 'EAI' )",
-                 ""},
+            Case{
+                "Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, cWhCode, cInvCode, dVouDate, dMadeDateia, cFree2, "
+                "IAInQuantity, iInCost, IAInPrice, iDebitDifCost, iCreditDifcost, cBusType ) Values(2023,'34', 1,'01', "
+                "'A1', '2023/5/1', '2023-05-01', Null, 10, 2.5, 25, 5, Null, 'EAI' )",
+                ""},
             Case{"Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, cWhCode, IAInPrice, iDebitDifCost, "
                  "iCreditDifcost, cBusType ) Values(2023,'34', 1,'01', 100, Null, -5, 'EAI' )",
                  ""},
-            Case{"Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, nosuch, cBusType ) Values(2023,'34', 1,'01', 'EAI' )",
+            Case{"Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, nosuch, cBusType ) Values(2023,'34', 1,'01', "
+                 "'EAI' )",
                  "-2147217900: Invalid column name 'nosuch'."},
             Case{"Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, cWhCode, cBusType ) Values(2023,'34', 1,'O'X', "
                  "'EAI' )",
                  "-2147217900: Incorrect syntax near 'X'."},
             Case{"select iYear,cVouType,bRdFlag,dVouDate,dMadeDateIA,iAInQuantity,iInCost,iAInPrice,iDebitDifCost,"
                  "iCreditDifCost,cBusType from Ia_subsidiary order by AutoID",
-                 "2023 '34' True #45047# #45047# 10r 2.5r 25r 5r Null 'EAI' | 2023 '34' True Null Null Null Null 100r Null "
+                 "2023 '34' True #45047# #45047# 10r 2.5r 25r 5r Null 'EAI' | 2023 '34' True Null Null Null Null 100r "
+                 "Null "
                  "-5r 'EAI'"},
             // Opposite accounts.
             Case{"Select cInvcCode From inventoryclass  Where cInvcCode='C1'", "'C1'"},
@@ -179,21 +190,25 @@ TEST_F(Statements, OfEveryClass) {
             Case{"select cDepCode from department where cdepcode = '02' ", "'02'"},
             Case{"Select cRdCode From rd_style  Where bRdEnd = 1 and  cRdCode=N'101' ", "'101'"},
             Case{"select cDepCode from department where bDepEnd = 1 and cdepcode = N'02' ", "'02'"},
-            Case{"select cValue from AccInformation where cSysID ='ca' and cName ='dCAFirstDate' and isnull(cValue,N'') "
-                 "<> N''",
-                 "'2023-01-01'"},
+            Case{
+                "select cValue from AccInformation where cSysID ='ca' and cName ='dCAFirstDate' and isnull(cValue,N'') "
+                "<> N''",
+                "'2023-01-01'"},
             Case{"select cValue  from AccInformation where cSysID ='ca' and cName ='bRLOrST' and isnull(cValue,N'0') = "
                  "N'1'",
                  "'1'"},
             Case{"INSERT INTO IA_OppHead (cRdCode,cInvcCode,cInvCode ,cDepCode,citem_class,citemcode,cOppHead,cEstHead,"
                  "iYear) \r\n VALUES ('101', Null,'A1', '02', Null,Null,Null,'1405',2023)",
                  ""},
-            Case{"Select AutoID From IA_OppHead Where cRdCode = N'101' And isnull(cInvcCode,N'') = N'' And cInvCode = N'A1' "
+            Case{"Select AutoID From IA_OppHead Where cRdCode = N'101' And isnull(cInvcCode,N'') = N'' And cInvCode = "
+                 "N'A1' "
                  "And cDepCode = N'02' And isnull(citem_class,N'') = N'' And isnull(citemcode,N'') = N'' And iyear = "
                  "2023",
                  "1"},
-            Case{"Update IA_OppHead Set \r\n cRdCode = '101', \r\n cInvcCode = Null,\r\n cInvCode  = 'A1', \r\n cDepCode = "
-                 "'02', \r\n citem_class = Null,\r\n citemcode = Null,\r\n cOppHead = '1405', \r\n cEstHead = Null, \r\n "
+            Case{"Update IA_OppHead Set \r\n cRdCode = '101', \r\n cInvcCode = Null,\r\n cInvCode  = 'A1', \r\n "
+                 "cDepCode = "
+                 "'02', \r\n citem_class = Null,\r\n citemcode = Null,\r\n cOppHead = '1405', \r\n cEstHead = Null, "
+                 "\r\n "
                  "iYear = 2023\r\nWhere AutoID = 1",
                  ""},
             Case{"INSERT INTO IA_OppHead (cRdCode,cInvcCode,cDepCode,cOppHead,cProcessHead,cMaterialHead,"
@@ -202,10 +217,12 @@ TEST_F(Statements, OfEveryClass) {
                  "fManuFixCostRateDifCode,fSemiManuFixDifCode,fManuVarCostEffRateDifCode,fManuVarCostRateDifCode,\r\n"
                  "fSemiManuVarDifCode,fOmCostEDifCode,fSemiOmDifCode,cOTaxRefundCode,\r\niYear) \r\n VALUES ('101', "
                  "'C1', "
-                 "Null,'1405', Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,"
+                 "Null,'1405', "
+                 "Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,Null,"
                  "Null,'1405', 2023)",
                  ""},
-            Case{"Select AutoID From IA_OppHead Where isnull(cRdCode,N'') = N'101' And isnull(cInvcCode,N'') = N'C1' And "
+            Case{"Select AutoID From IA_OppHead Where isnull(cRdCode,N'') = N'101' And isnull(cInvcCode,N'') = N'C1' "
+                 "And "
                  "isnull(cDepCode,N'') = N'' And iyear = 2023",
                  "2"},
             Case{"select AutoID, cRdCode, cInvcCode, cInvCode, cOppHead, cEstHead, cOTaxRefundCode from IA_OppHead",
@@ -220,13 +237,15 @@ TEST_F(Statements, OfPriceVouchers) {
             Case{"IF  EXISTS (SELECT * FROM sysobjects WHERE id = OBJECT_ID(N'[dbo].[IA_tmpPriceJDATA]') AND type = "
                  "N'U')\r\nBEGIN\r\nDROP TABLE [dbo].[IA_tmpPriceJDATA]\r\nEnd\r\n",
                  ""},
-            Case{"CREATE TABLE [IA_tmpPriceJDATA] (\r\n[cWhCode] [nvarchar] (10)  NULL ,\r\n[cInvCode] [nvarchar] (60)  "
-                 "NOT NULL ,\r\n[bRandom] [int] NULL, \r\n[iCJVACost] [decimal](30, 10) NULL, \r\n[cFree1] [nvarchar] "
-                 "(20)  NULL ,\r\n[cFree2] [nvarchar] (20)  NULL ,\r\n[cFree3] [nvarchar] (20)  NULL ,\r\n[cFree4] "
-                 "[nvarchar] (20)  NULL ,\r\n[cFree5] [nvarchar] (20)  NULL ,\r\n[cFree6] [nvarchar] (20)  NULL "
-                 ",\r\n[cFree7] [nvarchar] (20)  NULL ,\r\n[cFree8] [nvarchar] (20)  NULL ,\r\n[cFree9] [nvarchar] (20)  "
-                 "NULL ,\r\n[cFree10] [nvarchar] (20)  NULL )",
-                 ""},
+            Case{
+                "CREATE TABLE [IA_tmpPriceJDATA] (\r\n[cWhCode] [nvarchar] (10)  NULL ,\r\n[cInvCode] [nvarchar] (60)  "
+                "NOT NULL ,\r\n[bRandom] [int] NULL, \r\n[iCJVACost] [decimal](30, 10) NULL, \r\n[cFree1] [nvarchar] "
+                "(20)  NULL ,\r\n[cFree2] [nvarchar] (20)  NULL ,\r\n[cFree3] [nvarchar] (20)  NULL ,\r\n[cFree4] "
+                "[nvarchar] (20)  NULL ,\r\n[cFree5] [nvarchar] (20)  NULL ,\r\n[cFree6] [nvarchar] (20)  NULL "
+                ",\r\n[cFree7] [nvarchar] (20)  NULL ,\r\n[cFree8] [nvarchar] (20)  NULL ,\r\n[cFree9] [nvarchar] (20) "
+                " "
+                "NULL ,\r\n[cFree10] [nvarchar] (20)  NULL )",
+                ""},
             Case{"Insert into IA_tmpPriceJDATA (cWhCode, cInvCode, bRandom, iCJVACost, \r\ncFree1, cFree2, cFree3, "
                  "cFree4, cFree5, cFree6, cFree7, cFree8, cFree9, cFree10) \r\nvalues('', 'A1', 0, \r\ncast(12.5 as "
                  "decimal(38,4)), \r\n'红', \r\n'', \r\n'', \r\n'', \r\n'', \r\n'', \r\n'', \r\n'', \r\n'', \r\n'')",
@@ -237,7 +256,8 @@ TEST_F(Statements, OfPriceVouchers) {
                  "1"},
             Case{"select cWhCode, cInvCode, bRandom, iCJVACost, cFree1, cFree2 from IA_tmpPriceJDATA",
                  "'' 'A1' 0 12.5000000000m '红' ''"},
-            Case{"select '' as AutoId, '2023-01-15' as dCJVDate, '' as cMemo, \r\nCONVERT(NVARCHAR(60), N'') as cCode, -1 "
+            Case{"select '' as AutoId, '2023-01-15' as dCJVDate, '' as cMemo, \r\nCONVERT(NVARCHAR(60), N'') as cCode, "
+                 "-1 "
                  "as ID, 'demo' as cMaker, \r\nCONVERT(NVARCHAR(40), N'') as cAccounter, '5101' as VT_ID, '22' as "
                  "VouchType, \r\n'' as cInvCode, 0 as iCJVBCost, 0 as iCJVACost",
                  "'' '2023-01-15' '' '' -1 'demo' '' '5101' '22' '' 0 0"},
@@ -259,7 +279,8 @@ TEST_F(Statements, OfPriceVouchers) {
                  "202301 2023 1"},
             Case{"Select Max(dKeepDate) from ia_subsidiary", "Null"},
             Case{"Select cValuetype From inventory Inner Join InvCheckFreeIA870 InvCheckFree On inventory.cInvCode = "
-                 "InvCheckFree.cInvCode\r\n and ((isnull(inventory.bcheckfree1,1)=1 And IsNull(InvCheckFree.cFree1,N'') = "
+                 "InvCheckFree.cInvCode\r\n and ((isnull(inventory.bcheckfree1,1)=1 And "
+                 "IsNull(InvCheckFree.cFree1,N'') = "
                  "N'红') or isnull(inventory.bcheckfree1,0)= 0 )\r\n and ((isnull(inventory.bcheckfree10,1)=1 And "
                  "IsNull(InvCheckFree.cFree10,N'') = N'') or isnull(inventory.bcheckfree10,0)= 0 )\r\n Where "
                  "inventory.cInvCode='A1' and bService=0 and bInvType=0 and isnull(bPTOModel,0)=0 ",
@@ -268,7 +289,8 @@ TEST_F(Statements, OfPriceVouchers) {
             Case{"select fInvRCost from InvCheckFreeIA870 where cInvCode=N'A1' and ( len('')=0 or cfree1=N'')  and ( "
                  "len('绿')=0 or cfree2=N'绿') ",
                  ""},
-            Case{"select fInvRCost from InvCheckFreeIA870 where cInvCode=N'A1' and ( len('红')=0 or cfree1=N'红')  and ( "
+            Case{"select fInvRCost from InvCheckFreeIA870 where cInvCode=N'A1' and ( len('红')=0 or cfree1=N'红')  and "
+                 "( "
                  "len('')=0 or cfree2=N'') ",
                  "3.5r"},
             Case{"select top 1 * from ia_summary where iperiod = 1 and isnull(idirect,0) =0 and  cinvcode =N'A1' and "

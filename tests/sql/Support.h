@@ -1,17 +1,15 @@
 #pragma once
 
-#include "refhost/sql/EmbeddedDatabase.h"
-
 #include "host/Error.h"
-
-#include <fmt/format.h>
-
-#include <gtest/gtest.h>
+#include "refhost/sql/EmbeddedDatabase.h"
 
 #include <memory>
 #include <string>
 #include <variant>
 #include <vector>
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
 
 namespace test_sql {
 

@@ -10,7 +10,8 @@ TEST(Types, AreTakenAndRefusedByColumns) {
     RunCases(
         *db,
         std::array{
-            Case{"create table t (n nvarchar(3), v varchar(4), c nchar(3), b bit, ti tinyint, si smallint, i int, bi bigint, f "
+            Case{"create table t (n nvarchar(3), v varchar(4), c nchar(3), b bit, ti tinyint, si smallint, i int, bi "
+                 "bigint, f "
                  "float, r real, d decimal(10,2), m money, dt datetime, sd smalldatetime, da date, bin varbinary(2), u "
                  "uniqueidentifier, x nvarchar(max))",
                  ""},
@@ -23,7 +24,8 @@ TEST(Types, AreTakenAndRefusedByColumns) {
             Case{"insert into t (c, b, ti, si, i, bi) values ('a', 'true', 255, -32768, 2147483647, "
                  "9223372036854775807)",
                  ""},
-            Case{"select c, b, ti, si, i, bi from t where c = 'a'", "'a  ' True 255 -32768 2147483647 9223372036854775807"},
+            Case{"select c, b, ti, si, i, bi from t where c = 'a'",
+                 "'a  ' True 255 -32768 2147483647 9223372036854775807"},
             Case{"insert into t (ti) values (256)",
                  "-2147217833: Arithmetic overflow error for data type tinyint, value = 256."},
             Case{"insert into t (ti) values (-1)",
@@ -52,8 +54,7 @@ TEST(Types, AreTakenAndRefusedByColumns) {
             Case{"insert into t (f) values ('abc')", "-2147217913: Error converting data type varchar to float."},
             Case{"insert into t (m) values ('abc')",
                  "-2147217913: Cannot convert a char value to money. The char value has incorrect syntax."},
-            Case{"select d, m, f, r from t",
-                 "1.01m 1.0001m 1000r 0.10000000149011612r | -12.35m 1234.5000m 2.5r 1r"},
+            Case{"select d, m, f, r from t", "1.01m 1.0001m 1000r 0.10000000149011612r | -12.35m 1234.5000m 2.5r 1r"},
             Case{"delete t", ""},
             Case{"insert into t (bin) values (0x0A0B)", ""},
             Case{"insert into t (bin) values (0x0A0B0C)", "-2147217833: String or binary data would be truncated."},
@@ -66,43 +67,42 @@ TEST(Types, AreTakenAndRefusedByColumns) {
 
 TEST(Types, DatesAreStoredAsTheDateTheyMean) {
     const auto db = OpenMemory();
-    RunCases(*db,
-             std::array{
-                 Case{"create table t (dt datetime, sd smalldatetime, da date)", ""},
-                 Case{"insert into t (dt) values ('2023/5/1')", ""},
-                 Case{"insert into t (dt) values ('2023-05-01')", ""},
-                 Case{"insert into t (dt) values ('20230501')", ""},
-                 Case{"insert into t (dt) values ('2023.5.1')", ""},
-                 Case{"insert into t (dt) values ('5/1/2023')", ""},
-                 Case{"insert into t (dt) values ('May 1, 2023')", ""},
-                 Case{"insert into t (dt) values ('1 May 2023 00:00')", ""},
-                 Case{"insert into t (dt) values ('2023-05-01T00:00:00')", ""},
-                 Case{"select count(*) from t where dt = '2023-5-1'", "8"},
-                 Case{"select distinct dt from t", "#45047#"},
-                 Case{"delete t", ""},
-                 Case{"insert into t (dt) values ('2023-05-01 12:30:15.123')", ""},
-                 Case{"insert into t (dt) values ('2023-05-01 6:00 PM')", ""},
-                 Case{"insert into t (dt) values ('')", ""}, // the server's day 0
-                 Case{"select convert(nvarchar(30), dt, 121) from t",
-                      "'2023-05-01 12:30:15.123' | '2023-05-01 18:00:00.000' | '1900-01-01 00:00:00.000'"},
-                 Case{"delete t", ""},
-                 Case{"insert into t (dt) values ('2023-13-01')",
-                      "-2147217913: The conversion of a varchar data type to a datetime data type resulted in an "
-                      "out-of-range value."},
-                 Case{"insert into t (dt) values (N'2023-02-30')",
-                      "-2147217913: The conversion of a nvarchar data type to a datetime data type resulted in an "
-                      "out-of-range value."},
-                 Case{"insert into t (dt) values ('yesterday')",
-                      "-2147217913: Conversion failed when converting date and/or time from character string."},
-                 Case{"insert into t (dt) values ('1752-12-31')",
-                      "-2147217913: The conversion of a varchar data type to a datetime data type resulted in an "
-                      "out-of-range value."},
-                 Case{"insert into t (sd, da) values ('2023-05-01 12:30:31', '2023-05-01 12:30')", ""},
-                 Case{"select convert(varchar(30), sd, 120), convert(varchar(30), da, 120) from t",
-                      "'2023-05-01 12:31:00' '2023-05-01'"},
-                 Case{"select count(*) from t where dt > 'abc'",
-                      "-2147217913: Conversion failed when converting date and/or time from character string."},
-             });
+    RunCases(*db, std::array{
+                      Case{"create table t (dt datetime, sd smalldatetime, da date)", ""},
+                      Case{"insert into t (dt) values ('2023/5/1')", ""},
+                      Case{"insert into t (dt) values ('2023-05-01')", ""},
+                      Case{"insert into t (dt) values ('20230501')", ""},
+                      Case{"insert into t (dt) values ('2023.5.1')", ""},
+                      Case{"insert into t (dt) values ('5/1/2023')", ""},
+                      Case{"insert into t (dt) values ('May 1, 2023')", ""},
+                      Case{"insert into t (dt) values ('1 May 2023 00:00')", ""},
+                      Case{"insert into t (dt) values ('2023-05-01T00:00:00')", ""},
+                      Case{"select count(*) from t where dt = '2023-5-1'", "8"},
+                      Case{"select distinct dt from t", "#45047#"},
+                      Case{"delete t", ""},
+                      Case{"insert into t (dt) values ('2023-05-01 12:30:15.123')", ""},
+                      Case{"insert into t (dt) values ('2023-05-01 6:00 PM')", ""},
+                      Case{"insert into t (dt) values ('')", ""}, // the server's day 0
+                      Case{"select convert(nvarchar(30), dt, 121) from t",
+                           "'2023-05-01 12:30:15.123' | '2023-05-01 18:00:00.000' | '1900-01-01 00:00:00.000'"},
+                      Case{"delete t", ""},
+                      Case{"insert into t (dt) values ('2023-13-01')",
+                           "-2147217913: The conversion of a varchar data type to a datetime data type resulted in an "
+                           "out-of-range value."},
+                      Case{"insert into t (dt) values (N'2023-02-30')",
+                           "-2147217913: The conversion of a nvarchar data type to a datetime data type resulted in an "
+                           "out-of-range value."},
+                      Case{"insert into t (dt) values ('yesterday')",
+                           "-2147217913: Conversion failed when converting date and/or time from character string."},
+                      Case{"insert into t (dt) values ('1752-12-31')",
+                           "-2147217913: The conversion of a varchar data type to a datetime data type resulted in an "
+                           "out-of-range value."},
+                      Case{"insert into t (sd, da) values ('2023-05-01 12:30:31', '2023-05-01 12:30')", ""},
+                      Case{"select convert(varchar(30), sd, 120), convert(varchar(30), da, 120) from t",
+                           "'2023-05-01 12:31:00' '2023-05-01'"},
+                      Case{"select count(*) from t where dt > 'abc'",
+                           "-2147217913: Conversion failed when converting date and/or time from character string."},
+                  });
 }
 
 TEST(Types, DatesAreShownInEveryStyle) {
@@ -123,23 +123,24 @@ TEST(Types, DatesAreShownInEveryStyle) {
 
 TEST(Types, NumbersAreComputedAsTheServerDoes) {
     const auto db = OpenMemory();
-    RunCases(*db, std::array{
-                      Case{"select 7/2, -7/2, 7%3, 7.0/2, 1/3.0", "3 -3 1 3.500000m 0.333333m"},
-                      Case{"select 0.1 + 0.2, 1.10 * 1.10, 5 - 0.01", "0.3m 1.2100m 4.99m"},
-                      Case{"select 1/0", "-2147467259: Divide by zero error encountered."},
-                      Case{"select 2147483647 + 1",
-                           "-2147217833: Arithmetic overflow error converting expression to data type int."},
-                      Case{"select 99999999999999999999999999999999999998 + 1", "99999999999999999999999999999999999999m"},
-                      Case{"select cast(1.005 as decimal(10,2)), cast('7' as int) + 1, cast(2.9 as int)", "1.01m 8 2"},
-                      Case{"select convert(varchar(20), 12.50), convert(varchar(20), convert(money, 1234.5), 1)",
-                           "'12.50' '1,234.50'"},
-                      Case{"select convert(char, convert(money, 0x00000000000007D1), 2)",
-                           "'0.2001                        '"},
-                      Case{"select round(2.675, 2), round(-1234.5, -2), floor(-1.5), ceiling(1.2), abs(-3)",
-                           "2.680m -1200.0m -2m 2m 3"},
-                      Case{"select 1e0 / 4, 1 + 1.5e0", "0.25r 2.5r"},
-                      Case{"select 'a' - 'b'", "-2147217900: Operand data type varchar is invalid for subtract operator."},
-                  });
+    RunCases(
+        *db,
+        std::array{
+            Case{"select 7/2, -7/2, 7%3, 7.0/2, 1/3.0", "3 -3 1 3.500000m 0.333333m"},
+            Case{"select 0.1 + 0.2, 1.10 * 1.10, 5 - 0.01", "0.3m 1.2100m 4.99m"},
+            Case{"select 1/0", "-2147467259: Divide by zero error encountered."},
+            Case{"select 2147483647 + 1",
+                 "-2147217833: Arithmetic overflow error converting expression to data type int."},
+            Case{"select 99999999999999999999999999999999999998 + 1", "99999999999999999999999999999999999999m"},
+            Case{"select cast(1.005 as decimal(10,2)), cast('7' as int) + 1, cast(2.9 as int)", "1.01m 8 2"},
+            Case{"select convert(varchar(20), 12.50), convert(varchar(20), convert(money, 1234.5), 1)",
+                 "'12.50' '1,234.50'"},
+            Case{"select convert(char, convert(money, 0x00000000000007D1), 2)", "'0.2001                        '"},
+            Case{"select round(2.675, 2), round(-1234.5, -2), floor(-1.5), ceiling(1.2), abs(-3)",
+                 "2.680m -1200.0m -2m 2m 3"},
+            Case{"select 1e0 / 4, 1 + 1.5e0", "0.25r 2.5r"},
+            Case{"select 'a' - 'b'", "-2147217900: Operand data type varchar is invalid for subtract operator."},
+        });
 }
 
 TEST(Types, AggregatesAreExact) {
@@ -150,17 +151,20 @@ TEST(Types, AggregatesAreExact) {
     }
     db->Execute("insert into t values ('B', 2000000000, 99999999999999.9999, 1, 1)");
     db->Execute("insert into t values ('b', 2000000000, Null, Null, Null)");
-    RunCases(*db, std::array{
-                      Case{"select sum(d), sum(m), sum(f), avg(i), count(d) from t where g = 'A'", "1.0000m 1.0000m 5r 3 10"},
-                      Case{"select max(d) from t", "99999999999999.9999m"},
-                      Case{"select sum(i) from t", "-2147217833: Arithmetic overflow error converting expression to data type int."},
-                      Case{"select g, count(*) from t group by g order by g", "'a' 10 | 'B' 2"},
-                      Case{"select count(distinct g) from t", "2"},
-                      Case{"select sum(i), min(g) from t where 1=2", "Null Null"},
-                      Case{"select g, sum(i) from t",
-                           "-2147217900: Column 't.g' is invalid in the select list because it is not contained in either "
-                           "an aggregate function or the GROUP BY clause."},
-                  });
+    RunCases(
+        *db,
+        std::array{
+            Case{"select sum(d), sum(m), sum(f), avg(i), count(d) from t where g = 'A'", "1.0000m 1.0000m 5r 3 10"},
+            Case{"select max(d) from t", "99999999999999.9999m"},
+            Case{"select sum(i) from t",
+                 "-2147217833: Arithmetic overflow error converting expression to data type int."},
+            Case{"select g, count(*) from t group by g order by g", "'a' 10 | 'B' 2"},
+            Case{"select count(distinct g) from t", "2"},
+            Case{"select sum(i), min(g) from t where 1=2", "Null Null"},
+            Case{"select g, sum(i) from t",
+                 "-2147217900: Column 't.g' is invalid in the select list because it is not contained in either "
+                 "an aggregate function or the GROUP BY clause."},
+        });
 }
 
 struct FieldCase {
@@ -173,9 +177,10 @@ struct FieldCase {
 
 TEST(Types, ColumnsReportAdosTypes) {
     const auto db = OpenMemory();
-    db->Execute("create table t (nv nvarchar(10), vc varchar(20), nc nchar(3), ch char(4), i int, si smallint, ti tinyint, "
-                "bi bigint, b bit, f float, r real, d decimal(12,3), m money, dt datetime, ts timestamp, nm nvarchar(max), "
-                "tx text, im image, vb varbinary(5))");
+    db->Execute(
+        "create table t (nv nvarchar(10), vc varchar(20), nc nchar(3), ch char(4), i int, si smallint, ti tinyint, "
+        "bi bigint, b bit, f float, r real, d decimal(12,3), m money, dt datetime, ts timestamp, nm nvarchar(max), "
+        "tx text, im image, vb varbinary(5))");
     using host::FieldType;
     const std::array cases{
         FieldCase{"nv", FieldType::varWideChar, 10, 0, 0},
