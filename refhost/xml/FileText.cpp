@@ -44,9 +44,11 @@ bool SameName(std::string_view a, std::string_view b) {
 
 /// Converts bytes with iconv.
 std::string Convert(std::string_view bytes, const std::string& encoding) {
+    // iconv's own value for failure.
+    const auto none = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
     const bool knownName = !encoding.empty() && encoding.find('/') == std::string::npos;
-    const iconv_t opened = knownName ? iconv_open("UTF-8", encoding.c_str()) : iconv_t(-1);
-    if (opened == iconv_t(-1))
+    const iconv_t opened = knownName ? iconv_open("UTF-8", encoding.c_str()) : none;
+    if (opened == none)
         throw std::runtime_error("unknown encoding '" + encoding + "'");
     const std::unique_ptr<std::remove_pointer_t<iconv_t>, int (*)(iconv_t)> converter(opened, &iconv_close);
 

@@ -152,7 +152,7 @@ std::string DateText(host::Date date, FieldType type) {
         const int length = std::snprintf(text.data(), text.size(), pattern, values...);
         return std::string(text.data(), static_cast<std::size_t>(length));
     };
-    const std::string calendar = format("%04d-%02d-%02d", parts->year, parts->month, parts->day);
+    std::string calendar = format("%04d-%02d-%02d", parts->year, parts->month, parts->day);
     if (type == FieldType::dbDate)
         return calendar;
     std::string clock = format("%02d:%02d:%02d", parts->hour, parts->minute, parts->second);

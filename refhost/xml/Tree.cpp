@@ -6,8 +6,6 @@
 #include <limits>
 #include <new>
 
-#include <libxml/parser.h>
-
 namespace refhost::xml {
 namespace {
 
@@ -33,7 +31,7 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept {
     return nullptr;
 }
 
-void Tree::DictDeleter::operator()(_xmlDict* dict) const noexcept { xmlDictFree(dict); }
+void Tree::DictDeleter::operator()(xmlDict* dict) const noexcept { xmlDictFree(dict); }
 
 Tree::Tree() : dict_(xmlDictCreate()), document_(&Make<Element>(NodeKind::document)) {
     if (!dict_)
@@ -55,7 +53,7 @@ const char* Tree::Name(std::string_view name) {
     return result;
 }
 
-void Tree::AdoptNames(_xmlDict* names) {
+void Tree::AdoptNames(xmlDict* names) {
     xmlDictReference(names);
     dict_.reset(names);
     checkedNames_.clear();

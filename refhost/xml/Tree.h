@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-struct _xmlDict;
+#include <libxml/parser.h>
 
 namespace refhost::xml {
 
@@ -85,7 +85,7 @@ public:
     /// no (qualified) name.
     const char* Name(std::string_view name);
     /// Takes over the parser's name table, whose names need no further check; to be called on an empty tree.
-    void AdoptNames(_xmlDict* names);
+    void AdoptNames(xmlDict* names);
 
     Element& NewElement(const char* name);
     CharacterData& NewText(NodeKind kind, std::string_view data);
@@ -118,7 +118,7 @@ public:
 
 private:
     struct DictDeleter {
-        void operator()(_xmlDict* dict) const noexcept;
+        void operator()(xmlDict* dict) const noexcept;
     };
     struct TextHash : std::hash<std::string_view> {
         using is_transparent = void;
@@ -132,7 +132,7 @@ private:
     std::pmr::monotonic_buffer_resource arena_;
     std::size_t bytesUsed_ = 0;
     std::uint64_t revision_ = 0;
-    std::unique_ptr<_xmlDict, DictDeleter> dict_;
+    std::unique_ptr<xmlDict, DictDeleter> dict_;
     /// Names that were asked for and found valid.
     std::unordered_map<std::string, const char*, TextHash, std::equal_to<>> checkedNames_;
     std::unordered_set<std::string> prefixes_;

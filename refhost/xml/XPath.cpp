@@ -66,7 +66,7 @@ template <class T> T* Checked(T* made) {
     return made;
 }
 
-Context NewContext(_xmlDoc* document) {
+Context NewContext(xmlDoc* document) {
     Context context(Checked(xmlXPathNewContext(document)));
     context->error = &Ignore;
     context->opLimit = maxOperations;
@@ -93,7 +93,7 @@ bool IsDeclaration(std::string_view name) { return name == "xmlns" || name.start
 
 } // namespace
 
-void XPath::Deleter::operator()(_xmlXPathCompExpr* expression) const noexcept { xmlXPathFreeCompExpr(expression); }
+void XPath::Deleter::operator()(xmlXPathCompExpr* expression) const noexcept { xmlXPathFreeCompExpr(expression); }
 
 XPath::XPath(std::string_view text) : text_(text) {
     const Context context = NewContext(nullptr);
@@ -103,9 +103,9 @@ XPath::XPath(std::string_view text) : text_(text) {
         Fail("Invalid path '" + text_ + "'.");
 }
 
-void Mirror::Deleter::operator()(_xmlDoc* document) const noexcept { xmlFreeDoc(document); }
+void Mirror::Deleter::operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
 
-void Mirror::NamespaceDeleter::operator()(_xmlNs* space) const noexcept { xmlFreeNs(space); }
+void Mirror::NamespaceDeleter::operator()(xmlNs* space) const noexcept { xmlFreeNs(space); }
 
 Mirror::Mirror(const Tree& tree, const Node& top)
     : top_(&top), revision_(tree.Revision()), prefixes_(tree.Prefixes()), document_(Checked(xmlNewDoc(nullptr))) {
@@ -128,7 +128,7 @@ Mirror::Mirror(const Tree& tree, const Node& top)
     xmlXPathOrderDocElems(document_.get());
 }
 
-_xmlNs* Mirror::Namespace(std::string_view prefix) {
+xmlNs* Mirror::Namespace(std::string_view prefix) {
     if (prefix.empty())
         return nullptr;
     std::string text(prefix);
@@ -140,7 +140,7 @@ _xmlNs* Mirror::Namespace(std::string_view prefix) {
     return space.get();
 }
 
-_xmlNode* Mirror::CopyElement(const Element& element) {
+xmlNode* Mirror::CopyElement(const Element& element) {
     const auto [prefix, local] = Split(element.name);
     xmlNode* const copy = Checked(xmlNewDocNode(document_.get(), Namespace(prefix), Bytes(local), nullptr));
     xmlAttr* last = nullptr;
@@ -166,7 +166,7 @@ _xmlNode* Mirror::CopyElement(const Element& element) {
     return copy;
 }
 
-_xmlNode* Mirror::CopyNode(const Node& node) {
+xmlNode* Mirror::CopyNode(const Node& node) {
     if (node.kind == NodeKind::element)
         return CopyElement(node.AsElement());
     const auto* const data = reinterpret_cast<const xmlChar*>(node.Data().data());

@@ -9,10 +9,7 @@
 #include <unordered_set>
 #include <vector>
 
-struct _xmlDoc;
-struct _xmlNode;
-struct _xmlNs;
-struct _xmlXPathCompExpr;
+#include <libxml/xpath.h>
 
 namespace refhost::xml {
 
@@ -22,15 +19,15 @@ public:
     /// Throws `host::Error` when `text` is no XPath expression.
     explicit XPath(std::string_view text);
 
-    _xmlXPathCompExpr* get() const noexcept { return expression_.get(); }
+    xmlXPathCompExpr* get() const noexcept { return expression_.get(); }
     const std::string& text() const noexcept { return text_; }
 
 private:
     struct Deleter {
-        void operator()(_xmlXPathCompExpr* expression) const noexcept;
+        void operator()(xmlXPathCompExpr* expression) const noexcept;
     };
     std::string text_;
-    std::unique_ptr<_xmlXPathCompExpr, Deleter> expression_;
+    std::unique_ptr<xmlXPathCompExpr, Deleter> expression_;
 };
 
 /// A copy of a tree in libxml2's own nodes, for the paths that need its XPath engine.
@@ -53,23 +50,23 @@ public:
 
 private:
     struct Deleter {
-        void operator()(_xmlDoc* document) const noexcept;
+        void operator()(xmlDoc* document) const noexcept;
     };
     struct NamespaceDeleter {
-        void operator()(_xmlNs* space) const noexcept;
+        void operator()(xmlNs* space) const noexcept;
     };
 
-    _xmlNode* CopyElement(const Element& element);
-    _xmlNode* CopyNode(const Node& node);
-    _xmlNs* Namespace(std::string_view prefix);
+    xmlNode* CopyElement(const Element& element);
+    xmlNode* CopyNode(const Node& node);
+    xmlNs* Namespace(std::string_view prefix);
 
     const Node* top_;
     std::uint64_t revision_;
     const std::unordered_set<std::string>& prefixes_;
     /// Declared before the document, whose nodes point to them.
-    std::unordered_map<std::string, std::unique_ptr<_xmlNs, NamespaceDeleter>> namespaces_;
-    std::unique_ptr<_xmlDoc, Deleter> document_;
-    std::unordered_map<const Node*, _xmlNode*> copies_;
+    std::unordered_map<std::string, std::unique_ptr<xmlNs, NamespaceDeleter>> namespaces_;
+    std::unique_ptr<xmlDoc, Deleter> document_;
+    std::unordered_map<const Node*, xmlNode*> copies_;
 };
 
 } // namespace refhost::xml
