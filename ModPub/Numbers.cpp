@@ -333,10 +333,10 @@ double Val(std::string_view text) {
 std::string NumberText(double number) {
     if (!std::isfinite(number))
         return NotFiniteText(number);
+    // Most amounts are whole; their digits need no rounding.
+    if (std::fabs(number) < 1e15 && std::trunc(number) == number)
+        return std::to_string(static_cast<std::int64_t>(number));
     const DecimalDigits decimal = SplitDecimal(std::fabs(number));
-    if (decimal.count == 0)
-        return "0";
-
     const auto count = static_cast<std::size_t>(decimal.count);
     const std::string_view digits(decimal.digits.data(), count);
     const int point = decimal.pointPosition;

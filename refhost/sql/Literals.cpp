@@ -33,6 +33,9 @@ constexpr std::array<Class, 256> classes = MakeClasses();
 
 Class ClassOf(char c) { return classes[static_cast<unsigned char>(c)]; }
 
+/// `IsNameByte` for the scanner, which asks it of every byte: position-independent code inlines no public function.
+bool InName(char c) { return ClassOf(c) == Class::name || ClassOf(c) == Class::digit; }
+
 bool IsHexDigit(char c) { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
 
 char At(std::string_view sql, std::size_t position) { return position < sql.size() ? sql[position] : '\0'; }
@@ -69,7 +72,7 @@ std::size_t SkipComment(std::string_view sql, std::size_t position) {
 
 } // namespace
 
-bool IsNameByte(char c) { return ClassOf(c) == Class::name || ClassOf(c) == Class::digit; }
+bool IsNameByte(char c) { return InName(c); }
 
 std::string TextOf(const Literal& literal) {
     if (!literal.doubled) {
@@ -159,7 +162,7 @@ bool ShapeScanner::Scan(std::string_view sql) {
             const std::size_t start = position;
             do {
                 ++position;
-            } while (position < sql.size() && IsNameByte(sql[position]));
+            } while (position < sql.size() && InName(sql[position]));
             if (position != start + 1 || (sql[start] | 0x20) != 'n' || At(sql, position) != '\'') {
                 break;
             }
@@ -169,7 +172,7 @@ bool ShapeScanner::Scan(std::string_view sql) {
             Literal literal;
             const std::size_t start = position + 1;
             literal.national = position > kept && (sql[position - 1] | 0x20) == 'n' &&
-                               (position < kept + 2 || !IsNameByte(sql[position - 2]));
+                               (position < kept + 2 || !InName(sql[position - 2]));
             position = SkipQuoted(sql, start, '\'', literal.doubled);
             if (position == std::string_view::npos) {
                 return false;
