@@ -483,8 +483,12 @@ std::string Binder::BindCompare(const Expression& expression, bool topLevel) {
     if (indexed(left) || indexed(right)) {
         // The column is indexed as isnull(column, ''), see Definer::MakeIndex. That the same holds for this expression
         // follows from the comparison, and tells SQLite of the index.
+        // Another column loses its affinity by the plus: SQLite uses an index on an expression only without one.
         const auto blank = [&](const Bound& value) {
-            return indexed(value) ? fmt::format("ifnull({}, '')", value.text) : value.text;
+            if (indexed(value)) {
+                return fmt::format("ifnull({}, '')", value.text);
+            }
+            return value.kind == Bound::Kind::column ? "+" + value.text : value.text;
         };
         text += fmt::format(" AND {} COLLATE {} {} {}", blank(left), textCollation, operation, blank(right));
     }
