@@ -326,6 +326,8 @@ CREATE TABLE Ia_subsidiary (
 GO
 CREATE INDEX IX_Ia_subsidiary_KeepDate ON Ia_subsidiary (dKeepDate)
 GO
+CREATE INDEX IX_Ia_subsidiary_Item ON Ia_subsidiary (cInvCode)
+GO
 -- The ledger of goods issued but not yet invoiced.
 CREATE TABLE IA_enSubsidiary (
     AutoID int IDENTITY(1,1) NOT NULL,
