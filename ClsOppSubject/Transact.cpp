@@ -1,27 +1,19 @@
 #include "ClsOppSubject/ClsOppSubject.h"
 #include "ClsOppSubject/OppositeSetting.h"
-#include "ModPub/ImportRows.h"
 #include "ModPub/SettingRow.h"
-#include "ModPub/TransactFrame.h"
+#include "ModPub/SettingsOperations.h"
 #include "ModPub/YearEndCheck.h"
 
 namespace kovra {
 
 std::string ClsOppSubject::Transact(std::string_view sXml, host::HostLogin* login) {
-    const auto importRows = [this](const host::DOMNodeList& rows) {
-        return ModPub::ImportRows(state_, rows, [this](const host::DOMNode& row) { ImportRow(row); });
-    };
     return ModPub::RunTransact(
         state_,
         {
             .preCheck = [this] { return ModPub::YearEndCheck(state_, "102"); },
-            .operations =
-                {
-                    ModPub::RowsOperation(state_, "ADD", importRows),
-                    ModPub::RowsOperation(state_, "EDIT", importRows),
-                    // SQL Server refuses the asterisk; callers know the error result that follows.
-                    ModPub::StatementOperation(state_, "EMPTY", "Delete * From IA_OppHead"),
-                },
+            // SQL Server refuses the asterisk; callers know the error result that follows.
+            .operations = ModPub::SettingsOperations(state_, "Delete * From IA_OppHead",
+                                                     [this](const host::DOMNode& row) { ImportRow(row); }),
         },
         sXml, login);
 }
