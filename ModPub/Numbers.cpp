@@ -268,22 +268,51 @@ struct DecimalDigits {
     int pointPosition = 0;
 };
 
+/// Writes `count` significant digits of `magnitude` into `digits`. @return the power of ten of the first one
+int WriteDigits(double magnitude, int count, char* digits) {
+    // d.ddd…E±xxx
+    std::array<char, 48> buffer{};
+    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
+                                            std::chars_format::scientific, count - 1);
+    digits[0] = buffer[0];
+    std::copy_n(buffer.begin() + 2, count - 1, digits + 1);
+    const char* power = buffer.data() + count + 2;
+    int exponent = 0;
+    std::from_chars(*power == '+' ? power + 1 : power, end, exponent);
+    return exponent;
+}
+
+/// Whether the digits behind the significant ones round these up: a half rounds away from zero.
+bool RoundsUp(double magnitude, std::string_view further) {
+    if (further != "50")
+        return further > "50";
+    // Rounded themselves, they may hide a number just below the half.
+    constexpr int enough = 2 * significantDigits;
+    std::array<char, enough> digits{};
+    WriteDigits(magnitude, enough, digits.data());
+    return digits[significantDigits] >= '5';
+}
+
 DecimalDigits SplitDecimal(double magnitude) {
     DecimalDigits result;
     if (magnitude == 0)
         return result;
-    // d.ddddddddddddddE±xxx
-    std::array<char, 32> buffer{};
-    const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude,
-                                            std::chars_format::scientific, significantDigits - 1);
-    result.digits[0] = buffer[0];
-    std::copy_n(buffer.begin() + 2, significantDigits - 1, result.digits.begin() + 1);
-    const char* exponent = buffer.data() + significantDigits + 2;
-    std::from_chars(*exponent == '+' ? exponent + 1 : exponent, end, result.pointPosition);
-    ++result.pointPosition;
+    std::array<char, significantDigits + 2> digits{};
+    result.pointPosition = WriteDigits(magnitude, static_cast<int>(digits.size()), digits.data()) + 1;
     result.count = significantDigits;
-    while (result.digits[static_cast<std::size_t>(result.count) - 1] == '0')
+    if (RoundsUp(magnitude, {digits.data() + significantDigits, 2})) {
+        while (result.count > 0 && digits[static_cast<std::size_t>(result.count) - 1] == '9')
+            --result.count;
+        if (result.count == 0) {
+            result.count = 1;
+            digits[0] = '0';
+            ++result.pointPosition;
+        }
+        ++digits[static_cast<std::size_t>(result.count) - 1];
+    }
+    while (digits[static_cast<std::size_t>(result.count) - 1] == '0')
         --result.count;
+    std::copy_n(digits.begin(), result.count, result.digits.begin());
     return result;
 }
 

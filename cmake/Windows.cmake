@@ -55,3 +55,8 @@ if(NOT MSVC)
   # Debug information is of no use to callers, and the library is copied about.
   target_link_options(Kovra PRIVATE $<$<CONFIG:Release>:-s>)
 endif()
+
+if(KOVRA_TESTS)
+  enable_testing()
+  add_subdirectory(tests/windows)
+endif()

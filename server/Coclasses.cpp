@@ -5,6 +5,7 @@
 #include "ClsOppSubject/ClsOppSubject.h"
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
+#include "ModPub/Conversions.h"
 #include "server/Coclass.h"
 #include "server/adapters/XmlDocument.h"
 #include "server/adapters/XmlNode.h"
@@ -33,7 +34,22 @@ public:
 
 class OpeningBalances final : public Coclass<OpeningBalances, _ClsKovra, kovra::ClsKovra> {
 public:
-    static constexpr Method<OpeningBalances> methods[] = {{L"Transact", 2, 2, &OpeningBalances::CallTransact}};
+    HRESULT STDMETHODCALLTYPE InvCodeIsTorF(BSTR cCode, BSTR cType, VARIANT_BOOL* result) override {
+        if (!result)
+            return E_POINTER;
+        *result = VARIANT_FALSE;
+        return Answer(
+            [&] { *result = instance().InvCodeIsTorF(TextOf(cCode), TextOf(cType)) ? VARIANT_TRUE : VARIANT_FALSE; });
+    }
+
+    VariantHolder CallInvCodeIsTorF(const Arguments& arguments) {
+        return VariantHolder(instance().InvCodeIsTorF(ToText(arguments[0]), ToText(arguments[1])));
+    }
+
+    static constexpr Method<OpeningBalances> methods[] = {
+        {L"Transact", 2, 2, &OpeningBalances::CallTransact},
+        {L"InvCodeIsTorF", 2, 2, &OpeningBalances::CallInvCodeIsTorF},
+    };
 };
 
 class Proof final : public Coclass<Proof, _ClsKovraProof, kovra::ClsKovraProof> {
@@ -100,7 +116,47 @@ private:
 
 class PriceJustVou final : public Coclass<PriceJustVou, _ClsPriceJustVou, kovra::ClsPriceJustVou> {
 public:
-    static constexpr Method<PriceJustVou> methods[] = {{L"Transact", 2, 2, &PriceJustVou::CallTransact}};
+    HRESULT STDMETHODCALLTYPE GetStartEndDate(short* intMonth, short* intYear, VARIANT* varStart, VARIANT* varEnd,
+                                              VARIANT_BOOL* result) override {
+        if (!intMonth || !intYear || !result)
+            return E_POINTER;
+        *result = VARIANT_FALSE;
+        return Answer([&] {
+            VARIANTARG reversed[4];
+            const auto pass = [](VARIANT* argument, VARIANTARG& reference) {
+                V_VT(&reference) = argument ? VT_BYREF | VT_VARIANT : VT_ERROR;
+                V_VARIANTREF(&reference) = argument;
+                if (!argument)
+                    V_ERROR(&reference) = DISP_E_PARAMNOTFOUND;
+            };
+            pass(varEnd, reversed[0]);
+            pass(varStart, reversed[1]);
+            V_VT(&reversed[2]) = VT_BYREF | VT_I2;
+            V_I2REF(&reversed[2]) = intYear;
+            V_VT(&reversed[3]) = VT_BYREF | VT_I2;
+            V_I2REF(&reversed[3]) = intMonth;
+            const DISPPARAMS parameters{reversed, nullptr, 4, 0};
+            *result = V_BOOL(&CallGetStartEndDate(Arguments(parameters)).Get());
+        });
+    }
+
+    VariantHolder CallGetStartEndDate(const Arguments& arguments) {
+        host::Value start;
+        host::Value end;
+        const bool found =
+            instance().GetStartEndDate(ModPub::ToInt16(ToValue(arguments[0])), ModPub::ToInt16(ToValue(arguments[1])),
+                                       arguments.Has(2) ? &start : nullptr, arguments.Has(3) ? &end : nullptr);
+        if (found && arguments.Has(2))
+            arguments.Return(2, VariantHolder(start));
+        if (found && arguments.Has(3))
+            arguments.Return(3, VariantHolder(end));
+        return VariantHolder(found);
+    }
+
+    static constexpr Method<PriceJustVou> methods[] = {
+        {L"Transact", 2, 2, &PriceJustVou::CallTransact},
+        {L"GetStartEndDate", 2, 4, &PriceJustVou::CallGetStartEndDate},
+    };
 };
 
 template <class Object> ComPtr<IDispatch> Create() { return ComPtr<IDispatch>::Adopt(new Object); }

@@ -5,9 +5,8 @@
 #include "server/adapters/ComEaiHelper.h"
 #include "server/adapters/ComVoucherComponents.h"
 #include "server/adapters/XmlDocument.h"
+#include "server/com/Platform.h"
 #include "server/com/Utf16.h"
-
-#include <windows.h>
 
 namespace server {
 

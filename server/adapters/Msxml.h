@@ -1,8 +1,9 @@
 #pragma once
 
+#include "server/com/Platform.h"
+
 // MSXML's interfaces, with their identifiers bound to them where the compiler's header leaves that out.
 #include <msxml.h>
-#include <windows.h>
 
 #ifdef __MINGW32__
 __CRT_UUID_DECL(IXMLDOMNode, 0x2933BF80, 0x7B36, 0x11D2, 0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60)

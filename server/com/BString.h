@@ -1,11 +1,10 @@
 #pragma once
 
+#include "server/com/Platform.h"
+
 #include <new>
 #include <string_view>
 #include <utility>
-
-#include <oleauto.h>
-#include <windows.h>
 
 namespace server {
 

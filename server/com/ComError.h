@@ -1,9 +1,7 @@
 #pragma once
 
 #include "host/Error.h"
-
-#include <oaidl.h>
-#include <windows.h>
+#include "server/com/Platform.h"
 
 namespace server {
 

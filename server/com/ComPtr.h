@@ -1,10 +1,9 @@
 #pragma once
 
 #include "server/com/ComError.h"
+#include "server/com/Platform.h"
 
 #include <utility>
-
-#include <unknwn.h>
 
 namespace server {
 

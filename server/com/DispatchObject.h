@@ -1,12 +1,10 @@
 #pragma once
 
 #include "server/com/ComPtr.h"
+#include "server/com/Platform.h"
 #include "server/com/VariantHolder.h"
 
 #include <utility>
-
-#include <oaidl.h>
-#include <windows.h>
 
 namespace server {
 

@@ -2,12 +2,10 @@
 
 #include "host/Value.h"
 #include "server/com/ComPtr.h"
+#include "server/com/Platform.h"
 
 #include <string>
 #include <string_view>
-
-#include <oleauto.h>
-#include <windows.h>
 
 namespace server {
 

@@ -1,15 +1,13 @@
 #pragma once
 
 #include "server/com/ComPtr.h"
+#include "server/com/Platform.h"
 #include "server/com/VariantHolder.h"
 #include "server/inproc/Module.h"
 
 #include <atomic>
 #include <cstddef>
 #include <span>
-
-#include <oaidl.h>
-#include <windows.h>
 
 namespace server {
 

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "server/com/ComPtr.h"
-
-#include <oaidl.h>
-#include <windows.h>
+#include "server/com/Platform.h"
 
 namespace server {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
+#include "server/com/Platform.h"
 
-#include <windows.h>
+#include <string>
 
 namespace server {
 

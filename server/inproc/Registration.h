@@ -1,10 +1,9 @@
 #pragma once
 
+#include "server/com/Platform.h"
 #include "server/inproc/ClassFactory.h"
 
 #include <span>
-
-#include <windows.h>
 
 namespace server {
 

@@ -111,6 +111,15 @@ TEST(NumberText, HasUpToFifteenSignificantDigits) {
         EXPECT_EQ(NumberText(number), expected);
 }
 
+TEST(NumberText, RoundsAHalfBehindTheFifteenthDigitAwayFromZero) {
+    EXPECT_EQ(NumberText(668136567261664.5), "668136567261665");
+    EXPECT_EQ(NumberText(-668136567261664.5), "-668136567261665");
+    EXPECT_EQ(NumberText(66813656726166.25), "66813656726166.3");
+    EXPECT_EQ(NumberText(99999999999999.95), "100000000000000") << "the double nearest to it lies above the half";
+    EXPECT_EQ(NumberText(999999999999999.5), "1E+15");
+    EXPECT_EQ(TwoPlaces(6681365672616.125), 6681365672616.13);
+}
+
 TEST(NumberText, TakesTheExponentFormBeyondFifteenDigitsBeforeThePoint) {
     EXPECT_EQ(NumberText(999999999999999.0), "999999999999999");
     EXPECT_EQ(NumberText(999999999999999.9), "1E+15");

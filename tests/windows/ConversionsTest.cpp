@@ -1,0 +1,409 @@
+// Holds the run-time conversions against OLE Automation, whose part they play on every platform.
+#include "ModPub/Conversions.h"
+
+#include "server/com/BString.h"
+#include "server/com/Platform.h"
+#include "server/com/Utf16.h"
+#include "tests/conversions/Cases.h"
+
+#include <cmath>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace en = host::error_number;
+using server::BString;
+
+constexpr LCID chinese = 2052;
+
+/// What a conversion gives: a text form of its value, or the number of its error.
+struct Outcome {
+    std::optional<std::string> value;
+    host::ErrorNumber error = 0;
+
+    bool operator==(const Outcome&) const = default;
+    std::string Show() const { return value ? "'" + *value + "'" : "error " + std::to_string(error); }
+};
+
+template <class Convert> Outcome Ours(Convert&& convert) {
+    try {
+        return {convert(), 0};
+    } catch (const host::Error& error) {
+        return {std::nullopt, error.number()};
+    }
+}
+
+/// Seventeen digits tell every double from every other.
+std::string Exact(double number) {
+    char text[40];
+    return {text, static_cast<std::size_t>(std::snprintf(text, sizeof text, "%.17g", number))};
+}
+
+/// A difference that is accepted, and why.
+struct Accepted {
+    const char* reason;
+    /// Whether the difference between `ours` and `theirs` for `input` is this one.
+    std::function<bool(const std::string& input, const Outcome& ours, const Outcome& theirs)> covers;
+};
+
+bool Contains(const std::string& text, std::initializer_list<const char*> pieces) {
+    for (const char* piece : pieces) {
+        if (text.find(piece) != text.npos)
+            return true;
+    }
+    return false;
+}
+
+bool HasLetter(const std::string& text) {
+    return text.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz") != text.npos;
+}
+
+bool Refused(const Outcome& outcome) { return !outcome.value; }
+
+/// Runs both sides over all inputs and fails for every difference that none of `accepted` covers.
+template <class Input>
+void Compare(const std::vector<Input>& inputs, const std::vector<Accepted>& accepted,
+             const std::function<std::string(const Input&)>& show, const std::function<Outcome(const Input&)>& ours,
+             const std::function<Outcome(const Input&)>& theirs) {
+    std::map<std::string, int> counts;
+    int failures = 0;
+    for (const Input& input : inputs) {
+        const Outcome mine = ours(input);
+        const Outcome other = theirs(input);
+        if (mine == other)
+            continue;
+        const std::string shown = show(input);
+        const Accepted* found = nullptr;
+        for (const Accepted& difference : accepted) {
+            if (difference.covers(shown, mine, other)) {
+                found = &difference;
+                break;
+            }
+        }
+        if (found)
+            ++counts[found->reason];
+        else if (++failures <= 20)
+            ADD_FAILURE() << "'" << shown << "': ours " << mine.Show() << ", theirs " << other.Show();
+    }
+    EXPECT_EQ(failures, 0);
+    std::printf("%zu inputs\n", inputs.size());
+    for (const auto& [reason, count] : counts)
+        std::printf("  %4d times: %s\n", count, reason.c_str());
+}
+
+std::string ShowText(const std::string& text) { return text; }
+std::string ShowNumber(const double& number) { return Exact(number); }
+
+host::ErrorNumber NumberOf(HRESULT result) {
+    switch (result) {
+    case DISP_E_OVERFLOW:
+        return en::overflow;
+    case DISP_E_TYPEMISMATCH:
+        return en::typeMismatch;
+    case E_INVALIDARG:
+        return en::invalidCall;
+    default:
+        return result;
+    }
+}
+
+/// Calls a function of oleaut32 that reads a text. @param format shows its result
+template <class T, class Function, class Format>
+Outcome Theirs(const std::string& text, Function&& function, Format&& format) {
+    const BString wide(server::ToUtf16(text));
+    T value{};
+    const HRESULT result = function(wide.Get(), chinese, LOCALE_NOUSEROVERRIDE, &value);
+    return FAILED(result) ? Outcome{std::nullopt, NumberOf(result)} : Outcome{format(value), 0};
+}
+
+/// Calls a function of oleaut32 that writes a text.
+template <class Function> Outcome TheirText(Function&& function) {
+    BString text;
+    const HRESULT result = function(text.Put());
+    return FAILED(result) ? Outcome{std::nullopt, NumberOf(result)} : Outcome{server::ToUtf8(text.View()), 0};
+}
+
+std::vector<std::string> NumberTexts() {
+    std::vector<std::string> texts = cases::MadeNumberTexts(3000, 1);
+    texts.insert(texts.end(), cases::NumberTextEdges().begin(), cases::NumberTextEdges().end());
+    return texts;
+}
+
+std::vector<std::string> DateTexts() {
+    std::vector<std::string> texts = cases::MadeDateTexts(3000, 2);
+    texts.insert(texts.end(), cases::DateTextEdges().begin(), cases::DateTextEdges().end());
+    return texts;
+}
+
+std::vector<double> Doubles() {
+    std::vector<double> numbers = cases::MadeDoubles(3000, 3);
+    numbers.insert(numbers.end(), cases::DoubleEdges().begin(), cases::DoubleEdges().end());
+    return numbers;
+}
+
+/// Where Wine's reading of numbers stays behind the system's.
+std::vector<Accepted> NumberDifferences() {
+    return {
+        {"Wine knows no exponent with D, which Visual Basic reads",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return Refused(theirs) && ours != theirs && Contains(input, {"d", "D"});
+         }},
+        {"Wine's yuan sign is the half-width one alone, and only in front",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return Refused(theirs) && ours != theirs && Contains(input, {"￥", "¥"});
+         }},
+        {"Wine takes a second sign behind the number, an opening parenthesis without its other half included",
+         [](const std::string& input, const Outcome& ours, const Outcome&) {
+             return Refused(ours) && ours.error == en::typeMismatch && Contains(input, {"(", "+"}) &&
+                    Contains(input, {"-"});
+         }},
+        {"Wine rounds a number next to 0 to 1 or -1 when digits behind the point decide it",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return ours.value == "0" && (theirs.value == "1" || theirs.value == "-1") && Contains(input, {"e-"});
+         }},
+        {"Wine finds 32 bits too many for the digits of a double",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return !Refused(ours) && theirs.error == en::overflow && Contains(input, {"&H"});
+         }},
+        {"Wine adds the digits up and so misses the nearest double by a few units in the last place",
+         [](const std::string&, const Outcome& ours, const Outcome& theirs) {
+             if (Refused(ours) || Refused(theirs))
+                 return false;
+             const double mine = std::stod(*ours.value);
+             const double other = std::stod(*theirs.value);
+             return std::fabs(mine - other) <= std::fabs(mine) * 1e-15;
+         }},
+    };
+}
+
+/// The day number of a date that is shown as such a number or as "YYYY-MM-DD".
+double DayNumber(const std::string& shown) {
+    const std::optional<host::Date> date = ModPub::ParseDate(shown);
+    return shown.find('-', 1) != shown.npos && date ? date->days : ModPub::Val(shown);
+}
+
+/// A day number to the second: the two sides put the fraction together in different orders.
+std::string ShowDay(double day) {
+    constexpr double secondsPerDay = 86400;
+    return ModPub::NumberText(std::round(day * secondsPerDay) / secondsPerDay);
+}
+
+/// Whether `theirs` refuses the input, or leaves it as it is where it would be formatted.
+bool DoesNotTake(const Outcome& theirs, const std::string& input) { return Refused(theirs) || theirs.value == input; }
+
+/// Where Wine's reading of dates stays behind the system's.
+std::vector<Accepted> DateDifferences() {
+    return {
+        {"Wine does not know 年, 月, 日 as separators, which the Chinese long date is written with",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return !Refused(ours) && DoesNotTake(theirs, input) && Contains(input, {"年", "月", "日"});
+         }},
+        {"Wine does not take 上午 and 下午 before the time, where the Chinese time format has them",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return !Refused(ours) && DoesNotTake(theirs, input) && Contains(input, {"上午", "下午"});
+         }},
+        {"Wine knows the names of the locale's language alone, the system English ones too",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return !Refused(ours) && DoesNotTake(theirs, input) && HasLetter(input);
+         }},
+        {"Wine takes the years 30 to 49 for 2030 to 2049, following a newer calendar setting",
+         [](const std::string&, const Outcome& ours, const Outcome& theirs) {
+             constexpr double firstOf2030 = 47484;
+             constexpr double firstOf2050 = 54789;
+             const double their = Refused(theirs) ? 0 : DayNumber(*theirs.value);
+             return !Refused(ours) && their >= firstOf2030 && their < firstOf2050 &&
+                    std::fabs(their - DayNumber(*ours.value) - 36525) < 1.001;
+         }},
+        {"Wine takes two separators in a row for one",
+         [](const std::string& input, const Outcome& ours, const Outcome& theirs) {
+             return Refused(ours) && !Refused(theirs) && Contains(input, {"--", "//", "-/"});
+         }},
+    };
+}
+
+} // namespace
+
+TEST(ConversionsAgainstOle, TextToDouble) {
+    Compare<std::string>(
+        NumberTexts(), NumberDifferences(), ShowText,
+        [](const std::string& text) { return Ours([&] { return Exact(ModPub::ToDouble(std::string_view(text))); }); },
+        [](const std::string& text) { return Theirs<double>(text, VarR8FromStr, Exact); });
+}
+
+TEST(ConversionsAgainstOle, TextToInt16) {
+    Compare<std::string>(
+        NumberTexts(), NumberDifferences(), ShowText,
+        [](const std::string& text) {
+            return Ours([&] { return std::to_string(ModPub::ToInt16(std::string_view(text))); });
+        },
+        [](const std::string& text) {
+            return Theirs<SHORT>(text, VarI2FromStr, [](SHORT value) { return std::to_string(value); });
+        });
+}
+
+TEST(ConversionsAgainstOle, TextToInt32) {
+    Compare<std::string>(
+        NumberTexts(), NumberDifferences(), ShowText,
+        [](const std::string& text) {
+            return Ours([&] { return std::to_string(ModPub::ToInt32(std::string_view(text))); });
+        },
+        [](const std::string& text) {
+            return Theirs<LONG>(text, VarI4FromStr, [](LONG value) { return std::to_string(value); });
+        });
+}
+
+TEST(ConversionsAgainstOle, TextToBoolean) {
+    Compare<std::string>(
+        NumberTexts(), NumberDifferences(), ShowText,
+        [](const std::string& text) {
+            return Ours([&] { return std::string(ModPub::ToBoolean(std::string_view(text)) ? "True" : "False"); });
+        },
+        [](const std::string& text) {
+            return Theirs<VARIANT_BOOL>(text, VarBoolFromStr,
+                                        [](VARIANT_BOOL value) { return std::string(value ? "True" : "False"); });
+        });
+}
+
+TEST(ConversionsAgainstOle, IsNumeric) {
+    const auto parses = [](const std::string& text) -> Outcome {
+        const BString wide(server::ToUtf16(text));
+        NUMPARSE parsed{};
+        parsed.cDig = 30;
+        parsed.dwInFlags = NUMPRS_STD;
+        BYTE digits[30];
+        const HRESULT result = VarParseNumFromStr(wide.Get(), chinese, LOCALE_NOUSEROVERRIDE, &parsed, digits);
+        return {std::string(SUCCEEDED(result) ? "True" : "False"), 0};
+    };
+    std::vector<Accepted> accepted = {
+        {"the parser alone does not see that a number is too large; the conversion behind it does",
+         [](const std::string& input, const Outcome& ours, const Outcome&) {
+             return *ours.value == "False" && Contains(input, {"e", "E", "D", "d", "&"});
+         }},
+        {"Wine takes a second sign behind the number, an opening parenthesis without its other half included",
+         [](const std::string& input, const Outcome& ours, const Outcome&) {
+             return *ours.value == "False" && Contains(input, {"(", "+"}) && Contains(input, {"-"});
+         }},
+        {"Wine knows no exponent with D, and the half-width yuan sign alone",
+         [](const std::string& input, const Outcome& ours, const Outcome&) {
+             return *ours.value == "True" && Contains(input, {"d", "D", "￥", "¥"});
+         }},
+    };
+    Compare<std::string>(
+        NumberTexts(), accepted, ShowText,
+        [](const std::string& text) {
+            return Ours([&] { return std::string(ModPub::IsNumeric(std::string_view(text)) ? "True" : "False"); });
+        },
+        parses);
+}
+
+TEST(ConversionsAgainstOle, TextToDate) {
+    Compare<std::string>(
+        DateTexts(), DateDifferences(), ShowText,
+        [](const std::string& text) {
+            return Ours([&] { return ShowDay(ModPub::ToDate(std::string_view(text)).days); });
+        },
+        [](const std::string& text) { return Theirs<DATE>(text, VarDateFromStr, ShowDay); });
+}
+
+TEST(ConversionsAgainstOle, DoubleToText) {
+    const std::vector<Accepted> accepted = {
+        {"Wine chooses the exponent form by the number's size, the system by the digits behind the point",
+         [](const std::string&, const Outcome& ours, const Outcome& theirs) {
+             return !Refused(ours) && !Refused(theirs) && std::fabs(std::stod(*ours.value)) < 1 &&
+                    std::stod(*ours.value) == std::stod(*theirs.value);
+         }},
+    };
+    Compare<double>(
+        Doubles(), accepted, ShowNumber,
+        [](const double& number) { return Ours([&] { return ModPub::NumberText(number); }); },
+        [](const double& number) {
+            return TheirText([&](BSTR* text) { return VarBstrFromR8(number, chinese, LOCALE_NOUSEROVERRIDE, text); });
+        });
+}
+
+TEST(ConversionsAgainstOle, DateToText) {
+    std::vector<double> days = cases::DoubleEdges();
+    cases::Random random(4);
+    for (int i = 0; i < 2000; ++i)
+        days.push_back(static_cast<double>(random.Below(80000)) + static_cast<double>(random.Below(86400)) / 86400);
+    const std::vector<Accepted> accepted = {
+        {"Wine pads the hours, where the system's Chinese time format does not",
+         [](const std::string&, const Outcome& ours, const Outcome& theirs) {
+             if (Refused(ours) || Refused(theirs))
+                 return false;
+             std::string unpadded = *theirs.value;
+             const std::size_t hour = unpadded.rfind(' ') == unpadded.npos ? 0 : unpadded.rfind(' ') + 1;
+             if (unpadded[hour] == '0')
+                 unpadded.erase(hour, 1);
+             return unpadded == *ours.value;
+         }},
+    };
+    Compare<double>(
+        days, accepted, ShowNumber, [](const double& day) { return Ours([&] { return ModPub::DateText({day}); }); },
+        [](const double& day) {
+            return TheirText([&](BSTR* text) { return VarBstrFromDate(day, chinese, LOCALE_NOUSEROVERRIDE, text); });
+        });
+}
+
+TEST(ConversionsAgainstOle, FormatOfDateText) {
+    std::vector<std::string> texts = DateTexts();
+    const std::vector<std::string> numbers = NumberTexts();
+    texts.insert(texts.end(), numbers.begin(), numbers.end());
+    std::vector<Accepted> accepted = DateDifferences();
+    accepted.push_back({"Visual Basic's own Format leaves the empty text empty",
+                        [](const std::string& input, const Outcome&, const Outcome&) { return input.empty(); }});
+    accepted.push_back({"Wine does not fill a year below 1000 up to four digits",
+                        [](const std::string&, const Outcome& ours, const Outcome& theirs) {
+                            return ours.value && theirs.value && *ours.value == "0" + *theirs.value;
+                        }});
+    accepted.push_back({"a number that Wine does not read is no day number to it either",
+                        [](const std::string& input, const Outcome&, const Outcome& theirs) {
+                            return theirs.value == input && ModPub::IsNumeric(std::string_view(input)) &&
+                                   Contains(input, {"d", "D", "¥", "￥", "&"});
+                        }});
+    accepted.push_back(
+        {"Wine's VarFormat takes no sign behind a number",
+         [](const std::string& input, const Outcome&, const Outcome& theirs) {
+             return theirs.value == input && Contains(input, {"-", "+"}) && ModPub::IsNumeric(std::string_view(input));
+         }});
+    accepted.push_back({"a number that Wine reads laxly is a day number to it",
+                        [](const std::string& input, const Outcome& ours, const Outcome&) {
+                            return ours.value == input && Contains(input, {"(", "+"}) && Contains(input, {"-"});
+                        }});
+    Compare<std::string>(
+        texts, accepted, ShowText,
+        [](const std::string& text) { return Ours([&] { return ModPub::FormatDate(std::string_view(text)); }); },
+        [](const std::string& text) {
+            // VarFormat itself reads dates by the user's locale, so a text that is a date is read before.
+            const BString wide(server::ToUtf16(text));
+            wchar_t format[] = L"yyyy-mm-dd";
+            VARIANT value{};
+            if (SUCCEEDED(VarDateFromStr(wide.Get(), chinese, LOCALE_NOUSEROVERRIDE, &V_DATE(&value)))) {
+                V_VT(&value) = VT_DATE;
+            } else {
+                V_VT(&value) = VT_BSTR;
+                V_BSTR(&value) = wide.Get();
+            }
+            return TheirText([&](BSTR* out) { return VarFormat(&value, format, 1, 1, 0, out); });
+        });
+}
+
+TEST(ConversionsAgainstOle, TwoPlaces) {
+    Compare<double>(
+        Doubles(), {}, ShowNumber,
+        [](const double& number) { return Ours([&] { return Exact(ModPub::TwoPlaces(number)); }); },
+        [](const double& number) -> Outcome {
+            wchar_t format[] = L"###0.00";
+            VARIANT value{};
+            V_VT(&value) = VT_R8;
+            V_R8(&value) = number;
+            const Outcome text = TheirText([&](BSTR* out) { return VarFormat(&value, format, 1, 1, 0, out); });
+            return text.value ? Outcome{Exact(ModPub::Val(*text.value)), 0} : text;
+        });
+}
