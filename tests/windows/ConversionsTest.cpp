@@ -368,10 +368,14 @@ TEST(ConversionsAgainstOle, FormatOfDateText) {
                                    Contains(input, {"d", "D", "¥", "￥", "&"});
                         }});
     accepted.push_back(
-        {"Wine's VarFormat takes no sign behind a number",
-         [](const std::string& input, const Outcome&, const Outcome& theirs) {
-             return theirs.value == input && Contains(input, {"-", "+"}) && ModPub::IsNumeric(std::string_view(input));
+        {"Wine's VarFormat takes plain digits alone for a number, its VarR8FromStr all forms",
+         [](const std::string& input, const Outcome&, const Outcome&) {
+             return Contains(input, {" ", "\t", ",", "(", "-", "+"}) && ModPub::IsNumeric(std::string_view(input));
          }});
+    accepted.push_back({"Wine's VarFormat reads hexadecimal digits as C writes them",
+                        [](const std::string& input, const Outcome& ours, const Outcome&) {
+                            return ours.value == input && Contains(input, {"0x"});
+                        }});
     accepted.push_back({"a number that Wine reads laxly is a day number to it",
                         [](const std::string& input, const Outcome& ours, const Outcome&) {
                             return ours.value == input && Contains(input, {"(", "+"}) && Contains(input, {"-"});
@@ -395,8 +399,12 @@ TEST(ConversionsAgainstOle, FormatOfDateText) {
 }
 
 TEST(ConversionsAgainstOle, TwoPlaces) {
+    // Wine's VarFormat writes such numbers over the end of its buffer and brings the process down.
+    constexpr double tooLongForWine = 1e100;
+    std::vector<double> numbers = Doubles();
+    std::erase_if(numbers, [](double number) { return std::fabs(number) > tooLongForWine; });
     Compare<double>(
-        Doubles(), {}, ShowNumber,
+        numbers, {}, ShowNumber,
         [](const double& number) { return Ours([&] { return Exact(ModPub::TwoPlaces(number)); }); },
         [](const double& number) -> Outcome {
             wchar_t format[] = L"###0.00";
