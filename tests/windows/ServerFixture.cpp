@@ -1,0 +1,36 @@
+#include "tests/windows/ServerFixture.h"
+
+namespace test {
+
+void ServerTest::SetUp() {
+    library_ = LoadLibraryW(L"Kovra.dll");
+    ASSERT_NE(library_, nullptr);
+    ASSERT_EQ(Install(true, nullptr), S_OK);
+}
+
+void ServerTest::TearDown() {
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    FreeLibrary(library_);
+}
+
+HRESULT ServerTest::Install(bool install, const wchar_t* scope) const {
+    return Entry<HRESULT(STDAPICALLTYPE*)(BOOL, const wchar_t*)>("DllInstall")(install ? TRUE : FALSE, scope);
+}
+
+HRESULT ServerTest::CanUnload() const { return Entry<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")(); }
+
+HRESULT ServerTest::Create(const wchar_t* progId, server::ComPtr<IDispatch>& object) {
+    CLSID classId{};
+    const HRESULT found = CLSIDFromProgID(progId, &classId);
+    return FAILED(found) ? found
+                         : CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.PutVoid());
+}
+
+std::wstring ClassesValue(HKEY root, const std::wstring& path, const wchar_t* name) {
+    wchar_t value[512];
+    DWORD size = sizeof value;
+    const std::wstring key = L"Software\\Classes\\" + path;
+    return RegGetValueW(root, key.c_str(), name, RRF_RT_REG_SZ, nullptr, value, &size) == ERROR_SUCCESS ? value : L"";
+}
+
+} // namespace test
