@@ -77,7 +77,7 @@ TEST(FileText, DeclarationIsReadAttributeByAttribute) {
     EXPECT_EQ(DecodeXmlBytes("<?xml version='encoding=\"GBK\"'?><a>仓</a>"),
               "<?xml version='encoding=\"GBK\"'?><a>仓</a>");
     for (const char* broken : {"<?xml", "<?xml ", "<?xml encoding", "<?xml encoding=", "<?xml encoding='GBK",
-                                      "<?xml ?>", "<?xml version=1.0?>"}) {
+                               "<?xml ?>", "<?xml version=1.0?>"}) {
         EXPECT_EQ(DecodeXmlBytes(broken), broken);
     }
 }
