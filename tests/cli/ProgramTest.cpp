@@ -1,0 +1,243 @@
+// The program as a shell user meets it: exit status, standard output, standard error.
+
+#include "tests/support/TestAccount.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Ended {
+    int status = -1;
+    std::string output;
+    std::string error;
+};
+
+class Program : public testing::Test {
+protected:
+    Program() {
+        Write("login.xml", account_.LoginXml());
+        account_.Run("insert into Warehouse (cWhCode, cWhName) values ('01', N'原料库')\nGO\n"
+                     "insert into code (ccode, iyear, bend) values ('1405', 2023, 1)");
+    }
+
+    void Write(const std::string& name, std::string_view bytes) const {
+        std::ofstream(Path(name), std::ios::binary) << bytes;
+    }
+    std::string Path(const std::string& name) const { return (account_.folder() / name).string(); }
+    static std::string Read(const fs::path& path) {
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        return text.str();
+    }
+
+    /// Runs `kovra ARGUMENTS` in the account's folder.
+    Ended Kovra(const std::string& arguments) const {
+        const std::string command =
+            "cd '" + account_.folder().string() + "' && '" KOVRA_PROGRAM "' " + arguments + " > out.txt 2> err.txt";
+        Ended run;
+        run.status = WEXITSTATUS(std::system(command.c_str()));
+        run.output = Read(account_.folder() / "out.txt");
+        run.error = Read(account_.folder() / "err.txt");
+        return run;
+    }
+    Ended Transact(const std::string& request, const std::string& more = "") const {
+        Write("request.xml", request);
+        return Kovra("transact --class ClsInvSubject --login login.xml " + more + " request.xml");
+    }
+
+    const test::TestAccount& account() const { return account_; }
+
+    static constexpr const char* oneSetting =
+        "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cWhCode>01</cWhCode><cInvHead>1405</cInvHead>"
+        "</row></qxinterface>";
+    static constexpr const char* accepted = "<qxinterface docid=\"D\" proc=\"ADD\"><item key=\"仓库编码：01， ， \" "
+                                            "code=\"0\" dsc=\"ok\"/></qxinterface>\n";
+
+private:
+    test::TestAccount account_;
+};
+
+testing::AssertionResult Contains(const std::string& text, std::string_view piece) {
+    if (text.find(piece) != std::string::npos) {
+        return testing::AssertionSuccess();
+    }
+    return testing::AssertionFailure() << "\"" << text << "\" does not contain \"" << piece << "\"";
+}
+
+TEST_F(Program, TellsItsVersion) {
+    const Ended run = Kovra("--version");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output.rfind("kovra ", 0), 0U) << run.output;
+}
+
+TEST_F(Program, TellsItsUsage) {
+    const Ended run = Kovra("--help");
+    EXPECT_EQ(run.status, 0);
+    for (const char* command : {"transact", "query", "sql", "account"}) {
+        EXPECT_TRUE(Contains(run.output, command));
+    }
+}
+
+TEST_F(Program, RefusesACallWithoutCommand) {
+    const Ended run = Kovra("");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_FALSE(run.error.empty());
+}
+
+TEST_F(Program, RefusesAnUnknownOption) { EXPECT_EQ(Kovra("transact --klass ClsKovra").status, 2); }
+
+TEST_F(Program, RefusesAnUnknownClassAndNamesTheClasses) {
+    const Ended run = Kovra("transact --class ClsNobody --login login.xml request.xml");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(Contains(run.error, "ClsNobody"));
+    EXPECT_TRUE(Contains(run.error, "ClsPriceJustVou"));
+}
+
+TEST_F(Program, WritesTheResultWithOneLineFeed) {
+    const Ended run = Transact(oneSetting);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, accepted);
+    EXPECT_EQ(run.error, "");
+}
+
+TEST_F(Program, ReadsTheRequestFromStandardInput) {
+    Write("request.xml", oneSetting);
+    EXPECT_EQ(Kovra("transact --class ClsInvSubject --login login.xml - < request.xml").output, accepted);
+    EXPECT_EQ(account().Rows("select cWhCode from IA_HeadSet").size(), 1U);
+}
+
+TEST_F(Program, WritesNothingForAnEmptyResult) {
+    Write("login.xml", "<login QxDbName=\"" + account().connectionString() + ";Delete Star=Accept\" cIYear=\"2023\"/>");
+    const Ended run = Transact("<qxinterface roottag=\"row\" docid=\"D\" proc=\"EMPTY\"/>");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "");
+}
+
+TEST_F(Program, ReadsTheEncodingThatTheRequestNames) {
+    // "仓" is B2 D6 in GBK.
+    account().Run("insert into Warehouse (cWhCode) values (N'仓')");
+    const Ended run =
+        Transact("<?xml version=\"1.0\" encoding=\"GBK\"?><qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\">"
+                 "<row><cWhCode>\xB2\xD6</cWhCode><cInvHead>1405</cInvHead></row></qxinterface>");
+    EXPECT_TRUE(Contains(run.output, "key=\"仓库编码：仓， ， \" code=\"0\""));
+}
+
+TEST_F(Program, AnswersATruncatedRequestWithItsErrorResult) {
+    const Ended run = Transact("<qxinterface roottag=\"row\"><row>");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "<error code=\"100\" dsc=\"解析XML时发生错误,请你检查XML参数格式\"/>\n");
+}
+
+TEST_F(Program, AnswersALoginWithoutConnectionStringWith438) {
+    Write("login.xml", "<login cIYear=\"2023\"/>");
+    const Ended run = Transact(oneSetting);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "<error code=\"438\" dsc=\"对象不支持该属性或方法\"/>\n");
+}
+
+TEST_F(Program, AnswersADatabaseThatIsNotThereAndCreatesNothing) {
+    Write("login.xml", "<login QxDbName=\"Provider=KovraAccount;Data Source=nowhere.db\" cIYear=\"2023\"/>");
+    const Ended run = Transact(oneSetting);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(Contains(run.output, "<error code=\"-2147467259\""));
+    EXPECT_FALSE(fs::exists(Path("nowhere.db")));
+}
+
+TEST_F(Program, RefusesARequestThatIsNotThere) {
+    const Ended run = Kovra("transact --class ClsInvSubject --login login.xml nowhere.xml");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(Contains(run.error, "nowhere.xml"));
+}
+
+TEST_F(Program, RefusesAFolderAsRequest) {
+    fs::create_directory(Path("folder"));
+    const Ended run = Kovra("transact --class ClsInvSubject --login login.xml folder");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(Contains(run.error, "folder"));
+}
+
+TEST_F(Program, RefusesBytesThatAreNotInTheirEncoding) {
+    const Ended run = Transact("<?xml version=\"1.0\" encoding=\"UTF-8\"?><a>\xFF\xFE\xFA</a>");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(Contains(run.error, "request.xml"));
+}
+
+TEST_F(Program, RefusesAnEncodingThatNobodyKnows) {
+    const Ended run = Transact("<?xml version=\"1.0\" encoding=\"x-none\"?><a/>");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(Contains(run.error, "x-none"));
+}
+
+TEST_F(Program, RefusesLoginsThatAreNone) {
+    Write("request.xml", oneSetting);
+    for (const char* login : {"", "no xml", "<other/>", "<login"}) {
+        Write("bad.xml", login);
+        const Ended run = Kovra("transact --class ClsInvSubject --login bad.xml request.xml");
+        EXPECT_EQ(run.status, 2) << login;
+        EXPECT_FALSE(run.error.empty()) << login;
+    }
+    EXPECT_EQ(Kovra("transact --class ClsInvSubject --login nowhere.xml request.xml").status, 2);
+}
+
+TEST_F(Program, ImportsNothingWhenTheTraceCannotBeWritten) {
+    const Ended run = Transact(oneSetting, "--trace nowhere/trace.jsonl");
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(Contains(run.error, "nowhere/trace.jsonl"));
+    EXPECT_TRUE(account().Rows("select * from IA_HeadSet").empty());
+}
+
+TEST_F(Program, TracesWithoutPasswords) {
+    Write("login.xml", "<login QxDbName=\"" + account().connectionString() + ";Pwd=verysecret\" cIYear=\"2023\"/>");
+    Transact(oneSetting, "--trace trace.jsonl");
+    const std::string trace = Read(Path("trace.jsonl"));
+    EXPECT_TRUE(Contains(trace, ";Pwd=***\""));
+    EXPECT_EQ(trace.find("verysecret"), std::string::npos);
+}
+
+TEST_F(Program, SqlWritesEachRowAsAJsonObject) {
+    const Ended run =
+        Kovra("sql --login login.xml -e \"select 1 as a, N'仓\\\"' as b, null as c, cast(2.50 as decimal(5,2)) as d\"");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "{\"a\":1,\"b\":\"仓\\\"\",\"c\":null,\"d\":2.50}\n");
+}
+
+TEST_F(Program, SqlRunsTheBatchesOfAFile) {
+    Write("script.sql", "create table t (a int)\nGO\ninsert into t (a) values (7)\ngo\nselect a from t\n");
+    EXPECT_EQ(Kovra("sql --login login.xml script.sql").output, "{\"a\":7}\n");
+}
+
+TEST_F(Program, SqlReportsAnErrorByNumberAndMessage) {
+    const Ended run = Kovra("sql --login login.xml -e 'select * from nowhere'");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.error, "-2147217865: Invalid object name 'nowhere'.\n");
+}
+
+TEST_F(Program, SqlRefusesACallWithoutStatements) { EXPECT_EQ(Kovra("sql --login login.xml").status, 2); }
+
+TEST_F(Program, AccountCreateLeavesAnExistingAccountWhole) {
+    Transact(oneSetting);
+    const Ended run = Kovra("account create --login login.xml --demo");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(Contains(run.error, "The database holds an account already."));
+    EXPECT_EQ(account().Rows("select cWhCode from IA_HeadSet").size(), 1U);
+    EXPECT_EQ(account().Rows("select cWhCode from Warehouse").size(), 1U);
+}
+
+TEST_F(Program, AccountCreateMakesAFileWithACompany) {
+    Write("new.xml", "<login QxDbName=\"Provider=KovraAccount;Data Source=new.db\" cAcc_Id=\"001\" cIYear=\"2024\"/>");
+    EXPECT_EQ(Kovra("account create --login new.xml --demo").status, 0);
+    EXPECT_TRUE(fs::exists(Path("new.db")));
+    EXPECT_EQ(Kovra("sql --login new.xml -e \"select count(*) as n from AccInformation where cSysID='IA'\"").status, 0);
+}
+
+} // namespace
