@@ -22,6 +22,7 @@ struct NativeNumber {
 };
 
 constexpr std::array nativeNumbers = {
+    NativeNumber{18456, number::unspecified},       // Login failed for user
     NativeNumber{208, number::noTable},             // Invalid object name
     NativeNumber{3701, number::noTable},            // Cannot drop …, because it does not exist
     NativeNumber{4902, number::noTable},            // Cannot find the object

@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/odbc/OdbcDatabase.h"
+#include "tests/odbc/TdsServer.h"
 
 #include <string>
 
@@ -39,6 +40,27 @@ TEST(FreeTds, ReportsADataSourceThatIsNotDefined) {
     const host::Error error = ConnectError("DSN=no-such-source");
     EXPECT_EQ(error.number(), host::error_number::unspecified);
     EXPECT_NE(error.description().find("Data source name not found"), std::string::npos) << error.description();
+}
+
+TEST(FreeTds, ReportsARefusedLoginWithTheServersOwnText) {
+    const test::TdsServer server(test::TdsServer::Behaviour::refuseLogin);
+    const host::Error error = ConnectError(server.ConnectionString());
+    EXPECT_EQ(error.number(), host::error_number::unspecified);
+    EXPECT_EQ(error.description(), "Login failed for user 'kovra'.");
+}
+
+TEST(FreeTds, ReportsALostConnectionAndStaysSound) {
+    const test::TdsServer server(test::TdsServer::Behaviour::hangUp);
+    const std::unique_ptr<refhost::Database> database = refhost::odbc::OpenOdbc(server.ConnectionString());
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        try {
+            database->Execute("select 1");
+            FAIL() << "a statement without a server";
+        } catch (const host::Error& error) {
+            EXPECT_EQ(error.number(), host::error_number::unspecified);
+            EXPECT_FALSE(error.description().empty());
+        }
+    }
 }
 
 } // namespace
