@@ -16,7 +16,7 @@ int RunAccountCreate(const AccountArguments& arguments) {
     const std::string connectionString = ModPub::ToText(login.Member("QxDbName"));
     connection.Open(connectionString, "", "", host::command_option::unspecified);
     if (refhost::IsOdbc(connectionString)) {
-        refhost::odbc::EnsureSystemDatabase(connection, *environment.CreateRecordset());
+        refhost::odbc::EnsureSystemDatabase(connection);
     }
     refhost::CreateAccount(connection, login.AccountId(), arguments.demo);
     return exit_status::done;

@@ -4,13 +4,15 @@
 
 namespace refhost::odbc {
 
-void EnsureSystemDatabase(host::Connection& connection, host::Recordset& recordset) {
-    recordset.Open("SELECT name FROM master.dbo.sysdatabases WHERE name = N'QxSystem'", connection,
-                   host::CursorType::openStatic, host::LockType::readOnly, host::command_option::text);
-    const bool exists = !recordset.AtEOF();
-    recordset.Close();
-    if (exists) {
+void EnsureSystemDatabase(host::Connection& connection) {
+    try {
+        // A server names a table of a missing database as it names a missing table.
+        connection.Execute("SELECT name FROM QxSystem..sysobjects WHERE 1=2", host::command_option::unspecified);
         return;
+    } catch (const host::Error& error) {
+        if (error.number() != host::error_number::noTable) {
+            throw;
+        }
     }
     try {
         connection.Execute("CREATE DATABASE QxSystem", host::command_option::unspecified);

@@ -1,5 +1,6 @@
 // The program as a shell user meets it: exit status, standard output, standard error.
 
+#include "refhost/sql/EmbeddedDatabase.h"
 #include "tests/support/TestAccount.h"
 
 #include <cstdio>
@@ -238,6 +239,23 @@ TEST_F(Program, AccountCreateMakesAFileWithACompany) {
     EXPECT_EQ(Kovra("account create --login new.xml --demo").status, 0);
     EXPECT_TRUE(fs::exists(Path("new.db")));
     EXPECT_EQ(Kovra("sql --login new.xml -e \"select count(*) as n from AccInformation where cSysID='IA'\"").status, 0);
+}
+
+TEST_F(Program, WorksAlikeBehindOdbc) {
+    // Empty databases, as an administrator hands them out.
+    refhost::sql::OpenEmbedded("Provider=KovraAccount;Data Source=" + Path("server.db"), refhost::sql::Mode::create);
+    Write("odbc.xml", "<login QxDbName=\"Driver=" KOVRA_ODBC_DRIVER ";Data Source=server.db;Pwd=verysecret\" "
+                      "cAcc_Id=\"001\" cIYear=\"2024\"/>");
+    const Ended created = Kovra("account create --login odbc.xml --demo");
+    EXPECT_EQ(created.status, 0) << created.error;
+    EXPECT_EQ(Kovra("sql --login odbc.xml -e \"select bend from code where ccode = '140301' and iyear = 2024\"").output,
+              "{\"bend\":true}\n");
+    Write("setting.xml", "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cWhCode>01</cWhCode>"
+                         "<cInvHead>140301</cInvHead></row></qxinterface>");
+    EXPECT_EQ(Kovra("transact --class ClsInvSubject --login odbc.xml setting.xml").output, accepted);
+    const Ended refused = Kovra("sql --login odbc.xml -e 'select * from nowhere'");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.error, "-2147217865: Invalid object name 'nowhere'.\n");
 }
 
 } // namespace

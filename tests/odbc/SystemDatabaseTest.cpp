@@ -2,7 +2,6 @@
 
 #include "host/Error.h"
 #include "refhost/Connection.h"
-#include "refhost/Recordset.h"
 
 #include <string>
 #include <vector>
@@ -17,17 +16,14 @@ public:
     Server(bool hasSystemDatabase, bool mayCreate, std::vector<std::string>& executed)
         : hasSystemDatabase_(hasSystemDatabase), mayCreate_(mayCreate), executed_(executed) {}
 
-    refhost::ResultSet Query(std::string_view sql) override {
-        EXPECT_EQ(sql, "SELECT name FROM master.dbo.sysdatabases WHERE name = N'QxSystem'");
-        refhost::ResultSet result;
-        result.fields = std::make_shared<refhost::Fields>(refhost::Fields{{.name = "name"}});
-        if (hasSystemDatabase_) {
-            result.cells.emplace_back("QxSystem");
-            result.rowCount = 1;
-        }
-        return result;
-    }
+    refhost::ResultSet Query(std::string_view) override { return {}; }
     void Execute(std::string_view sql) override {
+        if (sql == "SELECT name FROM QxSystem..sysobjects WHERE 1=2") {
+            if (!hasSystemDatabase_) {
+                throw host::Error(-2147217865, "Invalid object name 'QxSystem..sysobjects'.");
+            }
+            return;
+        }
         if (!mayCreate_) {
             throw host::Error(-2147217900, "CREATE DATABASE permission denied in database 'master'.");
         }
@@ -50,8 +46,7 @@ protected:
             return std::make_unique<Server>(hasSystemDatabase, mayCreate, executed_);
         });
         connection.Open("DSN=any", "", "", host::command_option::unspecified);
-        refhost::Recordset recordset(nullptr);
-        refhost::odbc::EnsureSystemDatabase(connection, recordset);
+        refhost::odbc::EnsureSystemDatabase(connection);
     }
 
     std::vector<std::string> executed_;

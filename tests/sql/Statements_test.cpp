@@ -3,18 +3,32 @@
 #include "refhost/Connection.h"
 #include "refhost/account/Account.h"
 #include "tests/sql/Support.h"
+#include "tests/support/TestAccount.h"
 
 #include <array>
+#include <cstdlib>
+#include <vector>
 
 namespace test_sql {
 namespace {
 
-/// An account in memory with the few rows that the statements below look for.
-class Statements : public testing::Test {
+/// Where the account is: embedded, embedded behind an ODBC driver, or in the empty database of a SQL Server that
+/// KOVRA_TEST_ODBC names (a connection string).
+enum class Place { embedded, embeddedThroughOdbc, server };
+
+std::vector<Place> Places() {
+    std::vector<Place> places = {Place::embedded, Place::embeddedThroughOdbc};
+    if (std::getenv("KOVRA_TEST_ODBC") != nullptr) {
+        places.push_back(Place::server);
+    }
+    return places;
+}
+
+/// An account with the few rows that the statements below look for.
+class Statements : public testing::TestWithParam<Place> {
 protected:
     Statements() : connection_(nullptr, refhost::OpenOrCreate()) {
-        connection_.Open(memory, "", "", host::command_option::unspecified);
-        refhost::CreateAccount(connection_, "001", false);
+        Connect();
         for (const char* sql : {
                  "insert into AccInformation (cSysID, cName, cValue, cDefault) values ('IA', 'cValueStyle', "
                  "N'按存货核算', "
@@ -51,10 +65,36 @@ protected:
     refhost::Database& Db() { return connection_.database(); }
 
 private:
+    void Connect() {
+        std::string text = memory;
+        if (GetParam() == Place::embeddedThroughOdbc) {
+            text = "Driver=" KOVRA_ODBC_DRIVER ";" + made_.connectionString();
+        } else if (GetParam() == Place::server) {
+            text = std::getenv("KOVRA_TEST_ODBC");
+        }
+        connection_.Open(text, "", "", host::command_option::unspecified);
+        if (GetParam() != Place::embeddedThroughOdbc) {
+            refhost::CreateAccount(connection_, "001", false);
+        }
+    }
+
+    test::TestAccount made_;
     refhost::Connection connection_;
 };
 
-TEST_F(Statements, OfEveryClass) {
+INSTANTIATE_TEST_SUITE_P(On, Statements, testing::ValuesIn(Places()), [](const auto& place) -> std::string {
+    switch (place.param) {
+    case Place::embedded:
+        return "Embedded";
+    case Place::embeddedThroughOdbc:
+        return "EmbeddedThroughOdbc";
+    case Place::server:
+        break;
+    }
+    return "Server";
+});
+
+TEST_P(Statements, OfEveryClass) {
     RunCases(
         Db(),
         std::array{
@@ -230,7 +270,7 @@ TEST_F(Statements, OfEveryClass) {
         });
 }
 
-TEST_F(Statements, OfPriceVouchers) {
+TEST_P(Statements, OfPriceVouchers) {
     RunCases(
         Db(),
         std::array{
@@ -316,7 +356,7 @@ TEST_F(Statements, OfPriceVouchers) {
         });
 }
 
-TEST_F(Statements, ColumnsOfTheEmptyTemplatesAreTyped) {
+TEST_P(Statements, ColumnsOfTheEmptyTemplatesAreTyped) {
     const refhost::ResultSet head =
         Db().Query("Select *,convert(varchar(30),'') as cdepname,convert(varchar(30),'') as cpersonname,1 as bEai From "
                    "ia_decready Where 1=2");
