@@ -51,6 +51,14 @@ target_link_libraries(Kovra PRIVATE ${KOVRA_CLASSES} server-adapters server-inpr
 set_target_properties(Kovra PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 add_dependencies(server-com kovra_idl)
 
+# Kovra.X.manifest lets clients create the classes without registration; client.manifest is what they say for it.
+set(KOVRA_ARCHITECTURE x86)
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  set(KOVRA_ARCHITECTURE amd64)
+endif()
+configure_file(server/Kovra.X.manifest.in ${PROJECT_BINARY_DIR}/Kovra.X.manifest @ONLY)
+configure_file(server/client.manifest.in ${PROJECT_BINARY_DIR}/client.manifest @ONLY)
+
 if(NOT MSVC)
   # Debug information is of no use to callers, and the library is copied about.
   target_link_options(Kovra PRIVATE $<$<CONFIG:Release>:-s>)
