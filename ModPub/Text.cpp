@@ -1,5 +1,7 @@
 #include "ModPub/Text.h"
 
+#include "ModPub/Utf8.h"
+
 namespace ModPub {
 
 namespace {
@@ -78,29 +80,18 @@ constexpr char32_t Lower(char32_t c) {
     }
 }
 
-constexpr unsigned Byte(char c) { return static_cast<unsigned char>(c); }
-constexpr bool IsContinuation(char c) { return (Byte(c) & 0xC0) == 0x80; }
-
-/// `text` with every letter of one to three bytes mapped. No mapping here changes the number of bytes.
+/// `text` with every letter mapped; bytes that begin no character stand as they are.
 template <char32_t (*map)(char32_t)> std::string MapLetters(std::string_view text) {
-    std::string result(text);
-    const std::size_t size = result.size();
-    for (std::size_t i = 0; i < size; ++i) {
-        char* at = result.data() + i;
-        if (Byte(*at) < 0x80) {
-            *at = static_cast<char>(map(Byte(*at)));
-        } else if (Byte(*at) >= 0xC2 && Byte(*at) < 0xE0 && i + 1 < size && IsContinuation(at[1])) {
-            const char32_t mapped = map(((Byte(at[0]) & 0x1F) << 6) | (Byte(at[1]) & 0x3F));
-            at[0] = static_cast<char>(0xC0 | (mapped >> 6));
-            at[1] = static_cast<char>(0x80 | (mapped & 0x3F));
-            i += 1;
-        } else if (Byte(*at) == 0xEF && i + 2 < size && IsContinuation(at[1]) && IsContinuation(at[2])) {
-            // Of the letters of three bytes only the full-width ones have two cases here; all begin with EF.
-            const char32_t mapped = map(0xF000 | ((Byte(at[1]) & 0x3F) << 6) | (Byte(at[2]) & 0x3F));
-            at[1] = static_cast<char>(0x80 | ((mapped >> 6) & 0x3F));
-            at[2] = static_cast<char>(0x80 | (mapped & 0x3F));
-            i += 2;
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const Utf8Character character = ReadUtf8(text, position);
+        if (character.valid) {
+            AppendUtf8(result, map(character.codePoint));
+        } else {
+            result.push_back(text[position]);
         }
+        position += character.length;
     }
     return result;
 }
@@ -119,18 +110,10 @@ std::string LowerCase(std::string_view text) { return MapLetters<Lower>(text); }
 
 std::size_t Utf16Length(std::string_view text) noexcept {
     std::size_t length = 0;
-    std::size_t pending = 0; // continuation bytes that the character begun last still wants
-    for (const char c : text) {
-        if (IsContinuation(c) && pending > 0) {
-            --pending;
-            continue;
-        }
-        const unsigned byte = Byte(c);
-        pending = byte >= 0xF0 && byte < 0xF5   ? 3
-                  : byte >= 0xE0 && byte < 0xF0 ? 2
-                  : byte >= 0xC2 && byte < 0xE0 ? 1
-                                                : 0;
-        length += pending == 3 ? 2 : 1;
+    for (std::size_t position = 0; position < text.size();) {
+        const Utf8Character character = ReadUtf8(text, position);
+        length += character.codePoint < 0x10000 ? 1 : 2;
+        position += character.length;
     }
     return length;
 }

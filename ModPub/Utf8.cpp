@@ -1,5 +1,8 @@
 #include "ModPub/Utf8.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace ModPub {
 namespace {
 
@@ -16,12 +19,25 @@ Lead LeadOf(unsigned byte) noexcept {
         return {2, 0x80, 0xBF};
     }
     if (byte >= 0xE0 && byte <= 0xEF) {
-        return {3, byte == 0xE0 ? 0xA0U : 0x80U, byte == 0xED ? 0x9FU : 0xBFU};
+        return {3, byte == 0xE0 ? 0xA0U : 0x80U, 0xBF};
     }
     if (byte >= 0xF0 && byte <= 0xF4) {
         return {4, byte == 0xF0 ? 0x90U : 0x80U, byte == 0xF4 ? 0x8FU : 0xBFU};
     }
     return {0, 0, 0};
+}
+
+/// Bytes of ASCII at the beginning of `text`, in steps of eight: most text is ASCII.
+std::size_t AsciiBlocks(std::string_view text) noexcept {
+    std::size_t length = 0;
+    std::uint64_t eight = 0;
+    for (; text.size() - length >= sizeof eight; length += sizeof eight) {
+        std::memcpy(&eight, text.data() + length, sizeof eight);
+        if ((eight & 0x8080808080808080U) != 0) {
+            break;
+        }
+    }
+    return length;
 }
 
 } // namespace
@@ -50,9 +66,6 @@ Utf8Character ReadUtf8(std::string_view text, std::size_t position) noexcept {
 
 void AppendUtf8(std::string& text, char32_t codePoint) {
     const auto append = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-    if (codePoint > 0x10FFFF || (codePoint >= 0xD800 && codePoint <= 0xDFFF)) {
-        codePoint = 0xFFFD;
-    }
     if (codePoint < 0x80) {
         append(codePoint);
     } else if (codePoint < 0x800) {
@@ -68,6 +81,21 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
         append(0x80 | (codePoint >> 6 & 0x3F));
         append(0x80 | (codePoint & 0x3F));
     }
+}
+
+bool IsUtf8(std::string_view text) noexcept {
+    for (std::size_t position = 0; position < text.size();) {
+        if (const std::size_t ascii = AsciiBlocks(text.substr(position)); ascii > 0) {
+            position += ascii;
+            continue;
+        }
+        const Utf8Character character = ReadUtf8(text, position);
+        if (!character.valid || IsSurrogate(character.codePoint)) {
+            return false;
+        }
+        position += character.length;
+    }
+    return true;
 }
 
 } // namespace ModPub

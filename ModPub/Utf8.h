@@ -8,18 +8,25 @@ namespace ModPub {
 
 /// A character read from UTF-8.
 struct Utf8Character {
-    /// The code point, or U+FFFD where the byte begins no well-formed sequence.
+    /// The code point, or U+FFFD where the byte begins no character.
     char32_t codePoint = 0xFFFD;
     /// Bytes it takes, 1 for a byte that begins none.
     std::size_t length = 1;
-    bool wellFormed = false;
+    /// False for a byte that begins no character.
+    bool valid = false;
 };
 
-/// Reads the character at `position`, which lies inside `text`. Well-formed are the sequences of the Unicode Standard,
-/// table 3-7: no overlong form, no surrogate, nothing above U+10FFFF.
+constexpr bool IsSurrogate(char32_t codePoint) noexcept { return codePoint >= 0xD800 && codePoint <= 0xDFFF; }
+
+/// Reads the character at `position`, which lies inside `text`. Characters are the sequences of the Unicode Standard,
+/// table 3-7 (no overlong form, nothing above U+10FFFF), and surrogates in their three-byte form: texts here carry
+/// whatever UTF-16 text came in.
 Utf8Character ReadUtf8(std::string_view text, std::size_t position) noexcept;
 
-/// Appends a code point; one that UTF-8 cannot hold is written as U+FFFD.
+/// Appends a code point up to U+10FFFF, a surrogate in its three-byte form.
 void AppendUtf8(std::string& text, char32_t codePoint);
+
+/// Whether the whole text is well-formed UTF-8, without surrogates.
+bool IsUtf8(std::string_view text) noexcept;
 
 } // namespace ModPub

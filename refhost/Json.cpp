@@ -7,6 +7,9 @@
 namespace refhost {
 namespace {
 
+/// What stands for a byte or surrogate that JSON text cannot hold.
+constexpr char32_t replacement = 0xFFFD;
+
 void AppendControl(std::string& json, unsigned char c) {
     constexpr std::string_view digits = "0123456789abcdef";
     json.append("\\u00");
@@ -19,10 +22,10 @@ void AppendControl(std::string& json, unsigned char c) {
 void AppendJsonString(std::string& json, std::string_view text) {
     json.push_back('"');
     for (std::size_t position = 0; position < text.size();) {
-        const auto [codePoint, length, wellFormed] = ModPub::ReadUtf8(text, position);
-        if (!wellFormed) {
-            ModPub::AppendUtf8(json, codePoint);
-            ++position;
+        const auto [codePoint, length, valid] = ModPub::ReadUtf8(text, position);
+        if (!valid || ModPub::IsSurrogate(codePoint)) {
+            ModPub::AppendUtf8(json, replacement);
+            position += length;
             continue;
         }
         const char c = text[position];

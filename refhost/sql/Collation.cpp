@@ -1,5 +1,7 @@
 #include "refhost/sql/Collation.h"
 
+#include "ModPub/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -79,53 +81,15 @@ Number TakeApart(std::string_view text) {
 } // namespace
 
 char32_t NextCodePoint(std::string_view text, std::size_t& position) {
-    const unsigned char lead = ByteAt(text, position);
-    std::size_t length = 1;
-    char32_t codePoint = lead;
-    if (lead >= 0xF0 && lead < 0xF5) {
-        length = 4;
-        codePoint = lead & 0x07U;
-    } else if (lead >= 0xE0 && lead < 0xF0) {
-        length = 3;
-        codePoint = lead & 0x0FU;
-    } else if (lead >= 0xC2 && lead < 0xE0) {
-        length = 2;
-        codePoint = lead & 0x1FU;
-    } else if (lead >= 0x80) {
-        ++position;
-        return strangeByte + lead;
-    }
-    if (position + length > text.size()) {
-        ++position;
-        return strangeByte + lead;
-    }
-    for (std::size_t i = 1; i < length; ++i) {
-        const unsigned char next = ByteAt(text, position + i);
-        if ((next & 0xC0U) != 0x80U) {
-            ++position;
-            return strangeByte + lead;
-        }
-        codePoint = (codePoint << 6U) | (next & 0x3FU);
-    }
-    position += length;
+    const ModPub::Utf8Character character = ModPub::ReadUtf8(text, position);
+    const char32_t codePoint = character.valid ? character.codePoint : strangeByte + ByteAt(text, position);
+    position += character.length;
     return codePoint;
 }
 
 void AppendCodePoint(std::string& text, char32_t codePoint) {
-    if (codePoint < 0x80) {
-        text += static_cast<char>(codePoint);
-    } else if (codePoint < 0x800) {
-        text += static_cast<char>(0xC0U | (codePoint >> 6U));
-        text += static_cast<char>(0x80U | (codePoint & 0x3FU));
-    } else if (codePoint < 0x10000) {
-        text += static_cast<char>(0xE0U | (codePoint >> 12U));
-        text += static_cast<char>(0x80U | ((codePoint >> 6U) & 0x3FU));
-        text += static_cast<char>(0x80U | (codePoint & 0x3FU));
-    } else if (codePoint < strangeByte) {
-        text += static_cast<char>(0xF0U | (codePoint >> 18U));
-        text += static_cast<char>(0x80U | ((codePoint >> 12U) & 0x3FU));
-        text += static_cast<char>(0x80U | ((codePoint >> 6U) & 0x3FU));
-        text += static_cast<char>(0x80U | (codePoint & 0x3FU));
+    if (codePoint < strangeByte) {
+        ModPub::AppendUtf8(text, codePoint);
     } else {
         text += static_cast<char>(codePoint - strangeByte);
     }

@@ -1,5 +1,6 @@
 #include "refhost/sql/Convert.h"
 
+#include "ModPub/Text.h"
 #include "refhost/sql/Collation.h"
 #include "refhost/sql/Errors.h"
 
@@ -546,59 +547,15 @@ void ToGuid(Cell& cell, const Type& from, const Type& to) {
 
 } // namespace
 
-std::size_t Utf16Length(std::string_view text) {
-    std::size_t units = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        units += (byte & 0xC0U) != 0x80U ? 1U : 0U;
-        units += byte >= 0xF0U ? 1U : 0U;
-    }
-    return units;
-}
-
 std::size_t MeasuredLength(std::string_view text, bool national) {
     if (national) {
-        return Utf16Length(text);
+        return ModPub::Utf16Length(text);
     }
     std::size_t bytes = 0;
     for (std::size_t position = 0; position < text.size();) {
         bytes += NextCodePoint(text, position) < 0x80 ? 1U : 2U;
     }
     return bytes;
-}
-
-std::u16string ToUtf16(std::string_view text) {
-    std::u16string units;
-    units.reserve(text.size());
-    for (std::size_t position = 0; position < text.size();) {
-        char32_t codePoint = NextCodePoint(text, position);
-        if (codePoint >= 0x110000) {
-            codePoint = 0xFFFD; // a byte that is no UTF-8
-        }
-        if (codePoint >= 0x10000) {
-            codePoint -= 0x10000;
-            units += static_cast<char16_t>(0xD800 + (codePoint >> 10U));
-            units += static_cast<char16_t>(0xDC00 + (codePoint & 0x3FFU));
-        } else {
-            units += static_cast<char16_t>(codePoint);
-        }
-    }
-    return units;
-}
-
-std::string FromUtf16(std::u16string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t codePoint = text[i];
-        if (codePoint >= 0xD800 && codePoint < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] < 0xE000) {
-            codePoint = 0x10000 + ((codePoint - 0xD800) << 10U) + (char32_t{text[i + 1]} - 0xDC00);
-            ++i;
-        }
-        AppendCodePoint(result, codePoint);
-    }
-    return result;
 }
 
 std::string FitExact(const ExactNumber& number, const Type& to, Base from) {

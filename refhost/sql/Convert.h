@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModPub/Utf16.h"
 #include "refhost/sql/DateTime.h"
 #include "refhost/sql/ExactNumber.h"
 #include "refhost/sql/Types.h"
@@ -66,14 +67,12 @@ enum class Surplus {
     refuse, ///< a column refuses it
 };
 
-/// Number of UTF-16 units of a UTF-8 text.
-std::size_t Utf16Length(std::string_view text);
 /// What counts against the length of a text column: UTF-16 units, or bytes in the code page (two for what is not
 /// ASCII).
 std::size_t MeasuredLength(std::string_view text, bool national);
 /// UTF-8 to UTF-16 and back, lone surrogates kept.
-std::u16string ToUtf16(std::string_view text);
-std::string FromUtf16(std::u16string_view text);
+inline std::u16string ToUtf16(std::string_view text) { return ModPub::ToUtf16<char16_t>(text); }
+inline std::string FromUtf16(std::u16string_view text) { return ModPub::FromUtf16(text); }
 
 /// Converts a value as SQL Server does. `cell` holds a value of type `from` and receives one of type `to`.
 /// `style` is convert's third argument, 0 without one. Throws SQL Server's conversion errors.

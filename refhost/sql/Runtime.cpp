@@ -1,5 +1,6 @@
 #include "refhost/sql/Runtime.h"
 
+#include "ModPub/Text.h"
 #include "refhost/sql/Collation.h"
 #include "refhost/sql/Errors.h"
 
@@ -262,7 +263,7 @@ void LengthFunction(Call& call) {
     if (call.IsNull(0)) {
         return call.ReturnNull();
     }
-    call.Return(static_cast<std::int64_t>(Utf16Length(WithoutTrailingBlanks(call.Text(0)))));
+    call.Return(static_cast<std::int64_t>(ModPub::Utf16Length(WithoutTrailingBlanks(call.Text(0)))));
 }
 
 [[noreturn]] void FailLength(std::string_view function) {
@@ -286,7 +287,7 @@ void RightFunction(Call& call) {
     if (call.Integer(1) < 0) {
         FailLength("right");
     }
-    const auto units = static_cast<std::int64_t>(Utf16Length(call.Text(0)));
+    const auto units = static_cast<std::int64_t>(ModPub::Utf16Length(call.Text(0)));
     const std::int64_t length = std::min(call.Integer(1), units);
     call.Return(Slice(call.Text(0), units - length, length));
 }

@@ -1,6 +1,6 @@
 #include "refhost/xml/FileText.h"
 
-#include "refhost/xml/Utf8.h"
+#include "ModPub/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -72,7 +72,7 @@ std::string Convert(std::string_view bytes, const std::string& encoding) {
 
 std::string Decode(std::string_view bytes, const std::string& encoding) {
     if (SameName(encoding, "UTF-8") || SameName(encoding, "UTF8")) {
-        if (!IsUtf8(bytes))
+        if (!ModPub::IsUtf8(bytes))
             throw std::runtime_error("the file is not valid UTF-8");
         return std::string(bytes);
     }

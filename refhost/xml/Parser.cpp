@@ -1,7 +1,7 @@
 #include "refhost/xml/Parser.h"
 
+#include "ModPub/Utf8.h"
 #include "refhost/xml/PrefixScope.h"
-#include "refhost/xml/Utf8.h"
 
 #include <algorithm>
 #include <cstring>
@@ -239,7 +239,7 @@ int Builder::Read(void* context, char* buffer, int length) {
 ParseResult Builder::Run() {
     static const bool ready = (xmlInitParser(), true);
     static_cast<void>(ready);
-    if (source_.find('\0') != std::string_view::npos || !IsUtf8(source_))
+    if (source_.find('\0') != std::string_view::npos || !ModPub::IsUtf8(source_))
         return {nullptr, "The text is not valid UTF-8."};
 
     xmlSAXHandler handler = Handler();

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "ModPub/Utf8.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace ModPub {
+
+/// The text in UTF-16, in units of whatever type the platform has for them. A surrogate in its three-byte form becomes
+/// that surrogate, so that every UTF-16 text comes back as it was; a byte that begins no character becomes U+FFFD.
+template <class Unit> std::basic_string<Unit> ToUtf16(std::string_view text) {
+    static_assert(sizeof(Unit) == 2);
+    std::basic_string<Unit> units;
+    units.reserve(text.size());
+    for (std::size_t position = 0; position < text.size();) {
+        const Utf8Character character = ReadUtf8(text, position);
+        position += character.length;
+        if (character.codePoint < 0x10000) {
+            units.push_back(static_cast<Unit>(character.codePoint));
+        } else {
+            units.push_back(static_cast<Unit>(0xD800 + ((character.codePoint - 0x10000) >> 10)));
+            units.push_back(static_cast<Unit>(0xDC00 + ((character.codePoint - 0x10000) & 0x3FF)));
+        }
+    }
+    return units;
+}
+
+/// UTF-16 in UTF-8. A lone surrogate takes its three-byte form.
+template <class Unit> std::string FromUtf16(std::basic_string_view<Unit> units) {
+    static_assert(sizeof(Unit) == 2);
+    std::string text;
+    text.reserve(units.size());
+    for (std::size_t position = 0; position < units.size(); ++position) {
+        const char32_t unit = static_cast<char16_t>(units[position]);
+        const char32_t next = position + 1 < units.size() ? static_cast<char16_t>(units[position + 1]) : U'\0';
+        if ((unit & 0xFC00) == 0xD800 && (next & 0xFC00) == 0xDC00) {
+            ++position;
+            AppendUtf8(text, 0x10000 + ((unit & 0x3FF) << 10) + (next & 0x3FF));
+        } else {
+            AppendUtf8(text, unit);
+        }
+    }
+    return text;
+}
+
+} // namespace ModPub
