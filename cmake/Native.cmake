@@ -6,17 +6,18 @@ pkg_check_modules(LIBXML2 REQUIRED IMPORTED_TARGET libxml-2.0)
 pkg_check_modules(SQLITE3 REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(ODBC REQUIRED IMPORTED_TARGET odbc)
 
+add_library(kovra_sqlite ALIAS PkgConfig::SQLITE3)
+include(cmake/AccountDatabase.cmake)
+
 kovra_library(refhost/xml ModPub PkgConfig::LIBXML2)
-kovra_library(refhost/sql ModPub fmt::fmt PkgConfig::SQLITE3)
 kovra_library(refhost/odbc ModPub PkgConfig::ODBC)
 kovra_library(refhost/eai ModPub refhost-xml fmt::fmt)
 file(GLOB mapping_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/eai/mappings/*.Xml)
 kovra_embed_text(refhost-eai refhost::mappings Mappings.h ${mapping_files})
 kovra_library(refhost/ia ModPub refhost-xml fmt::fmt)
-kovra_library(refhost/account ModPub)
-file(GLOB account_scripts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/account/*.sql)
-kovra_embed_text(refhost-account refhost::account_scripts AccountScripts.h ${account_scripts})
-kovra_library(refhost ModPub refhost-xml refhost-sql refhost-odbc refhost-eai refhost-ia refhost-account fmt::fmt)
+add_library(refhost STATIC ${KOVRA_NATIVE_HOST})
+target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
+                              PRIVATE kovra_sanitize)
 
 # The program's commands, apart from main, so that the tests reach them.
 file(GLOB cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)

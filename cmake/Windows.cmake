@@ -66,5 +66,6 @@ endif()
 
 if(KOVRA_TESTS)
   enable_testing()
+  include(cmake/WindowsAccount.cmake)
   add_subdirectory(tests/windows)
 endif()

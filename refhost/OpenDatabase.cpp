@@ -1,10 +1,7 @@
 #include "refhost/OpenDatabase.h"
 
-#include "refhost/AdoErrors.h"
 #include "refhost/ConnectionString.h"
-#include "refhost/SameName.h"
 #include "refhost/odbc/OdbcDatabase.h"
-#include "refhost/sql/EmbeddedDatabase.h"
 
 namespace refhost {
 
@@ -16,11 +13,7 @@ std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, Open
     if (IsOdbc(connectionString)) {
         return odbc::OpenOdbc(connectionString);
     }
-    const auto provider = ConnectionStringValue(connectionString, "Provider");
-    if (provider && SameName(*provider, "KovraAccount")) {
-        return sql::OpenEmbedded(connectionString, mode == OpenMode::create ? sql::Mode::create : sql::Mode::open);
-    }
-    RaiseProviderNotFound();
+    return OpenEmbeddedDatabase(connectionString, mode);
 }
 
 DatabaseOpener OpenExisting() {

@@ -12,6 +12,10 @@ namespace refhost {
 /// Whether a database that is not there is created.
 enum class OpenMode { existing, create };
 
+/// Opens the embedded account database that `connectionString` names ("Provider=KovraAccount"). Throws 3706 for any
+/// other provider, else the database's error.
+std::unique_ptr<Database> OpenEmbeddedDatabase(const std::string& connectionString, OpenMode mode = OpenMode::existing);
+
 /// Whether `connectionString` names a database behind ODBC: it has a `Driver` or `DSN`.
 bool IsOdbc(std::string_view connectionString);
 
@@ -19,7 +23,8 @@ bool IsOdbc(std::string_view connectionString);
 /// through ODBC for a text with `Driver` or `DSN`. Throws 3706 for any other text, else the database's error.
 std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, OpenMode mode = OpenMode::existing);
 
-/// How a connection opens its database; `OpenDatabase` but where something stands between, as a test does.
+/// How a connection opens its database; `OpenDatabase` but where something stands between, as a test does, or where
+/// only embedded databases are wanted.
 using DatabaseOpener = std::function<std::unique_ptr<Database>(const std::string& connectionString)>;
 
 /// The usual opener, for databases that exist.

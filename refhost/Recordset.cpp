@@ -2,13 +2,14 @@
 
 #include "refhost/AdoErrors.h"
 #include "refhost/Connection.h"
+#include "refhost/RowsetXml.h"
 #include "refhost/SameName.h"
 #include "refhost/Trace.h"
-#include "refhost/xml/RowsetXml.h"
 
 #include <algorithm>
 
 namespace refhost {
+
 void Recordset::SetCursorLocation(host::CursorLocation location) {
     if (IsOpen()) {
         RaiseObjectOpen();
@@ -92,7 +93,7 @@ host::Value Recordset::FieldValue(std::size_t index) const {
 
 void Recordset::Save(host::DOMDocument& document) const {
     OpenFields();
-    xml::WriteRowset(result_, document);
+    WriteRowset(result_, document);
 }
 
 const Fields& Recordset::OpenFields() const {

@@ -5,18 +5,18 @@
 #include "refhost/account/Account.h"
 #include "refhost/account/Batches.h"
 
-#include <cstdlib>
 #include <fstream>
+#include <random>
 #include <stdexcept>
 
 namespace test {
 
 TemporaryFolder::TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "kovra-test-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("no temporary folder");
-    }
-    path_ = pattern;
+    // Programs of one test run make theirs side by side.
+    std::random_device random;
+    do {
+        path_ = std::filesystem::temp_directory_path() / ("kovra-test-" + std::to_string(random()));
+    } while (!std::filesystem::create_directory(path_));
 }
 
 TemporaryFolder::~TemporaryFolder() {
@@ -30,11 +30,19 @@ std::string ConnectionString(const std::filesystem::path& folder) {
     return "Provider=KovraAccount;Data Source=" + (folder / "account.db").string();
 }
 
+std::unique_ptr<refhost::Database> Create(const std::string& connectionString) {
+    return refhost::OpenEmbeddedDatabase(connectionString, refhost::OpenMode::create);
+}
+
+std::unique_ptr<refhost::Database> Open(const std::string& connectionString) {
+    return refhost::OpenEmbeddedDatabase(connectionString);
+}
+
 /// A folder with a new account, which is made once a process: every test account starts as a copy of it.
 class NewAccount {
 public:
     NewAccount() {
-        refhost::Connection connection(nullptr, refhost::OpenOrCreate());
+        refhost::Connection connection(nullptr, Create);
         connection.Open(ConnectionString(folder_.path()), "", "", host::command_option::unspecified);
         refhost::CreateAccount(connection, "001", false);
     }
@@ -61,7 +69,7 @@ std::string TestAccount::LoginXml(std::string_view more) const {
 }
 
 void TestAccount::Run(std::string_view batches) const {
-    refhost::Connection connection(nullptr);
+    refhost::Connection connection(nullptr, Open);
     connection.Open(connectionString(), "", "", host::command_option::unspecified);
     for (const std::string& batch : refhost::SplitBatches(batches)) {
         connection.Execute(batch, host::command_option::unspecified);
@@ -69,7 +77,7 @@ void TestAccount::Run(std::string_view batches) const {
 }
 
 std::vector<std::string> TestAccount::Rows(std::string_view sql) const {
-    refhost::Connection connection(nullptr);
+    refhost::Connection connection(nullptr, Open);
     connection.Open(connectionString(), "", "", host::command_option::unspecified);
     const refhost::ResultSet result = connection.database().Query(sql);
     std::vector<std::string> rows(result.rowCount);

@@ -1,4 +1,4 @@
-#include "refhost/xml/RowsetXml.h"
+#include "refhost/RowsetXml.h"
 
 #include "host/Error.h"
 #include "refhost/xml/Document.h"
@@ -121,10 +121,13 @@ TEST(RowsetXml, ColumnsWithoutAnXmlNameAreNumbered) {
                         {Named("名称"), "3"},
                         {Named("1x"), "4"},
                         {Named("p:q"), "5"},
-                        {Named("xmlns"), "6"}}),
+                        {Named("xmlns"), "6"},
+                        {Named("-a"), "7"},
+                        {Named("_a-b.1Üж"), "8"},
+                        {Named("a×"), "9"}}),
                 document);
     EXPECT_EQ(document.SelectSingleNode("//z:row")->Xml(),
-              "<z:row c0=\"1\" c1=\"2\" 名称=\"3\" c3=\"4\" c4=\"5\" c5=\"6\"/>");
+              "<z:row c0=\"1\" c1=\"2\" 名称=\"3\" c3=\"4\" c4=\"5\" c5=\"6\" c6=\"7\" _a-b.1Üж=\"8\" c8=\"9\"/>");
     const host::DOMNodeList columns = document.SelectNodes("//s:AttributeType");
     EXPECT_EQ(columns[0]->GetAttribute("name"), "c0");
     EXPECT_EQ(columns[0]->GetAttribute("rs:name"), "a b");

@@ -3,7 +3,7 @@
 #include "host/DOMDocument.h"
 #include "refhost/Database.h"
 
-namespace refhost::xml {
+namespace refhost {
 
 /// Fills `document` with the rows in ADO's XML persistence layout: the root `xml`, the schema (`s:Schema`) with one
 /// `s:AttributeType` a column, and `rs:data` with one `z:row` a row and one attribute for each column that is not Null.
@@ -14,4 +14,4 @@ namespace refhost::xml {
 /// @param result of a statement that gives rows
 void WriteRowset(const ResultSet& result, host::DOMDocument& document);
 
-} // namespace refhost::xml
+} // namespace refhost

@@ -1,8 +1,10 @@
-#include "refhost/xml/RowsetXml.h"
+#include "refhost/RowsetXml.h"
 
+#include "ModPub/AppendXmlAttribute.h"
 #include "ModPub/Dates.h"
+#include "ModPub/Utf8.h"
 #include "host/Error.h"
-#include "refhost/xml/Writer.h"
+#include "refhost/AdoTypes.h"
 
 #include <algorithm>
 #include <array>
@@ -15,9 +17,7 @@
 #include <string_view>
 #include <vector>
 
-#include <libxml/tree.h>
-
-namespace refhost::xml {
+namespace refhost {
 namespace {
 
 using host::FieldType;
@@ -30,58 +30,38 @@ constexpr std::string_view head = "<xml xmlns:s=\"uuid:BDC6E3F0-6DA3-11d1-A2A3-0
 constexpr std::string_view between = "<s:extends type=\"rs:rowbase\"/></s:ElementType></s:Schema><rs:data>";
 constexpr std::string_view tail = "</rs:data></xml>";
 
-/// How ADO describes a type of column.
-struct Datatype {
-    FieldType type;
-    const char* name;
-    /// `rs:dbtype`, or nullptr.
-    const char* dbtype;
-    /// Size in bytes where the type has a fixed one, else 0.
-    int size;
-    /// Digits where the type has a fixed number of them, else 0.
-    int precision;
-    bool isLong = false;
-    bool fixedLength = true;
+struct Range {
+    char32_t first;
+    char32_t last;
 };
 
-constexpr std::array<Datatype, 23> datatypes = {{
-    {FieldType::smallInt, "i2", nullptr, 2, 5},
-    {FieldType::integer, "int", nullptr, 4, 10},
-    {FieldType::single, "r4", nullptr, 4, 7},
-    {FieldType::doubleFloat, "float", nullptr, 8, 15},
-    {FieldType::currency, "number", "currency", 8, 19},
-    {FieldType::date, "dateTime", "variantdate", 16, 0},
-    {FieldType::boolean, "boolean", nullptr, 2, 0},
-    {FieldType::unsignedTinyInt, "ui1", nullptr, 1, 3},
-    {FieldType::bigInt, "i8", nullptr, 8, 19},
-    {FieldType::guid, "uuid", nullptr, 16, 0},
-    {FieldType::binary, "bin.hex", nullptr, 0, 0},
-    {FieldType::character, "string", "str", 0, 0},
-    {FieldType::wideCharacter, "string", nullptr, 0, 0},
-    {FieldType::numeric, "number", "numeric", 19, 0},
-    {FieldType::dbDate, "date", nullptr, 6, 10},
-    {FieldType::dbTime, "time", nullptr, 6, 8},
-    {FieldType::dbTimeStamp, "dateTime", "timestamp", 16, 23},
-    {FieldType::varChar, "string", "str", 0, 0, false, false},
-    {FieldType::longVarChar, "string", "str", 0, 0, true, false},
-    {FieldType::varWideChar, "string", nullptr, 0, 0, false, false},
-    {FieldType::longVarWideChar, "string", nullptr, 0, 0, true, false},
-    {FieldType::varBinary, "bin.hex", nullptr, 0, 0, false, false},
-    {FieldType::longVarBinary, "bin.hex", nullptr, 0, 0, true, false},
-}};
+/// The letters of XML 1.0 in the scripts that name columns, in order: Latin, Greek, Cyrillic, kana, Bopomofo,
+/// ideographs, Hangul.
+constexpr Range letters[] = {
+    {'A', 'Z'},       {'_', '_'},       {'a', 'z'},       {0xC0, 0xD6},     {0xD8, 0xF6},     {0xF8, 0x131},
+    {0x134, 0x13E},   {0x141, 0x148},   {0x14A, 0x17E},   {0x388, 0x38A},   {0x38E, 0x3A1},   {0x3A3, 0x3CE},
+    {0x401, 0x40C},   {0x40E, 0x44F},   {0x451, 0x45C},   {0x3007, 0x3007}, {0x3021, 0x3029}, {0x3041, 0x3094},
+    {0x30A1, 0x30FA}, {0x3105, 0x312C}, {0x4E00, 0x9FA5}, {0xAC00, 0xD7A3},
+};
 
-const Datatype& Describe(FieldType type) {
-    for (const Datatype& datatype : datatypes) {
-        if (datatype.type == type)
-            return datatype;
-    }
-    throw host::Error(host::error_number::unspecified, "A column of an unknown type cannot be saved as XML.");
+bool IsLetter(char32_t c) {
+    return std::ranges::any_of(letters, [c](Range range) { return c >= range.first && c <= range.last; });
 }
 
-bool IsAttributeName(const std::string& name) {
-    // A prefix would need a declaration, so a colon makes it no name here; "xmlns" would be a declaration itself.
-    return name != "xmlns" && name.find('\0') == std::string::npos &&
-           xmlValidateNCName(reinterpret_cast<const xmlChar*>(name.c_str()), 0) == 0;
+bool IsNameCharacter(char32_t c) { return IsLetter(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == 0xB7; }
+
+/// Whether an attribute may be called `name`. A prefix would need a declaration, so a colon makes it no name here;
+/// "xmlns" would be a declaration itself.
+bool IsAttributeName(std::string_view name) {
+    if (name.empty() || name == "xmlns")
+        return false;
+    for (std::size_t at = 0; at < name.size();) {
+        const auto [codePoint, length, valid] = ModPub::ReadUtf8(name, at);
+        if (!valid || !(at == 0 ? IsLetter(codePoint) : IsNameCharacter(codePoint)))
+            return false;
+        at += length;
+    }
+    return true;
 }
 
 /// The attribute of each column.
@@ -102,24 +82,24 @@ std::vector<std::string> AttributeNames(const Fields& fields) {
 }
 
 void AppendNumber(std::string& out, std::string_view name, int value) {
-    AppendAttribute(out, name, std::to_string(value));
+    ModPub::AppendXmlAttribute(out, name, std::to_string(value));
 }
 
 void AppendColumn(std::string& out, const host::Field& field, const std::string& name, std::size_t index) {
     out.append("<s:AttributeType");
-    AppendAttribute(out, "name", name);
+    ModPub::AppendXmlAttribute(out, "name", name);
     if (name != field.name)
-        AppendAttribute(out, "rs:name", field.name);
+        ModPub::AppendXmlAttribute(out, "rs:name", field.name);
     AppendNumber(out, "rs:number", static_cast<int>(index) + 1);
     if (field.nullable)
-        AppendAttribute(out, "rs:nullable", "true");
-    AppendAttribute(out, "rs:writeunknown", "true");
+        ModPub::AppendXmlAttribute(out, "rs:nullable", "true");
+    ModPub::AppendXmlAttribute(out, "rs:writeunknown", "true");
 
-    const Datatype& datatype = Describe(field.type);
+    const AdoType& datatype = DescribeType(field.type);
     out.append("><s:datatype");
-    AppendAttribute(out, "dt:type", datatype.name);
+    ModPub::AppendXmlAttribute(out, "dt:type", datatype.name);
     if (datatype.dbtype != nullptr)
-        AppendAttribute(out, "rs:dbtype", datatype.dbtype);
+        ModPub::AppendXmlAttribute(out, "rs:dbtype", datatype.dbtype);
     AppendNumber(out, "dt:maxLength", datatype.size != 0 ? datatype.size : field.definedSize);
     if (field.type == FieldType::numeric)
         AppendNumber(out, "rs:scale", field.scale);
@@ -128,11 +108,11 @@ void AppendColumn(std::string& out, const host::Field& field, const std::string&
     if (const int precision = field.type == FieldType::numeric ? field.precision : datatype.precision; precision != 0)
         AppendNumber(out, "rs:precision", precision);
     if (datatype.isLong)
-        AppendAttribute(out, "rs:long", "true");
+        ModPub::AppendXmlAttribute(out, "rs:long", "true");
     if (datatype.fixedLength)
-        AppendAttribute(out, "rs:fixedlength", "true");
+        ModPub::AppendXmlAttribute(out, "rs:fixedlength", "true");
     if (!field.nullable)
-        AppendAttribute(out, "rs:maybenull", "false");
+        ModPub::AppendXmlAttribute(out, "rs:maybenull", "false");
     out.append("/></s:AttributeType>");
 }
 
@@ -210,7 +190,7 @@ void WriteRowset(const ResultSet& result, host::DOMDocument& document) {
         for (std::size_t column = 0; column < fields.size(); ++column) {
             const host::Value& value = result.cells[row * fields.size() + column];
             if (const auto text = std::visit(ToAttributeText{fields[column].type}, value.storage()))
-                AppendAttribute(xml, names[column], *text);
+                ModPub::AppendXmlAttribute(xml, names[column], *text);
         }
         xml.append("/>");
     }
@@ -219,4 +199,4 @@ void WriteRowset(const ResultSet& result, host::DOMDocument& document) {
         throw host::Error(host::error_number::unspecified, "The recordset cannot be saved as XML.");
 }
 
-} // namespace refhost::xml
+} // namespace refhost

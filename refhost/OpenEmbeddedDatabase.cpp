@@ -1,0 +1,17 @@
+#include "refhost/AdoErrors.h"
+#include "refhost/ConnectionString.h"
+#include "refhost/OpenDatabase.h"
+#include "refhost/SameName.h"
+#include "refhost/sql/EmbeddedDatabase.h"
+
+namespace refhost {
+
+std::unique_ptr<Database> OpenEmbeddedDatabase(const std::string& connectionString, OpenMode mode) {
+    const auto provider = ConnectionStringValue(connectionString, "Provider");
+    if (!provider || !SameName(*provider, "KovraAccount")) {
+        RaiseProviderNotFound();
+    }
+    return sql::OpenEmbedded(connectionString, mode == OpenMode::create ? sql::Mode::create : sql::Mode::open);
+}
+
+} // namespace refhost
