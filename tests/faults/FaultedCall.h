@@ -1,0 +1,54 @@
+#pragma once
+
+#include "refhost/eai/Login.h"
+#include "tests/faults/Play.h"
+#include "tests/support/WatchedHost.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace test {
+
+/// Tells that the method under test has returned; what its instance asks of the host after that is its release.
+using Returned = std::function<void()>;
+
+/// A call whose every operation on the host is to fail once.
+struct FaultedCall {
+    std::string name;
+    /// The request's operation.
+    std::string proc;
+    /// Batches that fill an account once, and those that bring it back to that state after a call that wrote.
+    std::string setup;
+    std::string restore;
+    /// Queries of what the account holds.
+    std::vector<std::string> contents;
+    /// Runs the call and gives its result text.
+    std::function<std::string(host::Environment& environment, host::HostLogin& login, const Returned& returned)> run;
+    /// Plays the rules of the call: gives the result that they prescribe and leaves the account's contents in `play`.
+    std::function<std::string(Play& play)> rules;
+    /// Added to the connection string.
+    std::string connectionMore = {};
+};
+
+/// Runs the call undisturbed, then once for every operation that fails by itself and once more for every operation of
+/// the database at which the connection is lost. Each run must give the result, ask for the steps and leave the
+/// contents that the rules prescribe, with no transaction open. Prints how many operations failed.
+void FailEveryOperation(const FaultedCall& call);
+
+/// One call of `Transact` of a new instance.
+template <class Class> auto TransactOf(std::string request) {
+    return [request = std::move(request)](host::Environment& environment, host::HostLogin& login,
+                                          const Returned& returned) {
+        Class instance(environment);
+        std::string result = instance.Transact(request, &login);
+        returned();
+        return result;
+    };
+}
+
+/// A request of rows under the names that the played results carry.
+std::string FaultRequest(std::string_view proc, std::string_view rows);
+
+} // namespace test
