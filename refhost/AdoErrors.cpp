@@ -23,6 +23,13 @@ void RaiseNoCurrentRecord() {
                       "Requested operation requires a current record.");
 }
 
+void RaiseWrongArguments() {
+    constexpr host::ErrorNumber wrongArguments = 3001;
+    throw host::Error(wrongArguments,
+                      "Arguments are of the wrong type, are out of acceptable range, or are in conflict with one "
+                      "another.");
+}
+
 void RaiseProviderNotFound() {
     throw host::Error(host::error_number::providerNotFound,
                       "Provider cannot be found. It may not be properly installed.");

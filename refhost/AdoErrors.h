@@ -7,6 +7,7 @@ namespace refhost {
 [[noreturn]] void RaiseObjectClosed();
 [[noreturn]] void RaiseItemNotFound();
 [[noreturn]] void RaiseNoCurrentRecord();
+[[noreturn]] void RaiseWrongArguments();
 [[noreturn]] void RaiseProviderNotFound();
 
 } // namespace refhost

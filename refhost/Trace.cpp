@@ -20,7 +20,8 @@ void AppendMember(std::string& line, std::string_view name, int number) {
 
 } // namespace
 
-Trace::Trace(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "wb")) {
+Trace::Trace(const std::string& path, Begin begin)
+    : path_(path), file_(std::fopen(path.c_str(), begin == Begin::append ? "ab" : "wb")) {
     if (!file_) {
         throw std::system_error(errno, std::generic_category(), path);
     }

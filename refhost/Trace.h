@@ -28,8 +28,11 @@ private:
 /// Passwords inside connection strings are masked.
 class Trace {
 public:
-    /// Creates or empties the file. Throws std::system_error when it cannot be written.
-    explicit Trace(const std::string& path);
+    /// What becomes of what the file holds already.
+    enum class Begin { empty, append };
+
+    /// Creates the file unless it is there. Throws std::system_error when it cannot be written.
+    explicit Trace(const std::string& path, Begin begin = Begin::empty);
 
     /// What came of an operation: 0 for success, else the error's number.
     using Result = host::ErrorNumber;
