@@ -41,10 +41,10 @@ std::unique_ptr<refhost::Database> Open(const std::string& connectionString) {
 /// A folder with a new account, which is made once a process: every test account starts as a copy of it.
 class NewAccount {
 public:
-    NewAccount() {
+    explicit NewAccount(AccountContent content) {
         refhost::Connection connection(nullptr, Create);
         connection.Open(ConnectionString(folder_.path()), "", "", host::command_option::unspecified);
-        refhost::CreateAccount(connection, "001", false);
+        refhost::CreateAccount(connection, "001", content == AccountContent::demo);
     }
     const std::filesystem::path& path() const { return folder_.path(); }
 
@@ -52,19 +52,32 @@ private:
     TemporaryFolder folder_;
 };
 
+const NewAccount& Original(AccountContent content) {
+    if (content == AccountContent::demo) {
+        static const NewAccount demo(content);
+        return demo;
+    }
+    static const NewAccount empty(content);
+    return empty;
+}
+
 } // namespace
 
-TestAccount::TestAccount() {
-    static const NewAccount newAccount;
-    std::filesystem::copy(newAccount.path(), folder());
+TestAccount::TestAccount(AccountContent content) : content_(content) {
+    std::filesystem::copy(Original(content).path(), folder());
+}
+
+TestAccount::TestAccount(const TestAccount& original) : content_(original.content_) {
+    std::filesystem::copy(original.folder(), folder());
 }
 
 std::string TestAccount::connectionString() const { return ConnectionString(folder()); }
 
 std::string TestAccount::LoginXml(std::string_view more) const {
-    std::string xml = "<login QxDbName=\"" + connectionString() +
-                      "\" cAcc_Id=\"001\" cIYear=\"2023\" cUserId=\"demo\" cUserName=\"王会计\" cUserPassWord=\"\" "
-                      "CurDate=\"2023-01-15\" cServer=\"\" cSerial=\"\" iMonth=\"1\" iStartPeriod=\"1\"";
+    const std::string year = content_ == AccountContent::demo ? "2024" : "2023";
+    std::string xml = "<login QxDbName=\"" + connectionString() + "\" cAcc_Id=\"001\" cIYear=\"" + year +
+                      "\" cUserId=\"demo\" cUserName=\"王会计\" cUserPassWord=\"\" CurDate=\"" + year +
+                      "-01-15\" cServer=\"\" cSerial=\"\" iMonth=\"1\" iStartPeriod=\"1\"";
     return xml.append(" ").append(more).append("/>");
 }
 

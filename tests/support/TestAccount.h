@@ -23,14 +23,22 @@ private:
     std::filesystem::path path_;
 };
 
-/// An account database in a folder of its own, with the host's tables and no rows.
+/// What an account holds beside the host's tables: nothing, or the demonstration company.
+enum class AccountContent { empty, demo };
+
+/// An account database in a folder of its own.
 class TestAccount {
 public:
-    TestAccount();
+    explicit TestAccount(AccountContent content = AccountContent::empty);
+    /// A copy of an account that nobody has open.
+    TestAccount(const TestAccount& original);
+    TestAccount& operator=(const TestAccount&) = delete;
 
     const std::filesystem::path& folder() const { return folder_.path(); }
+    std::filesystem::path file() const { return folder() / "account.db"; }
     std::string connectionString() const;
-    /// A login of account "001", year 2023, as XML text; `more` are further attributes.
+    /// A login of account "001" as XML text, in January 2023, with the demonstration company in January 2024; `more`
+    /// are further attributes.
     std::string LoginXml(std::string_view more = {}) const;
 
     /// Runs T-SQL batches (separated by lines that hold GO alone).
@@ -40,6 +48,7 @@ public:
 
 private:
     TemporaryFolder folder_;
+    AccountContent content_;
 };
 
 /// The lines of a text file.

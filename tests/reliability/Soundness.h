@@ -1,0 +1,26 @@
+#pragma once
+
+#include "refhost/Environment.h"
+#include "refhost/eai/Login.h"
+#include "tests/support/NumberedImport.h"
+
+#include <string>
+
+namespace test {
+
+/// Expects that SQLite finds no damage in the account's files.
+void ExpectIntegrity(const TestAccount& account);
+
+/// How many numbers of the import stand in the account. Expects that they are the first ones, in order and each whole,
+/// and that nothing is damaged.
+int WholeNumbers(const NumberedImport& import, const TestAccount& account);
+
+/// Runs a request through the import's class in this process.
+std::string Transact(const NumberedImport& import, const TestAccount& account, const std::string& request);
+std::string Transact(const NumberedImport& import, refhost::Environment& environment, refhost::Login& login,
+                     const std::string& request);
+
+/// Expects that the numbers from `present` to `count` - 1 can be imported and all are there then.
+void ExpectCanGoOn(const NumberedImport& import, const TestAccount& account, int present, int count);
+
+} // namespace test
