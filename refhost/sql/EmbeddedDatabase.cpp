@@ -208,11 +208,15 @@ void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
     for (int attempt = 1;; ++attempt) {
         try {
             if (const Plan* plan = CachedPlan(sql)) {
+                RequireLiveTransaction();
                 RunPlan(*plan, scanner_.Literals(), answer);
                 return;
             }
             Parser parser(sql, options_);
             if (const std::optional<Statement> statement = parser.ParseBatch()) {
+                if (!statement->transaction) {
+                    RequireLiveTransaction();
+                }
                 RunStatement(*statement, parser.Literals(), answer);
             }
             return;
@@ -368,13 +372,13 @@ void EmbeddedDatabase::RunTransaction(TransactionVerb verb) {
         BeginTrans();
         break;
     case TransactionVerb::commit:
-        if (sqlite3_get_autocommit(db_.get()) != 0) {
+        if (!inTransaction_) {
             Fail(syntaxError, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
         }
         CommitTrans();
         break;
     case TransactionVerb::rollback:
-        if (sqlite3_get_autocommit(db_.get()) != 0) {
+        if (!inTransaction_) {
             Fail(syntaxError, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
         }
         RollbackTrans();
@@ -456,27 +460,41 @@ void EmbeddedDatabase::ForgetPlans() {
     catalog_->Forget();
 }
 
+void EmbeddedDatabase::RequireLiveTransaction() const {
+    // A full disk, for one, makes SQLite roll back.
+    if (inTransaction_ && sqlite3_get_autocommit(db_.get()) != 0) {
+        Fail(unspecified, "The current transaction cannot be committed and cannot support operations that write to the "
+                          "log file. Roll back the transaction.");
+    }
+}
+
 void EmbeddedDatabase::BeginTrans() {
-    if (sqlite3_get_autocommit(db_.get()) == 0) {
+    if (inTransaction_) {
         Fail(transactionOpen, "Cannot start more transactions on this session.");
     }
     // Takes the right to write at once: a transaction that found out later that another writes could not go on.
     Run(db_.get(), "BEGIN IMMEDIATE");
+    inTransaction_ = true;
     definitionsChanged_ = false;
 }
 
 void EmbeddedDatabase::CommitTrans() {
-    if (sqlite3_get_autocommit(db_.get()) != 0) {
+    if (!inTransaction_) {
         Fail(noTransaction, "No transaction is active.");
     }
+    RequireLiveTransaction();
     Run(db_.get(), "COMMIT");
+    inTransaction_ = false;
 }
 
 void EmbeddedDatabase::RollbackTrans() {
-    if (sqlite3_get_autocommit(db_.get()) != 0) {
+    if (!inTransaction_) {
         Fail(noTransaction, "No transaction is active.");
     }
-    Run(db_.get(), "ROLLBACK");
+    if (sqlite3_get_autocommit(db_.get()) == 0) {
+        Run(db_.get(), "ROLLBACK");
+    }
+    inTransaction_ = false;
     if (std::exchange(definitionsChanged_, false)) {
         ForgetPlans();
     }

@@ -74,6 +74,8 @@ private:
     void RunSelectInto(const Select& select, const std::vector<Literal>& literals);
     void RunSetOption(const SetOption& option);
     void RunTransaction(TransactionVerb verb);
+    /// Throws when the open transaction was ended by an error, so that nothing runs outside of it unnoticed.
+    void RequireLiveTransaction() const;
     Plan MakePlan(const Statement& statement, const std::vector<Literal>& literals);
     void PreparePlan(Plan& plan);
     void RunPlan(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer);
@@ -95,6 +97,8 @@ private:
     ShapeScanner scanner_;
     PlanCache plans_;
     std::size_t translations_ = 0;
+    /// Whether a transaction is open for the caller; one that SQLite itself ended stays so until it is rolled back.
+    bool inTransaction_ = false;
     /// Whether the open transaction changed definitions.
     bool definitionsChanged_ = false;
     /// Whether SQLite was kept from compiling a statement anew because another connection changed definitions.
