@@ -34,7 +34,7 @@ public:
     struct Failure {
         std::size_t at;
         host::Error error;
-        bool connectionLost;
+        Lost lost;
     };
 
     explicit Tape(std::optional<Failure> failure = std::nullopt) : failure_(std::move(failure)) {}
@@ -42,13 +42,17 @@ public:
     void Before(const HostOperation& operation) {
         Note(operation);
         if (failure_ && operations.size() - 1 == failure_->at) {
-            if (failure_->connectionLost) {
-                lost_ = operation.connection;
+            if (failure_->lost == Lost::connection) {
+                lostConnection_ = operation.connection;
             }
+            helperLost_ = failure_->lost == Lost::helper;
             throw host::Error(failure_->error);
         }
-        if (operation.connection != 0 && operation.connection == lost_) {
+        if (operation.connection != 0 && operation.connection == lostConnection_) {
             throw host::Error(lostConnection);
+        }
+        if (operation.kind == Kind::helper && helperLost_) {
+            throw host::Error(lostHelper);
         }
         wrote = wrote || operation.name == "Execute";
     }
@@ -83,7 +87,8 @@ private:
     }
 
     std::optional<Failure> failure_;
-    int lost_ = 0;
+    int lostConnection_ = 0;
+    bool helperLost_ = false;
     /// The recordset of the latest step.
     int reading_ = 0;
 };
@@ -190,6 +195,7 @@ host::Error ErrorFor(const Noted& operation, std::size_t at) {
         return {429, "ActiveX 部件不能创建对象"};
     case Kind::database:
         return database[at % database.size()];
+    case Kind::helper:
     case Kind::component:
         break;
     }
@@ -205,13 +211,16 @@ std::optional<Fault> FaultAt(const Tape& undisturbed, const Tape::Failure& failu
     Fault fault{.step = failing.step,
                 .error = failure.error,
                 .connection = failing.connection,
-                .connectionLost = failure.connectionLost,
+                .lost = failure.lost,
                 .inside = failing.inside};
     for (std::size_t at = failure.at; at-- > 0 && undisturbed.operations[at].step == failing.step;) {
         fault.doneInside.push_back(undisturbed.operations[at].text);
     }
     return fault;
 }
+
+const std::map<Lost, std::string_view> lostLabels = {
+    {Lost::nothing, ""}, {Lost::connection, ", connection lost,"}, {Lost::helper, ", helper lost,"}};
 
 /// The runs of one call.
 class Runs {
@@ -224,14 +233,13 @@ public:
         account_.Restore();
     }
 
-    void Fail(std::size_t at, bool connectionLost) {
-        const Tape::Failure failure{at, connectionLost ? lostConnection : ErrorFor(undisturbed_.operations[at], at),
-                                    connectionLost};
+    void Fail(std::size_t at, const host::Error& error, Lost lost) {
+        const Tape::Failure failure{at, error, lost};
         Tape tape(failure);
         const std::string result = account_.Run(tape);
         const Step& step = undisturbed_.steps[undisturbed_.operations[at].step];
         Expect(Difference(call_, account_, tape, result, FaultAt(undisturbed_, failure)),
-               "operation " + std::to_string(at) + (connectionLost ? ", connection lost, of " : " of ") + Told(step));
+               "operation " + std::to_string(at) + std::string(lostLabels.at(lost)) + " of " + Told(step));
         ++failed_;
         if (tape.wrote) {
             account_.Restore();
@@ -244,13 +252,15 @@ public:
         constexpr int enough = 5;
         std::size_t ofDatabase = 0;
         for (std::size_t at = 0; at < undisturbed_.operations.size() && differing_ < enough; ++at) {
-            Fail(at, false);
-            if (undisturbed_.operations[at].kind == Kind::database) {
-                ++ofDatabase;
-                if (undisturbed_.operations[at].connection != 0) {
-                    Fail(at, true);
-                }
+            const Noted& operation = undisturbed_.operations[at];
+            Fail(at, ErrorFor(operation, at), Lost::nothing);
+            if (operation.connection != 0) {
+                Fail(at, lostConnection, Lost::connection);
             }
+            if (operation.kind == Kind::helper) {
+                Fail(at, lostHelper, Lost::helper);
+            }
+            ofDatabase += operation.kind == Kind::database ? 1 : 0;
         }
         std::printf("faults: %s: %zu database operations, %zu others, %zu failures\n", call_.name.c_str(), ofDatabase,
                     undisturbed_.operations.size() - ofDatabase, failed_);

@@ -27,16 +27,18 @@ std::string ErrorText(std::string_view code, std::string_view message) {
 
 const host::Error lostConnection{-2147467259, "[DBNETLIB][ConnectionWrite (send()).]General network error. Check your "
                                               "network documentation."};
+const host::Error lostHelper{-2147023174, "RPC 服务器不可用。"};
 
 std::optional<host::Error> Play::Note(std::string_view what, std::string_view text, int connection) {
     steps_.push_back({std::string(what), std::string(text)});
     if (fault_ && steps_.size() - 1 == fault_->step) {
-        if (fault_->connectionLost) {
-            lost_ = fault_->connection;
+        if (fault_->lost == Lost::connection) {
+            lostConnection_ = fault_->connection;
         }
+        helperLost_ = fault_->lost == Lost::helper;
         return fault_->error;
     }
-    if (connection != noConnection && connection == lost_) {
+    if (connection != noConnection && connection == lostConnection_) {
         return lostConnection;
     }
     return std::nullopt;
@@ -72,7 +74,11 @@ void Play::Helper(std::string_view what, std::string_view text) {
         Create("EaiHelper");
         hasHelper_ = true;
     }
+    const bool lost = helperLost_;
     Do(what, text);
+    if (lost) {
+        throw host::Error(lostHelper);
+    }
 }
 
 void Play::Translator(std::string_view what, int connection) {
@@ -84,7 +90,7 @@ void Play::Translator(std::string_view what, int connection) {
 }
 
 bool Play::Ran(std::string_view piece) const {
-    if (lost_ == main && steps_.size() - 1 != fault_->step) {
+    if (lostConnection_ == main && steps_.size() - 1 != fault_->step) {
         return false;
     }
     if (!fault_ || steps_.size() - 1 != fault_->step) {

@@ -18,6 +18,16 @@ struct Step {
     std::string text;
 };
 
+/// What fails from an operation on.
+enum class Lost {
+    /// The operation alone fails.
+    nothing,
+    /// The connection that it works on.
+    connection,
+    /// The integration helper.
+    helper,
+};
+
 /// What fails in a call.
 struct Fault {
     /// Position of the step, counted from 0.
@@ -25,15 +35,15 @@ struct Fault {
     host::Error error;
     /// Number of the connection that the operation works on; 0 for none.
     int connection = 0;
-    /// Whether every later operation on that connection fails too.
-    bool connectionLost = false;
+    Lost lost = Lost::nothing;
     /// Whether a component meets the failure inside its operation, and the statements that it got through before.
     bool inside = false;
     std::vector<std::string> doneInside = {};
 };
 
-/// How SQL Server's client reports a lost connection.
+/// How SQL Server's client reports a lost connection, and COM an object whose server has gone.
 extern const host::Error lostConnection;
+extern const host::Error lostHelper;
 
 /// What must come of a call according to the rules, played step by step: each step fails where the fault says so, by
 /// throwing as the host does, and the rules' own traps are the player's `try` and `catch`.
@@ -96,7 +106,8 @@ private:
     std::string proc_;
     std::optional<Fault> fault_;
     std::vector<Step> steps_;
-    int lost_ = noConnection;
+    int lostConnection_ = noConnection;
+    bool helperLost_ = false;
     bool hasHelper_ = false;
     bool hasTranslator_ = false;
     std::string items_;

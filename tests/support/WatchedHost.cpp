@@ -12,17 +12,18 @@ using Kind = HostOperation::Kind;
 /// What every watched component is made of.
 class Watched {
 protected:
-    explicit Watched(HostWatch& watch) : watch_(watch) {}
+    explicit Watched(HostWatch& watch, Kind kind = Kind::component) : watch_(watch), kind_(kind) {}
 
     /// Has the operation seen; what runs until the result is released, runs inside it.
     [[nodiscard]] HostWatch::Inside Enter(std::string_view name, std::string_view text = {}) const {
-        watch_.Notice({.kind = Kind::component, .name = name, .text = text});
+        watch_.Notice({.kind = kind_, .name = name, .text = text});
         return HostWatch::Inside(watch_);
     }
     HostWatch& watch() const { return watch_; }
 
 private:
     HostWatch& watch_;
+    Kind kind_;
 };
 
 class WatchedLogin : public host::HostLogin, Watched {
@@ -78,7 +79,7 @@ private:
 
 class WatchedEaiHelper : public host::EaiHelper, Watched {
 public:
-    WatchedEaiHelper(host::EaiHelper& inner, HostWatch& watch) : Watched(watch), inner_(inner) {}
+    WatchedEaiHelper(host::EaiHelper& inner, HostWatch& watch) : Watched(watch, Kind::helper), inner_(inner) {}
 
     std::string GetAttr(const host::DOMNode* element, std::string_view name) override {
         const auto inside = Enter("GetAttr", name);

@@ -10,9 +10,9 @@ namespace test {
 
 /// One operation that somebody asks of the host.
 struct HostOperation {
-    /// `database` is everything on a connection or recordset, `creation` the making of an object, `component` what is
-    /// asked of the login and of every other object of the host.
-    enum class Kind { database, component, creation };
+    /// `database` is everything on a connection or recordset, `creation` the making of an object, `helper` what is
+    /// asked of the integration helper, `component` what is asked of the login and of every other object of the host.
+    enum class Kind { database, creation, helper, component };
 
     Kind kind;
     /// The member's name: "Open", "FieldValue", "AddResultItem"; of a creation the name of what is created.
