@@ -94,8 +94,9 @@ std::string_view ClsKovra::DatesFailure(const OpeningRow& row) {
 const std::string& ClsKovra::StartDate() {
     if (!startDate_) {
         host::HostLogin& login = *state_.login;
-        startDate_ =
-            ModPub::FormatDate(login.PeriodDates(login.StartPeriod(), ModPub::ToInt32(login.LoginYear())).first);
+        const int period = login.StartPeriod();
+        const std::int32_t year = ModPub::ToInt32(login.LoginYear());
+        startDate_ = ModPub::FormatDate(login.PeriodDates(period, year).first);
     }
     return *startDate_;
 }
