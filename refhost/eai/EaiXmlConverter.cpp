@@ -10,11 +10,15 @@
 namespace refhost {
 namespace {
 
-/// The record's column that belongs to `field`. Throws `host::Error` for a mapping that names no column of the record.
+/// The record's column that belongs to `field`. Throws `host::Error` for a mapping that names no column of the record,
+/// and the database's error.
 std::size_t ColumnOf(const MappedField& field, const host::Recordset& record, const std::string& mappingName) {
     try {
         return record.FieldIndex(field.column);
-    } catch (const host::Error&) {
+    } catch (const host::Error& error) {
+        if (error.number() != host::error_number::itemNotFound) {
+            throw;
+        }
         throw MappingError(mappingName, "记录中没有列" + field.column);
     }
 }

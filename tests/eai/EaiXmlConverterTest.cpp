@@ -165,6 +165,18 @@ TEST_F(Converter, RefusesAMappingOfAColumnThatTheRecordDoesNotHave) {
     EXPECT_EQ(ErrorOf([this] { ToXml("select * from Rows", false); }), "映射文件M.Xml无效：记录中没有列nothing。");
 }
 
+TEST_F(Converter, TellsAnErrorOfTheRecordFromAMissingColumn) {
+    const std::unique_ptr<host::Recordset> columns = Open("select * from Heads");
+    columns->Close();
+    const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
+    try {
+        converter.FillHead("<doc/>", "doc", *document, *columns, "M.Xml");
+        ADD_FAILURE() << "no error";
+    } catch (const host::Error& error) {
+        EXPECT_EQ(error.number(), 3704) << error.description();
+    }
+}
+
 TEST_F(Converter, RefusesABrokenMapping) {
     text = "<mapping>";
     EXPECT_EQ(ErrorOf([this] { FillHead("<doc/>"); }), "映射文件M.Xml无效：不是格式正确的XML。");

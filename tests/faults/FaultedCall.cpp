@@ -39,7 +39,11 @@ public:
 
     explicit Tape(std::optional<Failure> failure = std::nullopt) : failure_(std::move(failure)) {}
 
+    void Begin() { begun_ = true; }
     void Before(const HostOperation& operation) {
+        if (!begun_) {
+            return;
+        }
         Note(operation);
         if (failure_ && operations.size() - 1 == failure_->at) {
             if (failure_->lost == Lost::connection) {
@@ -87,6 +91,7 @@ private:
     }
 
     std::optional<Failure> failure_;
+    bool begun_ = false;
     int lostConnection_ = 0;
     bool helperLost_ = false;
     /// The recordset of the latest step.
@@ -110,7 +115,7 @@ public:
     std::string Run(Tape& tape) {
         WatchedEnvironment environment([&](const HostOperation& operation) { tape.Before(operation); }, pool_.Opener());
         refhost::Login login(LoginXml(), environment);
-        return call_.run(environment, *environment.Watch(login), [&] { tape.Returned(); });
+        return call_.run(environment, *environment.Watch(login), {[&] { tape.Begin(); }, [&] { tape.Returned(); }});
     }
 
     std::vector<std::string> Contents() {
@@ -240,6 +245,7 @@ public:
         const Step& step = undisturbed_.steps[undisturbed_.operations[at].step];
         Expect(Difference(call_, account_, tape, result, FaultAt(undisturbed_, failure)),
                "operation " + std::to_string(at) + std::string(lostLabels.at(lost)) + " of " + Told(step));
+        EXPECT_GT(tape.operations.size(), at) << "the operation did not come again";
         ++failed_;
         if (tape.wrote) {
             account_.Restore();

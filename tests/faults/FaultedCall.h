@@ -11,8 +11,12 @@
 
 namespace test {
 
-/// Tells that the method under test has returned; what its instance asks of the host after that is its release.
-using Returned = std::function<void()>;
+/// Where a call begins and ends among what its instance asks of the host: what comes before is not failed, and what
+/// comes after is the instance's release.
+struct CallMarks {
+    std::function<void()> begin;
+    std::function<void()> returned;
+};
 
 /// A call whose every operation on the host is to fail once.
 struct FaultedCall {
@@ -25,7 +29,7 @@ struct FaultedCall {
     /// Queries of what the account holds.
     std::vector<std::string> contents;
     /// Runs the call and gives its result text.
-    std::function<std::string(host::Environment& environment, host::HostLogin& login, const Returned& returned)> run;
+    std::function<std::string(host::Environment& environment, host::HostLogin& login, const CallMarks& marks)> run;
     /// Plays the rules of the call: gives the result that they prescribe and leaves the account's contents in `play`.
     std::function<std::string(Play& play)> rules;
     /// Added to the connection string.
@@ -37,15 +41,16 @@ struct FaultedCall {
 /// contents that the rules prescribe, with no transaction open. Prints how many operations failed.
 void FailEveryOperation(const FaultedCall& call);
 
-/// One call of `Transact` of a new instance.
+/// One call of `Transact` of a new instance, whose making belongs to the call.
 template <class Class> auto TransactOf(std::string request) {
-    return [request = std::move(request)](host::Environment& environment, host::HostLogin& login,
-                                          const Returned& returned) {
-        Class instance(environment);
-        std::string result = instance.Transact(request, &login);
-        returned();
-        return result;
-    };
+    return
+        [request = std::move(request)](host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
+            marks.begin();
+            Class instance(environment);
+            std::string result = instance.Transact(request, &login);
+            marks.returned();
+            return result;
+        };
 }
 
 /// A request of rows under the names that the played results carry.

@@ -70,6 +70,8 @@ public:
     void OpenReadClose(std::string_view sql);
     /// An operation of the integration helper, which is created on first use.
     void Helper(std::string_view what, std::string_view text = {});
+    /// An earlier call has created the helper.
+    void HelperIsThere() { hasHelper_ = true; }
     /// An operation of the recordset translator, created likewise.
     void Translator(std::string_view what, int connection = noConnection);
     /// Whether the statement that holds `piece` ran inside the operation that has just been played.
