@@ -152,7 +152,8 @@ void EmbeddedDatabase::Attach(const Settings& settings) {
     try {
         Command(db_.get(), fmt::format("ATTACH ? AS {}", SqliteName(Schema::system))).Bind(file).Step();
     } catch (const host::Error&) {
-        if (settings.mode == Mode::create) {
+        const bool missing = (sqlite3_errcode(db_.get()) & 0xff) == SQLITE_CANTOPEN;
+        if (settings.mode == Mode::create || !missing) {
             throw;
         }
         return; // an account without a system database; naming one gives "Invalid object name"

@@ -4,10 +4,25 @@
 
 #include <algorithm>
 #include <charconv>
+#include <new>
 #include <optional>
 
 namespace refhost::sql {
 namespace {
+
+/// Ends in an error when a value could not be bound: SQLite would take Null in its place.
+void RequireBound(int code) {
+    if (code == SQLITE_NOMEM) {
+        throw std::bad_alloc();
+    }
+    if (code != SQLITE_OK) {
+        Fail(host::error_number::unspecified, "A value is too long for the database.");
+    }
+}
+
+void BindText(sqlite3_stmt* statement, int index, std::string_view text, sqlite3_destructor_type lifetime) {
+    RequireBound(sqlite3_bind_text64(statement, index, text.data(), text.size(), lifetime, SQLITE_UTF8));
+}
 
 void BindCell(sqlite3_stmt* statement, int index, const Cell& cell, sqlite3_destructor_type lifetime) {
     switch (cell.kind) {
@@ -21,10 +36,10 @@ void BindCell(sqlite3_stmt* statement, int index, const Cell& cell, sqlite3_dest
         sqlite3_bind_double(statement, index, cell.real);
         break;
     case Cell::Kind::text:
-        sqlite3_bind_text64(statement, index, cell.Bytes().data(), cell.Bytes().size(), lifetime, SQLITE_UTF8);
+        BindText(statement, index, cell.Bytes(), lifetime);
         break;
     case Cell::Kind::blob:
-        sqlite3_bind_blob64(statement, index, cell.Bytes().data(), cell.Bytes().size(), lifetime);
+        RequireBound(sqlite3_bind_blob64(statement, index, cell.Bytes().data(), cell.Bytes().size(), lifetime));
         break;
     }
 }
@@ -175,8 +190,7 @@ void BindLiterals(const Plan& plan, const std::vector<Literal>& literals) {
         const Literal& literal = literals[slot.literal];
         if ((slot.plain && !literal.doubled) || FitsAsItStands(literal, slot)) {
             if (literal.kind == LiteralKind::text) {
-                sqlite3_bind_text64(statement, index, literal.body.data(), literal.body.size(), SQLITE_STATIC,
-                                    SQLITE_UTF8);
+                BindText(statement, index, literal.body, SQLITE_STATIC);
                 continue;
             }
             if (literal.kind == LiteralKind::integer) {

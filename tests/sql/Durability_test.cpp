@@ -47,6 +47,14 @@ TEST_F(Durability, AFileThatIsNoDatabaseIsRefusedAndKept) {
     EXPECT_FALSE(std::filesystem::exists(File("QxSystem.db")));
 }
 
+TEST_F(Durability, ADamagedSystemDatabaseIsNoMissingOne) {
+    OpenEmbedded(Connection("a.db"), Mode::create);
+    std::filesystem::remove(File("QxSystem.db"));
+    EXPECT_EQ(OpenError(Connection("a.db")), 0);
+    std::ofstream(File("QxSystem.db")) << std::string(4096, 'x');
+    EXPECT_EQ(OpenError(Connection("a.db")), host::error_number::unspecified);
+}
+
 TEST_F(Durability, EverythingIsThereAfterReopening) {
     {
         const auto db = OpenEmbedded(Connection("a.db"), Mode::create);

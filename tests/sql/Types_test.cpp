@@ -65,6 +65,19 @@ TEST(Types, AreTakenAndRefusedByColumns) {
         });
 }
 
+TEST(Types, ATextThatSqliteCannotTakeIsNoNull) {
+    const auto db = OpenMemory();
+    EXPECT_EQ(Answer(*db, "create table t (x nvarchar(max))"), "");
+    // A thousand million bytes otherwise, which would take a test too long.
+    sqlite3_limit(db->Handle(), SQLITE_LIMIT_LENGTH, 5000);
+    const std::string refused = "-2147467259: A value is too long for the database.";
+    const std::string body(6000, 'x');
+    EXPECT_EQ(Answer(*db, "insert into t (x) values ('" + body + "')"), refused);
+    EXPECT_EQ(Answer(*db, "insert into t (x) values ('''" + body + "')"), refused);
+    EXPECT_EQ(Answer(*db, "select x from t where x = N'" + body + "'"), refused);
+    EXPECT_EQ(Answer(*db, "select count(*) from t"), "0");
+}
+
 TEST(Types, DatesAreStoredAsTheDateTheyMean) {
     const auto db = OpenMemory();
     RunCases(*db, std::array{
