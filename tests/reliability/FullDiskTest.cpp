@@ -8,13 +8,14 @@
 
 #include <csignal>
 #include <cstdio>
-#include <fstream>
-#include <sstream>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
+#include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace test {
@@ -33,41 +34,6 @@ void LimitFiles(rlim_t bytes) {
     }
 }
 
-/// Runs the import in a process of its own after `before`; the result it returned.
-std::string TransactAfter(const std::function<void()>& before, const NumberedImport& import,
-                          const TestAccount& account) {
-    int ends[2];
-    EXPECT_EQ(pipe(ends), 0);
-    const std::string request = RequestOf(import, 0, count);
-    Process process([&] {
-        close(ends[0]);
-        before();
-        const std::string result = Transact(import, account, request);
-        return write(ends[1], result.data(), result.size()) == static_cast<ssize_t>(result.size()) ? 0 : 1;
-    });
-    close(ends[1]);
-    std::string result;
-    char block[4096];
-    for (ssize_t size = 0; (size = read(ends[0], block, sizeof block)) > 0;) {
-        result.append(block, static_cast<std::size_t>(size));
-    }
-    close(ends[0]);
-    EXPECT_EQ(process.Wait().status, 0);
-    return result;
-}
-
-/// How many of the numbers the result tells of as accepted: where a row has two outcomes, the first counts.
-int Accepted(const NumberedImport& import, const std::string& result) {
-    int accepted = 0;
-    for (int n = 0; n < count; ++n) {
-        const std::string outcome = import.outcome(n);
-        const std::string key = outcome.substr(0, outcome.find("\" code="));
-        const std::size_t first = result.find(key);
-        accepted += first != std::string::npos && result.compare(first, outcome.size(), outcome) == 0 ? 1 : 0;
-    }
-    return accepted;
-}
-
 class FullDisk : public testing::TestWithParam<NumberedImport> {};
 
 /// There is room for a little more at each run, until there is enough.
@@ -78,19 +44,82 @@ TEST_P(FullDisk, WritesWhatIsAcceptedAndNoMore) {
     int present = 0;
     for (double room = 1000; present < count && !HasFailure(); room *= 1.3) {
         const TestAccount account(original);
-        const std::string result = TransactAfter([&] { LimitFiles(static_cast<rlim_t>(room)); }, import, account);
+        const std::string result =
+            TransactApart(import, account, RequestOf(import, 0, count), [&] { LimitFiles(static_cast<rlim_t>(room)); });
         present = WholeNumbers(import, account);
         if (import.atOnce) {
             EXPECT_TRUE(present == 0 || present == count) << present;
             EXPECT_EQ(result == AcceptedResult(import, 0, count), present == count) << result;
         } else {
-            EXPECT_EQ(Accepted(import, result), present) << result;
+            EXPECT_EQ(AcceptedNumbers(import, result, count), present) << result;
         }
         failed += present < count ? 1 : 0;
         ExpectCanGoOn(import, account, present, count);
     }
     EXPECT_GT(failed, 3);
     std::printf("reliability: %s: %d imports that ran out of room survived\n", import.className, failed);
+}
+
+/// In namespaces of this process's own, mounts a disk of so many kilobytes at the folder; false where the system does
+/// not let us.
+bool MountSmallDisk(const fs::path& folder, int kilobytes) {
+    const uid_t user = getuid();
+    const gid_t group = getgid();
+    if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
+        return false;
+    }
+    WriteBytes("/proc/self/setgroups", "deny");
+    WriteBytes("/proc/self/uid_map", "0 " + std::to_string(user) + " 1");
+    WriteBytes("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
+    const std::string size = "size=" + std::to_string(kilobytes) + "k";
+    return mount("none", folder.c_str(), "tmpfs", 0, size.c_str()) == 0;
+}
+
+/// The account lies on a disk that is too small for the import, until it is large enough.
+TEST_P(FullDisk, LeavesTheAccountOfASmallDiskWhole) {
+    const NumberedImport& import = GetParam();
+    constexpr int enough = 50;
+    constexpr int notMounted = 51;
+    const NumberedAccount original(count);
+    std::uintmax_t size = 0;
+    for (const fs::directory_entry& file : fs::directory_iterator(original.folder())) {
+        size += file.file_size();
+    }
+    const TemporaryFolder disk;
+    const fs::path outside = fs::temp_directory_path();
+    int failed = 0;
+    int status = 0;
+    for (double room = 10; status == 0; room *= 1.4) {
+        Process process([&] {
+            if (!MountSmallDisk(disk.path(), static_cast<int>(static_cast<double>(size) / 1000 + room))) {
+                return notMounted;
+            }
+            setenv("TMPDIR", disk.path().c_str(), 1);
+            const TestAccount account(original);
+            const std::string result = Transact(import, account, RequestOf(import, 0, count));
+            // Where there is no room even to read, what is left is looked at elsewhere.
+            setenv("TMPDIR", outside.c_str(), 1);
+            const TestAccount copy(account);
+            const int present = WholeNumbers(import, copy);
+            EXPECT_EQ(import.atOnce ? (result == AcceptedResult(import, 0, count) ? count : 0)
+                                    : AcceptedNumbers(import, result, count),
+                      present)
+                << result;
+            ExpectCanGoOn(import, copy, present, count);
+            if (testing::Test::HasFailure()) {
+                return 1;
+            }
+            return present == count ? enough : 0;
+        });
+        status = process.Wait().status;
+        failed += status == 0 ? 1 : 0;
+    }
+    if (status == notMounted) {
+        GTEST_SKIP() << "no disk can be mounted here";
+    }
+    EXPECT_EQ(status, enough);
+    EXPECT_GT(failed, 3);
+    std::printf("reliability: %s: %d imports on a small disk survived\n", import.className, failed);
 }
 
 INSTANTIATE_TEST_SUITE_P(Imports, FullDisk, testing::ValuesIn(NumberedImports()), NameOfImport);

@@ -2,10 +2,14 @@
 
 #include "cli/Classes.h"
 #include "refhost/sql/Runtime.h"
+#include "tests/reliability/Program.h"
 
 #include <algorithm>
+#include <array>
+#include <stdexcept>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace test {
 namespace {
@@ -50,6 +54,40 @@ std::string Transact(const NumberedImport& import, refhost::Environment& environ
     const std::vector<cli::ImportClass>& classes = cli::ImportClasses();
     return std::ranges::find(classes, import.className, &cli::ImportClass::name)
         ->transact(environment, request, &login);
+}
+
+std::string TransactApart(const NumberedImport& import, const TestAccount& account, const std::string& request,
+                          const std::function<void()>& before) {
+    std::array<int, 2> ends = {};
+    if (pipe(ends.data()) != 0) {
+        throw std::runtime_error("no pipe");
+    }
+    Process process([&] {
+        close(ends[0]);
+        before();
+        const std::string result = Transact(import, account, request);
+        return write(ends[1], result.data(), result.size()) == static_cast<ssize_t>(result.size()) ? 0 : 1;
+    });
+    close(ends[1]);
+    std::string result;
+    std::array<char, 4096> block = {};
+    for (ssize_t size = 0; (size = read(ends[0], block.data(), block.size())) > 0;) {
+        result.append(block.data(), static_cast<std::size_t>(size));
+    }
+    close(ends[0]);
+    EXPECT_EQ(process.Wait().status, 0);
+    return result;
+}
+
+int AcceptedNumbers(const NumberedImport& import, const std::string& result, int count) {
+    int accepted = 0;
+    for (int n = 0; n < count; ++n) {
+        const std::string outcome = import.outcome(n);
+        const std::string key = outcome.substr(0, outcome.find("\" code="));
+        const std::size_t first = result.find(key);
+        accepted += first != std::string::npos && result.compare(first, outcome.size(), outcome) == 0 ? 1 : 0;
+    }
+    return accepted;
 }
 
 void ExpectCanGoOn(const NumberedImport& import, const TestAccount& account, int present, int count) {

@@ -4,6 +4,7 @@
 #include "refhost/eai/Login.h"
 #include "tests/support/NumberedImport.h"
 
+#include <functional>
 #include <string>
 
 namespace test {
@@ -19,6 +20,13 @@ int WholeNumbers(const NumberedImport& import, const TestAccount& account);
 std::string Transact(const NumberedImport& import, const TestAccount& account, const std::string& request);
 std::string Transact(const NumberedImport& import, refhost::Environment& environment, refhost::Login& login,
                      const std::string& request);
+
+/// The same in a process of its own, where `before` runs first.
+std::string TransactApart(const NumberedImport& import, const TestAccount& account, const std::string& request,
+                          const std::function<void()>& before);
+
+/// How many of the numbers below `count` the result tells of as accepted: of a row with two outcomes the first counts.
+int AcceptedNumbers(const NumberedImport& import, const std::string& result, int count);
 
 /// Expects that the numbers from `present` to `count` - 1 can be imported and all are there then.
 void ExpectCanGoOn(const NumberedImport& import, const TestAccount& account, int present, int count);
