@@ -22,13 +22,13 @@ bool ClsPriceJustVou::PostPriceVoucher(std::string& message) {
     // companion gives is lost. Callers know it so.
     std::string failure;
     try {
-        host::RsXmlHelper& rsXmlHelper = state_.environment.GetRsXmlHelper();
         OpenDBS("SELECT * FROM Vouchers_base WHERE CardNumber = N'IA51'");
         const std::string headView = ModPub::ToText(voucherRecordset_->FieldValue("BTQName"));
         const std::string rowsView = ModPub::ToText(voucherRecordset_->FieldValue("BWQName"));
 
         std::string sql = HeadQuery(headView, voucherId_);
         OpenDBS(sql);
+        host::RsXmlHelper& rsXmlHelper = state_.environment.GetRsXmlHelper();
         const std::unique_ptr<host::DOMDocument> head = rsXmlHelper.RecordsetToXml(*voucherRecordset_);
         if (!voucherRecordset_->AtEOF()) {
             sql = RowsQuery(rowsView, ModPub::ToText(voucherRecordset_->FieldValue("ID")));

@@ -33,13 +33,13 @@ void SetNumber(const host::DOMDocument& head, std::string_view number) {
 
 bool ClsPriceJustVou::SaveVoucher(const PriceHeader& header, std::string& message) {
     host::Connection& connection = *state_.connection;
-    host::RsXmlHelper& rsXmlHelper = state_.environment.GetRsXmlHelper();
 
     DropWorkTable(resultTable);
     companion_->Update(workTable, resultTable, voucherContext_, connection, std::to_string(voucherId_), false);
     const std::string templateId = ModPub::ToText(companion_->GetDefaultTemplateID(cardNumber, connection));
 
     OpenDBS(HeadQuery(header, voucherDate_, voucherId_, templateId));
+    host::RsXmlHelper& rsXmlHelper = state_.environment.GetRsXmlHelper();
     const std::unique_ptr<host::DOMDocument> head = rsXmlHelper.RecordsetToXml(*voucherRecordset_);
     const std::unique_ptr<host::RsXmlHelper::VouchData> vouchData = rsXmlHelper.XmlToVouchData(*head);
     SetNumber(*head, ModPub::ToText(companion_->GetVouchNum(voucherContext_, voucherType, *vouchData, false, true)));

@@ -8,6 +8,7 @@
 
 namespace {
 
+using test::CallMarks;
 using test::FailEveryOperation;
 using test::FaultRequest;
 using test::Play;
@@ -286,6 +287,38 @@ TEST(OpeningBalancesFaults, RefusedLedger) {
                                     return std::string("已有计划价调整单，不能导入期初数据。");
                                 },
                                 {});
+                        }});
+}
+
+/// An unknown item is shown to the user and counts as false; an error is the caller's.
+TEST(OpeningBalancesFaults, InvCodeIsTorF) {
+    FailEveryOperation({.name = "ClsKovra InvCodeIsTorF",
+                        .proc = "ADD",
+                        .setup = setup,
+                        .restore = restore,
+                        .contents = {contents},
+                        .run =
+                            [](host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
+                                kovra::ClsKovra instance(environment);
+                                instance.Transact(FaultRequest("ADD", ""), &login);
+                                marks.begin();
+                                std::string told;
+                                try {
+                                    told = instance.InvCodeIsTorF("X9", "bInvBatch") ? "true" : "false";
+                                } catch (const host::Error& error) {
+                                    told = error.description();
+                                }
+                                marks.returned();
+                                return told;
+                            },
+                        .rules = [](Play& play) -> std::string {
+                            try {
+                                play.LookUp("SELECT bInvBatch FROM Inventory WHERE cInvCode='X9'");
+                                play.Do("ShowMessage", "该存货没有找到！");
+                                return "false";
+                            } catch (const host::Error& error) {
+                                return error.description();
+                            }
                         }});
 }
 

@@ -5,6 +5,7 @@
 #include "tests/support/WatchedHost.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,8 +47,13 @@ template <class Class> auto TransactOf(std::string request) {
     return
         [request = std::move(request)](host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
             marks.begin();
-            Class instance(environment);
-            std::string result = instance.Transact(request, &login);
+            std::optional<Class> instance;
+            try {
+                instance.emplace(environment);
+            } catch (const host::Error& error) {
+                return "raised " + std::to_string(error.number());
+            }
+            std::string result = instance->Transact(request, &login);
             marks.returned();
             return result;
         };
