@@ -42,47 +42,20 @@ private:
     std::shared_ptr<const Faults> faults_;
 };
 
-class FaultyEaiHelper : public host::EaiHelper {
-public:
-    FaultyEaiHelper(host::EaiHelper& inner, std::shared_ptr<const Faults> faults)
-        : inner_(inner), faults_(std::move(faults)) {}
-
-    std::string GetAttr(const host::DOMNode* element, std::string_view name) override {
-        Before("GetAttr");
-        return inner_.GetAttr(element, name);
-    }
-    std::string GetChildText(const host::DOMNode* node, std::string_view name) override {
-        Before("GetChildText");
-        return inner_.GetChildText(node, name);
-    }
-    std::string MakeErrorResult(std::string_view code, std::string_view message, std::string_view detail) override {
-        Before("MakeErrorResult");
-        return inner_.MakeErrorResult(code, message, detail);
-    }
-    std::string MakeResultDoc(std::string_view docid, std::string_view proc) override {
-        Before("MakeResultDoc");
-        return inner_.MakeResultDoc(docid, proc);
-    }
-    void AddResultItem(host::DOMDocument& resultDocument, std::string_view key, long code,
-                       std::string_view description) override {
-        Before("AddResultItem");
-        inner_.AddResultItem(resultDocument, key, code, description);
-    }
-
-private:
-    void Before(std::string_view operation) const {
-        if (faults_->eaiHelper) {
-            faults_->eaiHelper(operation);
-        }
-    }
-
-    host::EaiHelper& inner_;
-    std::shared_ptr<const Faults> faults_;
-};
-
 refhost::DatabaseOpener FaultyOpener(std::shared_ptr<const Faults> faults) {
     return [faults = std::move(faults)](const std::string& connectionString) {
         return std::make_unique<FaultyDatabase>(refhost::OpenDatabase(connectionString), faults);
+    };
+}
+
+BeforeOperation FaultyOperation(std::shared_ptr<const Faults> faults) {
+    return [faults = std::move(faults)](const HostOperation& operation) {
+        if (operation.kind == HostOperation::Kind::helper && faults->eaiHelper) {
+            faults->eaiHelper(operation.name);
+        }
+        if (operation.kind == HostOperation::Kind::creation && operation.name == "DOMDocument" && faults->document) {
+            faults->document();
+        }
     };
 }
 
@@ -91,23 +64,7 @@ refhost::DatabaseOpener FaultyOpener(std::shared_ptr<const Faults> faults) {
 FaultyEnvironment::FaultyEnvironment(Faults faults, refhost::Trace* trace)
     : FaultyEnvironment(std::make_shared<const Faults>(std::move(faults)), trace) {}
 
-FaultyEnvironment::FaultyEnvironment(std::shared_ptr<const Faults> faults, refhost::Trace* trace)
-    : refhost::Environment(trace, FaultyOpener(faults)), faults_(std::move(faults)) {}
-
-FaultyEnvironment::~FaultyEnvironment() = default;
-
-std::unique_ptr<host::DOMDocument> FaultyEnvironment::CreateDOMDocument() {
-    if (faults_->document) {
-        faults_->document();
-    }
-    return refhost::Environment::CreateDOMDocument();
-}
-
-host::EaiHelper& FaultyEnvironment::GetEaiHelper() {
-    if (!eaiHelper_) {
-        eaiHelper_ = std::make_unique<FaultyEaiHelper>(refhost::Environment::GetEaiHelper(), faults_);
-    }
-    return *eaiHelper_;
-}
+FaultyEnvironment::FaultyEnvironment(const std::shared_ptr<const Faults>& faults, refhost::Trace* trace)
+    : WatchedEnvironment(FaultyOperation(faults), FaultyOpener(faults), trace) {}
 
 } // namespace test

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/Environment.h"
+#include "tests/support/WatchedHost.h"
 
 #include <functional>
 #include <memory>
@@ -22,20 +22,13 @@ struct Faults {
     std::function<void()> document = {};
 };
 
-/// The reference host with faults.
-class FaultyEnvironment : public refhost::Environment {
+/// The reference host with faults. Statements fail below its connections, so that a trace notes them.
+class FaultyEnvironment : public WatchedEnvironment {
 public:
     explicit FaultyEnvironment(Faults faults, refhost::Trace* trace = nullptr);
-    ~FaultyEnvironment() override;
-
-    std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;
-    host::EaiHelper& GetEaiHelper() override;
 
 private:
-    std::shared_ptr<const Faults> faults_;
-    std::unique_ptr<host::EaiHelper> eaiHelper_;
-
-    FaultyEnvironment(std::shared_ptr<const Faults> faults, refhost::Trace* trace);
+    FaultyEnvironment(const std::shared_ptr<const Faults>& faults, refhost::Trace* trace);
 };
 
 } // namespace test

@@ -259,8 +259,8 @@ private:
 
 } // namespace
 
-WatchedEnvironment::WatchedEnvironment(BeforeOperation before, refhost::DatabaseOpener opener)
-    : refhost::Environment(nullptr, std::move(opener)), watch_(std::move(before)) {}
+WatchedEnvironment::WatchedEnvironment(BeforeOperation before, refhost::DatabaseOpener opener, refhost::Trace* trace)
+    : refhost::Environment(trace, std::move(opener)), watch_(std::move(before)) {}
 
 WatchedEnvironment::~WatchedEnvironment() = default;
 

@@ -64,10 +64,13 @@ private:
 /// The reference host, every operation of which is seen before it runs.
 class WatchedEnvironment : public refhost::Environment {
 public:
-    explicit WatchedEnvironment(BeforeOperation before, refhost::DatabaseOpener opener = refhost::OpenExisting());
+    /// @param opener how its connections open their databases
+    /// @param trace where to note what is asked of the databases, or nullptr; it outlives everything created here
+    explicit WatchedEnvironment(BeforeOperation before, refhost::DatabaseOpener opener = refhost::OpenExisting(),
+                                refhost::Trace* trace = nullptr);
     ~WatchedEnvironment() override;
 
-    /// The same host behind another login; both outlive what is returned.
+    /// A login whose operations are seen too. `login` and the environment outlive it.
     std::unique_ptr<host::HostLogin> Watch(host::HostLogin& login);
 
     std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;
