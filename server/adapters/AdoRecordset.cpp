@@ -5,6 +5,9 @@
 #include "server/adapters/ProgIds.h"
 #include "server/adapters/XmlDocument.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace server {
 
 namespace {
@@ -14,11 +17,20 @@ constexpr int persistXml = 1;
 /// FieldAttributeEnum: adFldIsNullable and adFldMayBeNull.
 constexpr int nullableAttributes = 0x20 | 0x40;
 
+/// Whether a column of this type has a size of its own: ADO gives the others their type's bytes.
+bool HasDefinedSize(host::FieldType type) {
+    using enum host::FieldType;
+    constexpr host::FieldType sized[] = {binary,      character,       wideCharacter, varChar,      longVarChar,
+                                         varWideChar, longVarWideChar, varBinary,     longVarBinary};
+    return std::ranges::find(sized, type) != std::end(sized);
+}
+
 host::Field DescribeField(const DispatchObject& object) {
     host::Field field;
     field.name = ToText(object.Get(L"Name").Get());
     field.type = static_cast<host::FieldType>(ToInt(object.Get(L"Type").Get()));
-    field.definedSize = ToInt(object.Get(L"DefinedSize").Get());
+    if (HasDefinedSize(field.type))
+        field.definedSize = ToInt(object.Get(L"DefinedSize").Get());
     if (field.type == host::FieldType::numeric) {
         field.precision = ToInt(object.Get(L"Precision").Get());
         field.scale = ToInt(object.Get(L"NumericScale").Get());

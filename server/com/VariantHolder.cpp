@@ -4,6 +4,7 @@
 #include "server/com/BString.h"
 #include "server/com/Utf16.h"
 
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -15,11 +16,45 @@ namespace en = host::error_number;
 
 constexpr LCID invariantLocale = LOCALE_INVARIANT;
 
-/// The decimal's plain text.
+/// Digits behind the point.
+std::size_t ScaleOf(std::string_view number) {
+    const std::size_t point = number.find('.');
+    return point == std::string_view::npos ? 0 : number.size() - point - 1;
+}
+
+/// The decimal's plain text, with every digit of its scale: OLE Automation leaves trailing zeros out.
 host::Decimal ToDecimal(DECIMAL decimal) {
     BString text;
     ThrowIfFailed(VarBstrFromDec(&decimal, invariantLocale, LOCALE_NOUSEROVERRIDE, text.Put()));
-    return {ToUtf8(text.View())};
+    std::string number = ToUtf8(text.View());
+    const std::size_t scale = ScaleOf(number);
+    if (scale == 0 && decimal.scale != 0)
+        number.push_back('.');
+    if (scale < decimal.scale)
+        number.append(decimal.scale - scale, '0');
+    return {std::move(number)};
+}
+
+/// Gives `decimal` one more digit behind the point, a zero. @return false, with `decimal` unchanged, without room for
+/// it
+bool AddZero(DECIMAL& decimal) {
+    constexpr BYTE greatestScale = 28;
+    if (decimal.scale == greatestScale)
+        return false;
+    std::uint64_t parts[] = {decimal.Lo32, decimal.Mid32, decimal.Hi32};
+    std::uint64_t carry = 0;
+    for (std::uint64_t& part : parts) {
+        carry += part * 10;
+        part = carry & 0xFFFFFFFF;
+        carry >>= 32;
+    }
+    if (carry != 0)
+        return false;
+    decimal.Lo32 = static_cast<ULONG>(parts[0]);
+    decimal.Mid32 = static_cast<ULONG>(parts[1]);
+    decimal.Hi32 = static_cast<ULONG>(parts[2]);
+    ++decimal.scale;
+    return true;
 }
 
 /// A copy of `variant`'s content, references followed.
@@ -69,6 +104,9 @@ void Store(VARIANT& variant, const host::Decimal& value) {
     const BString text(ToUtf16(value.text));
     DECIMAL decimal{};
     ThrowIfFailed(VarDecFromStr(text.Get(), invariantLocale, LOCALE_NOUSEROVERRIDE, &decimal));
+    const std::size_t scale = ScaleOf(value.text);
+    while (decimal.scale < scale && AddZero(decimal)) {
+    }
     // The type shares its place with the decimal's reserved word, so it is set last.
     V_DECIMAL(&variant) = decimal;
     V_VT(&variant) = VT_DECIMAL;

@@ -20,12 +20,6 @@ std::string Opened(std::string_view sql, std::string_view settings, int error) {
 
 } // namespace
 
-std::vector<std::string> OwnLines(const std::filesystem::path& path) {
-    std::vector<std::string> lines = ReadLines(path);
-    std::erase_if(lines, [](const std::string& line) { return line.find("\"host\":true") != std::string::npos; });
-    return lines;
-}
-
 std::string Request(std::string_view proc, std::string_view rows) {
     std::string request = "<qxinterface roottag=\"row\" docid=\"D\" proc=\"";
     return request.append(proc).append("\">").append(rows).append("</qxinterface>");

@@ -19,9 +19,6 @@ struct ImportRun {
     std::vector<std::string> trace;
 };
 
-/// The lines of the trace at `path` that no host component caused.
-std::vector<std::string> OwnLines(const std::filesystem::path& path);
-
 /// Runs a request through a new instance of `Class` on the account.
 /// @param login the login as XML text
 template <class Class>

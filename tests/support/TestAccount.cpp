@@ -6,7 +6,9 @@
 #include "refhost/account/Batches.h"
 
 #include <fstream>
+#include <iterator>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 
 namespace test {
@@ -38,6 +40,13 @@ std::unique_ptr<refhost::Database> Open(const std::string& connectionString) {
     return refhost::OpenEmbeddedDatabase(connectionString);
 }
 
+/// File by file: the run-time library for Windows takes any two folders for the same one.
+void CopyFiles(const std::filesystem::path& from, const std::filesystem::path& to) {
+    for (const std::filesystem::directory_entry& file : std::filesystem::directory_iterator(from)) {
+        std::filesystem::copy_file(file.path(), to / file.path().filename());
+    }
+}
+
 /// A folder with a new account, which is made once a process: every test account starts as a copy of it.
 class NewAccount {
 public:
@@ -63,12 +72,10 @@ const NewAccount& Original(AccountContent content) {
 
 } // namespace
 
-TestAccount::TestAccount(AccountContent content) : content_(content) {
-    std::filesystem::copy(Original(content).path(), folder());
-}
+TestAccount::TestAccount(AccountContent content) : content_(content) { CopyFiles(Original(content).path(), folder()); }
 
 TestAccount::TestAccount(const TestAccount& original) : content_(original.content_) {
-    std::filesystem::copy(original.folder(), folder());
+    CopyFiles(original.folder(), folder());
 }
 
 std::string TestAccount::connectionString() const { return ConnectionString(folder()); }
@@ -100,15 +107,26 @@ std::vector<std::string> TestAccount::Rows(std::string_view sql) const {
     return rows;
 }
 
-std::vector<std::string> ReadLines(const std::filesystem::path& path) {
+std::string ReadText(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {
         throw std::runtime_error("cannot read " + path.string());
     }
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::string> ReadLines(const std::filesystem::path& path) {
+    std::istringstream text(ReadText(path));
     std::vector<std::string> lines;
-    for (std::string line; std::getline(file, line);) {
+    for (std::string line; std::getline(text, line);) {
         lines.push_back(line);
     }
+    return lines;
+}
+
+std::vector<std::string> OwnLines(const std::filesystem::path& path) {
+    std::vector<std::string> lines = ReadLines(path);
+    std::erase_if(lines, [](const std::string& line) { return line.find("\"host\":true") != std::string::npos; });
     return lines;
 }
 

@@ -51,7 +51,13 @@ private:
     AccountContent content_;
 };
 
-/// The lines of a text file.
+/// A file's bytes. Throws std::runtime_error when it cannot be read.
+std::string ReadText(const std::filesystem::path& path);
+
+/// The lines of a text file. Throws likewise.
 std::vector<std::string> ReadLines(const std::filesystem::path& path);
+
+/// The lines of the trace at `path` that no host component caused.
+std::vector<std::string> OwnLines(const std::filesystem::path& path);
 
 } // namespace test

@@ -2,23 +2,6 @@
 
 namespace test {
 
-void ServerTest::SetUp() {
-    library_ = LoadLibraryW(L"Kovra.dll");
-    ASSERT_NE(library_, nullptr);
-    ASSERT_EQ(Install(true, nullptr), S_OK);
-}
-
-void ServerTest::TearDown() {
-    EXPECT_EQ(Install(false, nullptr), S_OK);
-    FreeLibrary(library_);
-}
-
-HRESULT ServerTest::Install(bool install, const wchar_t* scope) const {
-    return Entry<HRESULT(STDAPICALLTYPE*)(BOOL, const wchar_t*)>("DllInstall")(install ? TRUE : FALSE, scope);
-}
-
-HRESULT ServerTest::CanUnload() const { return Entry<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")(); }
-
 HRESULT ServerTest::Create(const wchar_t* progId, server::ComPtr<IDispatch>& object) {
     CLSID classId{};
     const HRESULT found = CLSIDFromProgID(progId, &classId);

@@ -1,0 +1,41 @@
+#include "tests/support/ScenarioFolder.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace test {
+
+namespace fs = std::filesystem;
+
+std::vector<fs::path> ScenarioFolders() {
+    std::vector<fs::path> folders;
+    // Tests run in other folders than the one that a relative path begins in.
+    const fs::path root = fs::absolute(fs::path(KOVRA_SOURCE_DIR) / "tests" / "scenarios");
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root)) {
+        if (entry.path().filename() == "request.xml") {
+            folders.push_back(entry.path().parent_path());
+        }
+    }
+    std::ranges::sort(folders);
+    return folders;
+}
+
+std::string ScenarioName(const testing::TestParamInfo<fs::path>& info) {
+    std::string name = info.param.parent_path().filename().string() + "_" + info.param.filename().string();
+    std::ranges::replace_if(
+        name, [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+    return name;
+}
+
+bool ExpectsEmptyResult(const fs::path& folder) {
+    return ReadText(folder / "expected.xml").find_first_not_of(" \r\n\t") == std::string::npos;
+}
+
+void ExpectStatementsAndRows(const fs::path& folder, const fs::path& trace, const TestAccount& account) {
+    EXPECT_EQ(OwnLines(trace), ReadLines(folder / "expected.trace"));
+    if (fs::exists(folder / "check.sql")) {
+        EXPECT_EQ(account.Rows(ReadText(folder / "check.sql")), ReadLines(folder / "expected.rows"));
+    }
+}
+
+} // namespace test
