@@ -1,7 +1,8 @@
 #include "ClsInvSubject/ClsInvSubject.h"
 
-#include "tests/faults/FaultedCall.h"
-#include "tests/faults/SettingRules.h"
+#include "tests/faults/FailEveryOperation.h"
+#include "tests/rules/SettingRules.h"
+#include "tests/support/Import.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,6 @@ namespace {
 
 using test::CheckedCode;
 using test::FailEveryOperation;
-using test::FaultRequest;
 using test::Play;
 using test::SettingRow;
 
@@ -119,7 +119,7 @@ TEST(InventorySettingsFaults, Add) {
                         .setup = setup,
                         .restore = restore,
                         .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsInvSubject>(FaultRequest("ADD", rows)),
+                        .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("ADD", rows)),
                         .rules = [](Play& play) {
                             return PlayRequest(play, {EveryAccount(),
                                                       ItemAndClass(),
@@ -141,7 +141,7 @@ TEST(InventorySettingsFaults, Edit) {
                         .setup = setup,
                         .restore = restore,
                         .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsInvSubject>(FaultRequest("EDIT", rows)),
+                        .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EDIT", rows)),
                         .rules = [](Play& play) {
                             return PlayRequest(play, {EveryAccount(),
                                                       ItemAndClass(),
@@ -169,7 +169,7 @@ TEST(InventorySettingsFaults, Empty) {
                         .setup = setup,
                         .restore = restore,
                         .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsInvSubject>(FaultRequest("EMPTY", rows)),
+                        .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EMPTY", rows)),
                         .rules =
                             [](Play& play) {
                                 PutStored(play);

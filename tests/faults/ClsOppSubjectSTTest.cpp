@@ -1,7 +1,8 @@
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
 
-#include "tests/faults/FaultedCall.h"
-#include "tests/faults/SettingRules.h"
+#include "tests/faults/FailEveryOperation.h"
+#include "tests/rules/SettingRules.h"
+#include "tests/support/Import.h"
 
 #include <array>
 
@@ -11,7 +12,6 @@ namespace {
 
 using test::CheckedCode;
 using test::FailEveryOperation;
-using test::FaultRequest;
 using test::Play;
 using test::SettingRow;
 
@@ -151,7 +151,7 @@ TEST(StandardCostSettingsFaults, Add) {
          .setup = setup,
          .restore = restore,
          .contents = {ContentsQuery()},
-         .run = test::TransactOf<kovra::ClsOppSubjectST>(FaultRequest("ADD", Rows())),
+         .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("ADD", Rows())),
          .rules = [](Play& play) {
              return PlayRequest(play, [&] {
                  return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), KeysAlone("102"), NewKeys()});
@@ -170,7 +170,7 @@ TEST(StandardCostSettingsFaults, Edit) {
                         .setup = setup,
                         .restore = restore,
                         .contents = {ContentsQuery()},
-                        .run = test::TransactOf<kovra::ClsOppSubjectST>(FaultRequest("EDIT", Rows())),
+                        .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EDIT", Rows())),
                         .rules = [&](Play& play) {
                             return PlayRequest(play, [&] {
                                 return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), update, NewKeys()});
@@ -184,7 +184,7 @@ TEST(StandardCostSettingsFaults, Empty) {
                         .setup = setup,
                         .restore = restore,
                         .contents = {ContentsQuery()},
-                        .run = test::TransactOf<kovra::ClsOppSubjectST>(FaultRequest("EMPTY", Rows())),
+                        .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EMPTY", Rows())),
                         .rules =
                             [](Play& play) {
                                 return PlayRequest(play, [&] {

@@ -1,7 +1,8 @@
 #include "ClsOppSubject/ClsOppSubject.h"
 
-#include "tests/faults/FaultedCall.h"
-#include "tests/faults/SettingRules.h"
+#include "tests/faults/FailEveryOperation.h"
+#include "tests/rules/SettingRules.h"
+#include "tests/support/Import.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,6 @@ namespace {
 
 using test::CheckedCode;
 using test::FailEveryOperation;
-using test::FaultRequest;
 using test::Play;
 using test::SettingRow;
 
@@ -120,7 +120,7 @@ TEST(OppositeSettingsFaults, Add) {
                         .setup = setup,
                         .restore = restore,
                         .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsOppSubject>(FaultRequest("ADD", rows)),
+                        .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("ADD", rows)),
                         .rules = [](Play& play) {
                             return PlayRequest(play, [&] {
                                 return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(),
@@ -141,7 +141,7 @@ TEST(OppositeSettingsFaults, Edit) {
          .setup = setup,
          .restore = restore,
          .contents = {contents},
-         .run = test::TransactOf<kovra::ClsOppSubject>(FaultRequest("EDIT", rows)),
+         .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EDIT", rows)),
          .rules = [&](Play& play) {
              return PlayRequest(play, [&] {
                  return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(), update, NewCategory()});
@@ -155,7 +155,7 @@ TEST(OppositeSettingsFaults, Empty) {
                         .setup = setup,
                         .restore = restore,
                         .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsOppSubject>(FaultRequest("EMPTY", rows)),
+                        .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EMPTY", rows)),
                         .rules =
                             [](Play& play) {
                                 return PlayRequest(play, [&] {

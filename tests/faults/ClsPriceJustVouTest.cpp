@@ -1,7 +1,8 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
 
-#include "tests/faults/FaultedCall.h"
-#include "tests/faults/PriceRules.h"
+#include "tests/faults/FailEveryOperation.h"
+#include "tests/rules/PriceRules.h"
+#include "tests/support/Import.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +10,6 @@ namespace {
 
 using test::CallMarks;
 using test::FailEveryOperation;
-using test::FaultRequest;
 using test::Play;
 using test::PriceDocument;
 using test::PriceRules;
@@ -93,7 +93,7 @@ void FailEveryOperationOf(const std::string& name, const std::string& valuation,
          .setup = SetupBy(valuation),
          .restore = restore,
          .contents = contents,
-         .run = test::TransactOf<kovra::ClsPriceJustVou>(FaultRequest("ADD", Documents(documents))),
+         .run = test::TransactOf<kovra::ClsPriceJustVou>(test::Request("ADD", Documents(documents))),
          .rules = [&](Play& play) { return PriceRules(play, valuation == "按存货核算").Transact(documents); }});
 }
 
@@ -127,7 +127,7 @@ void FailEveryOperationOfFrame(const std::string& proc, const std::function<std:
                         .setup = SetupBy("按存货核算"),
                         .restore = restore,
                         .contents = contents,
-                        .run = test::TransactOf<kovra::ClsPriceJustVou>(FaultRequest(proc, "")),
+                        .run = test::TransactOf<kovra::ClsPriceJustVou>(test::Request(proc, "")),
                         .rules = [&](Play& play) { return PriceRules(play, true).Frame([&] { return run(play); }); }});
 }
 
@@ -148,7 +148,7 @@ TEST(PriceAdjustmentsFaults, GetStartEndDate) {
                         .run =
                             [](host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
                                 kovra::ClsPriceJustVou instance(environment);
-                                instance.Transact(FaultRequest("EMPTY", ""), &login);
+                                instance.Transact(test::Request("EMPTY", ""), &login);
                                 host::Value start;
                                 host::Value end;
                                 marks.begin();

@@ -1,6 +1,7 @@
 #include "ClsKovraProof/ClsKovraProof.h"
 #include "refhost/xml/Document.h"
-#include "tests/faults/FaultedCall.h"
+#include "tests/faults/FailEveryOperation.h"
+#include "tests/support/Import.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +9,6 @@ namespace {
 
 using test::CallMarks;
 using test::FailEveryOperation;
-using test::FaultRequest;
 using test::Play;
 
 constexpr const char* setup =
@@ -30,7 +30,7 @@ std::string Told(const host::Error& error) { return std::to_string(error.number(
 /// Queries and tells how many documents came, or the error that was raised; the caller's text then stays as it was.
 std::string Query(host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
     kovra::ClsKovraProof instance(environment);
-    instance.Transact(FaultRequest("ADD", ""), &login);
+    instance.Transact(test::Request("ADD", ""), &login);
     const auto list = refhost::xml::CreateDocument();
     list->LoadXML(conditions);
     std::string text = envelope;

@@ -2,37 +2,36 @@
 
 #include "host/Error.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace test {
 
-class DatabasePool::Pooled : public refhost::Database {
+/// A database as long as a connection holds it.
+class DatabasePool::Lease : public refhost::Database {
 public:
-    Pooled(DatabasePool& pool, std::string connectionString, std::unique_ptr<refhost::Database> inner)
-        : pool_(pool), connectionString_(std::move(connectionString)), inner_(std::move(inner)) {}
-
-    ~Pooled() override {
+    Lease(DatabasePool& pool, Entry& entry) : pool_(pool), entry_(entry) { entry_.leased = true; }
+    ~Lease() override {
         try {
-            inner_->BeginTrans();
+            entry_.database->BeginTrans();
         } catch (const host::Error&) {
             pool_.transactionLeftOpen_ = true;
         }
-        inner_->RollbackTrans();
-        pool_.idle_[connectionString_].push_back(std::move(inner_));
+        entry_.database->RollbackTrans();
+        entry_.leased = false;
     }
-    Pooled(const Pooled&) = delete;
-    Pooled& operator=(const Pooled&) = delete;
+    Lease(const Lease&) = delete;
+    Lease& operator=(const Lease&) = delete;
 
-    refhost::ResultSet Query(std::string_view sql) override { return inner_->Query(sql); }
-    void Execute(std::string_view sql) override { inner_->Execute(sql); }
-    void BeginTrans() override { inner_->BeginTrans(); }
-    void CommitTrans() override { inner_->CommitTrans(); }
-    void RollbackTrans() override { inner_->RollbackTrans(); }
+    refhost::ResultSet Query(std::string_view sql) override { return entry_.database->Query(sql); }
+    void Execute(std::string_view sql) override { entry_.database->Execute(sql); }
+    void BeginTrans() override { entry_.database->BeginTrans(); }
+    void CommitTrans() override { entry_.database->CommitTrans(); }
+    void RollbackTrans() override { entry_.database->RollbackTrans(); }
 
 private:
     DatabasePool& pool_;
-    std::string connectionString_;
-    std::unique_ptr<refhost::Database> inner_;
+    Entry& entry_;
 };
 
 refhost::DatabaseOpener DatabasePool::Opener() {
@@ -40,15 +39,14 @@ refhost::DatabaseOpener DatabasePool::Opener() {
 }
 
 std::unique_ptr<refhost::Database> DatabasePool::Open(const std::string& connectionString) {
-    std::vector<std::unique_ptr<refhost::Database>>& idle = idle_[connectionString];
-    std::unique_ptr<refhost::Database> database;
-    if (idle.empty()) {
-        database = refhost::OpenDatabase(connectionString);
-    } else {
-        database = std::move(idle.back());
-        idle.pop_back();
+    std::vector<std::unique_ptr<Entry>>& entries = entries_[connectionString];
+    const auto idle = std::ranges::find_if(entries, [](const auto& entry) { return !entry->leased; });
+    if (idle != entries.end()) {
+        return std::make_unique<Lease>(*this, **idle);
     }
-    return std::make_unique<Pooled>(*this, connectionString, std::move(database));
+    entries.push_back(std::make_unique<Entry>());
+    entries.back()->database = refhost::OpenDatabase(connectionString);
+    return std::make_unique<Lease>(*this, *entries.back());
 }
 
 } // namespace test

@@ -22,9 +22,14 @@ public:
     bool transactionLeftOpen() const { return transactionLeftOpen_; }
 
 private:
-    class Pooled;
+    class Lease;
 
-    std::map<std::string, std::vector<std::unique_ptr<refhost::Database>>> idle_;
+    struct Entry {
+        std::unique_ptr<refhost::Database> database;
+        bool leased = false;
+    };
+
+    std::map<std::string, std::vector<std::unique_ptr<Entry>>> entries_;
     bool transactionLeftOpen_ = false;
 };
 

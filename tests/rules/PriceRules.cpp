@@ -1,4 +1,4 @@
-#include "tests/faults/PriceRules.h"
+#include "tests/rules/PriceRules.h"
 
 #include <optional>
 

@@ -1,4 +1,4 @@
-#include "tests/faults/Play.h"
+#include "tests/rules/Play.h"
 
 #include <algorithm>
 

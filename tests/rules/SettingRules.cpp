@@ -1,4 +1,4 @@
-#include "tests/faults/SettingRules.h"
+#include "tests/rules/SettingRules.h"
 
 namespace test {
 namespace {

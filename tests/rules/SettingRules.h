@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/faults/Play.h"
+#include "tests/rules/Play.h"
 
 #include <string>
 #include <vector>

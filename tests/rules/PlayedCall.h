@@ -1,13 +1,11 @@
 #pragma once
 
-#include "refhost/eai/Login.h"
-#include "tests/faults/Play.h"
-#include "tests/support/WatchedHost.h"
+#include "host/Environment.h"
+#include "tests/rules/Play.h"
 
 #include <functional>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace test {
@@ -19,8 +17,8 @@ struct CallMarks {
     std::function<void()> returned;
 };
 
-/// A call whose every operation on the host is to fail once.
-struct FaultedCall {
+/// A call on an account, with what the rules make of it.
+struct PlayedCall {
     std::string name;
     /// The request's operation.
     std::string proc;
@@ -36,11 +34,6 @@ struct FaultedCall {
     /// Added to the connection string.
     std::string connectionMore = {};
 };
-
-/// Runs the call undisturbed, then once for every operation that fails by itself, and once more for every operation at
-/// which a connection or the integration helper is lost. Each run must give the result, ask for the steps and leave the
-/// contents that the rules prescribe, with no transaction open. Prints how many operations failed.
-void FailEveryOperation(const FaultedCall& call);
 
 /// One call of `Transact` of a new instance, whose making belongs to the call.
 template <class Class> auto TransactOf(std::string request) {
@@ -58,8 +51,5 @@ template <class Class> auto TransactOf(std::string request) {
             return result;
         };
 }
-
-/// A request of rows under the names that the played results carry.
-std::string FaultRequest(std::string_view proc, std::string_view rows);
 
 } // namespace test

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "tests/rules/PlayedCall.h"
+#include "tests/support/DatabasePool.h"
+#include "tests/support/TestAccount.h"
+
+#include <string>
+#include <vector>
+
+namespace test {
+
+class Tape;
+
+/// The account that a call works on, as it is between the runs.
+class CallAccount {
+public:
+    /// @param call outlives the account
+    explicit CallAccount(const PlayedCall& call);
+
+    /// Runs the call on the watched host and notes what it asks.
+    std::string Run(Tape& tape);
+    /// Runs the call on the reference host as it is.
+    std::string Run(const CallMarks& marks);
+
+    /// What the account holds, in order.
+    std::vector<std::string> Contents();
+    /// Brings the account back to what it was before the call.
+    void Restore();
+    bool transactionLeftOpen() const { return pool_.transactionLeftOpen(); }
+
+private:
+    std::string ConnectionString() const { return account_.connectionString() + call_.connectionMore; }
+    std::string LoginXml() const;
+
+    const PlayedCall& call_;
+    TestAccount account_;
+    DatabasePool pool_;
+};
+
+} // namespace test
