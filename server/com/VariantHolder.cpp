@@ -171,8 +171,11 @@ VariantHolder VariantHolder::Missing() noexcept {
 VariantHolder VariantHolder::ByReference(VariantHolder& target) noexcept {
     VariantHolder reference;
     V_VT(&reference.variant_) = static_cast<VARTYPE>(VT_BYREF | V_VT(&target.variant_));
-    // Every member of the union begins at one place, which the reference points to.
-    V_BYREF(&reference.variant_) = &V_I4(&target.variant_);
+    // Every member of the union begins at one place, which the reference points to; a decimal takes the whole VARIANT.
+    if (V_VT(&target.variant_) == VT_DECIMAL)
+        V_DECIMALREF(&reference.variant_) = &V_DECIMAL(&target.variant_);
+    else
+        V_BYREF(&reference.variant_) = &V_I4(&target.variant_);
     return reference;
 }
 

@@ -3,9 +3,10 @@
 #include "server/adapters/AdoRecordset.h"
 #include "server/adapters/XmlDocument.h"
 #include "tests/support/TestAccount.h"
+#include "tests/windows/ExpectError.h"
 #include "tests/windows/RegisteredLibrary.h"
+#include "tests/windows/ScriptedObject.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,17 +22,7 @@ using host::LockType;
 using host::Value;
 using server::AdoConnection;
 using server::AdoRecordset;
-
-/// The number of the error that `action` raises, and its description; fails the test when it raises none.
-void ExpectError(host::ErrorNumber number, std::string_view description, const std::function<void()>& action) {
-    try {
-        action();
-        ADD_FAILURE() << "no error " << number;
-    } catch (const host::Error& error) {
-        EXPECT_EQ(error.number(), number);
-        EXPECT_EQ(error.description(), description);
-    }
-}
+using test::ExpectError;
 
 constexpr std::string_view objectIsOpen = "Operation is not allowed when the object is open.";
 constexpr std::string_view objectIsClosed = "Operation is not allowed when the object is closed.";
@@ -260,4 +251,53 @@ TEST_F(AdoAdapters, WithoutAdoNothingIsCreated) {
     ExpectError(429, "ActiveX 部件不能创建对象", [] { AdoConnection(); });
     ExpectError(429, "ActiveX 部件不能创建对象", [] { AdoRecordset(); });
     EXPECT_EQ(ado_.Install(true, nullptr), S_OK);
+}
+
+// Each operation against an object that fails in it.
+
+TEST_F(AdoAdapters, EveryFailingOperationOfAConnectionIsRaised) {
+    const auto failing = [](const wchar_t* member) {
+        return AdoConnection(server::DispatchObject(
+            test::MakeObject({{member, test::Raises(-2147467259, "Communication link failure")}})));
+    };
+    const auto expect = [](auto&& action) { ExpectError(-2147467259, "Communication link failure", action); };
+    expect([&] { failing(L"Open").Open("", "", "", -1); });
+    expect([&] { failing(L"Execute").Execute("", -1); });
+    expect([&] { failing(L"BeginTrans").BeginTrans(); });
+    expect([&] { failing(L"CommitTrans").CommitTrans(); });
+    expect([&] { failing(L"RollbackTrans").RollbackTrans(); });
+}
+
+TEST_F(AdoAdapters, EveryFailingOperationOfARecordsetIsRaised) {
+    const auto failing = [](const wchar_t* member) {
+        return AdoRecordset(server::DispatchObject(
+            test::MakeObject({{member, test::Raises(-2147467259, "Communication link failure")}})));
+    };
+    const auto expect = [](auto&& action) { ExpectError(-2147467259, "Communication link failure", action); };
+    expect([&] { failing(L"CursorLocation").SetCursorLocation(CursorLocation::client); });
+    expect([&] { failing(L"CursorLocation").GetCursorLocation(); });
+    expect([&] {
+        failing(L"Open").Open("", connection_, CursorType::openStatic, LockType::readOnly, host::command_option::text);
+    });
+    expect([&] { failing(L"Close").Close(); });
+    expect([&] { failing(L"State").IsOpen(); });
+    expect([&] { failing(L"EOF").AtEOF(); });
+    expect([&] { failing(L"BOF").AtBOF(); });
+    expect([&] { failing(L"RecordCount").RecordCount(); });
+    expect([&] { failing(L"MoveNext").MoveNext(); });
+    expect([&] { failing(L"Fields").FieldCount(); });
+    expect([&] { failing(L"Fields").FieldIndex("a"); });
+    expect([&] { failing(L"Fields").FieldValue(0); });
+    expect([&] {
+        server::XmlDocument document;
+        failing(L"Save").Save(document);
+    });
+}
+
+TEST_F(AdoAdapters, ObjectWithoutTheMembersIsReported) {
+    AdoConnection noConnection(server::DispatchObject(test::MakeObject({})));
+    ExpectError(438, "对象不支持该属性或方法", [&] { Open(noConnection); });
+    AdoRecordset noRecordset(server::DispatchObject(test::MakeObject({{L"Fields", test::Returns(7)}})));
+    ExpectError(13, "类型不匹配", [&] { noRecordset.FieldCount(); });
+    ExpectError(438, "对象不支持该属性或方法", [&] { noRecordset.AtEOF(); });
 }

@@ -1,0 +1,141 @@
+#include "tests/windows/ScriptedObject.h"
+
+#include <cwchar>
+
+namespace test {
+
+namespace {
+
+using server::Arguments;
+using server::ComPtr;
+using server::VariantHolder;
+
+/// Members of the object itself have these numbers; those of the object behind it begin elsewhere.
+constexpr DISPID firstId = 0x4000'0000;
+
+class ScriptedObject final : public IDispatch {
+public:
+    ScriptedObject(ScriptedMembers members, ComPtr<IDispatch> rest)
+        : members_(std::move(members)), rest_(std::move(rest)) {}
+    virtual ~ScriptedObject() = default;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        if (id != IID_IUnknown && id != IID_IDispatch) {
+            *object = nullptr;
+            return rest_ ? rest_->QueryInterface(id, object) : E_NOINTERFACE;
+        }
+        *object = static_cast<IDispatch*>(this);
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
+        for (std::size_t i = 0; i < members_.size(); ++i) {
+            if (_wcsicmp(names[0], members_[i].first.c_str()) == 0) {
+                ids[0] = firstId + static_cast<DISPID>(i);
+                return S_OK;
+            }
+        }
+        return rest_ ? rest_->GetIDsOfNames(id, names, count, locale, ids) : DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
+        if (member < firstId)
+            return rest_->Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
+        try {
+            VariantHolder value = members_[static_cast<std::size_t>(member - firstId)].second(Arguments(*parameters));
+            if (result)
+                value.DetachTo(result);
+            return S_OK;
+        } catch (...) {
+            return server::AnswerException(exception);
+        }
+    }
+
+private:
+    ScriptedMembers members_;
+    ComPtr<IDispatch> rest_;
+    ULONG references_ = 1;
+};
+
+class ScriptedFactory final : public IClassFactory {
+public:
+    explicit ScriptedFactory(std::function<ComPtr<IDispatch>()> create) : create_(std::move(create)) {}
+    virtual ~ScriptedFactory() = default;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        *object = id == IID_IUnknown || id == IID_IClassFactory ? this : nullptr;
+        if (!*object)
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
+        *object = nullptr;
+        try {
+            return create_()->QueryInterface(id, object);
+        } catch (...) {
+            return server::SetErrorObject(server::CurrentError());
+        }
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+private:
+    std::function<ComPtr<IDispatch>()> create_;
+    ULONG references_ = 1;
+};
+
+} // namespace
+
+ComPtr<IDispatch> MakeObject(ScriptedMembers members, ComPtr<IDispatch> rest) {
+    return ComPtr<IDispatch>::Adopt(new ScriptedObject(std::move(members), std::move(rest)));
+}
+
+ScriptedMember Returns(host::Value value) {
+    return [value = std::move(value)](const Arguments&) { return VariantHolder(value); };
+}
+
+ScriptedMember Raises(host::ErrorNumber number, std::string description) {
+    return [number, description = std::move(description)](const Arguments&) -> VariantHolder {
+        throw host::Error(number, description);
+    };
+}
+
+ReplacedClass::ReplacedClass(const wchar_t* progId, std::function<ComPtr<IDispatch>()> create) {
+    CLSID classId{};
+    server::ThrowIfFailed(CLSIDFromProgID(progId, &classId));
+    server::ThrowIfFailed(
+        CoGetClassObject(classId, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, original_.PutVoid()));
+    const auto factory = ComPtr<IClassFactory>::Adopt(new ScriptedFactory(std::move(create)));
+    server::ThrowIfFailed(
+        CoRegisterClassObject(classId, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration_));
+}
+
+ReplacedClass::~ReplacedClass() { CoRevokeClassObject(registration_); }
+
+ComPtr<IDispatch> ReplacedClass::Original() const {
+    ComPtr<IDispatch> object;
+    server::ThrowIfFailed(original_->CreateInstance(nullptr, IID_IDispatch, object.PutVoid()));
+    return object;
+}
+
+} // namespace test
