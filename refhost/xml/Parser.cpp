@@ -17,6 +17,8 @@ namespace {
 
 /// libxml2 compares each attribute of an element with all others, so their number must be bounded.
 constexpr int maxAttributes = 2048;
+/// Bytes that the different names of a text may take together: libxml2's table of names grows slow beyond.
+constexpr std::size_t maxNames = 1'000'000;
 /// Entities may multiply a text by this much, beyond a first megabyte.
 constexpr std::size_t maxGrowth = 10;
 constexpr std::size_t freeGrowth = 1 << 20;
@@ -257,6 +259,7 @@ ParseResult Builder::Run() {
     parser_->_private = this;
     xmlCtxtUseOptions(parser_, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC |
                                    XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+    xmlDictSetLimit(parser_->dict, maxNames);
     tree_->AdoptNames(parser_->dict);
     xmlParseDocument(parser_);
 

@@ -178,6 +178,27 @@ TEST(HostileXml, NumberOfAttributesIsBounded) {
     EXPECT_FALSE(Loads(element(1'000'000)));
 }
 
+TEST(HostileXml, NumberOfDifferentNamesIsBounded) {
+    const Swiftly swiftly;
+    const auto children = [](int count) {
+        std::string xml = "<a>";
+        for (int n = 0; n < count; ++n)
+            xml += "<name" + std::to_string(n) + "/>";
+        return xml + "</a>";
+    };
+    EXPECT_TRUE(Loads(children(20'000)));
+    EXPECT_FALSE(Loads(children(1'000'000)));
+    EXPECT_TRUE(Loads("<a>" + Repeat(1'000'000, "<name/>") + "</a>"));
+}
+
+TEST(HostileXml, ManyEntityDeclarationsCostNoMoreThanTheirLength) {
+    const Swiftly swiftly;
+    std::string xml = "<!DOCTYPE a [";
+    for (int n = 0; n < 1'000'000; ++n)
+        xml += "<!ENTITY name" + std::to_string(n) + " 'x'>";
+    EXPECT_TRUE(Loads(xml + "]><a>&name999999;</a>"));
+}
+
 TEST(HostileXml, ManyPrefixesCostNoMoreThanTheirLength) {
     const Swiftly swiftly;
     constexpr int depth = 50'000;
