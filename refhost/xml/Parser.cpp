@@ -59,6 +59,7 @@ private:
     }
 
     static xmlSAXHandler Handler();
+    static void Stop(void* context, const char* message, ...);
     static int Read(void* context, char* buffer, int length);
 
     void StartElement(const char* name, const char* const* attributes);
@@ -81,6 +82,8 @@ private:
     /// Elements with `xml:space`, and whether they preserve.
     std::vector<std::pair<const Element*, bool>> spaces_;
     bool failed_ = false;
+    /// Whether the parser found an error; it is at its end then, as if the text were.
+    bool illFormed_ = false;
     std::string reason_;
     std::exception_ptr thrown_;
 };
@@ -220,9 +223,20 @@ xmlSAXHandler Builder::Handler() {
                                std::string(View(name)) + "'.");
         });
     };
+    handler.error = &Stop;
     handler.resolveEntity = [](void*, const xmlChar*, const xmlChar*) -> xmlParserInputPtr { return nullptr; };
     handler.externalSubset = nullptr;
     return handler;
+}
+
+/// The first error is the last: libxml2 itself would go on to the end of the text, though each further error in a
+/// comment costs it a copy of the comment so far. What it has read ahead becomes NULs, which end every text for it.
+void Builder::Stop(void* context, const char*, ...) {
+    Of(context).illFormed_ = true;
+    const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
+    // Only the buffer that `Read` filled; the content of an entity is not ours to write.
+    if (input != nullptr && input->buf != nullptr)
+        std::fill(const_cast<xmlChar*>(input->cur), const_cast<xmlChar*>(input->end), xmlChar{0});
 }
 
 int Builder::Read(void* context, char* buffer, int length) {
@@ -232,6 +246,8 @@ int Builder::Read(void* context, char* buffer, int length) {
         builder.Refuse("An element has too many attributes.");
         return -1;
     }
+    if (builder.illFormed_)
+        return 0;
     const std::size_t count = std::min(static_cast<std::size_t>(length), builder.source_.size() - builder.read_);
     std::memcpy(buffer, builder.source_.data() + builder.read_, count);
     builder.read_ += count;
@@ -257,17 +273,19 @@ ParseResult Builder::Run() {
         throw std::bad_alloc();
     parser_ = context.get();
     parser_->_private = this;
-    xmlCtxtUseOptions(parser_, XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC |
-                                   XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+    xmlCtxtUseOptions(parser_,
+                      XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC | XML_PARSE_NOWARNING);
     xmlDictSetLimit(parser_->dict, maxNames);
     tree_->AdoptNames(parser_->dict);
     xmlParseDocument(parser_);
 
     if (thrown_)
         std::rethrow_exception(thrown_);
-    if (parser_->wellFormed != 0 && !failed_ && View(parser_->version) != "1.0")
+    // Some errors, that of too many names among them, leave `wellFormed` as it was.
+    failed_ = failed_ || illFormed_ || parser_->wellFormed == 0;
+    if (!failed_ && View(parser_->version) != "1.0")
         Refuse("Only XML 1.0 is read.");
-    if (parser_->wellFormed == 0 || failed_) {
+    if (failed_) {
         if (reason_.empty() && parser_->lastError.message != nullptr)
             reason_ = parser_->lastError.message;
         while (!reason_.empty() && reason_.back() == '\n')
