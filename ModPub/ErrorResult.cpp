@@ -1,7 +1,7 @@
 #include "ModPub/ErrorResult.h"
 
-#include "ModPub/AppendXmlAttribute.h"
 #include "ModPub/Trap.h"
+#include "ModPub/XmlText.h"
 
 namespace ModPub {
 namespace {

@@ -11,10 +11,6 @@ include(cmake/AccountDatabase.cmake)
 
 kovra_library(refhost/xml ModPub PkgConfig::LIBXML2)
 kovra_library(refhost/odbc ModPub PkgConfig::ODBC)
-kovra_library(refhost/eai ModPub refhost-xml fmt::fmt)
-file(GLOB mapping_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/eai/mappings/*.Xml)
-kovra_embed_text(refhost-eai refhost::mappings Mappings.h ${mapping_files})
-kovra_library(refhost/ia ModPub refhost-xml fmt::fmt)
 add_library(refhost STATIC ${KOVRA_NATIVE_HOST})
 target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
                               PRIVATE kovra_sanitize)

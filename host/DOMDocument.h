@@ -58,6 +58,8 @@ public:
     /// Replaces the content by the document in `xml` (UTF-8; an encoding named in the declaration is ignored).
     /// Returns false, with the document empty, when the text is not well-formed.
     virtual bool LoadXML(std::string_view xml) = 0;
+    /// Why the latest `LoadXML` failed: "line N: " and the parser's words. Empty after one that succeeded.
+    virtual std::string LoadError() const = 0;
     /// The root element, or nullptr of an empty document.
     virtual DOMNodePtr DocumentElement() const = 0;
     /// The whole document as XML text, in MSXML 3's form.

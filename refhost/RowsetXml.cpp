@@ -1,8 +1,8 @@
 #include "refhost/RowsetXml.h"
 
-#include "ModPub/AppendXmlAttribute.h"
 #include "ModPub/Dates.h"
 #include "ModPub/Utf8.h"
+#include "ModPub/XmlText.h"
 #include "host/Error.h"
 #include "refhost/AdoTypes.h"
 

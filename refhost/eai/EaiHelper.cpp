@@ -1,8 +1,8 @@
 #include "refhost/eai/EaiHelper.h"
 
 #include "ModPub/RuntimeErrors.h"
+#include "ModPub/XmlText.h"
 #include "host/DOMDocument.h"
-#include "refhost/xml/Writer.h"
 
 namespace refhost {
 
@@ -17,17 +17,17 @@ std::string EaiHelper::GetChildText(const host::DOMNode* node, std::string_view 
 
 std::string EaiHelper::MakeErrorResult(std::string_view code, std::string_view message, std::string_view detail) {
     std::string result = "<error";
-    xml::AppendAttribute(result, "code", code);
-    xml::AppendAttribute(result, "dsc", message);
+    ModPub::AppendXmlAttribute(result, "code", code);
+    ModPub::AppendXmlAttribute(result, "dsc", message);
     if (!detail.empty())
-        xml::AppendAttribute(result, "detail", detail);
+        ModPub::AppendXmlAttribute(result, "detail", detail);
     return result.append("/>");
 }
 
 std::string EaiHelper::MakeResultDoc(std::string_view docid, std::string_view proc) {
     std::string result = "<qxinterface";
-    xml::AppendAttribute(result, "docid", docid);
-    xml::AppendAttribute(result, "proc", proc);
+    ModPub::AppendXmlAttribute(result, "docid", docid);
+    ModPub::AppendXmlAttribute(result, "proc", proc);
     return result.append("/>");
 }
 

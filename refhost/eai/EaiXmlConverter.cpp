@@ -1,6 +1,6 @@
 #include "refhost/eai/EaiXmlConverter.h"
 
-#include "ModPub/AppendXmlAttribute.h"
+#include "ModPub/XmlText.h"
 #include "refhost/eai/FieldText.h"
 
 #include <algorithm>

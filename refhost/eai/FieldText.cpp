@@ -2,24 +2,32 @@
 
 #include "ModPub/Conversions.h"
 
-#include <fmt/format.h>
+#include <string_view>
 
 namespace refhost {
 namespace {
+
+/// Appends `separator` and two digits.
+void AppendTwoDigits(std::string& text, char separator, int number) {
+    text.append({separator, static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)});
+}
 
 std::string DateText(host::Date date) {
     const std::optional<ModPub::DateParts> parts = ModPub::SplitDate(date);
     std::string text = ModPub::FormatDate(date);
     if (parts && (parts->hour != 0 || parts->minute != 0 || parts->second != 0)) {
-        text += fmt::format(" {:02}:{:02}:{:02}", parts->hour, parts->minute, parts->second);
+        AppendTwoDigits(text, ' ', parts->hour);
+        AppendTwoDigits(text, ':', parts->minute);
+        AppendTwoDigits(text, ':', parts->second);
     }
     return text;
 }
 
 std::string HexText(const host::Bytes& bytes) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string text;
     for (const std::uint8_t byte : bytes.data) {
-        text += fmt::format("{:02X}", byte);
+        text.append({digits[byte >> 4], digits[byte & 0xF]});
     }
     return text;
 }

@@ -4,7 +4,6 @@
 #include "ModPub/RuntimeErrors.h"
 #include "host/Environment.h"
 #include "refhost/Trace.h"
-#include "refhost/xml/Document.h"
 
 #include <array>
 #include <stdexcept>
@@ -28,10 +27,10 @@ std::string Quoted(std::string_view text) {
 } // namespace
 
 Login::Login(const std::string& xml, host::Environment& environment) : environment_(environment) {
-    xml::Document document;
-    if (!document.LoadXML(xml))
-        throw std::runtime_error("the login is not XML: " + document.LoadError());
-    const host::DOMNodePtr root = document.DocumentElement();
+    const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
+    if (!document->LoadXML(xml))
+        throw std::runtime_error("the login is not XML: " + document->LoadError());
+    const host::DOMNodePtr root = document->DocumentElement();
     if (root->NodeName() != "login")
         throw std::runtime_error("the login's root element is <" + root->NodeName() + ">, not <login>");
     for (const char* name : memberNames) {

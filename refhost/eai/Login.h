@@ -22,7 +22,8 @@ namespace refhost {
 class Login final : public host::HostLogin {
 public:
     /// Throws std::runtime_error when `xml` is no such element.
-    /// @param environment where the login's own connection comes from; it outlives the login
+    /// @param environment where the document that reads `xml` and the login's own connection come from; it outlives the
+    /// login
     Login(const std::string& xml, host::Environment& environment);
 
     host::Value Member(std::string_view name) const override;

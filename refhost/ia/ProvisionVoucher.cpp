@@ -1,8 +1,8 @@
 #include "refhost/ia/ProvisionVoucher.h"
 
-#include "ModPub/AppendXmlAttribute.h"
 #include "ModPub/Conversions.h"
 #include "ModPub/Lookup.h"
+#include "ModPub/XmlText.h"
 #include "refhost/SameName.h"
 #include "refhost/ia/SqlText.h"
 

@@ -19,9 +19,7 @@ public:
     Document();
 
     bool LoadXML(std::string_view xml) override;
-    /// Why the last load failed, with the line; empty when it did not.
-    const std::string& LoadError() const noexcept { return loadError_; }
-
+    std::string LoadError() const override { return loadError_; }
     host::DOMNodePtr DocumentElement() const override;
     std::string Xml() const override;
     host::DOMNodePtr SelectSingleNode(std::string_view path) const override;

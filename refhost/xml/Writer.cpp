@@ -1,47 +1,9 @@
 #include "refhost/xml/Writer.h"
 
-#include <array>
+#include "ModPub/XmlText.h"
 
 namespace refhost::xml {
 namespace {
-
-/// What stands for each byte below 0x80 in XML text; empty for a byte that stands for itself.
-using Escapes = std::array<std::string_view, 128>;
-
-constexpr Escapes CommonEscapes() {
-    Escapes escapes{};
-    for (std::size_t control = 0; control < 0x20; ++control)
-        escapes[control] = "\xEF\xBF\xBD";
-    escapes['\t'] = {};
-    escapes['\n'] = {};
-    escapes['\r'] = "&#xD;";
-    escapes['&'] = "&amp;";
-    escapes['<'] = "&lt;";
-    escapes['>'] = "&gt;";
-    return escapes;
-}
-
-constexpr Escapes textEscapes = CommonEscapes();
-constexpr Escapes attributeEscapes = [] {
-    Escapes escapes = CommonEscapes();
-    escapes['\t'] = "&#x9;";
-    escapes['\n'] = "&#xA;";
-    escapes['"'] = "&quot;";
-    return escapes;
-}();
-
-void AppendEscaped(std::string& out, std::string_view text, const Escapes& escapes) {
-    std::size_t plain = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        if (byte >= escapes.size() || escapes[byte].empty())
-            continue;
-        out.append(text, plain, at - plain);
-        out.append(escapes[byte]);
-        plain = at + 1;
-    }
-    out.append(text, plain);
-}
 
 std::string_view DeclarationText(Tree::Declaration declaration) {
     switch (declaration) {
@@ -67,13 +29,13 @@ void AppendStart(std::string& out, const Tree& tree, const Node& node) {
         const Element& element = node.AsElement();
         out.append("<").append(element.name);
         for (const Attribute* at = element.attributes; at != nullptr; at = at->next) {
-            AppendAttribute(out, at->name, at->Value());
+            ModPub::AppendXmlAttribute(out, at->name, at->Value());
         }
         out.append(element.first == nullptr ? "/>" : ">");
         break;
     }
     case NodeKind::text:
-        AppendEscaped(out, node.Data(), textEscapes);
+        ModPub::AppendXmlText(out, node.Data());
         break;
     case NodeKind::cdata:
         out.append("<![CDATA[").append(node.Data()).append("]]>");
@@ -122,14 +84,8 @@ std::string ToXml(const Tree& tree, const Node& node) {
 
 std::string ToXml(const Attribute& attribute) {
     std::string out;
-    AppendAttribute(out, attribute.name, attribute.Value());
+    ModPub::AppendXmlAttribute(out, attribute.name, attribute.Value());
     return out.substr(1);
-}
-
-void AppendAttribute(std::string& out, std::string_view name, std::string_view value) {
-    out.append(" ").append(name).append("=\"");
-    AppendEscaped(out, value, attributeEscapes);
-    out.push_back('"');
 }
 
 std::string TextOf(const Node& node) {

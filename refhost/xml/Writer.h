@@ -16,9 +16,6 @@ std::string ToXml(const Tree& tree, const Node& node);
 /// `name="value"`.
 std::string ToXml(const Attribute& attribute);
 
-/// Appends ` name="value"`, with its leading blank.
-void AppendAttribute(std::string& out, std::string_view name, std::string_view value);
-
 /// The text of the node and of all its descendants, comments and instructions left out; of a comment or instruction
 /// its own content.
 std::string TextOf(const Node& node);

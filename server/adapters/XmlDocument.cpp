@@ -21,6 +21,23 @@ bool XmlDocument::LoadXML(std::string_view xml) {
     return loaded != VARIANT_FALSE;
 }
 
+std::string XmlDocument::LoadError() const {
+    ComPtr<IXMLDOMParseError> error;
+    ThrowIfFailed(document_->get_parseError(error.Put()));
+    LONG code = 0;
+    ThrowIfFailed(error->get_errorCode(&code));
+    if (code == 0)
+        return {};
+    LONG line = 0;
+    ThrowIfFailed(error->get_line(&line));
+    BString reason;
+    ThrowIfFailed(error->get_reason(reason.Put()));
+    std::wstring_view words = reason.View();
+    while (words.ends_with(L'\n') || words.ends_with(L'\r'))
+        words.remove_suffix(1);
+    return "line " + std::to_string(line) + ": " + ToUtf8(words);
+}
+
 host::DOMNodePtr XmlDocument::DocumentElement() const {
     ComPtr<IXMLDOMElement> root;
     ThrowIfFailed(document_->get_documentElement(root.Put()));

@@ -17,6 +17,7 @@ public:
     const ComPtr<IXMLDOMDocument>& document() const noexcept { return document_; }
 
     bool LoadXML(std::string_view xml) override;
+    std::string LoadError() const override;
     host::DOMNodePtr DocumentElement() const override;
     std::string Xml() const override;
     host::DOMNodePtr SelectSingleNode(std::string_view path) const override;

@@ -1,6 +1,7 @@
 #include "tests/eai/CalendarEnvironment.h"
 
 #include "refhost/Trace.h"
+#include "refhost/xml/Document.h"
 
 #include <stdexcept>
 
@@ -60,7 +61,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<host::DOMDocument> CalendarEnvironment::CreateDOMDocument() { NotPartOfThis(); }
+std::unique_ptr<host::DOMDocument> CalendarEnvironment::CreateDOMDocument() { return refhost::xml::CreateDocument(); }
 
 std::unique_ptr<host::Connection> CalendarEnvironment::CreateConnection() {
     return std::make_unique<CalendarConnection>(asked);

@@ -35,7 +35,9 @@ protected:
     };
 
     Run Call(host::Environment& environment, const std::string& request, const std::string& loginXml, int times = 1) {
-        refhost::Login login(loginXml, environment);
+        // The login is the caller's: what is wrong with the class's world is not wrong with it.
+        refhost::Environment callersWorld;
+        refhost::Login login(loginXml, callersWorld);
         return {GetParam().calls(environment, request, &login, times), {}};
     }
 
@@ -82,6 +84,7 @@ TEST_P(Frame, RefusesWhatIsNoXml) {
 class RootlessDocument : public host::DOMDocument {
 public:
     bool LoadXML(std::string_view) override { return true; }
+    std::string LoadError() const override { return {}; }
     host::DOMNodePtr DocumentElement() const override { return nullptr; }
     std::string Xml() const override { return {}; }
     host::DOMNodePtr SelectSingleNode(std::string_view) const override { return nullptr; }

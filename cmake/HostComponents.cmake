@@ -1,0 +1,5 @@
+# The reference host's components, on every platform: the program uses them, and so does KovraHost.dll.
+kovra_library(refhost/eai ModPub)
+file(GLOB mapping_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/eai/mappings/*.Xml)
+kovra_embed_text(refhost-eai refhost::mappings Mappings.h ${mapping_files})
+kovra_library(refhost/ia ModPub)
