@@ -1,0 +1,80 @@
+// Many calls in one process.
+
+#include "tests/reliability/Soundness.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+namespace test {
+namespace {
+
+struct Held {
+    /// Bytes of the heap in use.
+    std::size_t memory;
+    /// Open files.
+    long files;
+};
+
+Held Hold() {
+    const std::filesystem::directory_iterator descriptors("/proc/self/fd");
+    const struct mallinfo2 heap = mallinfo2();
+    return {heap.uordblks + heap.hblkhd, std::distance(begin(descriptors), end(descriptors))};
+}
+
+#ifdef KOVRA_SANITIZED
+// Slow, and another allocator counts: here the sanitizer's own leak check watches.
+constexpr int calls = 200;
+#else
+constexpr int calls = 1000;
+#endif
+constexpr int warmUp = 100;
+
+TEST(LongRunItself, SeesWhatIsHeld) {
+    const Held before = Hold();
+    const std::vector<char> block(1'000'000, 'x');
+    std::FILE* const file = std::tmpfile();
+    const Held after = Hold();
+    EXPECT_EQ(after.files, before.files + 1);
+#ifndef KOVRA_SANITIZED
+    EXPECT_GE(after.memory, before.memory + block.size());
+#endif
+    std::fclose(file);
+}
+
+class LongRun : public testing::TestWithParam<NumberedImport> {};
+
+/// Every call imports one number more, refuses it once more and answers an ill-formed text.
+TEST_P(LongRun, HoldsNothingAfterACall) {
+    const NumberedImport& import = GetParam();
+    const NumberedAccount account(calls);
+    Held before = {};
+    for (int n = 0; n < calls; ++n) {
+        if (n == warmUp) {
+            before = Hold();
+        }
+        ASSERT_EQ(Transact(import, account, RequestOf(import, n, n + 1)), AcceptedResult(import, n, n + 1));
+        if (n % 10 == 0) {
+            ASSERT_NE(Transact(import, account, RequestOf(import, n, n + 1)), "");
+            ASSERT_NE(Transact(import, account, "<qxinterface roottag=\"row\""), "");
+        }
+    }
+    const Held after = Hold();
+    EXPECT_EQ(after.files, before.files);
+#ifndef KOVRA_SANITIZED
+    constexpr std::size_t slack = 64 * 1024;
+    EXPECT_LT(after.memory, before.memory + slack);
+#endif
+    std::printf("reliability: %s: %d calls in one process, %zd bytes more held, %ld files more open\n",
+                import.className, calls, static_cast<ssize_t>(after.memory - before.memory),
+                after.files - before.files);
+}
+
+INSTANTIATE_TEST_SUITE_P(Imports, LongRun, testing::ValuesIn(NumberedImports()), NameOfImport);
+
+} // namespace
+} // namespace test
