@@ -4,19 +4,22 @@
 namespace kovra {
 
 std::string ClsKovra::Transact(std::string_view sXml, host::HostLogin* login) {
-    const auto importRows = [this](const host::DOMNodeList& rows) {
-        return ModPub::ImportRows(state_, rows, [this](const host::DOMNode& row) { ImportRow(row); });
-    };
-    return ModPub::RunTransact(state_,
-                               {
-                                   .ledgerCheck = [this] { return RefusedLedger(); },
-                                   .operations =
-                                       {
-                                           ModPub::RowsOperation(state_, "ADD", importRows),
-                                           ModPub::RowsOperation(state_, "EDIT", importRows),
-                                       },
-                               },
-                               sXml, login);
+    return ModPub::RunTransact(
+        state_,
+        [this] {
+            const auto importRows = [this](const host::DOMNodeList& rows) {
+                return ModPub::ImportRows(state_, rows, [this](const host::DOMNode& row) { ImportRow(row); });
+            };
+            return ModPub::FrameVariation{
+                .ledgerCheck = [this] { return RefusedLedger(); },
+                .operations =
+                    {
+                        ModPub::RowsOperation(state_, "ADD", importRows),
+                        ModPub::RowsOperation(state_, "EDIT", importRows),
+                    },
+            };
+        },
+        sXml, login);
 }
 
 std::optional<ModPub::RequestError> ClsKovra::RefusedLedger() {

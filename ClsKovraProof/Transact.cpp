@@ -6,22 +6,25 @@
 namespace kovra {
 
 std::string ClsKovraProof::Transact(std::string_view sXml, host::HostLogin* login) {
-    const auto importRows = [this](bool edit) {
-        return [this, edit](const host::DOMNodeList& rows) {
-            return ModPub::ImportRows(state_, rows,
-                                      [this, edit](const host::DOMNode& row) { ImportProvisionDoc(row, edit); });
-        };
-    };
-    return ModPub::RunTransact(state_,
-                               {
-                                   .afterConnection = [this] { LogIntoSubsystem(); },
-                                   .operations =
-                                       {
-                                           ModPub::RowsOperation(state_, "ADD", importRows(false)),
-                                           ModPub::RowsOperation(state_, "EDIT", importRows(true)),
-                                       },
-                               },
-                               sXml, login);
+    return ModPub::RunTransact(
+        state_,
+        [this] {
+            const auto importRows = [this](bool edit) {
+                return [this, edit](const host::DOMNodeList& rows) {
+                    return ModPub::ImportRows(
+                        state_, rows, [this, edit](const host::DOMNode& row) { ImportProvisionDoc(row, edit); });
+                };
+            };
+            return ModPub::FrameVariation{
+                .afterConnection = [this] { LogIntoSubsystem(); },
+                .operations =
+                    {
+                        ModPub::RowsOperation(state_, "ADD", importRows(false)),
+                        ModPub::RowsOperation(state_, "EDIT", importRows(true)),
+                    },
+            };
+        },
+        sXml, login);
 }
 
 void ClsKovraProof::LogIntoSubsystem() {

@@ -9,11 +9,13 @@ namespace kovra {
 std::string ClsOppSubject::Transact(std::string_view sXml, host::HostLogin* login) {
     return ModPub::RunTransact(
         state_,
-        {
-            .preCheck = [this] { return ModPub::YearEndCheck(state_, "102"); },
-            // SQL Server refuses the asterisk; callers know the error result that follows.
-            .operations = ModPub::SettingsOperations(state_, "Delete * From IA_OppHead",
-                                                     [this](const host::DOMNode& row) { ImportRow(row); }),
+        [this] {
+            return ModPub::FrameVariation{
+                .preCheck = [this] { return ModPub::YearEndCheck(state_, "102"); },
+                // SQL Server refuses the asterisk; callers know the error result that follows.
+                .operations = ModPub::SettingsOperations(state_, "Delete * From IA_OppHead",
+                                                         [this](const host::DOMNode& row) { ImportRow(row); }),
+            };
         },
         sXml, login);
 }

@@ -10,16 +10,18 @@ namespace kovra {
 std::string ClsOppSubjectST::Transact(std::string_view sXml, host::HostLogin* login) {
     return ModPub::RunTransact(
         state_,
-        {
-            .preCheck = [this]() -> std::optional<ModPub::RequestError> {
-                if (std::optional<ModPub::RequestError> error = StandardCostCheck(state_)) {
-                    return error;
-                }
-                return ModPub::YearEndCheck(state_, "103");
-            },
-            // SQL Server refuses the asterisk; callers know the error result that follows.
-            .operations = ModPub::SettingsOperations(state_, "Delete * From IA_OppHead",
-                                                     [this](const host::DOMNode& row) { ImportRow(row); }),
+        [this] {
+            return ModPub::FrameVariation{
+                .preCheck = [this]() -> std::optional<ModPub::RequestError> {
+                    if (std::optional<ModPub::RequestError> error = StandardCostCheck(state_)) {
+                        return error;
+                    }
+                    return ModPub::YearEndCheck(state_, "103");
+                },
+                // SQL Server refuses the asterisk; callers know the error result that follows.
+                .operations = ModPub::SettingsOperations(state_, "Delete * From IA_OppHead",
+                                                         [this](const host::DOMNode& row) { ImportRow(row); }),
+            };
         },
         sXml, login);
 }

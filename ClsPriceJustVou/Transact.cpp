@@ -4,24 +4,28 @@
 namespace kovra {
 
 std::string ClsPriceJustVou::Transact(std::string_view sXml, host::HostLogin* login) {
-    const auto importVouchers = [this](const host::DOMNodeList& documents) { return ImportVouchers(documents); };
     return ModPub::RunTransact(
         state_,
-        {
-            .texts = {.notParsed = "解析XML时发生错误，请检查XML参数格式",
-                      .noRoot = "qxinterface节点不存在",
-                      .unsupported = "本模块暂不提供此功能"},
-            .testsRootFirst = true,
-            .beforeConnection =
-                [this] { voucherContext_ = state_.environment.CreateIaVoucherService()->Context(*state_.login); },
-            .connectionString = [this] { return state_.login->ConnectionString(); },
-            .operations =
-                {
-                    ModPub::RowsOperation(state_, "ADD", importVouchers),
-                    // The upper-cased operation never equals "Edit": callers know that "EDIT" gets 710.
-                    ModPub::RowsOperation(state_, "Edit", importVouchers),
-                    {"EMPTY", [](const host::DOMNode&) { return std::string(); }},
-                },
+        [this] {
+            const auto importVouchers = [this](const host::DOMNodeList& documents) {
+                return ImportVouchers(documents);
+            };
+            return ModPub::FrameVariation{
+                .texts = {.notParsed = "解析XML时发生错误，请检查XML参数格式",
+                          .noRoot = "qxinterface节点不存在",
+                          .unsupported = "本模块暂不提供此功能"},
+                .testsRootFirst = true,
+                .beforeConnection =
+                    [this] { voucherContext_ = state_.environment.CreateIaVoucherService()->Context(*state_.login); },
+                .connectionString = [this] { return state_.login->ConnectionString(); },
+                .operations =
+                    {
+                        ModPub::RowsOperation(state_, "ADD", importVouchers),
+                        // The upper-cased operation never equals "Edit": callers know that "EDIT" gets 710.
+                        ModPub::RowsOperation(state_, "Edit", importVouchers),
+                        {"EMPTY", [](const host::DOMNode&) { return std::string(); }},
+                    },
+            };
         },
         sXml, login);
 }

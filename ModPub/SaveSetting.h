@@ -1,9 +1,9 @@
 #pragma once
 
+#include "ModPub/FunctionRef.h"
 #include "ModPub/ImportState.h"
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -16,12 +16,12 @@ void AppendSqlText(std::string& sql, std::string_view value, std::string_view nu
 /// Appends one line of an update: `piece` (the column and its equals sign), the rendered value and a line break.
 void AppendAssignment(std::string& sql, std::string_view piece, std::string_view value, std::string_view null);
 
-/// The statements that save one setting.
+/// The statements that save one setting; the callables outlive it.
 struct SettingStatements {
     /// Selects the ids of settings with the row's keys.
-    std::function<std::string()> match;
-    std::function<std::string()> insert;
-    std::function<std::string(std::int32_t id)> update;
+    FunctionRef<std::string()> match;
+    FunctionRef<std::string()> insert;
+    FunctionRef<std::string(std::int32_t id)> update;
 };
 
 /// Saves one setting: inserts it where the match query finds none, updates the first match under "EDIT", refuses the

@@ -4,7 +4,7 @@
 
 namespace ModPub {
 
-void ImportSetting(ImportState& state, const std::string& key, const std::function<bool()>& checkAndSave) {
+void ImportSetting(ImportState& state, const std::string& key, FunctionRef<bool()> checkAndSave) {
     std::string failure;
     try {
         if (!checkAndSave()) {
@@ -21,7 +21,7 @@ void ImportSetting(ImportState& state, const std::string& key, const std::functi
     }
 }
 
-bool CheckSetting(ImportState& state, const std::string& key, const std::function<void(std::string& message)>& checks) {
+bool CheckSetting(ImportState& state, const std::string& key, FunctionRef<void(std::string& message)> checks) {
     std::string message;
     try {
         checks(message);

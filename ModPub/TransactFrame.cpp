@@ -1,9 +1,7 @@
 #include "ModPub/TransactFrame.h"
 
 #include "ModPub/Conversions.h"
-#include "ModPub/ErrorResult.h"
 #include "ModPub/RuntimeErrors.h"
-#include "ModPub/Trap.h"
 
 #include <utility>
 
@@ -22,6 +20,8 @@ void OpenConnection(ImportState& state, const FrameVariation& variation) {
 std::string Refuse(ImportState& state, const RequestError& error) {
     return state.environment.GetEaiHelper().MakeErrorResult(error.code, error.message, {});
 }
+
+} // namespace
 
 std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
                      host::HostLogin* login) {
@@ -74,17 +74,6 @@ std::string RunSteps(ImportState& state, const FrameVariation& variation, std::s
         }
     }
     return Refuse(state, {"710", std::string(variation.texts.unsupported)});
-}
-
-} // namespace
-
-std::string RunTransact(ImportState& state, const FrameVariation& variation, std::string_view sXml,
-                        host::HostLogin* login) noexcept {
-    try {
-        return RunSteps(state, variation, sXml, login);
-    } catch (...) {
-        return ErrorResult(state.environment);
-    }
 }
 
 Operation RowsOperation(ImportState& state, std::string_view proc,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModPub/ErrorResult.h"
 #include "ModPub/ImportState.h"
 
 #include <functional>
@@ -51,10 +52,22 @@ struct FrameVariation {
     std::vector<Operation> operations = {};
 };
 
-/// Runs one call of `Transact`: opens the database, parses the request, dispatches on its operation and returns the
-/// result text. Never throws: every failure becomes an error result.
-std::string RunTransact(ImportState& state, const FrameVariation& variation, std::string_view sXml,
-                        host::HostLogin* login) noexcept;
+/// The steps of one call of `Transact`: opens the database, parses the request, dispatches on its operation and returns
+/// the result text. Throws what any of them throws.
+std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
+                     host::HostLogin* login);
+
+/// Runs one call of `Transact` as its class varies it. Never throws: every failure becomes an error result.
+/// @param makeVariation gives the `FrameVariation`; called inside, since it takes memory to make one
+template <class MakeVariation>
+std::string RunTransact(ImportState& state, const MakeVariation& makeVariation, std::string_view sXml,
+                        host::HostLogin* login) noexcept {
+    try {
+        return RunSteps(state, makeVariation(), sXml, login);
+    } catch (...) {
+        return ErrorResult(state.environment);
+    }
+}
 
 /// An operation that selects the request's rows and imports them.
 Operation RowsOperation(ImportState& state, std::string_view proc,

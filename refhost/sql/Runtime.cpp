@@ -92,10 +92,12 @@ private:
 
 template <class Body> void Guarded(sqlite3_context* context, const Body& body) {
     try {
-        body();
-    } catch (const host::Error& error) {
-        static_cast<Runtime*>(sqlite3_user_data(context))->SetError(error);
-        sqlite3_result_error(context, error.what(), -1);
+        try {
+            body();
+        } catch (const host::Error& error) {
+            static_cast<Runtime*>(sqlite3_user_data(context))->SetError(error);
+            sqlite3_result_error(context, error.what(), -1);
+        }
     } catch (const std::bad_alloc&) {
         sqlite3_result_error_nomem(context);
     }

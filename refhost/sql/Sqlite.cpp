@@ -2,9 +2,16 @@
 
 #include "refhost/sql/Errors.h"
 
+#include <new>
+
 namespace refhost::sql {
 
-void FailSqlite(sqlite3* db) { Fail(host::error_number::unspecified, "{}", sqlite3_errmsg(db)); }
+void FailSqlite(sqlite3* db) {
+    if ((sqlite3_errcode(db) & 0xff) == SQLITE_NOMEM) {
+        throw std::bad_alloc();
+    }
+    Fail(host::error_number::unspecified, "{}", sqlite3_errmsg(db));
+}
 
 StatementHandle Prepare(sqlite3* db, std::string_view text) {
     sqlite3_stmt* statement = nullptr;

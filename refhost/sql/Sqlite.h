@@ -26,7 +26,7 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 StatementHandle Prepare(sqlite3* db, std::string_view text);
 /// Runs SQLite's own SQL without reading an answer. Throws likewise.
 void Run(sqlite3* db, const std::string& text);
-/// Throws `host::Error` "unspecified" with SQLite's latest message.
+/// Throws `host::Error` "unspecified" with SQLite's latest message; std::bad_alloc where memory did not suffice.
 [[noreturn]] void FailSqlite(sqlite3* db);
 
 /// A small statement of the engine's own, used once: bind in order, step, read.

@@ -5,6 +5,7 @@
 #include "refhost/sql/Errors.h"
 
 #include <algorithm>
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -91,6 +92,9 @@ std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& 
 
 void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
     const int code = sqlite3_extended_errcode(db);
+    if ((code & 0xff) == SQLITE_NOMEM) {
+        throw std::bad_alloc();
+    }
     const std::string message = sqlite3_errmsg(db);
     const std::string_view subject = Subject(message);
     if ((code & 0xff) == SQLITE_CONSTRAINT && plan.target) {

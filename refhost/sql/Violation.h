@@ -12,7 +12,8 @@ struct DuplicateKey {
     std::vector<std::string> columns;
 };
 
-/// Throws SQL Server's error for what SQLite reports after a failed step of `plan`, or `DuplicateKey`.
+/// Throws SQL Server's error for what SQLite reports after a failed step of `plan`, or `DuplicateKey`;
+/// std::bad_alloc where memory did not suffice.
 [[noreturn]] void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db);
 
 /// A key as messages show it: "(a, <NULL>)". `select` is a query in SQLite's language that gives it.
