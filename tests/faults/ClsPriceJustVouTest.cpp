@@ -38,36 +38,6 @@ std::string SetupBy(const std::string& valuation) {
            "')";
 }
 
-constexpr const char* restore = R"(DELETE FROM CostJustVouch
-GO
-DELETE FROM CostJustVouchs
-GO
-DELETE FROM Ia_subsidiary WHERE cVouType = N'22'
-GO
-UPDATE inventory SET iInvRCost = 25
-GO
-UPDATE InvCheckFreeIA870 SET fInvRCost = 25
-GO
-IF  EXISTS (SELECT * FROM sysobjects WHERE id = OBJECT_ID(N'[dbo].[IA_tmpPriceJDATA]') AND type = N'U')
-BEGIN
-DROP TABLE [dbo].[IA_tmpPriceJDATA]
-End
-GO
-IF  EXISTS (SELECT * FROM sysobjects WHERE id = OBJECT_ID(N'[dbo].[IA_tmpPriceJDATA_Result]') AND type = N'U')
-BEGIN
-DROP TABLE [dbo].[IA_tmpPriceJDATA_Result]
-End
-)";
-
-const std::vector<std::string> contents = {
-    "select cCode, cMaker, cAccounter from CostJustVouch",
-    "select cInvCode, iCJVACost from CostJustVouchs",
-    "select cInvCode, iAInPrice from Ia_subsidiary where cVouType = N'22'",
-    "select cInvCode, iInvRCost from inventory",
-    "select cInvCode, fInvRCost from InvCheckFreeIA870",
-    "select name from sysobjects where type = N'U' and name like N'IA[_]tmpPriceJDATA%'",
-};
-
 std::string Document(const PriceDocument& document) {
     std::string xml = "<row><header><ID>" + document.ID + "</ID><cMaker>" + document.cMaker + "</cMaker><cAccounter>" +
                       document.cAccounter + "</cAccounter><dCJVDate>2023-01-15</dCJVDate></header><body>";
@@ -91,8 +61,8 @@ void FailEveryOperationOf(const std::string& name, const std::string& valuation,
         {.name = "ClsPriceJustVou " + name,
          .proc = "ADD",
          .setup = SetupBy(valuation),
-         .restore = restore,
-         .contents = contents,
+         .restore = test::priceRestore,
+         .contents = test::priceContents,
          .run = test::TransactOf<kovra::ClsPriceJustVou>(test::Request("ADD", Documents(documents))),
          .rules = [&](Play& play) { return PriceRules(play, valuation == "按存货核算").Transact(documents); }});
 }
@@ -125,8 +95,8 @@ void FailEveryOperationOfFrame(const std::string& proc, const std::function<std:
     FailEveryOperation({.name = "ClsPriceJustVou " + proc,
                         .proc = proc,
                         .setup = SetupBy("按存货核算"),
-                        .restore = restore,
-                        .contents = contents,
+                        .restore = test::priceRestore,
+                        .contents = test::priceContents,
                         .run = test::TransactOf<kovra::ClsPriceJustVou>(test::Request(proc, "")),
                         .rules = [&](Play& play) { return PriceRules(play, true).Frame([&] { return run(play); }); }});
 }
@@ -143,8 +113,8 @@ TEST(PriceAdjustmentsFaults, GetStartEndDate) {
     FailEveryOperation({.name = "ClsPriceJustVou GetStartEndDate",
                         .proc = "EMPTY",
                         .setup = SetupBy("按存货核算"),
-                        .restore = restore,
-                        .contents = contents,
+                        .restore = test::priceRestore,
+                        .contents = test::priceContents,
                         .run =
                             [](host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
                                 kovra::ClsPriceJustVou instance(environment);

@@ -20,8 +20,10 @@ std::string CallAccount::Run(Tape& tape) {
     return call_.run(environment, *environment.Watch(login), {[&] { tape.Begin(); }, [&] { tape.Returned(); }});
 }
 
-std::string CallAccount::Run(const CallMarks& marks) {
-    refhost::Environment environment(nullptr, pool_.Opener());
+std::string CallAccount::Run(const CallMarks& marks, const Through& through) {
+    refhost::Environment environment(nullptr, [&](const std::string& connectionString) {
+        return through ? through(pool_.Open(connectionString)) : pool_.Open(connectionString);
+    });
     refhost::Login login(LoginXml(), environment);
     return call_.run(environment, login, marks);
 }

@@ -20,7 +20,9 @@ public:
     /// Runs the call on the watched host and notes what it asks.
     std::string Run(Tape& tape);
     /// Runs the call on the reference host as it is.
-    std::string Run(const CallMarks& marks);
+    /// @param through puts something between the host and its databases
+    using Through = std::function<std::unique_ptr<refhost::Database>(std::unique_ptr<refhost::Database> database)>;
+    std::string Run(const CallMarks& marks, const Through& through = {});
 
     /// What the account holds, in order.
     std::vector<std::string> Contents();

@@ -70,6 +70,8 @@ std::string OpeningRules::Transact(const std::function<std::string()>& lastOfLed
 }
 
 void OpeningRules::Row(const OpeningRow& row) {
+    // The row is read outside every trap of its own.
+    play_.Point();
     if (!Check(row, [&] { return MasterData(row); }) || !Check(row, [&] { return Dates(row); })) {
         return;
     }

@@ -58,6 +58,13 @@ std::string Play::Ask(std::string_view what, std::string_view text, int connecti
     return error ? error->description() : std::string();
 }
 
+void Play::Point() {
+    ++points_;
+    if (fault_ && fault_->point == points_) {
+        throw host::Error(fault_->error);
+    }
+}
+
 void Play::LookUp(std::string_view sql) {
     Create("Recordset");
     OpenReadClose(sql);
@@ -195,6 +202,7 @@ std::string PlayRows(Play& play, const std::function<void()>& rows) {
     } catch (const host::Error& error) {
         play.Outcome("", 999, error.description());
     }
+    play.Point();
     return play.ResultDocument();
 }
 

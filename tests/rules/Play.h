@@ -30,8 +30,11 @@ enum class Lost {
 
 /// What fails in a call.
 struct Fault {
-    /// Position of the step, counted from 0.
-    std::size_t step = 0;
+    /// Position of the step, counted from 0; none for a failure at a point.
+    std::size_t step = noStep;
+    static constexpr std::size_t noStep = static_cast<std::size_t>(-1);
+    /// The point at which nothing but memory is asked for, counted from 1.
+    std::size_t point = 0;
     host::Error error;
     /// Number of the connection that the operation works on; 0 for none.
     int connection = 0;
@@ -74,6 +77,8 @@ public:
     void HelperIsThere() { hasHelper_ = true; }
     /// An operation of the recordset translator, created likewise.
     void Translator(std::string_view what, int connection = noConnection);
+    /// A point between the operations where nothing but memory is asked for.
+    void Point();
     /// Whether the statement that holds `piece` ran inside the operation that has just been played.
     bool Ran(std::string_view piece) const;
 
@@ -96,6 +101,8 @@ public:
     std::string ErrorResult(const host::Error& error);
 
     const std::vector<Step>& steps() const { return steps_; }
+    /// Number of the points that were played.
+    std::size_t points() const { return points_; }
     /// The account's rows when the connection is gone: a transaction that was left open has ended with it.
     std::vector<std::string> Contents() const;
 
@@ -108,6 +115,7 @@ private:
     std::string proc_;
     std::optional<Fault> fault_;
     std::vector<Step> steps_;
+    std::size_t points_ = 0;
     int lostConnection_ = noConnection;
     bool helperLost_ = false;
     bool hasHelper_ = false;

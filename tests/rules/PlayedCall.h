@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModPub/Trap.h"
 #include "host/Environment.h"
 #include "tests/rules/Play.h"
 
@@ -43,8 +44,9 @@ template <class Class> auto TransactOf(std::string request) {
             std::optional<Class> instance;
             try {
                 instance.emplace(environment);
-            } catch (const host::Error& error) {
-                return "raised " + std::to_string(error.number());
+            } catch (...) {
+                marks.returned();
+                return "raised " + std::to_string(ModPub::PendingError().number());
             }
             std::string result = instance->Transact(request, &login);
             marks.returned();

@@ -20,10 +20,43 @@ std::string OfItem(const std::string& item, std::string_view column, const std::
     return "{" + Json("cInvCode", item) + ",\"" + std::string(column) + "\":" + value + "}";
 }
 
+/// The number of the n-th voucher of January 2023.
+std::string Number(int voucher) { return "202301000" + std::to_string(voucher); }
+
 const std::string workTable = R"({"name":"IA_tmpPriceJDATA"})";
 const std::string resultTable = R"({"name":"IA_tmpPriceJDATA_Result"})";
 
 } // namespace
+
+const std::string priceRestore = R"(DELETE FROM CostJustVouch
+GO
+DELETE FROM CostJustVouchs
+GO
+DELETE FROM Ia_subsidiary WHERE cVouType = N'22'
+GO
+UPDATE inventory SET iInvRCost = 25
+GO
+UPDATE InvCheckFreeIA870 SET fInvRCost = 25
+GO
+IF  EXISTS (SELECT * FROM sysobjects WHERE id = OBJECT_ID(N'[dbo].[IA_tmpPriceJDATA]') AND type = N'U')
+BEGIN
+DROP TABLE [dbo].[IA_tmpPriceJDATA]
+End
+GO
+IF  EXISTS (SELECT * FROM sysobjects WHERE id = OBJECT_ID(N'[dbo].[IA_tmpPriceJDATA_Result]') AND type = N'U')
+BEGIN
+DROP TABLE [dbo].[IA_tmpPriceJDATA_Result]
+End
+)";
+
+const std::vector<std::string> priceContents = {
+    "select cCode, cMaker, cAccounter from CostJustVouch",
+    "select cInvCode, iCJVACost from CostJustVouchs",
+    "select cInvCode, iAInPrice from Ia_subsidiary where cVouType = N'22'",
+    "select cInvCode, iInvRCost from inventory",
+    "select cInvCode, fInvRCost from InvCheckFreeIA870",
+    "select name from sysobjects where type = N'U' and name like N'IA[_]tmpPriceJDATA%'",
+};
 
 PriceRules::PriceRules(Play& play, bool byItem) : play_(play), byItem_(byItem) {
     for (const std::string item : {"1004", "1007"}) {
@@ -68,6 +101,7 @@ std::string PriceRules::Vouchers(const std::vector<PriceDocument>& documents) {
         for (const PriceDocument& document : documents) {
             Document(document);
         }
+        play_.Point();
         std::string result = play_.ResultDocument();
         play_.CommitTrans();
         return result;
@@ -97,6 +131,8 @@ bool PriceRules::Import(const PriceDocument& document) {
     bool imported = false;
     saved_.clear();
     try {
+        // The header is read.
+        play_.Point();
         if (document.cMaker.empty()) {
             play_.Do("ContextLogin");
             play_.Do("UserName");
@@ -213,6 +249,7 @@ void PriceRules::Save(const PriceDocument& document) {
     }
     play_.Do("GetMaxID", {}, Play::main);
     saved_ = "voucher " + std::to_string(vouchers_);
+    savedMaker_ = document.cMaker;
     savedRows_ = staged_;
     play_.Outcome("单据" + document.ID, 0, "成功导入：");
 }
@@ -224,7 +261,7 @@ void PriceRules::SaveInside(const PriceDocument& document) {
     }
     ++vouchers_;
     const std::string number = std::to_string(vouchers_);
-    play_.Put("voucher " + number, Head("202301000" + number, document.cMaker, ""));
+    play_.Put("voucher " + number, Head(Number(vouchers_), document.cMaker, ""));
     for (const auto& [item, row] : staged_) {
         if (play_.Ran("INSERT INTO CostJustVouchs")) {
             play_.Put("row " + number + " " + item, OfItem(item, "iCJVACost", row.stored));
@@ -262,7 +299,7 @@ bool PriceRules::Post() {
                 }
             }
             if (play_.Ran("UPDATE CostJustVouch SET cAccounter")) {
-                play_.Put(saved_, Head("2023010001", "", "王会计"));
+                play_.Put(saved_, Head(Number(vouchers_), savedMaker_, "王会计"));
             }
         }
         if (error) {

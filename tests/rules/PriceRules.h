@@ -28,6 +28,10 @@ struct PriceDocument {
     std::vector<PriceRow> rows;
 };
 
+/// Batches that take back what a call wrote, and the queries of what the account holds, as the rules below know it.
+extern const std::string priceRestore;
+extern const std::vector<std::string> priceContents;
+
 /// Plays a call of the price adjustment import on an account whose items 1004 and 1007 have the price 25.
 class PriceRules {
 public:
@@ -63,8 +67,9 @@ private:
     std::map<std::string, PriceRow> staged_;
     bool hasWorkTable_ = false;
     int vouchers_ = 0;
-    /// The voucher that can be posted: its number's name among the contents, and its rows.
+    /// The voucher that can be posted: its name among the contents, its maker and its rows.
     std::string saved_;
+    std::string savedMaker_;
     std::map<std::string, PriceRow> savedRows_;
     std::string message_;
     std::string report_;

@@ -51,8 +51,12 @@ void PlaySave(Play& play, const SettingRow& row) {
 }
 
 void PlayRow(Play& play, const SettingRow& row) {
+    std::string key;
     std::string failure;
     try {
+        // The row is read before its key is known.
+        play.Point();
+        key = row.key;
         if (!PlayCheck(play, row)) {
             return;
         }
@@ -61,9 +65,9 @@ void PlayRow(Play& play, const SettingRow& row) {
         failure = error.description();
     }
     if (failure.empty()) {
-        play.Outcome(row.key, 0, "ok");
+        play.Outcome(key, 0, "ok");
     } else {
-        play.Outcome(row.key, 101, failure);
+        play.Outcome(key, 101, failure);
     }
 }
 
