@@ -137,6 +137,8 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     // "name" is always a name.
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // A plan does not depend on the values that it is run with.
+    sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
     Initialize(Schema::account, settings.mode == Mode::create || settings.file == inMemory);
     Attach(settings);
     sqlite3_set_authorizer(db_.get(), Authorize, this);
