@@ -59,9 +59,16 @@ endif()
 configure_file(server/Kovra.X.manifest.in ${PROJECT_BINARY_DIR}/Kovra.X.manifest @ONLY)
 configure_file(server/client.manifest.in ${PROJECT_BINARY_DIR}/client.manifest @ONLY)
 
+# KovraHost.dll: the reference host's components and login for machines without the ERP.
+file(GLOB host_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/com/*.cpp)
+add_library(KovraHost SHARED ${host_sources} refhost/com/KovraHost.def)
+target_link_libraries(KovraHost PRIVATE refhost-eai refhost-ia server-adapters server-inproc)
+set_target_properties(KovraHost PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+
 if(NOT MSVC)
   # Debug information is of no use to callers, and the library is copied about.
   target_link_options(Kovra PRIVATE $<$<CONFIG:Release>:-s>)
+  target_link_options(KovraHost PRIVATE $<$<CONFIG:Release>:-s>)
 endif()
 
 if(KOVRA_TESTS)

@@ -1,0 +1,58 @@
+#include "refhost/com/EaiXmlConverterObject.h"
+
+#include "refhost/com/ObjectArguments.h"
+
+namespace refhost::com {
+
+namespace {
+
+using server::Arguments;
+using server::ToText;
+using server::VariantHolder;
+
+/// The document that an element belongs to.
+server::XmlDocument OwnerOf(const VARIANT& element) {
+    const auto node = server::ToObject(element).As<IXMLDOMNode>();
+    server::ComPtr<IXMLDOMDocument> owner;
+    server::ThrowIfFailed(node->get_ownerDocument(owner.Put()));
+    return server::XmlDocument(std::move(owner));
+}
+
+} // namespace
+
+EaiXmlConverterObject::EaiXmlConverterObject()
+    : mappings_(environment_, [](const std::string&) { return std::nullopt; }), converter_(environment_, mappings_) {}
+
+VariantHolder EaiXmlConverterObject::FillHead(const Arguments& arguments) {
+    return Fill(&EaiXmlConverter::FillHead, arguments);
+}
+VariantHolder EaiXmlConverterObject::FillBody(const Arguments& arguments) {
+    return Fill(&EaiXmlConverter::FillBody, arguments);
+}
+VariantHolder EaiXmlConverterObject::HeadToXml(const Arguments& arguments) {
+    return ToXml(&EaiXmlConverter::HeadToXml, arguments);
+}
+VariantHolder EaiXmlConverterObject::BodyToXml(const Arguments& arguments) {
+    return ToXml(&EaiXmlConverter::BodyToXml, arguments);
+}
+
+VariantHolder EaiXmlConverterObject::Fill(void (EaiXmlConverter::*fill)(std::string_view, std::string_view,
+                                                                        host::DOMDocument&, host::Recordset&,
+                                                                        std::string_view),
+                                          const Arguments& arguments) {
+    server::XmlDocument records = DocumentOf(arguments[2]);
+    server::AdoRecordset columns = RecordsetOf(arguments[3]);
+    (converter_.*fill)(ToText(arguments[0]), ToText(arguments[1]), records, columns, ToText(arguments[4]));
+    return {};
+}
+
+VariantHolder EaiXmlConverterObject::ToXml(void (EaiXmlConverter::*write)(host::DOMDocument&, host::DOMNode&,
+                                                                          std::string_view, host::Recordset&),
+                                           const Arguments& arguments) {
+    server::XmlDocument document = OwnerOf(arguments[0]);
+    server::AdoRecordset records = RecordsetOf(arguments[2]);
+    (converter_.*write)(document, *NodeOf(arguments[0]), ToText(arguments[1]), records);
+    return {};
+}
+
+} // namespace refhost::com

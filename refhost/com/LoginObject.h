@@ -1,0 +1,69 @@
+#pragma once
+
+#include "refhost/eai/Login.h"
+#include "server/adapters/ComEnvironment.h"
+#include "server/inproc/Automation.h"
+
+#include <memory>
+
+namespace refhost::com {
+
+/// The login object `KovraHost.Login`. `LoadXML` fills it; until then it has no member, and reading one raises 438.
+class LoginObject final : public server::Automation<LoginObject> {
+public:
+    /// Takes the members from `<login …/>`, whose layout `refhost::Login` tells. Raises an error, with the members left
+    /// as they are, for a text that is no such element.
+    server::VariantHolder LoadXML(const server::Arguments& arguments);
+
+    /// `QxDbName`, `cAcc_Id` and so on: the text of the attribute of that name.
+    template <std::size_t index> server::VariantHolder Member(const server::Arguments&) {
+        return server::VariantHolder(login().Member(memberNames[index]));
+    }
+    server::VariantHolder SubsystemLogin(const server::Arguments& arguments);
+    server::VariantHolder LoginYear(const server::Arguments&);
+    server::VariantHolder ConnectionString(const server::Arguments&);
+    server::VariantHolder AccountId(const server::Arguments&);
+    server::VariantHolder UserName(const server::Arguments&);
+    server::VariantHolder CurrentDate(const server::Arguments&);
+    server::VariantHolder AccountingMonth(const server::Arguments&);
+    server::VariantHolder StartPeriod(const server::Arguments&);
+    /// Period, year, and two Variants that receive the first and the last date, or Null.
+    server::VariantHolder PeriodDates(const server::Arguments& arguments);
+
+    static constexpr server::Method<LoginObject> methods[] = {
+        {L"LoadXML", 1, 1, &LoginObject::LoadXML},
+        {L"QxDbName", 0, 0, &LoginObject::Member<0>},
+        {L"cAcc_Id", 0, 0, &LoginObject::Member<1>},
+        {L"cIYear", 0, 0, &LoginObject::Member<2>},
+        {L"cUserId", 0, 0, &LoginObject::Member<3>},
+        {L"cUserName", 0, 0, &LoginObject::Member<4>},
+        {L"cUserPassWord", 0, 0, &LoginObject::Member<5>},
+        {L"CurDate", 0, 0, &LoginObject::Member<6>},
+        {L"cServer", 0, 0, &LoginObject::Member<7>},
+        {L"cSerial", 0, 0, &LoginObject::Member<8>},
+        {L"iMonth", 0, 0, &LoginObject::Member<9>},
+        {L"iStartPeriod", 0, 0, &LoginObject::Member<10>},
+        {L"SubsystemLogin", 8, 8, &LoginObject::SubsystemLogin},
+        {L"LoginYear", 0, 0, &LoginObject::LoginYear},
+        {L"ConnectionString", 0, 0, &LoginObject::ConnectionString},
+        {L"AccountId", 0, 0, &LoginObject::AccountId},
+        {L"UserName", 0, 0, &LoginObject::UserName},
+        {L"CurrentDate", 0, 0, &LoginObject::CurrentDate},
+        {L"AccountingMonth", 0, 0, &LoginObject::AccountingMonth},
+        {L"StartPeriod", 0, 0, &LoginObject::StartPeriod},
+        {L"PeriodDates", 4, 4, &LoginObject::PeriodDates},
+    };
+
+private:
+    /// In the order in which `methods` offers them.
+    static constexpr const char* memberNames[] = {"QxDbName",  "cAcc_Id",       "cIYear",      "cUserId",
+                                                  "cUserName", "cUserPassWord", "CurDate",     "cServer",
+                                                  "cSerial",   "iMonth",        "iStartPeriod"};
+
+    refhost::Login& login() const;
+
+    server::ComEnvironment environment_;
+    std::unique_ptr<refhost::Login> login_;
+};
+
+} // namespace refhost::com
