@@ -12,13 +12,13 @@ else()
   endif()
 endif()
 if(KOVRA_SANITIZE)
-  target_link_options(kovra_flags INTERFACE -fsanitize=address,undefined)
+  target_link_options(kovra_flags INTERFACE -fsanitize=${KOVRA_SANITIZE})
 endif()
 
 # What the product is built with besides. The tests themselves are not instrumented: that would take most of the
-# build's time and watch nothing of ours.
+# build's time and watch nothing of ours. Those of threads are, since the thread sanitizer must see both sides.
 add_library(kovra_sanitize INTERFACE)
 if(KOVRA_SANITIZE)
-  target_compile_options(kovra_sanitize INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+  target_compile_options(kovra_sanitize INTERFACE -fsanitize=${KOVRA_SANITIZE} -fno-sanitize-recover=all
                                                   -fno-omit-frame-pointer)
 endif()

@@ -255,8 +255,6 @@ int Builder::Read(void* context, char* buffer, int length) {
 }
 
 ParseResult Builder::Run() {
-    static const bool ready = (xmlInitParser(), true);
-    static_cast<void>(ready);
     if (source_.find('\0') != std::string_view::npos || !ModPub::IsUtf8(source_))
         return {nullptr, "The text is not valid UTF-8."};
 

@@ -19,6 +19,13 @@ std::uint32_t CheckedSize(std::string_view text) {
     return static_cast<std::uint32_t>(text.size());
 }
 
+/// A table of names; libxml2 is made ready before the first, since several threads may want theirs at once.
+xmlDict* NewDict() {
+    static const bool ready = (xmlInitParser(), true);
+    static_cast<void>(ready);
+    return xmlDictCreate();
+}
+
 } // namespace
 
 const Node* NextInOrder(const Node& node, const Node& top) noexcept {
@@ -33,7 +40,7 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept {
 
 void Tree::DictDeleter::operator()(xmlDict* dict) const noexcept { xmlDictFree(dict); }
 
-Tree::Tree() : dict_(xmlDictCreate()), document_(&Make<Element>(NodeKind::document)) {
+Tree::Tree() : dict_(NewDict()), document_(&Make<Element>(NodeKind::document)) {
     if (!dict_)
         throw std::bad_alloc();
 }

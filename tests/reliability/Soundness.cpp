@@ -1,10 +1,8 @@
 #include "tests/reliability/Soundness.h"
 
-#include "cli/Classes.h"
 #include "refhost/sql/Runtime.h"
 #include "tests/reliability/Program.h"
 
-#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -41,19 +39,6 @@ int WholeNumbers(const NumberedImport& import, const TestAccount& account) {
     const int present = static_cast<int>(rows.size() / import.written(0).size());
     EXPECT_EQ(rows, WrittenBy(import, 0, present));
     return present;
-}
-
-std::string Transact(const NumberedImport& import, const TestAccount& account, const std::string& request) {
-    refhost::Environment environment;
-    refhost::Login login(account.LoginXml(), environment);
-    return Transact(import, environment, login, request);
-}
-
-std::string Transact(const NumberedImport& import, refhost::Environment& environment, refhost::Login& login,
-                     const std::string& request) {
-    const std::vector<cli::ImportClass>& classes = cli::ImportClasses();
-    return std::ranges::find(classes, import.className, &cli::ImportClass::name)
-        ->transact(environment, request, &login);
 }
 
 std::string TransactApart(const NumberedImport& import, const TestAccount& account, const std::string& request,

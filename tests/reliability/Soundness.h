@@ -1,7 +1,5 @@
 #pragma once
 
-#include "refhost/Environment.h"
-#include "refhost/eai/Login.h"
 #include "tests/support/NumberedImport.h"
 
 #include <functional>
@@ -16,12 +14,7 @@ void ExpectIntegrity(const TestAccount& account);
 /// and that nothing is damaged.
 int WholeNumbers(const NumberedImport& import, const TestAccount& account);
 
-/// Runs a request through the import's class in this process.
-std::string Transact(const NumberedImport& import, const TestAccount& account, const std::string& request);
-std::string Transact(const NumberedImport& import, refhost::Environment& environment, refhost::Login& login,
-                     const std::string& request);
-
-/// The same in a process of its own, where `before` runs first.
+/// Runs a request through the import's class in a process of its own, where `before` runs first.
 std::string TransactApart(const NumberedImport& import, const TestAccount& account, const std::string& request,
                           const std::function<void()>& before);
 

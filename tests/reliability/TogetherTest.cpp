@@ -64,13 +64,14 @@ TEST_P(Together, EveryRowOfManySmallRequestsArrives) { ImportTogether(20, 1); }
 
 INSTANTIATE_TEST_SUITE_P(Imports, Together, testing::ValuesIn(NumberedImports()), NameOfImport);
 
-TEST(AllTogether, EveryClassImportsBesideTheOthers) {
+TEST(AllTogether, EveryClassImportsBesideOthers) {
     constexpr int rounds = 4;
     constexpr int each = 10;
     const NumberedAccount account(rounds * each);
+    const std::vector<NumberedImport> imports = ImportsBesideEachOther();
     std::vector<Process> importers;
     for (int round = 0; round < rounds; ++round) {
-        for (const NumberedImport& import : NumberedImports()) {
+        for (const NumberedImport& import : imports) {
             importers.push_back(Importer(import, account, round * each, (round + 1) * each, each));
         }
     }
@@ -78,7 +79,7 @@ TEST(AllTogether, EveryClassImportsBesideTheOthers) {
         EXPECT_EQ(importer.Wait().status, 0);
     }
     ExpectIntegrity(account);
-    for (const NumberedImport& import : NumberedImports()) {
+    for (const NumberedImport& import : imports) {
         EXPECT_EQ(Halves(import, account), std::vector<std::string>());
         // Other classes write into the same tables.
         std::vector<std::string> present = account.Rows(import.query);

@@ -1,5 +1,8 @@
 #include "tests/support/NumberedImport.h"
 
+#include "cli/Classes.h"
+
+#include <algorithm>
 #include <ostream>
 
 namespace test {
@@ -188,6 +191,10 @@ const std::array<NumberedImport, 6>& NumberedImports() {
     return imports;
 }
 
+std::vector<NumberedImport> ImportsBesideEachOther() {
+    return {InventorySettings(), OppositeSettings(), StandardCostSettings(), Provisions(), PriceVoucher()};
+}
+
 NumberedAccount::NumberedAccount(int count) : TestAccount(AccountContent::demo) {
     Run(InsertNumbered(
             "insert into inventory (cInvCode, cInvName, cInvCCode, cValueType, iInvRCost, bService, bInvType, "
@@ -234,6 +241,19 @@ std::vector<std::string> Halves(const NumberedImport& import, const TestAccount&
         }
     }
     return found;
+}
+
+std::string Transact(const NumberedImport& import, const TestAccount& account, const std::string& request) {
+    refhost::Environment environment;
+    refhost::Login login(account.LoginXml(), environment);
+    return Transact(import, environment, login, request);
+}
+
+std::string Transact(const NumberedImport& import, refhost::Environment& environment, refhost::Login& login,
+                     const std::string& request) {
+    const std::vector<cli::ImportClass>& classes = cli::ImportClasses();
+    return std::ranges::find(classes, import.className, &cli::ImportClass::name)
+        ->transact(environment, request, &login);
 }
 
 void PrintTo(const NumberedImport& import, std::ostream* out) { *out << import.className; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "refhost/Environment.h"
+#include "refhost/eai/Login.h"
 #include "tests/support/TestAccount.h"
 
 #include <array>
@@ -41,6 +43,9 @@ struct NumberedImport {
 /// One of each class, in the classes' usual order.
 const std::array<NumberedImport, 6>& NumberedImports();
 
+/// Those that one account takes side by side: all but the opening balances, which a posted voucher puts an end to.
+std::vector<NumberedImport> ImportsBesideEachOther();
+
 /// The demonstration company with what the numbers 0 to `count` - 1 of every import ask for.
 class NumberedAccount : public TestAccount {
 public:
@@ -55,6 +60,11 @@ std::string AcceptedResult(const NumberedImport& import, int first, int last);
 std::vector<std::string> WrittenBy(const NumberedImport& import, int first, int last);
 /// The rows that the import's queries for half written documents find.
 std::vector<std::string> Halves(const NumberedImport& import, const TestAccount& account);
+
+/// Runs a request through the import's class in this process.
+std::string Transact(const NumberedImport& import, const TestAccount& account, const std::string& request);
+std::string Transact(const NumberedImport& import, refhost::Environment& environment, refhost::Login& login,
+                     const std::string& request);
 
 void PrintTo(const NumberedImport& import, std::ostream* out);
 /// Names parameterized tests after the class.
