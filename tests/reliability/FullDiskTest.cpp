@@ -24,6 +24,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int count = 40;
+/// By how much the room grows from one run to the next.
+constexpr double step = sanitized ? 2 : 1.3;
 
 /// Lets no file of this process grow beyond `bytes`; to be called in a process of the test's own.
 void LimitFiles(rlim_t bytes) {
@@ -42,7 +44,7 @@ TEST_P(FullDisk, WritesWhatIsAcceptedAndNoMore) {
     const NumberedAccount original(count);
     int failed = 0;
     int present = 0;
-    for (double room = 1000; present < count && !HasFailure(); room *= 1.3) {
+    for (double room = 1000; present < count && !HasFailure(); room *= step) {
         const TestAccount account(original);
         const std::string result =
             TransactApart(import, account, RequestOf(import, 0, count), [&] { LimitFiles(static_cast<rlim_t>(room)); });
@@ -89,7 +91,7 @@ TEST_P(FullDisk, LeavesTheAccountOfASmallDiskWhole) {
     const fs::path outside = fs::temp_directory_path();
     int failed = 0;
     int status = 0;
-    for (double room = 10; status == 0; room *= 1.4) {
+    for (double room = 10; status == 0; room *= step) {
         Process process([&] {
             if (!MountSmallDisk(disk.path(), static_cast<int>(static_cast<double>(size) / 1000 + room))) {
                 return notMounted;

@@ -25,9 +25,15 @@ void ExpectBounded(const std::function<void()>& work) {
     const Ended ended = process.Wait();
     EXPECT_EQ(ended.signal, 0);
     EXPECT_EQ(ended.status, 0);
-#ifndef KOVRA_SANITIZED
-    EXPECT_LT(ended.peakMemory, memory);
-#endif
+    EXPECT_TRUE(sanitized || ended.peakMemory < memory) << ended.peakMemory;
+}
+
+/// The texts for a class: all, or under a sanitizer the large ones for the first class alone, as one parser reads them.
+std::vector<HostileText> TextsFor(const NumberedImport& import, std::vector<HostileText> texts) {
+    if (sanitized && import.className != std::string_view(NumberedImports().front().className)) {
+        std::erase_if(texts, [](const HostileText& hostile) { return hostile.text.size() > 200'000; });
+    }
+    return texts;
 }
 
 class HostileRequest : public testing::TestWithParam<NumberedImport> {};
@@ -38,7 +44,7 @@ TEST_P(HostileRequest, ThatIsUnreadableGivesTheErrorResult) {
     const std::string refused = std::string(import.className) == "ClsPriceJustVou"
                                     ? "<error code=\"100\" dsc=\"解析XML时发生错误，请检查XML参数格式\"/>"
                                     : "<error code=\"100\" dsc=\"解析XML时发生错误,请你检查XML参数格式\"/>";
-    const std::vector<HostileText> texts = UnreadableTexts();
+    const std::vector<HostileText> texts = TextsFor(import, UnreadableTexts());
     ExpectBounded([&] {
         for (const HostileText& hostile : texts) {
             EXPECT_EQ(Transact(import, account, hostile.text), refused) << hostile.name;
@@ -51,7 +57,7 @@ TEST_P(HostileRequest, ThatIsUnreadableGivesTheErrorResult) {
 TEST_P(HostileRequest, ThatIsReadableGivesAResultDocument) {
     const NumberedAccount account(1);
     const NumberedImport& import = GetParam();
-    const std::vector<HostileText> texts = ReadableTexts();
+    const std::vector<HostileText> texts = TextsFor(import, ReadableTexts());
     ExpectBounded([&] {
         for (const HostileText& hostile : texts) {
             const std::string result = Transact(import, account, hostile.text);
