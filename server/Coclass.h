@@ -22,6 +22,7 @@ inline VariantHolder TextResult(const std::string& text) { return VariantHolder(
 
 /// Runs a member that an early-bound client calls: what it throws becomes the HRESULT with an error information object.
 template <class Action> HRESULT Answer(Action&& action) noexcept {
+    ForgetErrorObject();
     try {
         std::forward<Action>(action)();
         return S_OK;

@@ -20,7 +20,8 @@ ComPtr<VouchDataObject> VouchDataObject::Of(const VARIANT& argument) {
     if (!object)
         server::RaiseObjectNotSet();
     ComPtr<VouchDataObject> own;
-    server::ThrowIfFailed(object->QueryInterface(ownId, own.PutVoid()));
+    if (FAILED(object->QueryInterface(ownId, own.PutVoid())))
+        server::RaiseTypeMismatch();
     return own;
 }
 

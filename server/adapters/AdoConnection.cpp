@@ -23,7 +23,7 @@ void AdoConnection::RollbackTrans() { connection_.Call(L"RollbackTrans"); }
 const DispatchObject& ComConnection(const host::Connection& connection) {
     const auto* own = dynamic_cast<const AdoConnection*>(&connection);
     if (!own)
-        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+        RaiseTypeMismatch();
     return own->connection();
 }
 

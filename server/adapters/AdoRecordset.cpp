@@ -126,7 +126,7 @@ const AdoRecordset::Column& AdoRecordset::ColumnAt(std::size_t index) const {
 const DispatchObject& ComRecordset(const host::Recordset& recordset) {
     const auto* own = dynamic_cast<const AdoRecordset*>(&recordset);
     if (!own)
-        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+        RaiseTypeMismatch();
     return own->recordset();
 }
 

@@ -36,7 +36,7 @@ host::HostLogin::PeriodRange ComLogin::PeriodDates(int period, int year) {
 const DispatchObject& ComObject(const host::HostLogin& login) {
     const auto* own = dynamic_cast<const ComLogin*>(&login);
     if (!own)
-        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+        RaiseTypeMismatch();
     return own->login();
 }
 

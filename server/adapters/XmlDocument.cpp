@@ -68,7 +68,7 @@ host::DOMNodePtr XmlDocument::CreateElement(std::string_view name) {
 const ComPtr<IXMLDOMDocument>& ComDocument(const host::DOMDocument& document) {
     const auto* own = dynamic_cast<const XmlDocument*>(&document);
     if (!own)
-        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+        RaiseTypeMismatch();
     return own->document();
 }
 

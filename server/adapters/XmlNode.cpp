@@ -91,7 +91,7 @@ ComPtr<IXMLDOMNode> ComNode(const host::DOMNode* node) {
         return {};
     const auto* own = dynamic_cast<const XmlNode*>(node);
     if (!own)
-        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+        RaiseTypeMismatch();
     return own->node();
 }
 

@@ -102,6 +102,10 @@ void ThrowException(EXCEPINFO& exception) {
 
 void RaiseObjectNotSet() { ModPub::RaiseRuntimeError(en::objectNotSet); }
 
+void RaiseTypeMismatch() { ModPub::RaiseRuntimeError(en::typeMismatch); }
+
+void ForgetErrorObject() noexcept { SetErrorInfo(0, nullptr); }
+
 HRESULT SetErrorObject(const host::Error& error) noexcept {
     try {
         ComPtr<ICreateErrorInfo> create;

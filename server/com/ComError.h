@@ -21,9 +21,15 @@ void ThrowIfFailed(HRESULT result);
 
 /// Throws error 91.
 [[noreturn]] void RaiseObjectNotSet();
+/// Throws error 13.
+[[noreturn]] void RaiseTypeMismatch();
 
 /// Leaves `error` as the thread's error information object. @return the HRESULT for the client
 HRESULT SetErrorObject(const host::Error& error) noexcept;
+
+/// Takes away what an earlier failure left as the thread's error information object, so that no later one is described
+/// by it.
+void ForgetErrorObject() noexcept;
 
 /// The error being handled, whatever its type, as `host::Error`. To be called inside a catch block.
 host::Error CurrentError() noexcept;

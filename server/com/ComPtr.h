@@ -61,7 +61,7 @@ public:
             RaiseObjectNotSet();
         ComPtr<U> other = TryAs<U>();
         if (!other)
-            ThrowIfFailed(E_NOINTERFACE);
+            RaiseTypeMismatch();
         return other;
     }
 

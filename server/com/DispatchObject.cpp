@@ -10,8 +10,10 @@ DispatchObject DispatchObject::Create(const wchar_t* progId) {
     HRESULT result = CLSIDFromProgID(progId, &classId);
     if (SUCCEEDED(result))
         result = CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch, object.PutVoid());
-    if (FAILED(result))
+    if (FAILED(result)) {
+        ForgetErrorObject();
         ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject);
+    }
     return DispatchObject(std::move(object));
 }
 

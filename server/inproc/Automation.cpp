@@ -58,7 +58,7 @@ void Arguments::Return(std::size_t index, const VariantHolder& value) const {
         break;
     default:
         VariantClear(&content);
-        ThrowIfFailed(DISP_E_TYPEMISMATCH);
+        RaiseTypeMismatch();
     }
 }
 

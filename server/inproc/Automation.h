@@ -110,6 +110,7 @@ public:
         const Method<Object>& method = Object::methods[id - firstId];
         if (parameters->cArgs < method.leastArguments || parameters->cArgs > method.mostArguments)
             return DISP_E_BADPARAMCOUNT;
+        ForgetErrorObject();
         try {
             VariantHolder value = (static_cast<Object*>(this)->*method.call)(Arguments(*parameters));
             if (result)
