@@ -1,14 +1,11 @@
 // Every scenario through Kovra.dll: the class, the login, the host's components, the documents and the database all by
 // COM.
 #include "server/adapters/XmlDocument.h"
-#include "server/com/DispatchObject.h"
-#include "server/com/Utf16.h"
 #include "tests/support/ScenarioFolder.h"
-#include "tests/windows/RegisteredLibrary.h"
+#include "tests/windows/HostedTest.h"
 
 #include <algorithm>
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -17,8 +14,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-using server::DispatchObject;
-using server::VariantHolder;
 
 /// The current folder, and the file that is traced to, of a scenario's run.
 class RunFolder {
@@ -38,20 +33,7 @@ private:
     fs::path before_;
 };
 
-class Scenario : public testing::TestWithParam<fs::path> {
-protected:
-    static void SetUpTestSuite() { libraries_ = std::make_unique<Libraries>(); }
-    static void TearDownTestSuite() { libraries_.reset(); }
-
-    struct Libraries {
-        test::RegisteredLibrary ado{L"KovraTestAdo.dll"};
-        test::RegisteredLibrary host{L"KovraHost.dll"};
-        test::RegisteredLibrary server{L"Kovra.dll"};
-    };
-    static std::unique_ptr<Libraries> libraries_;
-};
-
-std::unique_ptr<Scenario::Libraries> Scenario::libraries_;
+class Scenario : public test::HostedTest, public testing::WithParamInterface<fs::path> {};
 
 /// The document as MSXML writes it, whatever wrote it before: Wine's MSXML adds line breaks and tabs to a text that has
 /// none. So it does to the text of a result document that a message quotes, where a line break at its end stays too;
@@ -82,18 +64,11 @@ TEST_P(Scenario, GivesResultAndStatements) {
     account.Run(test::ReadText(folder / "setup.sql"));
     const RunFolder runFolder(account.folder());
 
-    std::string result;
-    {
-        const DispatchObject login = DispatchObject::Create(L"KovraHost.Login");
-        login.Call(L"LoadXML", VariantHolder(test::ReadText(folder / "login.xml")));
-        const std::wstring progId = L"Kovra." + folder.parent_path().filename().wstring();
-        const DispatchObject instance = DispatchObject::Create(progId.c_str());
-        const VariantHolder returned = instance.Call(L"Transact", VariantHolder(test::ReadText(folder / "request.xml")),
-                                                     VariantHolder(login.object().Get()));
-        ASSERT_EQ(V_VT(&returned.Get()), VT_BSTR);
-        result = server::ToText(returned.Get());
-    }
-    EXPECT_EQ(libraries_->server.CanUnload(), S_OK);
+    const std::wstring progId = L"Kovra." + folder.parent_path().filename().wstring();
+    const std::string result =
+        test::Transact(progId.c_str(), server::VariantHolder(test::ReadText(folder / "request.xml")),
+                       test::Login(test::ReadText(folder / "login.xml")));
+    EXPECT_EQ(libraries().server.CanUnload(), S_OK);
 
     if (test::ExpectsEmptyResult(folder))
         EXPECT_EQ(result, "");
