@@ -30,8 +30,8 @@ VariantHolder EaiHelperObject::MakeResultDoc(const Arguments& arguments) {
 VariantHolder EaiHelperObject::AddResultItem(const Arguments& arguments) {
     constexpr std::size_t firstFurtherText = 5;
     server::XmlDocument document = DocumentOf(arguments[0]);
-    helper_.AddResultItem(document, ToText(arguments[1]), ToInt(arguments[2]), ToText(arguments[3]));
-    const host::DOMNodePtr item = document.SelectSingleNode("/*/item[last()]");
+    const host::DOMNodePtr item =
+        EaiHelper::AppendItem(document, ToText(arguments[1]), ToInt(arguments[2]), ToText(arguments[3]));
     if (const int flag = ToInt(arguments[4]); flag != 0)
         item->SetAttribute("flag", std::to_string(flag));
     for (std::size_t i = 0; i < 4; ++i) {

@@ -18,9 +18,8 @@ VariantHolder IaVoucherServiceObject::Context(const Arguments& arguments) {
 
 VariantHolder IaVoucherServiceObject::VoucherInit(const Arguments& arguments) {
     ChangedText message(arguments, 1);
-    auto login = std::make_unique<server::ComLogin>(LoginOf(arguments[0]));
-    const bool ready = service_.VoucherInit(*login, message.text());
-    login_ = std::move(login);
+    login_ = LoginOf(arguments[0]);
+    const bool ready = service_.VoucherInit(*login_, message.text());
     message.Store();
     return VariantHolder(ready);
 }

@@ -6,7 +6,7 @@
 #include "server/adapters/ComLogin.h"
 #include "server/inproc/Automation.h"
 
-#include <memory>
+#include <optional>
 
 namespace refhost::com {
 
@@ -44,8 +44,8 @@ public:
 private:
     server::ComEnvironment environment_;
     ComponentConnection connection_{environment_};
-    /// The login that the service keeps.
-    std::unique_ptr<server::ComLogin> login_;
+    /// The login that the service keeps, always in the same place.
+    std::optional<server::ComLogin> login_;
     IaVoucherService service_{environment_, connection_};
 };
 

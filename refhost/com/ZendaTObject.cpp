@@ -21,7 +21,7 @@ std::shared_ptr<host::VoucherContext> ContextOf(const VARIANT& argument) {
 } // namespace
 
 host::Connection& ZendaTObject::Connection(const VARIANT& argument) {
-    latestConnection_ = std::make_unique<server::AdoConnection>(ConnectionOf(argument));
+    latestConnection_ = ConnectionOf(argument);
     return *latestConnection_;
 }
 

@@ -5,7 +5,7 @@
 #include "server/adapters/ComEnvironment.h"
 #include "server/inproc/Automation.h"
 
-#include <memory>
+#include <optional>
 
 namespace refhost::com {
 
@@ -46,7 +46,8 @@ private:
 
     server::ComEnvironment environment_;
     refhost::ZendaT companion_{environment_};
-    std::unique_ptr<server::AdoConnection> latestConnection_;
+    /// Always in the same place, since the component keeps a pointer to it.
+    std::optional<server::AdoConnection> latestConnection_;
 };
 
 } // namespace refhost::com

@@ -2,7 +2,6 @@
 
 #include "ModPub/RuntimeErrors.h"
 #include "ModPub/XmlText.h"
-#include "host/DOMDocument.h"
 
 namespace refhost {
 
@@ -33,14 +32,20 @@ std::string EaiHelper::MakeResultDoc(std::string_view docid, std::string_view pr
 
 void EaiHelper::AddResultItem(host::DOMDocument& resultDocument, std::string_view key, long code,
                               std::string_view description) {
+    AppendItem(resultDocument, key, code, description);
+}
+
+host::DOMNodePtr EaiHelper::AppendItem(host::DOMDocument& resultDocument, std::string_view key, long code,
+                                       std::string_view description) {
     const host::DOMNodePtr root = resultDocument.DocumentElement();
     if (root == nullptr)
         ModPub::RaiseRuntimeError(host::error_number::objectNotSet);
-    const host::DOMNodePtr item = resultDocument.CreateElement("item");
+    host::DOMNodePtr item = resultDocument.CreateElement("item");
     item->SetAttribute("key", key);
     item->SetAttribute("code", std::to_string(code));
     item->SetAttribute("dsc", description);
     root->AppendChild(*item);
+    return item;
 }
 
 } // namespace refhost

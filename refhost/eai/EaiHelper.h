@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/DOMDocument.h"
 #include "host/EaiHelper.h"
 
 namespace refhost {
@@ -17,6 +18,10 @@ public:
     /// Throws 91 when the document has no root element.
     void AddResultItem(host::DOMDocument& resultDocument, std::string_view key, long code,
                        std::string_view description) override;
+
+    /// `AddResultItem`. @return the new `item`, for further attributes
+    static host::DOMNodePtr AppendItem(host::DOMDocument& resultDocument, std::string_view key, long code,
+                                       std::string_view description);
 };
 
 } // namespace refhost
