@@ -22,3 +22,7 @@ if(KOVRA_SANITIZE)
   target_compile_options(kovra_sanitize INTERFACE -fsanitize=${KOVRA_SANITIZE} -fno-sanitize-recover=all
                                                   -fno-omit-frame-pointer)
 endif()
+if(KOVRA_FUZZ)
+  # Coverage for libFuzzer, which the targets themselves are linked with.
+  target_compile_options(kovra_sanitize INTERFACE -fsanitize=fuzzer-no-link)
+endif()
