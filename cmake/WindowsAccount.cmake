@@ -18,3 +18,10 @@ target_include_directories(kovra_fmt SYSTEM INTERFACE ${fmt_headers})
 target_compile_definitions(kovra_fmt INTERFACE FMT_HEADER_ONLY)
 
 include(cmake/AccountDatabase.cmake)
+
+# On Windows all this serves the tests alone, which run shorter than the optimiser takes.
+if(NOT MSVC)
+  foreach(target kovra_sqlite refhost-sql refhost-account refhost-database)
+    target_compile_options(${target} PRIVATE -O1)
+  endforeach()
+endif()
