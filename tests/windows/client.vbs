@@ -36,4 +36,5 @@ Set instance = CreateObject("Kovra.ClsPriceJustVou")
 Expect "ClsPriceJustVou needs the ERP's companion", Err.Number, 429
 On Error Goto 0
 
+WScript.Echo "end of script"
 WScript.Quit failures
