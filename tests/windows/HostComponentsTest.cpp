@@ -260,6 +260,36 @@ TEST_F(HostComponents, CompanionOpensTheRecordsetItIsGiven) {
                 [&] { companion.Call(L"OpenDBS", Nothing(), Object(connection), Text("SELECT 1")); });
 }
 
+TEST_F(HostComponents, CompanionOutlivesTheArgumentsOfARefusedCall) {
+    server::XmlDocument record;
+    ASSERT_TRUE(record.LoadXML("<xml xmlns:rs=\"urn:schemas-microsoft-com:rowset\" xmlns:z=\"#RowsetSchema\">"
+                               "<rs:data><z:row dCJVDate=\"2023-02-07\"/></rs:data></xml>"));
+    const VariantHolder data = DispatchObject::Create(progid::rsXmlHelper).Call(L"XmlToVouchData", Object(record));
+    const DispatchObject companion = DispatchObject::Create(progid::zendaT);
+    const VariantHolder flag(false);
+    companion.Call(L"GetMaxID", Object(OpenConnection()), flag);
+    ExpectError(94, "无效使用 Null", [&] {
+        companion.Call(L"Update", VariantHolder(host::Value(host::Null{})), Text("R"), Nothing(),
+                       Object(OpenConnection()), Text("-1"), flag);
+    });
+    EXPECT_EQ(server::ToText(companion.Call(L"GetVouchNum", Nothing(), Text("22"), data, flag, flag).Get()),
+              "2023020001");
+}
+
+TEST_F(HostComponents, HelperAppendsManyOutcomesInOrder) {
+    const DispatchObject helper = DispatchObject::Create(progid::eaiHelper);
+    server::XmlDocument result;
+    ASSERT_TRUE(result.LoadXML("<qxinterface/>"));
+    for (int i = 0; i < 1000; ++i) {
+        helper.Call(L"AddResultItem", Object(result), Text(std::to_string(i)), VariantHolder(101), Text("no"),
+                    VariantHolder(i % 2), Text(""), Text(std::to_string(i)), Text(""), Text(""));
+    }
+    const host::DOMNodeList items = result.SelectNodes("/qxinterface/item");
+    ASSERT_EQ(items.size(), 1000U);
+    EXPECT_EQ(items[998]->Xml(), "<item key=\"998\" code=\"101\" dsc=\"no\" u2=\"998\"/>");
+    EXPECT_EQ(items[999]->Xml(), "<item key=\"999\" code=\"101\" dsc=\"no\" flag=\"1\" u2=\"999\"/>");
+}
+
 // In a process that has imported nothing: a thread that did keeps its helper.
 TEST_F(HostComponents, DISABLED_LibraryCanBeUnloadedAfterTheLastRelease) {
     EXPECT_EQ(libraries().host.CanUnload(), S_OK);
