@@ -69,7 +69,8 @@ public:
     virtual DOMNodePtr SelectSingleNode(std::string_view path) const = 0;
     virtual DOMNodeList SelectNodes(std::string_view path) const = 0;
 
-    /// Creates an element of this document that stands nowhere yet. Throws for a text that is no name.
+    /// Creates an element of this document that stands nowhere yet. Throws for a text that is no name and for a prefix
+    /// that the document does not declare.
     virtual DOMNodePtr CreateElement(std::string_view name) = 0;
 };
 

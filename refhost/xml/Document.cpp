@@ -1,5 +1,6 @@
 #include "refhost/xml/Document.h"
 
+#include "host/Error.h"
 #include "refhost/xml/NodeHandle.h"
 #include "refhost/xml/Parser.h"
 #include "refhost/xml/Writer.h"
@@ -47,6 +48,11 @@ host::DOMNodeList Document::SelectNodes(std::string_view path) const {
 }
 
 host::DOMNodePtr Document::CreateElement(std::string_view name) {
+    const std::size_t colon = name.find(':');
+    // What nobody declares would make a document that cannot be read again.
+    if (colon != std::string_view::npos && !tree_->HasPrefix(name.substr(0, colon)))
+        throw host::Error(host::error_number::unspecified,
+                          "Reference to undeclared namespace prefix: '" + std::string(name.substr(0, colon)) + "'.");
     return MakeHandle(*tree_, *selector_, {&tree_->NewElement(tree_->Name(name)), nullptr});
 }
 

@@ -249,7 +249,7 @@ int Builder::Read(void* context, char* buffer, int length) {
     if (builder.illFormed_)
         return 0;
     const std::size_t count = std::min(static_cast<std::size_t>(length), builder.source_.size() - builder.read_);
-    std::memcpy(buffer, builder.source_.data() + builder.read_, count);
+    std::ranges::copy(builder.source_.substr(builder.read_, count), buffer);
     builder.read_ += count;
     return static_cast<int>(count);
 }

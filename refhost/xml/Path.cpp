@@ -1,5 +1,6 @@
 #include "refhost/xml/Path.h"
 
+#include "ModPub/Utf8.h"
 #include "host/Error.h"
 
 #include <algorithm>
@@ -15,7 +16,7 @@ constexpr std::size_t maxSteps = 64;
 
 bool IsName(std::string_view text) {
     const std::string terminated(text);
-    return text.find('\0') == std::string_view::npos &&
+    return text.find('\0') == std::string_view::npos && ModPub::IsUtf8(text) &&
            xmlValidateQName(reinterpret_cast<const xmlChar*>(terminated.c_str()), 0) == 0;
 }
 

@@ -32,6 +32,8 @@ TEST(DocumentLoad, IllFormedTextIsRefusedAndLeavesTheDocumentEmpty) {
     EXPECT_EQ(document.Xml(), "<c/>");
 }
 
+TEST(DocumentLoad, TextThatStandsNowhereIsRefused) { EXPECT_EQ(Reload(std::string_view()), "refused"); }
+
 TEST(DocumentLoad, ErrorNamesTheLine) {
     Document document;
     ASSERT_FALSE(document.LoadXML("<a>\n<b>\n</a>"));

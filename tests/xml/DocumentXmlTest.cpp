@@ -173,6 +173,13 @@ TEST(DocumentNode, NamesAreChecked) {
     EXPECT_EQ(document.Xml(), "<a/>");
 }
 
+TEST(DocumentNode, CreatedElementHasADeclaredPrefix) {
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a xmlns:p=\"u\"/>"));
+    EXPECT_EQ(document.CreateElement("p:b")->NodeName(), "p:b");
+    EXPECT_THROW(document.CreateElement("q:b"), host::Error);
+}
+
 TEST(DocumentNode, CreatedElementStandsNowhereUntilItIsAppended) {
     Loaded document("<a><b/></a>");
     const host::DOMNodePtr made = document.CreateElement("c");

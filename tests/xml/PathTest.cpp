@@ -100,6 +100,12 @@ TEST(PathNames, RecordsetPrefixesAreKnownInEveryDocument) {
     EXPECT_EQ(Select("<a/>", "s:Schema | dt:x"), "");
 }
 
+TEST(PathNames, BytesThatAreNoUtf8AreRefused) {
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a/>"));
+    EXPECT_THROW(document.SelectNodes("a\xEC/b"), host::Error);
+}
+
 TEST(PathNames, PrefixDeclaredLaterIsKnownFromThenOn) {
     Document document;
     ASSERT_TRUE(document.LoadXML("<a/>"));
