@@ -11,17 +11,23 @@ using server::ToText;
 using server::VariantHolder;
 
 /// The document that an element belongs to.
-server::XmlDocument OwnerOf(const VARIANT& element) {
-    const auto node = server::ToObject(element).As<IXMLDOMNode>();
+server::XmlDocument OwnerOf(const VARIANT& argument) {
+    const auto element = server::ToObject(argument).As<IXMLDOMElement>();
     server::ComPtr<IXMLDOMDocument> owner;
-    server::ThrowIfFailed(node->get_ownerDocument(owner.Put()));
+    server::ThrowIfFailed(element->get_ownerDocument(owner.Put()));
     return server::XmlDocument(std::move(owner));
+}
+
+/// Kept as long as the library is loaded, since callers make a converter for every document.
+MappingStore& Mappings() {
+    static server::ComEnvironment environment;
+    static MappingStore mappings(environment, [](const std::string&) { return std::nullopt; });
+    return mappings;
 }
 
 } // namespace
 
-EaiXmlConverterObject::EaiXmlConverterObject()
-    : mappings_(environment_, [](const std::string&) { return std::nullopt; }), converter_(environment_, mappings_) {}
+EaiXmlConverterObject::EaiXmlConverterObject() : converter_(environment_, Mappings()) {}
 
 VariantHolder EaiXmlConverterObject::FillHead(const Arguments& arguments) {
     return Fill(&EaiXmlConverter::FillHead, arguments);

@@ -34,7 +34,6 @@ private:
                                 const server::Arguments& arguments);
 
     server::ComEnvironment environment_;
-    MappingStore mappings_;
     EaiXmlConverter converter_;
 };
 

@@ -12,11 +12,12 @@
 
 namespace refhost::com {
 
-// The objects that a caller hands in, as the components see them. A document or node that is Nothing throws 91, one of
-// another kind 13; of the other objects the first use tells.
+// The objects that a caller hands in, as the components see them. What is no object throws 13. Of a connection, a
+// recordset or a login that is Nothing or of another kind the first use tells.
 
+/// Throws 91 for Nothing, 13 for what is no document.
 server::XmlDocument DocumentOf(const VARIANT& argument);
-/// The node, or nullptr for Nothing.
+/// nullptr for Nothing. Throws 13 for what is no node.
 host::DOMNodePtr NodeOf(const VARIANT& argument);
 server::AdoConnection ConnectionOf(const VARIANT& argument);
 server::AdoRecordset RecordsetOf(const VARIANT& argument);

@@ -6,6 +6,7 @@
 #include "server/adapters/ComLogin.h"
 #include "server/inproc/Automation.h"
 
+#include <limits>
 #include <optional>
 
 namespace refhost::com {
@@ -31,14 +32,15 @@ public:
     server::VariantHolder VoucherInit(const server::Arguments& arguments);
     /// Type, recordset, message, further text, and two arguments that are not looked at.
     server::VariantHolder GetDefaultTemplate(const server::Arguments& arguments);
-    /// Type, head, body, message, connection, result.
+    /// Type, head, body, message, connection, result, and any flags, which are not looked at.
     server::VariantHolder SaveVoucher(const server::Arguments& arguments);
 
+    static constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
     static constexpr server::Method<IaVoucherServiceObject> methods[] = {
         {L"Context", 1, 1, &IaVoucherServiceObject::Context},
         {L"VoucherInit", 2, 2, &IaVoucherServiceObject::VoucherInit},
         {L"GetDefaultTemplate", 6, 6, &IaVoucherServiceObject::GetDefaultTemplate},
-        {L"SaveVoucher", 6, 6, &IaVoucherServiceObject::SaveVoucher},
+        {L"SaveVoucher", 6, anyNumber, &IaVoucherServiceObject::SaveVoucher},
     };
 
 private:

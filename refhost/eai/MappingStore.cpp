@@ -17,6 +17,7 @@ const std::array<std::pair<std::string_view, std::string_view>, 2> shippedMappin
 } // namespace
 
 const Mapping& MappingStore::Get(std::string_view name) {
+    const std::lock_guard lock(mutex_);
     auto found = mappings_.find(name);
     if (found == mappings_.end()) {
         std::string key(name);

@@ -4,13 +4,14 @@
 
 #include <functional>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace refhost {
 
-/// The mapping files, each read once: converters are made anew for every document.
+/// The mapping files, each read once: converters are made anew for every document. Threads may share a store.
 class MappingStore {
 public:
     /// Reads a user's own mapping file of the name given; nothing when there is none. Throws std::exception for one
@@ -30,6 +31,7 @@ private:
 
     host::Environment& environment_;
     OwnFiles ownFiles_;
+    std::mutex mutex_;
     std::map<std::string, Mapping, std::less<>> mappings_;
 };
 

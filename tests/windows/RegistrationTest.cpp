@@ -1,12 +1,12 @@
 #include "server/com/Utf16.h"
+#include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ServerFixture.h"
 
 #include <string>
-#include <utility>
 
 namespace {
 
-constexpr std::pair<const wchar_t*, const wchar_t*> classes[] = {
+constexpr test::RegisteredClass classes[] = {
     {L"Kovra.ClsInvSubject", L"{36BFF491-8268-43F5-927F-F6B9E34CF10C}"},
     {L"Kovra.ClsOppSubject", L"{04EE14B4-1A08-42D1-8C8E-A9FA123CBD6E}"},
     {L"Kovra.ClsOppSubjectST", L"{9FFF41CD-6825-431C-A287-DE0377F1157F}"},
@@ -17,22 +17,12 @@ constexpr std::pair<const wchar_t*, const wchar_t*> classes[] = {
 const std::wstring typeLibrary = L"{885BA465-EB2B-49AE-8EDA-6D545E15E02D}";
 
 void ExpectRegistered(HKEY root) {
-    for (const auto& [progId, classId] : classes) {
-        const std::wstring path = std::wstring(L"CLSID\\") + classId;
-        EXPECT_EQ(test::ClassesValue(root, std::wstring(progId) + L"\\CLSID"), classId);
-        EXPECT_EQ(test::ClassesValue(root, path + L"\\ProgID"), progId);
-        EXPECT_EQ(test::ClassesValue(root, path + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
-        EXPECT_TRUE(test::ClassesValue(root, path + L"\\InprocServer32").ends_with(L"\\Kovra.dll"));
-        EXPECT_EQ(test::ClassesValue(root, path + L"\\TypeLib"), typeLibrary);
-    }
+    test::ExpectRegistered(root, classes, L"Kovra.dll", typeLibrary);
     EXPECT_EQ(test::ClassesValue(root, L"TypeLib\\" + typeLibrary + L"\\1.0"), L"Kovra");
 }
 
 void ExpectNothing(HKEY root) {
-    for (const auto& [progId, classId] : classes) {
-        EXPECT_EQ(test::ClassesValue(root, std::wstring(progId) + L"\\CLSID"), L"");
-        EXPECT_EQ(test::ClassesValue(root, std::wstring(L"CLSID\\") + classId + L"\\InprocServer32"), L"");
-    }
+    test::ExpectNotRegistered(root, classes);
     EXPECT_EQ(test::ClassesValue(root, L"TypeLib\\" + typeLibrary + L"\\1.0"), L"");
 }
 
