@@ -187,7 +187,8 @@ xmlSAXHandler Builder::Handler() {
                 return;
             builder.FlushText();
             builder.Spend(View(data).size() + 1);
-            builder.AddNode(builder.tree_->NewInstruction(builder.tree_->Name(View(target)), View(data)));
+            // The parser's own judgement of names holds, as it does for elements.
+            builder.AddNode(builder.tree_->NewInstruction(reinterpret_cast<const char*>(target), View(data)));
         });
     };
     handler.internalSubset = [](void* context, const xmlChar* name, const xmlChar* externalId,

@@ -135,6 +135,11 @@ TEST(DocumentLoad, CommentsAndInstructionsAreNodesButNoText) {
     EXPECT_EQ(children[3]->Text(), "d");
 }
 
+TEST(DocumentLoad, InstructionsHaveTheNamesThatElementsHave) {
+    EXPECT_EQ(Reload("<a\u07D6/>"), "<a\u07D6/>");
+    EXPECT_EQ(Reload("<a><?j\u07D6 i?></a>"), "<a><?j\u07D6 i?></a>");
+}
+
 TEST(DocumentLoad, CharacterReferencesAreRead) {
     Document document;
     ASSERT_TRUE(document.LoadXML("<a b=\"&#10;&#x4ED3;\">&lt;&gt;&amp;&quot;&apos;&#24211;&#x20000;</a>"));
