@@ -13,19 +13,19 @@ constexpr std::size_t writesPerAccount = 5000;
 constexpr int stepsPerCheck = 1000;
 constexpr int checksPerStatement = 500;
 
-/// Hands every call on to the account, which outlives it.
+/// Hands every call on to the database that the account has at the time: components keep their connection for long.
 class Lent final : public refhost::Database {
 public:
-    explicit Lent(refhost::Database& database) : database_(database) {}
+    explicit Lent(const std::unique_ptr<refhost::sql::EmbeddedDatabase>& database) : database_(database) {}
 
-    refhost::ResultSet Query(std::string_view sql) override { return database_.Query(sql); }
-    void Execute(std::string_view sql) override { database_.Execute(sql); }
-    void BeginTrans() override { database_.BeginTrans(); }
-    void CommitTrans() override { database_.CommitTrans(); }
-    void RollbackTrans() override { database_.RollbackTrans(); }
+    refhost::ResultSet Query(std::string_view sql) override { return database_->Query(sql); }
+    void Execute(std::string_view sql) override { database_->Execute(sql); }
+    void BeginTrans() override { database_->BeginTrans(); }
+    void CommitTrans() override { database_->CommitTrans(); }
+    void RollbackTrans() override { database_->RollbackTrans(); }
 
 private:
-    refhost::Database& database_;
+    const std::unique_ptr<refhost::sql::EmbeddedDatabase>& database_;
 };
 
 int checksLeft = checksPerStatement;
@@ -53,7 +53,7 @@ void Account::Make() {
 }
 
 refhost::DatabaseOpener Account::Opener() {
-    return [this](const std::string&) { return std::make_unique<Lent>(*database_); };
+    return [this](const std::string&) { return std::make_unique<Lent>(database_); };
 }
 
 void Account::Begin() {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <string_view>
 
 namespace fuzz {
@@ -11,8 +11,7 @@ inline void Require(bool holds, std::string_view what, std::string_view detail =
     if (holds) {
         return;
     }
-    std::fprintf(stderr, "FINDING: %.*s\n%.*s\n", static_cast<int>(what.size()), what.data(),
-                 static_cast<int>(detail.size()), detail.data());
+    std::cerr << "FINDING: " << what << '\n' << detail << std::endl;
     std::abort();
 }
 
