@@ -131,12 +131,13 @@ Mirror::Mirror(const Tree& tree, const Node& top)
 xmlNs* Mirror::Namespace(std::string_view prefix) {
     if (prefix.empty())
         return nullptr;
-    std::string text(prefix);
-    const std::string uri = prefix == xmlPrefix ? reinterpret_cast<const char*>(XML_XML_NAMESPACE) : text;
+    const std::string text(prefix);
+    // Every document of libxml2 has this one itself and takes no other.
+    if (prefix == xmlPrefix)
+        return Checked(xmlSearchNs(document_.get(), reinterpret_cast<xmlNode*>(document_.get()), Bytes(text)));
     auto& space = namespaces_[text];
-    // libxml2 refuses a declaration of "xml" only on a node, and this one stands on none.
     if (!space)
-        space.reset(Checked(xmlNewNs(nullptr, Bytes(uri), Bytes(text))));
+        space.reset(Checked(xmlNewNs(nullptr, Bytes(text), Bytes(text))));
     return space.get();
 }
 

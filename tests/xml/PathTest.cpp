@@ -106,6 +106,14 @@ TEST(PathNames, BytesThatAreNoUtf8AreRefused) {
     EXPECT_THROW(document.SelectNodes("a\xEC/b"), host::Error);
 }
 
+TEST(PathNames, XmlIsAPrefixInEveryDocument) {
+    const std::string spoken = "<r><a xml:lang=\"zh\">x</a><a>y</a><xml:b/></r>";
+    EXPECT_EQ(Select(spoken, "a[1]"), "<a xml:lang=\"zh\">x</a>");
+    EXPECT_EQ(Select(spoken, "a[@xml:lang='zh']/@xml:lang"), "xml:lang=\"zh\"");
+    EXPECT_EQ(Select(spoken, "*[last()]"), "<xml:b/>");
+    EXPECT_EQ(Select(spoken, "xml:b[1]"), "<xml:b/>");
+}
+
 TEST(PathNames, PrefixDeclaredLaterIsKnownFromThenOn) {
     Document document;
     ASSERT_TRUE(document.LoadXML("<a/>"));
