@@ -9,8 +9,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
+
+#include <sqlite3.h>
 
 namespace {
 
@@ -70,6 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     refhost::Login login(std::string(fuzz::loginXml), environment);
     const cli::ImportClass& importClass = cli::ImportClasses()[which];
     CheckResult(importClass.transact(environment, request, &login));
+    fuzz::Require(sqlite3_get_autocommit(account.database().Handle()) != 0, "a transaction is left open", request);
     for (const std::string& change : account.changes()) {
         fuzz::Require(MayWrite(writable[which], change), importClass.name, change);
     }

@@ -2,11 +2,16 @@
 #include "fuzz/Require.h"
 #include "host/Error.h"
 #include "refhost/xml/Document.h"
+#include "refhost/xml/Parser.h"
+#include "refhost/xml/Path.h"
+#include "refhost/xml/XPath.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -29,6 +34,31 @@ void CheckPath(const refhost::xml::Document& document, std::string_view path) {
     }
 }
 
+/// The quick way through a tree finds what the XPath engine finds.
+void CheckQuickPath(std::string_view xml, std::string_view text) {
+    const refhost::xml::ParseResult parsed = refhost::xml::Parse(xml);
+    const refhost::xml::Node& top = parsed.tree->document();
+    try {
+        const std::optional<refhost::xml::Path> path = refhost::xml::Path::Compile(text, *parsed.tree);
+        if (!path) {
+            return;
+        }
+        std::vector<refhost::xml::Selected> quick;
+        path->Select(top, [&](const refhost::xml::Selected& selected) {
+            quick.push_back(selected);
+            return true;
+        });
+        const auto slow = refhost::xml::Mirror(*parsed.tree, top).Select(refhost::xml::XPath(text), top);
+        fuzz::Require(quick.size() == slow.size(), "the two ways find not as many nodes", text);
+        for (std::size_t at = 0; at < quick.size(); ++at) {
+            fuzz::Require(quick[at].node == slow[at].node && quick[at].attribute == slow[at].attribute,
+                          "the two ways find other nodes", text);
+        }
+    } catch (const host::Error& error) {
+        fuzz::Require(text.find(':') != std::string_view::npos, "one way knows no such path", error.description());
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -43,6 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckRoundTrip(document);
     if (end != std::string_view::npos) {
         CheckPath(document, text.substr(end + 1));
+        CheckQuickPath(text.substr(0, end), text.substr(end + 1));
     }
     return 0;
 }
