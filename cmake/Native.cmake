@@ -29,8 +29,8 @@ if(KOVRA_TESTS)
   enable_testing()
   add_subdirectory(tests)
 endif()
-# The driver's runs are tests; with libFuzzer the targets stand alone.
-if(KOVRA_TESTS OR KOVRA_FUZZ)
+# The driver's runs are tests of the sanitizers; with libFuzzer the targets stand alone.
+if(KOVRA_FUZZ OR (KOVRA_TESTS AND KOVRA_SANITIZE MATCHES "address"))
   add_subdirectory(fuzz)
 endif()
 if(KOVRA_BENCH)

@@ -16,11 +16,12 @@ namespace {
 
 enum class Kind { query, write, other };
 
-/// What a text is that the database took. Conditions and BEGIN … END hold several statements: they are `other`.
+/// What a text is that the database took. Conditions and BEGIN … END hold several statements, and a text without one
+/// may have one behind it: they are `other`.
 Kind KindOf(std::string_view sql) {
     const auto statement = refhost::sql::Parser(sql, {.deleteStar = true}).ParseBatch();
     if (!statement) {
-        return Kind::query;
+        return Kind::other;
     }
     if (statement->select) {
         return statement->select->into ? Kind::write : Kind::query;
