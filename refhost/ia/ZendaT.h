@@ -35,13 +35,14 @@ public:
     host::Value GetVouchNum(std::shared_ptr<host::VoucherContext>& context, std::string_view voucherType,
                             host::RsXmlHelper::VouchData& data, bool flag1, bool flag2) override;
     /// Stores head and rows and takes the new prices over into the items. Where the voucher's date is not the login's
-    /// business date, the rows' stock is first taken anew as of the voucher's date.
+    /// business date, the rows' stock is first taken anew as of the voucher's date. An error leaves nothing of the
+    /// voucher behind.
     bool save(host::DOMDocument& head, host::DOMDocument& rows, int mode, std::string& message,
               host::Connection& connection, bool flag, std::shared_ptr<host::VoucherContext>& context) override;
     host::Value GetMaxID(host::Connection& connection, bool flag) override;
     /// Enters the rows into the ledger under the login's name, business date and accounting month, and marks the
     /// voucher. Refuses a voucher that is posted already or unknown, and any while the option `bPostLocked` of system
-    /// "IA" is "1".
+    /// "IA" is "1". An error leaves nothing of the posting behind.
     bool DoAccount(host::DOMDocument& head, host::DOMDocument& rows, std::shared_ptr<host::VoucherContext>& context,
                    host::Connection& connection, bool flag, std::string& message) override;
 

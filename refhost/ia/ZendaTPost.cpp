@@ -1,5 +1,6 @@
 #include "ModPub/Conversions.h"
 #include "refhost/Trace.h"
+#include "refhost/ia/AllOrNothing.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/ZendaT.h"
@@ -55,9 +56,11 @@ bool ZendaT::DoAccount(host::DOMDocument& head, host::DOMDocument&, std::shared_
     }
     host::HostLogin& login = context->Login();
     const std::string today = ModPub::FormatDate(login.CurrentDate());
-    connection.Execute(PostStatement(id, login, today));
-    connection.Execute("UPDATE CostJustVouch SET cAccounter = " + SqlText(login.UserName()) +
-                       ", dAccountDate = " + SqlText(today) + " WHERE ID = " + id);
+    AllOrNothing(connection, [&] {
+        connection.Execute(PostStatement(id, login, today));
+        connection.Execute("UPDATE CostJustVouch SET cAccounter = " + SqlText(login.UserName()) +
+                           ", dAccountDate = " + SqlText(today) + " WHERE ID = " + id);
+    });
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "ModPub/Conversions.h"
 #include "refhost/Trace.h"
+#include "refhost/ia/AllOrNothing.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/Stock.h"
@@ -125,14 +126,19 @@ bool ZendaT::save(host::DOMDocument& head, host::DOMDocument& rows, int, std::st
         message = missing;
         return false;
     }
-    connection.Execute(InsertHead(*headRecord));
-    const std::string id = ModPub::ToText(QueryValue(environment_, connection, "SELECT MAX(ID) FROM CostJustVouch"));
-    InsertRows(connection, id, rowRecords);
     const host::Date day = ModPub::ToDate(headRecord->GetAttribute("dCJVDate").value_or(""));
-    if (day != ModPub::ToDate(context->Login().CurrentDate())) {
-        RestateStock(connection, id, day);
-    }
-    UpdatePrices(connection, id);
+    const host::Date today = ModPub::ToDate(context->Login().CurrentDate());
+    // The caller commits what a failed save leaves: that must be nothing.
+    AllOrNothing(connection, [&] {
+        connection.Execute(InsertHead(*headRecord));
+        const std::string id =
+            ModPub::ToText(QueryValue(environment_, connection, "SELECT MAX(ID) FROM CostJustVouch"));
+        InsertRows(connection, id, rowRecords);
+        if (day != today) {
+            RestateStock(connection, id, day);
+        }
+        UpdatePrices(connection, id);
+    });
     return true;
 }
 

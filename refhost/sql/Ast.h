@@ -209,10 +209,12 @@ struct Truncate {
     Name table;
 };
 
-enum class TransactionVerb { begin, commit, rollback };
+enum class TransactionVerb { begin, commit, rollback, save };
 
 struct Transaction {
     TransactionVerb verb = TransactionVerb::begin;
+    /// What SAVE TRANSACTION names, and where ROLLBACK TRANSACTION goes back to; empty for the whole transaction.
+    std::string savepoint;
 };
 
 /// SET IDENTITY_INSERT, or another option that only affects what clients are told.

@@ -4,6 +4,7 @@
 #include "refhost/sql/Definer.h"
 #include "refhost/sql/Errors.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace refhost::sql {
@@ -297,7 +298,7 @@ void EmbeddedDatabase::RunStatement(const Statement& statement, const std::vecto
     } else if (statement.conditional) {
         RunConditional(*statement.conditional, literals, answer);
     } else if (statement.transaction) {
-        RunTransaction(statement.transaction->verb);
+        RunTransaction(*statement.transaction);
     } else if (statement.setOption) {
         RunSetOption(*statement.setOption);
     } else {
@@ -369,8 +370,8 @@ void EmbeddedDatabase::RunSetOption(const SetOption& option) {
     ForgetPlans();
 }
 
-void EmbeddedDatabase::RunTransaction(TransactionVerb verb) {
-    switch (verb) {
+void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
+    switch (transaction.verb) {
     case TransactionVerb::begin:
         BeginTrans();
         break;
@@ -384,8 +385,35 @@ void EmbeddedDatabase::RunTransaction(TransactionVerb verb) {
         if (!inTransaction_) {
             Fail(syntaxError, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
         }
-        RollbackTrans();
+        if (transaction.savepoint.empty()) {
+            RollbackTrans();
+        } else {
+            RollbackTo(transaction.savepoint);
+        }
         break;
+    case TransactionVerb::save:
+        if (!inTransaction_) {
+            Fail(syntaxError, "Cannot issue SAVE TRANSACTION when there is no active transaction.");
+        }
+        Save(transaction.savepoint);
+        break;
+    }
+}
+
+void EmbeddedDatabase::Save(const std::string& savepoint) {
+    RequireLiveTransaction();
+    savepoints_.push_back(savepoint);
+    Run(db_.get(), "SAVEPOINT " + Quoted(savepoint));
+}
+
+void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
+    RequireLiveTransaction();
+    if (std::ranges::find(savepoints_, savepoint) == savepoints_.end()) {
+        Fail(syntaxError, "Cannot roll back {}. No transaction or savepoint of that name was found.", savepoint);
+    }
+    Run(db_.get(), "ROLLBACK TO " + Quoted(savepoint));
+    if (definitionsChanged_) {
+        ForgetPlans();
     }
 }
 
@@ -478,6 +506,7 @@ void EmbeddedDatabase::BeginTrans() {
     // Takes the right to write at once: a transaction that found out later that another writes could not go on.
     Run(db_.get(), "BEGIN IMMEDIATE");
     inTransaction_ = true;
+    savepoints_.clear();
     definitionsChanged_ = false;
 }
 

@@ -73,7 +73,9 @@ private:
     void RunDefinition(const Statement& statement, const std::vector<Literal>& literals);
     void RunSelectInto(const Select& select, const std::vector<Literal>& literals);
     void RunSetOption(const SetOption& option);
-    void RunTransaction(TransactionVerb verb);
+    void RunTransaction(const Transaction& transaction);
+    void Save(const std::string& savepoint);
+    void RollbackTo(const std::string& savepoint);
     /// Throws when the open transaction was ended by an error, so that nothing runs outside of it unnoticed.
     void RequireLiveTransaction() const;
     Plan MakePlan(const Statement& statement, const std::vector<Literal>& literals);
@@ -99,6 +101,8 @@ private:
     std::size_t translations_ = 0;
     /// Whether a transaction is open for the caller; one that SQLite itself ended stays so until it is rolled back.
     bool inTransaction_ = false;
+    /// Names of the open transaction's savepoints.
+    std::vector<std::string> savepoints_;
     /// Whether the open transaction changed definitions.
     bool definitionsChanged_ = false;
     /// Whether SQLite was kept from compiling a statement anew because another connection changed definitions.

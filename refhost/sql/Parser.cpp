@@ -250,6 +250,8 @@ Statement Parser::ParseStatement() {
         statement.transaction = ParseTransaction(TransactionVerb::commit);
     } else if (Accept("rollback")) {
         statement.transaction = ParseTransaction(TransactionVerb::rollback);
+    } else if (Accept("save")) {
+        statement.transaction = ParseTransaction(TransactionVerb::save);
     } else if (Accept("set")) {
         statement.setOption = ParseSet();
     } else if (Accept("if")) {
@@ -500,7 +502,13 @@ std::unique_ptr<AlterTable> Parser::ParseAlterTable() {
 std::unique_ptr<Transaction> Parser::ParseTransaction(TransactionVerb verb) {
     auto transaction = std::make_unique<Transaction>();
     transaction->verb = verb;
-    if (!Accept("tran") && !Accept("transaction") && verb != TransactionVerb::begin) {
+    if (Accept("tran") || Accept("transaction")) {
+        if (verb == TransactionVerb::save || (verb == TransactionVerb::rollback && AtNameToken())) {
+            transaction->savepoint = TakeName();
+        }
+    } else if (verb == TransactionVerb::save) {
+        FailHere();
+    } else if (verb != TransactionVerb::begin) {
         Accept("work");
     }
     return transaction;

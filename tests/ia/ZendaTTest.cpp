@@ -346,6 +346,44 @@ TEST_F(ZendaT, SavesNothingThatIsIncomplete) {
     EXPECT_THAT(account_.Rows("SELECT ID FROM CostJustVouchs"), IsEmpty());
 }
 
+TEST_F(ZendaT, SavesAVoucherAsAWholeOrNotAtAll) {
+    // 78 of A until the 11th: what their amount changes by is beyond what money holds.
+    const std::string beyond = "<z:row cInvCode='A' iCJVBCost='25' iCJVACost='900000000000000'/>";
+    for (const bool inTransaction : {false, true}) {
+        if (inTransaction) {
+            connection_->BeginTrans();
+        }
+        EXPECT_THROW(Save(Head("2023-01-11"), Row("B") + beyond), host::Error);
+        ASSERT_TRUE(Save(Head("2023-01-11"), Row("B", "cFree1='国产'"))) << message_;
+        if (inTransaction) {
+            connection_->CommitTrans();
+        }
+        EXPECT_THAT(account_.Rows("SELECT cCode FROM CostJustVouch"), ElementsAre(R"({"cCode":"2023010001"})"));
+        EXPECT_THAT(account_.Rows("SELECT cInvCode, cFree1 FROM CostJustVouchs"),
+                    ElementsAre(R"({"cInvCode":"B","cFree1":"国产"})"));
+        EXPECT_THAT(account_.Rows("SELECT iInvRCost FROM inventory WHERE cInvCode <> N'C' ORDER BY cInvCode"),
+                    ElementsAre(R"({"iInvRCost":25})", R"({"iInvRCost":400})"));
+        account_.Run("DELETE FROM CostJustVouch\nGO\nDELETE FROM CostJustVouchs");
+    }
+}
+
+TEST_F(ZendaT, PostsAVoucherAsAWholeOrNotAtAll) {
+    ASSERT_TRUE(Save(Head(), Row("A", "cWhCode='03'"))) << message_;
+    // The last statement of posting fails.
+    account_.Run("DROP VIEW v_CostJustVouch_H\nGO\nALTER TABLE CostJustVouch DROP COLUMN dAccountDate");
+    for (const bool inTransaction : {false, true}) {
+        if (inTransaction) {
+            connection_->BeginTrans();
+        }
+        EXPECT_THROW(Post("<z:row ID='1'/>"), host::Error);
+        if (inTransaction) {
+            connection_->CommitTrans();
+        }
+        EXPECT_THAT(account_.Rows("SELECT AutoID FROM Ia_subsidiary WHERE cVouType = N'22'"), IsEmpty());
+        EXPECT_THAT(account_.Rows("SELECT cAccounter FROM CostJustVouch"), ElementsAre(R"({"cAccounter":null})"));
+    }
+}
+
 TEST_F(ZendaT, PostsAVoucherOnce) {
     account_.Run("INSERT INTO CostJustVouch (ID, cCode) VALUES (41, N'2022120001')");
     ASSERT_TRUE(Save(Head("2023-01-14"), Row("A", "cWhCode='03'") + Row("B", "cWhCode='04' cFree1='国产'")))

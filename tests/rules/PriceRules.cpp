@@ -238,15 +238,9 @@ void PriceRules::Save(const PriceDocument& document) {
     play_.Do("GetVouchNum", "22", Play::main);
     OpenDBS("select 'A' as editprop");
     play_.Translator("RecordsetToXml", Play::main);
-    try {
-        play_.Do("save", {}, Play::main);
-    } catch (const host::Error& error) {
-        failure = error;
-    }
-    SaveInside(document);
-    if (failure) {
-        throw host::Error(*failure);
-    }
+    // The companion saves a voucher as a whole or not at all.
+    play_.Do("save", {}, Play::main);
+    PutVoucher(document);
     play_.Do("GetMaxID", {}, Play::main);
     saved_ = "voucher " + std::to_string(vouchers_);
     savedMaker_ = document.cMaker;
@@ -254,24 +248,15 @@ void PriceRules::Save(const PriceDocument& document) {
     play_.Outcome("单据" + document.ID, 0, "成功导入：");
 }
 
-/// What the companion's save wrote before it ended, in its own order: the head, the rows, the two kinds of prices.
-void PriceRules::SaveInside(const PriceDocument& document) {
-    if (!play_.Ran("INSERT INTO CostJustVouch (")) {
-        return;
-    }
+/// A saved voucher: the head, the rows, the two kinds of prices.
+void PriceRules::PutVoucher(const PriceDocument& document) {
     ++vouchers_;
     const std::string number = std::to_string(vouchers_);
     play_.Put("voucher " + number, Head(Number(vouchers_), document.cMaker, ""));
     for (const auto& [item, row] : staged_) {
-        if (play_.Ran("INSERT INTO CostJustVouchs")) {
-            play_.Put("row " + number + " " + item, OfItem(item, "iCJVACost", row.stored));
-        }
-        if (play_.Ran("UPDATE P SET fInvRCost")) {
-            play_.Put("free item's price " + item, OfItem(item, "fInvRCost", row.price));
-        }
-        if (play_.Ran("UPDATE I SET iInvRCost")) {
-            play_.Put("price " + item, OfItem(item, "iInvRCost", row.price));
-        }
+        play_.Put("row " + number + " " + item, OfItem(item, "iCJVACost", row.stored));
+        play_.Put("free item's price " + item, OfItem(item, "fInvRCost", row.price));
+        play_.Put("price " + item, OfItem(item, "iInvRCost", row.price));
     }
 }
 
@@ -286,26 +271,13 @@ bool PriceRules::Post() {
         play_.Do("Read", head, Play::main);
         OpenDBS(saved_.empty() ? head : "SELECT *, '' AS editprop FROM v_CostJustVouch_B");
         play_.Translator("RecordsetToXml", Play::main);
-        std::optional<host::Error> error;
-        try {
-            play_.Do("DoAccount", {}, Play::main);
-        } catch (const host::Error& raised) {
-            error = raised;
-        }
+        // The companion posts a voucher as a whole or not at all, and refuses where there is none.
+        play_.Do("DoAccount", {}, Play::main);
         if (!saved_.empty()) {
-            if (play_.Ran("INSERT INTO Ia_subsidiary")) {
-                for (const auto& [item, row] : savedRows_) {
-                    play_.Put("posted " + item, OfItem(item, "iAInPrice", row.adjusted));
-                }
+            for (const auto& [item, row] : savedRows_) {
+                play_.Put("posted " + item, OfItem(item, "iAInPrice", row.adjusted));
             }
-            if (play_.Ran("UPDATE CostJustVouch SET cAccounter")) {
-                play_.Put(saved_, Head(Number(vouchers_), savedMaker_, "王会计"));
-            }
-        }
-        if (error) {
-            throw host::Error(*error);
-        }
-        if (!saved_.empty()) {
+            play_.Put(saved_, Head(Number(vouchers_), savedMaker_, "王会计"));
             return true;
         }
     } catch (const host::Error& error) {

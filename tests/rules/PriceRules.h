@@ -54,7 +54,7 @@ private:
     bool Stage(const PriceDocument& document, const PriceRow& row);
     bool Check(const PriceRow& row);
     void Save(const PriceDocument& document);
-    void SaveInside(const PriceDocument& document);
+    void PutVoucher(const PriceDocument& document);
     bool Post();
 
     void OpenDBS(std::string_view sql) { play_.Do("OpenDBS", sql, Play::main); }

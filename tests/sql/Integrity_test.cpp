@@ -140,6 +140,37 @@ TEST(Integrity, DefinitionsRollBackWithTheirTransaction) {
     EXPECT_EQ(Answer(*db, "select * from t"), "1");
 }
 
+TEST(Integrity, TransactionsRollBackToTheirSavepoints) {
+    const auto db = OpenMemory();
+    db->Execute("create table t (x int)");
+    EXPECT_EQ(Answer(*db, "save transaction s"),
+              "-2147217900: Cannot issue SAVE TRANSACTION when there is no active transaction.");
+    db->BeginTrans();
+    EXPECT_EQ(Answer(*db, "insert into t values (1)"), "");
+    EXPECT_EQ(Answer(*db, "SAVE TRANSACTION [o'ne \"two\"]"), "");
+    EXPECT_EQ(Answer(*db, "insert into t values (2)"), "");
+    EXPECT_EQ(Answer(*db, "alter table t add y int"), "");
+    EXPECT_EQ(Answer(*db, "select y from t where x = 2"), "Null");
+    EXPECT_EQ(Answer(*db, "save tran inner_one"), "");
+    EXPECT_EQ(Answer(*db, "delete t"), "");
+    EXPECT_EQ(Answer(*db, "rollback tran inner_one"), "");
+    EXPECT_EQ(Answer(*db, "select count(*) from t"), "2");
+    EXPECT_EQ(Answer(*db, "ROLLBACK TRANSACTION [o'ne \"two\"]"), "");
+    EXPECT_EQ(Answer(*db, "select * from t"), "1");
+    EXPECT_EQ(Answer(*db, "select y from t"), "-2147217900: Invalid column name 'y'.");
+    EXPECT_EQ(Answer(*db, "rollback transaction nosuch"),
+              "-2147217900: Cannot roll back nosuch. No transaction or savepoint of that name was found.");
+    // The transaction itself is open still.
+    EXPECT_EQ(Answer(*db, "insert into t values (3)"), "");
+    db->CommitTrans();
+    EXPECT_EQ(Answer(*db, "select count(*) from t"), "2");
+    db->BeginTrans();
+    EXPECT_NE(Answer(*db, "rollback transaction inner_one"), "");
+    EXPECT_EQ(Answer(*db, "save"), "-2147217900: Incorrect syntax near 'save'.");
+    EXPECT_EQ(Answer(*db, "save transaction"), "-2147217900: Incorrect syntax near 'transaction'.");
+    db->RollbackTrans();
+}
+
 TEST(Integrity, TransactionsOpenOnce) {
     const auto db = OpenMemory();
     const auto number = [](const auto& call) {
