@@ -2,10 +2,17 @@
 #include "ClsPriceJustVou/PriceVoucher.h"
 #include "ModPub/Conversions.h"
 #include "ModPub/ReadAccOption.h"
+#include "ModPub/RuntimeErrors.h"
 #include "ModPub/Trap.h"
+
+#include <cstddef>
 
 namespace kovra {
 namespace {
+
+/// Bytes that the report may grow to. Each document that ends in an error adds the whole result document to it and is
+/// told of with all of it, so both more than double: a short request of some dozen documents would take all memory.
+constexpr std::size_t maxReport = 16'000'000;
 
 /// A number of decimals from the options of system "AA"; 0 where the option is missing.
 std::int16_t ReadDecimals(ModPub::ImportState& state, std::string_view option) {
@@ -41,6 +48,9 @@ std::string ClsPriceJustVou::ImportVouchers(const host::DOMNodeList& documents) 
                 report = message;
             } else {
                 report.append(message).append("\r\n");
+                if (report.size() > maxReport) {
+                    ModPub::RaiseRuntimeError(host::error_number::outOfMemory);
+                }
             }
             state_.AddOutcome({}, ModPub::outcome::stopped, report);
         }

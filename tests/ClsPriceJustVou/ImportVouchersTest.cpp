@@ -209,6 +209,26 @@ TEST(ImportVouchers, ReportGrowsFromRefusalToRefusal) {
                                       Outcome{"", "999", first + "单据P1导入失败：数字不正确或小于零！\r\n"}));
 }
 
+TEST(ImportVouchers, ReportBeyondItsBoundRollsBack) {
+    PriceAccount account;
+    // The report doubles with every document that has no header.
+    std::string request = Request({{.ID = "P1", .entries = OneRow()}});
+    for (int document = 0; document < 1000; ++document) {
+        request.insert(request.rfind("</"), "<voucher/>");
+    }
+    const std::string result = account.Import(request);
+    EXPECT_LT(result.size(), 100'000'000U);
+    const std::vector<Outcome> outcomes = Outcomes(result);
+    ASSERT_GT(outcomes.size(), 10U);
+    EXPECT_EQ(outcomes.front(), saved);
+    EXPECT_EQ(outcomes.back(), (Outcome{unexpected, "999", "内存溢出"}));
+    // The error of the document that was too much is the last of the ordinary ones.
+    EXPECT_EQ(outcomes[outcomes.size() - 2].key, "91");
+    EXPECT_EQ(account.log().back(), "RollbackTrans");
+    EXPECT_THAT(account.Rows("SELECT ID FROM CostJustVouch"), IsEmpty());
+    EXPECT_THAT(account.WorkTables(), IsEmpty());
+}
+
 TEST(ImportVouchers, ErrorInTheWorkTableRollsBack) {
     PriceAccount account;
     account.faults.statement = test::FailOn("CREATE TABLE [IA_tmpPriceJDATA]");
