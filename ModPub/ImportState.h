@@ -24,7 +24,7 @@ struct ImportState {
     host::Environment& environment;
     std::unique_ptr<host::Connection> connection;
     std::unique_ptr<host::DOMDocument> resultDocument;
-    /// The caller's login; it outlives the call.
+    /// The latest caller's login. It outlives the instance, since calls after `Transact` read it too.
     host::HostLogin* login = nullptr;
     /// The request's `roottag`.
     std::string rowTag;

@@ -8,7 +8,7 @@
 #include "server/com/Utf16.h"
 #include "server/inproc/Automation.h"
 
-#include <new>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -76,14 +76,16 @@ private:
             ComPtr<IDispatch> object = readLogin();
             if (!object)
                 return class_.Transact(request, nullptr);
-            ComLogin login{DispatchObject(std::move(object))};
-            return class_.Transact(request, &login);
+            login_.emplace(DispatchObject(std::move(object)));
+            return class_.Transact(request, &*login_);
         } catch (...) {
             return ModPub::ErrorResult(environment_);
         }
     }
 
     ComEnvironment environment_;
+    /// The latest login, always in the same place: the class reads it in later calls too.
+    std::optional<ComLogin> login_;
     Class class_{environment_};
 };
 

@@ -10,8 +10,10 @@ namespace server {
 bool Arguments::Has(std::size_t index) const noexcept {
     if (index >= count())
         return false;
-    const VARIANT& argument = (*this)[index];
-    return V_VT(&argument) != VT_ERROR || V_ERROR(&argument) != DISP_E_PARAMNOTFOUND;
+    const VARIANT* argument = &(*this)[index];
+    if (V_VT(argument) == (VT_BYREF | VT_VARIANT))
+        argument = V_VARIANTREF(argument);
+    return V_VT(argument) != VT_ERROR || V_ERROR(argument) != DISP_E_PARAMNOTFOUND;
 }
 
 void Arguments::Return(std::size_t index, const VariantHolder& value) const {
