@@ -51,7 +51,8 @@ TEST_F(ClientTest, ArgumentsOfAnotherTypeGiveAnErrorResult) {
 TEST_F(ClientTest, LoginWithoutMembersGivesAnErrorResult) {
     const DispatchObject object = Make(L"Kovra.ClsInvSubject");
     // An object of another kind, which has no QxDbName.
-    const VariantHolder login(object.object().Get());
+    const DispatchObject other = Make(L"Kovra.ClsKovra");
+    const VariantHolder login(other.object().Get());
     const std::string result =
         server::ToText(object.Call(L"Transact", VariantHolder(std::string("<a/>")), login).Get());
     EXPECT_TRUE(result.starts_with("<error code=\"4")) << result;
