@@ -59,6 +59,16 @@ public:
         return Answer([&] { *information = LoadTypeInfo(__uuidof(Interface)).Detach(); });
     }
 
+    /// Knows the names of parameters too, as the type library tells them.
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
+        if (count < 2 || !names || !ids)
+            return Automation<Object, Interface>::GetIDsOfNames(id, names, count, locale, ids);
+        HRESULT found = S_OK;
+        const HRESULT looked =
+            Answer([&] { found = LoadTypeInfo(__uuidof(Interface))->GetIDsOfNames(names, count, ids); });
+        return FAILED(looked) ? looked : found;
+    }
+
     /// `Transact` for a late-bound client.
     VariantHolder CallTransact(const Arguments& arguments) {
         return TextResult(RunTransact([&] { return ToText(arguments[0]); }, [&] { return ToObject(arguments[1]); }));

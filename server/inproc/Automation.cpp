@@ -3,14 +3,30 @@
 #include "server/com/BString.h"
 #include "server/com/Utf16.h"
 
+#include <algorithm>
 #include <cwchar>
 
 namespace server {
 
+const VARIANT* Arguments::Find(std::size_t index) const noexcept {
+    // The named ones come first; behind them the others, the last one first.
+    const std::size_t named = std::min(parameters_.cNamedArgs, parameters_.cArgs);
+    const std::size_t positional = count() - named;
+    if (index < positional)
+        return &parameters_.rgvarg[count() - 1 - index];
+    for (std::size_t i = 0; i < named; ++i) {
+        const DISPID name = parameters_.rgdispidNamedArgs[i];
+        // The new value of a property has a name of its own.
+        if (name == DISPID_PROPERTYPUT ? index == positional : name >= 0 && static_cast<std::size_t>(name) == index)
+            return &parameters_.rgvarg[i];
+    }
+    return nullptr;
+}
+
 bool Arguments::Has(std::size_t index) const noexcept {
-    if (index >= count())
+    const VARIANT* argument = Find(index);
+    if (!argument)
         return false;
-    const VARIANT* argument = &(*this)[index];
     if (V_VT(argument) == (VT_BYREF | VT_VARIANT))
         argument = V_VARIANTREF(argument);
     return V_VT(argument) != VT_ERROR || V_ERROR(argument) != DISP_E_PARAMNOTFOUND;

@@ -11,15 +11,17 @@
 
 namespace server {
 
-/// The arguments of one call, in the order of the parameters, however the client passes them: by value, by reference,
-/// or as a reference to a Variant.
+/// The arguments of one call, in the order of the parameters, however the client passes them: by position or by name,
+/// by value, by reference, or as a reference to a Variant.
 class Arguments {
 public:
     explicit Arguments(const DISPPARAMS& parameters) noexcept : parameters_(parameters) {}
 
     std::size_t count() const noexcept { return parameters_.cArgs; }
+    /// What was passed for the parameter at `index`, or nullptr.
+    const VARIANT* Find(std::size_t index) const noexcept;
     /// The argument at `index`, which the caller has checked to be there.
-    const VARIANT& operator[](std::size_t index) const noexcept { return parameters_.rgvarg[count() - 1 - index]; }
+    const VARIANT& operator[](std::size_t index) const noexcept { return *Find(index); }
     /// Whether the argument was given.
     bool Has(std::size_t index) const noexcept;
     /// Stores `value` where an argument refers to, converted to what is there; an argument passed by value is left
@@ -94,9 +96,10 @@ public:
             return E_POINTER;
         for (UINT i = 0; i < count; ++i)
             ids[i] = DISPID_UNKNOWN;
-        const int found =
-            FindName(names[0], &Object::methods[0].name, sizeof(Object::methods[0]), std::size(Object::methods));
-        if (count == 0 || found < 0)
+        const int found = count == 0 ? -1
+                                     : FindName(names[0], &Object::methods[0].name, sizeof(Object::methods[0]),
+                                                std::size(Object::methods));
+        if (found < 0)
             return DISP_E_UNKNOWNNAME;
         ids[0] = firstId + found;
         return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
@@ -108,11 +111,16 @@ public:
         if (id < firstId || static_cast<std::size_t>(id - firstId) >= std::size(Object::methods))
             return DISP_E_MEMBERNOTFOUND;
         const Method<Object>& method = Object::methods[id - firstId];
-        if (parameters->cArgs < method.leastArguments || parameters->cArgs > method.mostArguments)
+        const Arguments arguments(*parameters);
+        if (arguments.count() < method.leastArguments || arguments.count() > method.mostArguments)
             return DISP_E_BADPARAMCOUNT;
+        for (std::size_t i = 0; i < method.leastArguments; ++i) {
+            if (!arguments.Find(i))
+                return DISP_E_PARAMNOTOPTIONAL;
+        }
         ForgetErrorObject();
         try {
-            VariantHolder value = (static_cast<Object*>(this)->*method.call)(Arguments(*parameters));
+            VariantHolder value = (static_cast<Object*>(this)->*method.call)(arguments);
             if (result)
                 value.DetachTo(result);
             return S_OK;

@@ -5,9 +5,11 @@
 #include "tests/windows/ExpectError.h"
 #include "tests/windows/HostFixture.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <Kovra.h>
 
@@ -43,6 +45,30 @@ protected:
         const VariantHolder result = instance.Call(L"Transact", Text("no XML"), Holder(AccountLogin()));
         EXPECT_TRUE(server::ToText(result.Get()).starts_with("<error code=\"100\"")) << server::ToText(result.Get());
         return instance;
+    }
+
+    /// The numbers of a member and its parameters.
+    static std::vector<DISPID> Names(const DispatchObject& object, std::vector<std::wstring> texts) {
+        std::vector<wchar_t*> names;
+        for (std::wstring& text : texts)
+            names.push_back(text.data());
+        std::vector<DISPID> ids(names.size());
+        EXPECT_EQ(object.object()->GetIDsOfNames(IID_NULL, names.data(), static_cast<UINT>(names.size()),
+                                                 LOCALE_USER_DEFAULT, ids.data()),
+                  S_OK);
+        return ids;
+    }
+    /// Calls a member with named arguments, the first of `arguments`, and with others behind them, the last one first.
+    template <std::size_t count>
+    static VariantHolder Invoke(const DispatchObject& object, DISPID member, VariantHolder (&&arguments)[count],
+                                std::vector<DISPID> named) {
+        VARIANT variants[count];
+        std::ranges::transform(arguments, variants, &VariantHolder::Get);
+        DISPPARAMS parameters{variants, named.data(), static_cast<UINT>(count), static_cast<UINT>(named.size())};
+        VariantHolder result;
+        server::ThrowIfFailed(object.object()->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                                      &parameters, result.Put(), nullptr, nullptr));
+        return result;
     }
 };
 
@@ -171,6 +197,43 @@ TEST_F(StartEndDate, NeedsAnOpenAccount) {
     const DispatchObject instance = Make(L"Kovra.ClsPriceJustVou");
     ExpectError(91, objectNotSet, [&] { instance.Call(L"GetStartEndDate", VariantHolder(2), VariantHolder(2023)); });
     ExpectError(6, "溢出", [&] { late_.Call(L"GetStartEndDate", VariantHolder(40000), VariantHolder(2023)); });
+}
+
+TEST_F(StartEndDate, TakesArgumentsByName) {
+    const std::vector<DISPID> ids = Names(late_, {L"getstartenddate", L"VARSTART", L"varEnd", L"intMonth", L"intYear"});
+    EXPECT_EQ(ids, (std::vector<DISPID>{2, 2, 3, 0, 1}));
+    VariantHolder last;
+    const auto byName = [&] { return VariantHolder::VariantReference(last); };
+    // GetStartEndDate(2, 2023, varEnd:=last)
+    EXPECT_TRUE(server::ToBoolean(Invoke(late_, ids[0], {byName(), VariantHolder(2023), VariantHolder(2)}, {3}).Get()));
+    EXPECT_EQ(server::ToValue(last.Get()), host::Value("2023-02-28"));
+    // GetStartEndDate(intYear:=2023, varEnd:=last, intMonth:=2)
+    last = VariantHolder();
+    EXPECT_TRUE(
+        server::ToBoolean(Invoke(late_, ids[0], {VariantHolder(2023), byName(), VariantHolder(2)}, {1, 3, 0}).Get()));
+    EXPECT_EQ(server::ToValue(last.Get()), host::Value("2023-02-28"));
+    // GetStartEndDate(2, varEnd:=last): the year is missing.
+    try {
+        Invoke(late_, ids[0], {byName(), VariantHolder(2)}, {3});
+        ADD_FAILURE() << "no error";
+    } catch (const host::Error& error) {
+        EXPECT_EQ(error.number(), DISP_E_PARAMNOTOPTIONAL);
+    }
+}
+
+TEST_F(Methods, TransactTakesArgumentsByName) {
+    const DispatchObject instance = Make(L"Kovra.ClsInvSubject");
+    const std::vector<DISPID> ids = Names(instance, {L"Transact", L"login", L"sXml"});
+    ASSERT_EQ(ids, (std::vector<DISPID>{1, 1, 0}));
+    const VariantHolder result = Invoke(instance, 1, {Text("no XML"), Holder(AccountLogin())}, {ids[2], ids[1]});
+    EXPECT_TRUE(server::ToText(result.Get()).starts_with("<error code=\"100\"")) << server::ToText(result.Get());
+
+    std::wstring method = L"Transact";
+    std::wstring parameter = L"request";
+    wchar_t* names[] = {method.data(), parameter.data()};
+    DISPID unknown[] = {0, 0};
+    EXPECT_EQ(instance.object()->GetIDsOfNames(IID_NULL, names, 2, LOCALE_USER_DEFAULT, unknown), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(unknown[1], DISPID_UNKNOWN);
 }
 
 TEST_F(InvCodeIsTorF, AnswersAFlag) {
