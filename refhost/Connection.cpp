@@ -9,7 +9,7 @@ Connection::~Connection() {
     if (inTransaction_) {
         try {
             database_->RollbackTrans();
-        } catch (const host::Error&) {
+        } catch (...) {
             // The database ends the transaction itself when it is closed.
         }
     }

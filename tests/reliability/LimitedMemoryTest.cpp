@@ -13,7 +13,8 @@
 namespace test {
 namespace {
 
-/// Lets this process have no more than `bytes` of memory of its own, libraries aside; to be called in a process of the test's own.
+/// Lets this process have no more than `bytes` of memory of its own, libraries aside; to be called in a process of the
+/// test's own.
 void LimitMemory(rlim_t bytes) {
     const rlimit limit{bytes, bytes};
     if (setrlimit(RLIMIT_DATA, &limit) != 0) {
