@@ -170,10 +170,16 @@ constexpr ClassEntry classes[] = {
     {&CLSID_ClsPriceJustVou, L"Kovra.ClsPriceJustVou", &Create<PriceJustVou>},
 };
 
+constexpr InterfaceEntry interfaces[] = {
+    {&IID__ClsInvSubject, L"_ClsInvSubject"},     {&IID__ClsOppSubject, L"_ClsOppSubject"},
+    {&IID__ClsOppSubjectST, L"_ClsOppSubjectST"}, {&IID__ClsKovra, L"_ClsKovra"},
+    {&IID__ClsKovraProof, L"_ClsKovraProof"},     {&IID__ClsPriceJustVou, L"_ClsPriceJustVou"},
+};
+
 } // namespace
 
 const Registrant& LibraryContents() noexcept {
-    static const Registrant contents{classes, &LIBID_Kovra, L"Kovra"};
+    static const Registrant contents{classes, interfaces, &LIBID_Kovra, L"Kovra"};
     return contents;
 }
 

@@ -55,6 +55,16 @@ void RegisterTypeLibrary(const Registrant& registrant, Scope scope, const std::w
     Write(scope, path + L"\\HELPDIR", nullptr, file.substr(0, file.find_last_of(L'\\')));
 }
 
+void RegisterInterface(const Registrant& registrant, const InterfaceEntry& entry, Scope scope) {
+    // OLE Automation's own marshaler.
+    constexpr const wchar_t* marshaler = L"{00020424-0000-0000-C000-000000000046}";
+    const std::wstring path = L"Interface\\" + GuidText(*entry.interfaceId);
+    Write(scope, path, nullptr, entry.name);
+    Write(scope, path + L"\\ProxyStubClsid32", nullptr, marshaler);
+    Write(scope, path + L"\\TypeLib", nullptr, GuidText(*registrant.typeLibrary));
+    Write(scope, path + L"\\TypeLib", L"Version", registrant.typeLibraryVersion);
+}
+
 } // namespace
 
 void Register(const Registrant& registrant, Scope scope) {
@@ -62,6 +72,8 @@ void Register(const Registrant& registrant, Scope scope) {
     try {
         for (const ClassEntry& entry : registrant.classes)
             RegisterClass(registrant, entry, scope, file);
+        for (const InterfaceEntry& entry : registrant.interfaces)
+            RegisterInterface(registrant, entry, scope);
         if (registrant.typeLibrary)
             RegisterTypeLibrary(registrant, scope, file);
     } catch (...) {
@@ -75,6 +87,8 @@ void Unregister(const Registrant& registrant, Scope scope) {
         Remove(scope, entry.progId);
         Remove(scope, L"CLSID\\" + GuidText(*entry.classId));
     }
+    for (const InterfaceEntry& entry : registrant.interfaces)
+        Remove(scope, L"Interface\\" + GuidText(*entry.interfaceId));
     if (registrant.typeLibrary)
         Remove(scope, L"TypeLib\\" + GuidText(*registrant.typeLibrary));
 }

@@ -10,9 +10,17 @@ namespace server {
 /// For whom classes are registered: everybody on the machine, which needs administrator rights, or the current user.
 enum class Scope { machine, user };
 
+/// A dual interface, which OLE Automation marshals between apartments by its description in the type library.
+struct InterfaceEntry {
+    const IID* interfaceId;
+    const wchar_t* name;
+};
+
 /// What a library registers.
 struct Registrant {
     std::span<const ClassEntry> classes;
+    /// The interfaces of the embedded type library.
+    std::span<const InterfaceEntry> interfaces = {};
     /// The embedded type library, or null for none.
     const GUID* typeLibrary = nullptr;
     /// Name and version of the type library.
@@ -20,8 +28,8 @@ struct Registrant {
     const wchar_t* typeLibraryVersion = L"1.0";
 };
 
-/// Writes the library's classes and type library into the registry. Throws `host::Error` when a key cannot be written;
-/// what was written before is taken away again.
+/// Writes the library's classes, interfaces and type library into the registry. Throws `host::Error` when a key cannot
+/// be written; what was written before is taken away again.
 void Register(const Registrant& registrant, Scope scope);
 
 /// Takes them away; what is not there is no error.

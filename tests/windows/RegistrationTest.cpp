@@ -1,8 +1,15 @@
+#include "server/com/BString.h"
 #include "server/com/Utf16.h"
+#include "server/com/VariantHolder.h"
 #include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ServerFixture.h"
 
 #include <string>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+#include <Kovra.h>
 
 namespace {
 
@@ -14,16 +21,42 @@ constexpr test::RegisteredClass classes[] = {
     {L"Kovra.ClsKovraProof", L"{8442F440-004F-4FFA-9128-5D8BCCA01D5B}"},
     {L"Kovra.ClsPriceJustVou", L"{13FE1BDB-97ED-45FB-B874-CA3962960540}"},
 };
+constexpr std::pair<const wchar_t*, const wchar_t*> interfaces[] = {
+    {L"_ClsInvSubject", L"{1A65C08E-BCDB-4760-8337-D21ACD619A10}"},
+    {L"_ClsOppSubject", L"{A906C702-8343-4ED6-987E-6455BFB06D4F}"},
+    {L"_ClsOppSubjectST", L"{C1632F5C-7538-487E-B787-E825E316B729}"},
+    {L"_ClsKovra", L"{89A07001-9092-4201-AA50-CAEB12076431}"},
+    {L"_ClsKovraProof", L"{20254A5B-F593-4991-9C79-C527B33D93F5}"},
+    {L"_ClsPriceJustVou", L"{81316CB1-5DB5-4D2E-BE45-76BCDBC93DC7}"},
+};
 const std::wstring typeLibrary = L"{885BA465-EB2B-49AE-8EDA-6D545E15E02D}";
+const std::wstring typeLibraryPath = L"TypeLib\\" + typeLibrary + L"\\1.0";
+const std::wstring typeLibraryFile = typeLibraryPath + (sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32");
 
 void ExpectRegistered(HKEY root) {
     test::ExpectRegistered(root, classes, L"Kovra.dll", typeLibrary);
-    EXPECT_EQ(test::ClassesValue(root, L"TypeLib\\" + typeLibrary + L"\\1.0"), L"Kovra");
+    EXPECT_EQ(test::ClassesValue(root, typeLibraryPath), L"Kovra");
+    const std::wstring file = test::ClassesValue(root, typeLibraryFile);
+    EXPECT_TRUE(file.ends_with(L"\\Kovra.dll")) << server::ToUtf8(file);
+    EXPECT_EQ(test::ClassesValue(root, typeLibraryPath + L"\\FLAGS"), L"0");
+    EXPECT_EQ(test::ClassesValue(root, typeLibraryPath + L"\\HELPDIR") + L"\\Kovra.dll", file);
+    for (const auto& [name, interfaceId] : interfaces) {
+        const std::wstring path = std::wstring(L"Interface\\") + interfaceId;
+        EXPECT_EQ(test::ClassesValue(root, path), name);
+        EXPECT_EQ(test::ClassesValue(root, path + L"\\ProxyStubClsid32"), L"{00020424-0000-0000-C000-000000000046}");
+        EXPECT_EQ(test::ClassesValue(root, path + L"\\TypeLib"), typeLibrary);
+        EXPECT_EQ(test::ClassesValue(root, path + L"\\TypeLib", L"Version"), L"1.0");
+    }
 }
 
 void ExpectNothing(HKEY root) {
     test::ExpectNotRegistered(root, classes);
-    EXPECT_EQ(test::ClassesValue(root, L"TypeLib\\" + typeLibrary + L"\\1.0"), L"");
+    EXPECT_EQ(test::ClassesValue(root, typeLibraryPath), L"");
+    EXPECT_EQ(test::ClassesValue(root, typeLibraryFile), L"");
+    for (const auto& [name, interfaceId] : interfaces) {
+        EXPECT_EQ(test::ClassesValue(root, std::wstring(L"Interface\\") + interfaceId), L"");
+        EXPECT_EQ(test::ClassesValue(root, std::wstring(L"Interface\\") + interfaceId + L"\\TypeLib"), L"");
+    }
 }
 
 using RegistrationTest = test::ServerTest;
@@ -53,15 +86,45 @@ TEST_F(RegistrationTest, CanBeTakenAwayTwice) {
     EXPECT_EQ(Install(false, nullptr), S_OK);
 }
 
-TEST_F(RegistrationTest, TypeLibraryNamesEveryClass) {
+TEST_F(RegistrationTest, TypeLibraryNamesEveryClassAndInterface) {
     GUID id{};
     ASSERT_EQ(CLSIDFromString(typeLibrary.c_str(), &id), S_OK);
     server::ComPtr<ITypeLib> library;
-    ASSERT_EQ(LoadTypeLibEx(L"Kovra.dll", REGKIND_NONE, library.Put()), S_OK);
-    for (const auto& [progId, classId] : classes) {
+    ASSERT_EQ(LoadRegTypeLib(id, 1, 0, 0, library.Put()), S_OK);
+    const auto expectNamed = [&](const wchar_t* guidText, const std::wstring& name) {
         GUID guid{};
-        ASSERT_EQ(CLSIDFromString(classId, &guid), S_OK);
+        ASSERT_EQ(CLSIDFromString(guidText, &guid), S_OK);
         server::ComPtr<ITypeInfo> information;
-        EXPECT_EQ(library->GetTypeInfoOfGuid(guid, information.Put()), S_OK) << server::ToUtf8(progId);
-    }
+        ASSERT_EQ(library->GetTypeInfoOfGuid(guid, information.Put()), S_OK) << server::ToUtf8(name);
+        server::BString given;
+        EXPECT_EQ(information->GetDocumentation(MEMBERID_NIL, given.Put(), nullptr, nullptr, nullptr), S_OK);
+        EXPECT_EQ(given.View(), name);
+    };
+    for (const auto& [progId, classId] : classes)
+        expectNamed(classId, std::wstring(progId).substr(std::wstring_view(L"Kovra.").size()));
+    for (const auto& [name, interfaceId] : interfaces)
+        expectNamed(interfaceId, name);
+}
+
+// A thread outside every apartment-threaded one gets the object through OLE Automation's marshaler.
+TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
+    std::thread([] {
+        ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+        {
+            server::ComPtr<IDispatch> object;
+            ASSERT_EQ(Create(L"Kovra.ClsKovraProof", object), S_OK);
+            const server::ComPtr<_ClsKovraProof> proof = object.TryAs<_ClsKovraProof>();
+            ASSERT_TRUE(proof);
+            const server::BString request(L"<a/>");
+            IDispatch* nothing = nullptr;
+            server::VariantHolder result;
+            EXPECT_EQ(proof->Transact(request.Get(), &nothing, result.Put()), S_OK);
+            EXPECT_EQ(server::ToText(result.Get()), "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>");
+            BSTR envelope = server::BString(L"<a/>").Detach();
+            VARIANT_BOOL answer = VARIANT_FALSE;
+            EXPECT_EQ(proof->QueryProc(&nothing, &envelope, &answer), static_cast<HRESULT>(0x800A005B)) << "error 91";
+            server::BString::Adopt(envelope);
+        }
+        CoUninitialize();
+    }).join();
 }
