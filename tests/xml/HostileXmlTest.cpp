@@ -5,8 +5,11 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
+#include <libxml/parser.h>
+#include <libxml/xmlIO.h>
 
 namespace {
 
@@ -108,7 +111,35 @@ TEST(HostileXml, EntityLoopsAreRefused) {
     EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY e \"&f;\"><!ENTITY f \"&e;\">]><a b=\"&e;\"/>"));
 }
 
+/// Notes what libxml2 asks for outside of its texts, files and addresses, as long as it lives, and gives it none.
+class Asked {
+public:
+    Asked() {
+        names_.clear();
+        xmlRegisterInputCallbacks(
+            [](const char* name) {
+                names_.emplace_back(name);
+                return 1;
+            },
+            [](const char*) -> void* { return nullptr; }, [](void*, char*, int) { return -1; },
+            [](void*) { return 0; });
+    }
+    ~Asked() { xmlPopInputCallbacks(); }
+    Asked(const Asked&) = delete;
+    Asked& operator=(const Asked&) = delete;
+
+    const std::vector<std::string>& names() const { return names_; }
+
+private:
+    inline static std::vector<std::string> names_;
+};
+
 TEST(HostileXml, NothingOutsideTheTextIsRead) {
+    const Asked asked;
+    // The library itself does ask, for its catalog first.
+    xmlFreeDoc(xmlReadFile("kovra-asked-for.xml", nullptr, XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+    ASSERT_EQ(asked.names().back(), "kovra-asked-for.xml");
+
     const std::string path = testing::TempDir() + "kovra-secret.txt";
     std::ofstream(path) << "secret";
     for (const std::string& uri :
@@ -126,6 +157,7 @@ TEST(HostileXml, NothingOutsideTheTextIsRead) {
     ASSERT_TRUE(
         document.LoadXML("<a xmlns:xi=\"http://www.w3.org/2001/XInclude\"><xi:include href=\"/etc/passwd\"/></a>"));
     EXPECT_EQ(document.DocumentElement()->Text(), "");
+    EXPECT_EQ(asked.names().back(), "kovra-asked-for.xml");
 }
 
 TEST(HostileXml, DocumentTypeMustNotSupplyWhatIsNotWritten) {
