@@ -402,8 +402,8 @@ void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
 
 void EmbeddedDatabase::Save(const std::string& savepoint) {
     RequireLiveTransaction();
-    savepoints_.push_back(savepoint);
     Run(db_.get(), "SAVEPOINT " + Quoted(savepoint));
+    savepoints_.push_back(savepoint);
 }
 
 void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
