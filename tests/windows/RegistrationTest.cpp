@@ -61,6 +61,30 @@ void ExpectNothing(HKEY root) {
 
 using RegistrationTest = test::ServerTest;
 
+/// Calls an object of another apartment by its dual interface. Releases `stream`.
+void CallThroughProxy(IStream* stream) {
+    server::ComPtr<_ClsKovraProof> proof;
+    ASSERT_EQ(CoGetInterfaceAndReleaseStream(stream, __uuidof(_ClsKovraProof), proof.PutVoid()), S_OK);
+    const server::BString request(L"<a/>");
+    IDispatch* nothing = nullptr;
+    server::VariantHolder result;
+    EXPECT_EQ(proof->Transact(request.Get(), &nothing, result.Put()), S_OK);
+    EXPECT_EQ(server::ToText(result.Get()), "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>");
+    BSTR envelope = server::BString(L"<a/>").Detach();
+    VARIANT_BOOL answer = VARIANT_FALSE;
+    EXPECT_EQ(proof->QueryProc(&nothing, &envelope, &answer), static_cast<HRESULT>(0x800A005B)) << "error 91";
+    server::BString::Adopt(envelope);
+}
+
+/// Takes the messages, which are the calls of other apartments, that come until `event` is set.
+void ServeCallsUntil(HANDLE event) {
+    while (MsgWaitForMultipleObjects(1, &event, FALSE, INFINITE, QS_ALLINPUT) == WAIT_OBJECT_0 + 1) {
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+    }
+}
+
 } // namespace
 
 TEST_F(RegistrationTest, ForTheMachineTouchesTheMachinesKeysAlone) {
@@ -106,25 +130,23 @@ TEST_F(RegistrationTest, TypeLibraryNamesEveryClassAndInterface) {
         expectNamed(interfaceId, name);
 }
 
-// A thread outside every apartment-threaded one gets the object through OLE Automation's marshaler.
+// OLE Automation's marshaler carries the calls of a thread outside this one's apartment.
 TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
-    std::thread([] {
-        ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
-        {
-            server::ComPtr<IDispatch> object;
-            ASSERT_EQ(Create(L"Kovra.ClsKovraProof", object), S_OK);
-            const server::ComPtr<_ClsKovraProof> proof = object.TryAs<_ClsKovraProof>();
-            ASSERT_TRUE(proof);
-            const server::BString request(L"<a/>");
-            IDispatch* nothing = nullptr;
-            server::VariantHolder result;
-            EXPECT_EQ(proof->Transact(request.Get(), &nothing, result.Put()), S_OK);
-            EXPECT_EQ(server::ToText(result.Get()), "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>");
-            BSTR envelope = server::BString(L"<a/>").Detach();
-            VARIANT_BOOL answer = VARIANT_FALSE;
-            EXPECT_EQ(proof->QueryProc(&nothing, &envelope, &answer), static_cast<HRESULT>(0x800A005B)) << "error 91";
-            server::BString::Adopt(envelope);
-        }
-        CoUninitialize();
-    }).join();
+    {
+        server::ComPtr<IDispatch> object;
+        ASSERT_EQ(Create(L"Kovra.ClsKovraProof", object), S_OK);
+        server::ComPtr<IStream> stream;
+        ASSERT_EQ(CoMarshalInterThreadInterfaceInStream(__uuidof(_ClsKovraProof), object.Get(), stream.Put()), S_OK);
+        const HANDLE done = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+        std::thread client([&] {
+            EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+            CallThroughProxy(stream.Detach());
+            CoUninitialize();
+            SetEvent(done);
+        });
+        ServeCallsUntil(done);
+        client.join();
+        CloseHandle(done);
+    }
+    EXPECT_EQ(CanUnload(), S_OK);
 }
