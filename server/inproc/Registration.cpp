@@ -10,8 +10,10 @@ namespace {
 
 #ifdef _WIN64
 constexpr const wchar_t* platform = L"win64";
+constexpr REGSAM otherSize = KEY_WOW64_32KEY;
 #else
 constexpr const wchar_t* platform = L"win32";
+constexpr REGSAM otherSize = KEY_WOW64_64KEY;
 #endif
 
 HKEY Root(Scope scope) { return scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER; }
@@ -24,20 +26,48 @@ std::wstring GuidText(const GUID& guid) {
     return {text, static_cast<std::size_t>(length) - 1};
 }
 
+void ThrowIfRefused(LSTATUS status) { ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<unsigned long>(status))); }
+
 /// Writes one value under the classes' key; `name` null is the key's default value.
 void Write(Scope scope, const std::wstring& path, const wchar_t* name, const std::wstring& value) {
-    const LSTATUS status = RegSetKeyValueW(Root(scope), ClassesPath(path).c_str(), name, REG_SZ, value.c_str(),
-                                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
-    ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<unsigned long>(status)));
+    ThrowIfRefused(RegSetKeyValueW(Root(scope), ClassesPath(path).c_str(), name, REG_SZ, value.c_str(),
+                                   static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))));
 }
 
-void Remove(Scope scope, const std::wstring& path) { RegDeleteTreeW(Root(scope), ClassesPath(path).c_str()); }
+/// Removes keys, and remembers the first that could not be removed.
+class Removal {
+public:
+    explicit Removal(Scope scope) noexcept : scope_(scope) {}
+
+    void Remove(const std::wstring& path) {
+        const LSTATUS status = RegDeleteTreeW(Root(scope_), ClassesPath(path).c_str());
+        if (first_ == ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
+            first_ = status;
+    }
+    LSTATUS FirstFailure() const noexcept { return first_; }
+
+private:
+    Scope scope_;
+    LSTATUS first_ = ERROR_SUCCESS;
+};
+
+std::wstring ClassPath(const ClassEntry& entry) { return L"CLSID\\" + GuidText(*entry.classId); }
+
+/// Whether the library of the other size has registered the class too. To be asked when this one's key is gone: a
+/// system of 32 bits has but one.
+bool OtherSizeHas(const ClassEntry& entry, Scope scope) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(Root(scope), ClassesPath(ClassPath(entry)).c_str(), 0, KEY_READ | otherSize, &key) !=
+        ERROR_SUCCESS)
+        return false;
+    RegCloseKey(key);
+    return true;
+}
 
 void RegisterClass(const Registrant& registrant, const ClassEntry& entry, Scope scope, const std::wstring& file) {
-    const std::wstring classId = GuidText(*entry.classId);
-    const std::wstring classPath = L"CLSID\\" + classId;
+    const std::wstring classPath = ClassPath(entry);
     Write(scope, entry.progId, nullptr, entry.progId);
-    Write(scope, std::wstring(entry.progId) + L"\\CLSID", nullptr, classId);
+    Write(scope, std::wstring(entry.progId) + L"\\CLSID", nullptr, GuidText(*entry.classId));
     Write(scope, classPath, nullptr, entry.progId);
     Write(scope, classPath + L"\\InprocServer32", nullptr, file);
     Write(scope, classPath + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
@@ -47,10 +77,18 @@ void RegisterClass(const Registrant& registrant, const ClassEntry& entry, Scope 
         Write(scope, classPath + L"\\TypeLib", nullptr, GuidText(*registrant.typeLibrary));
 }
 
+std::wstring TypeLibraryPath(const Registrant& registrant) {
+    return L"TypeLib\\" + GuidText(*registrant.typeLibrary) + L"\\" + registrant.typeLibraryVersion;
+}
+/// Where the file of this size stands, beside that of the other.
+std::wstring TypeLibraryFilePath(const Registrant& registrant) {
+    return TypeLibraryPath(registrant) + L"\\0\\" + platform;
+}
+
 void RegisterTypeLibrary(const Registrant& registrant, Scope scope, const std::wstring& file) {
-    const std::wstring path = L"TypeLib\\" + GuidText(*registrant.typeLibrary) + L"\\" + registrant.typeLibraryVersion;
+    const std::wstring path = TypeLibraryPath(registrant);
     Write(scope, path, nullptr, registrant.typeLibraryName);
-    Write(scope, path + L"\\0\\" + platform, nullptr, file);
+    Write(scope, TypeLibraryFilePath(registrant), nullptr, file);
     Write(scope, path + L"\\FLAGS", nullptr, L"0");
     Write(scope, path + L"\\HELPDIR", nullptr, file.substr(0, file.find_last_of(L'\\')));
 }
@@ -65,6 +103,25 @@ void RegisterInterface(const Registrant& registrant, const InterfaceEntry& entry
     Write(scope, path + L"\\TypeLib", L"Version", registrant.typeLibraryVersion);
 }
 
+/// Takes away what `Register` writes. The libraries of both sizes share the classes' names and the type library's key:
+/// what the other still needs stays. @return the first failure, or ERROR_SUCCESS
+LSTATUS TakeAway(const Registrant& registrant, Scope scope) {
+    Removal removal(scope);
+    bool shared = false;
+    for (const ClassEntry& entry : registrant.classes) {
+        removal.Remove(ClassPath(entry));
+        if (OtherSizeHas(entry, scope))
+            shared = true;
+        else
+            removal.Remove(entry.progId);
+    }
+    for (const InterfaceEntry& entry : registrant.interfaces)
+        removal.Remove(L"Interface\\" + GuidText(*entry.interfaceId));
+    if (registrant.typeLibrary)
+        removal.Remove(shared ? TypeLibraryFilePath(registrant) : L"TypeLib\\" + GuidText(*registrant.typeLibrary));
+    return removal.FirstFailure();
+}
+
 } // namespace
 
 void Register(const Registrant& registrant, Scope scope) {
@@ -77,20 +134,11 @@ void Register(const Registrant& registrant, Scope scope) {
         if (registrant.typeLibrary)
             RegisterTypeLibrary(registrant, scope, file);
     } catch (...) {
-        Unregister(registrant, scope);
+        TakeAway(registrant, scope);
         throw;
     }
 }
 
-void Unregister(const Registrant& registrant, Scope scope) {
-    for (const ClassEntry& entry : registrant.classes) {
-        Remove(scope, entry.progId);
-        Remove(scope, L"CLSID\\" + GuidText(*entry.classId));
-    }
-    for (const InterfaceEntry& entry : registrant.interfaces)
-        Remove(scope, L"Interface\\" + GuidText(*entry.interfaceId));
-    if (registrant.typeLibrary)
-        Remove(scope, L"TypeLib\\" + GuidText(*registrant.typeLibrary));
-}
+void Unregister(const Registrant& registrant, Scope scope) { ThrowIfRefused(TakeAway(registrant, scope)); }
 
 } // namespace server

@@ -32,7 +32,8 @@ struct Registrant {
 /// be written; what was written before is taken away again.
 void Register(const Registrant& registrant, Scope scope);
 
-/// Takes them away; what is not there is no error.
+/// Takes them away, but for the names that the library of the other size shares while it is registered. What is not
+/// there is no error. Throws `host::Error` when a key cannot be removed; the others are.
 void Unregister(const Registrant& registrant, Scope scope);
 
 } // namespace server

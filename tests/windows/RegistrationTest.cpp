@@ -10,6 +10,7 @@
 #include <utility>
 
 #include <Kovra.h>
+#include <sddl.h>
 
 namespace {
 
@@ -61,6 +62,32 @@ void ExpectNothing(HKEY root) {
 
 using RegistrationTest = test::ServerTest;
 
+/// A key below the machine's Software\Classes that nobody may open as long as the object lives.
+class LockedKey {
+public:
+    explicit LockedKey(const std::wstring& path) {
+        EXPECT_EQ(RegOpenKeyExW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str(), 0, WRITE_DAC, &key_),
+                  ERROR_SUCCESS);
+        SetAccess(L"D:P(D;;KA;;;WD)");
+    }
+    ~LockedKey() {
+        SetAccess(L"D:P(A;;KA;;;WD)");
+        RegCloseKey(key_);
+    }
+    LockedKey(const LockedKey&) = delete;
+    LockedKey& operator=(const LockedKey&) = delete;
+
+private:
+    void SetAccess(const wchar_t* text) {
+        PSECURITY_DESCRIPTOR access = nullptr;
+        EXPECT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(text, SDDL_REVISION_1, &access, nullptr));
+        EXPECT_EQ(RegSetKeySecurity(key_, DACL_SECURITY_INFORMATION, access), ERROR_SUCCESS);
+        LocalFree(access);
+    }
+
+    HKEY key_ = nullptr;
+};
+
 /// Calls an object of another apartment by its dual interface. Releases `stream`.
 void CallThroughProxy(IStream* stream) {
     server::ComPtr<_ClsKovraProof> proof;
@@ -108,6 +135,59 @@ TEST_F(RegistrationTest, ForTheUserTouchesTheUsersKeysAlone) {
 TEST_F(RegistrationTest, CanBeTakenAwayTwice) {
     EXPECT_EQ(Install(false, nullptr), S_OK);
     EXPECT_EQ(Install(false, nullptr), S_OK);
+}
+
+TEST_F(RegistrationTest, NamesStayWhileTheLibraryOfTheOtherSizeNeedsThem) {
+    constexpr REGSAM otherSize = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+    const std::wstring otherFile = typeLibraryPath + (sizeof(void*) == 8 ? L"\\0\\win32" : L"\\0\\win64");
+    const auto keyOf = [](const wchar_t* classId) { return std::wstring(L"Software\\Classes\\CLSID\\") + classId; };
+    for (const auto& [progId, classId] : classes) {
+        HKEY key = nullptr;
+        ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, keyOf(classId).c_str(), 0, nullptr, 0, KEY_WRITE | otherSize,
+                                  nullptr, &key, nullptr),
+                  ERROR_SUCCESS);
+        RegCloseKey(key);
+    }
+    const std::wstring otherKey = L"Software\\Classes\\" + otherFile;
+    ASSERT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, otherKey.c_str(), nullptr, REG_SZ, L"x", 2 * sizeof(wchar_t)),
+              ERROR_SUCCESS);
+
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    for (const auto& [progId, classId] : classes) {
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, std::wstring(progId) + L"\\CLSID"), classId);
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, std::wstring(L"CLSID\\") + classId), L"");
+    }
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, typeLibraryPath), L"Kovra");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, otherFile), L"x");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, typeLibraryFile), L"");
+
+    for (const auto& [progId, classId] : classes)
+        EXPECT_EQ(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, keyOf(classId).c_str(), otherSize, 0), ERROR_SUCCESS);
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    ExpectNothing(HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, otherFile), L"");
+}
+
+TEST_F(RegistrationTest, KeyThatCannotBeRemovedIsReported) {
+    {
+        const LockedKey locked(L"Kovra.ClsKovra");
+        EXPECT_EQ(Install(false, nullptr), E_ACCESSDENIED);
+        EXPECT_EQ(Entry<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer")(), E_ACCESSDENIED);
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, L"Kovra.ClsPriceJustVou"), L"") << "the others are removed";
+    }
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    ExpectNothing(HKEY_LOCAL_MACHINE);
+}
+
+TEST_F(RegistrationTest, WhatCannotBeWrittenWholeIsTakenAway) {
+    {
+        const LockedKey locked(L"Kovra.ClsKovraProof");
+        EXPECT_EQ(Install(true, nullptr), E_ACCESSDENIED);
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, L"Kovra.ClsInvSubject"), L"");
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, typeLibraryPath), L"");
+    }
+    EXPECT_EQ(Install(true, nullptr), S_OK);
+    ExpectRegistered(HKEY_LOCAL_MACHINE);
 }
 
 TEST_F(RegistrationTest, TypeLibraryNamesEveryClassAndInterface) {
