@@ -18,6 +18,8 @@ using host::error_number::unspecified;
 constexpr std::int64_t applicationId = 0x4B767261;
 /// How long a statement waits for another process that writes, as imports do side by side.
 constexpr int busyMilliseconds = 30'000;
+/// Steps of SQLite's machine from one look at the clock to the next: some milliseconds.
+constexpr int stepsPerCheck = 100'000;
 constexpr std::string_view inMemory = ":memory:";
 
 std::string_view WithoutBlanks(std::string_view text) {
@@ -99,6 +101,21 @@ private:
     bool& stepping_;
 };
 
+/// A batch, as long as it runs.
+class BatchTime {
+public:
+    BatchTime(bool& inBatch, std::optional<std::chrono::steady_clock::time_point>& deadline) : inBatch_(inBatch) {
+        deadline.reset();
+        inBatch_ = true;
+    }
+    ~BatchTime() { inBatch_ = false; }
+    BatchTime(const BatchTime&) = delete;
+    BatchTime& operator=(const BatchTime&) = delete;
+
+private:
+    bool& inBatch_;
+};
+
 /// Another connection changed definitions since the plan was made.
 struct DefinitionsMoved {};
 
@@ -132,7 +149,7 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 
 EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
-      catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))) {
+      catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), batchTime_(settings.batchTime) {
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.
@@ -143,6 +160,7 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     Initialize(Schema::account, settings.mode == Mode::create || settings.file == inMemory);
     Attach(settings);
     sqlite3_set_authorizer(db_.get(), Authorize, this);
+    sqlite3_progress_handler(db_.get(), stepsPerCheck, CheckTime, this);
 }
 
 EmbeddedDatabase::~EmbeddedDatabase() {
@@ -187,6 +205,18 @@ void EmbeddedDatabase::Initialize(Schema schema, bool mayCreate) {
     pragma("synchronous = NORMAL");
 }
 
+int EmbeddedDatabase::CheckTime(void* self) {
+    auto* database = static_cast<EmbeddedDatabase*>(self);
+    if (!database->inBatch_) {
+        return 0;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (!database->deadline_) {
+        database->deadline_ = now + database->batchTime_;
+    }
+    return now > *database->deadline_ ? 1 : 0;
+}
+
 int EmbeddedDatabase::Authorize(void* self, int /*action*/, const char* /*first*/, const char* /*second*/,
                                 const char* /*database*/, const char* /*trigger*/) {
     auto* database = static_cast<EmbeddedDatabase*>(self);
@@ -209,6 +239,7 @@ void EmbeddedDatabase::Execute(std::string_view sql) { Batch(sql, nullptr); }
 
 void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
     constexpr int attempts = 5;
+    const BatchTime time(inBatch_, deadline_);
     for (int attempt = 1;; ++attempt) {
         try {
             if (const Plan* plan = CachedPlan(sql)) {

@@ -8,7 +8,9 @@
 #include "refhost/sql/PlanCache.h"
 #include "refhost/sql/Violation.h"
 
+#include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,6 +45,8 @@ public:
         std::string file;
         bool deleteStar = false;
         Mode mode = Mode::open;
+        /// How long a batch may run: ADO's `CommandTimeout` as it is when nobody sets it.
+        std::chrono::milliseconds batchTime = std::chrono::seconds(30);
     };
 
     explicit EmbeddedDatabase(const Settings& settings);
@@ -89,6 +93,8 @@ private:
                                     const std::vector<Literal>& literals);
     /// Forgets everything that definitions shaped.
     void ForgetPlans();
+    /// Stops a batch that has had its time.
+    static int CheckTime(void* self);
     static int Authorize(void* self, int action, const char*, const char*, const char*, const char*);
 
     DatabaseHandle db_;
@@ -99,6 +105,12 @@ private:
     ShapeScanner scanner_;
     PlanCache plans_;
     std::size_t translations_ = 0;
+    std::chrono::milliseconds batchTime_;
+    /// When the batch at hand has had its time. It counts from the first check on: short batches look at no clock, and
+    /// waiting for another process does not count.
+    std::optional<std::chrono::steady_clock::time_point> deadline_;
+    /// Whether a batch runs; nothing else is stopped.
+    bool inBatch_ = false;
     /// Whether a transaction is open for the caller; one that SQLite itself ended stays so until it is rolled back.
     bool inTransaction_ = false;
     /// Names of the open transaction's savepoints.

@@ -7,8 +7,12 @@
 namespace refhost::sql {
 
 void FailSqlite(sqlite3* db) {
-    if ((sqlite3_errcode(db) & 0xff) == SQLITE_NOMEM) {
+    const int code = sqlite3_errcode(db) & 0xff;
+    if (code == SQLITE_NOMEM) {
         throw std::bad_alloc();
+    }
+    if (code == SQLITE_INTERRUPT) {
+        Fail(timedOut, "Query timeout expired");
     }
     Fail(host::error_number::unspecified, "{}", sqlite3_errmsg(db));
 }

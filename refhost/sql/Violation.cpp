@@ -121,6 +121,9 @@ void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
     if ((code & 0xff) == SQLITE_BUSY || (code & 0xff) == SQLITE_LOCKED) {
         Fail(unspecified, "Lock request time out period exceeded.");
     }
+    if ((code & 0xff) == SQLITE_INTERRUPT) {
+        FailSqlite(db);
+    }
     if ((code & 0xff) == SQLITE_ERROR && message == "integer overflow") {
         Fail(dataOverflow, "Arithmetic overflow error converting expression to data type int.");
     }
