@@ -64,10 +64,10 @@ std::string SystemDescription(HRESULT result) {
 
 host::Error ErrorOf(HRESULT result, std::string description) {
     const host::ErrorNumber number = ErrorNumberOf(result);
-    if (description.empty() && IsRuntimeNumber(number))
-        description = ModPub::RuntimeErrorDescription(number);
-    if (description.empty())
+    if (description.empty() && !IsRuntimeNumber(number))
         description = SystemDescription(result);
+    if (description.empty())
+        description = ModPub::RuntimeErrorDescription(number);
     return {number, std::move(description)};
 }
 
@@ -93,10 +93,14 @@ void ThrowIfFailed(HRESULT result) {
 void ThrowException(EXCEPINFO& exception) {
     if (exception.pfnDeferredFillIn)
         exception.pfnDeferredFillIn(&exception);
+    ForgetErrorObject();
     const BString source = BString::Adopt(exception.bstrSource);
     const BString description = BString::Adopt(exception.bstrDescription);
     const BString help = BString::Adopt(exception.bstrHelpFile);
-    const HRESULT result = exception.wCode != 0 ? HresultOf(exception.wCode) : exception.scode;
+    HRESULT result = exception.wCode != 0 ? HresultOf(exception.wCode) : exception.scode;
+    // An object that does not say which error it raised failed all the same.
+    if (SUCCEEDED(result))
+        result = DISP_E_EXCEPTION;
     throw ErrorOf(result, ToUtf8(description.View()));
 }
 

@@ -13,10 +13,11 @@ host::ErrorNumber ErrorNumberOf(HRESULT result) noexcept;
 HRESULT HresultOf(host::ErrorNumber number) noexcept;
 
 /// Throws `host::Error` when `result` is a failure, with the description of the thread's error information object when
-/// there is one, else the system's text.
+/// there is one, else the run-time's or the system's text.
 void ThrowIfFailed(HRESULT result);
 
-/// Throws the error that an automation object raised. Takes over the texts in `exception`.
+/// Throws the error that an automation object raised. Takes over the texts in `exception`; the thread's error
+/// information object, which says the same where there is one, is taken away.
 [[noreturn]] void ThrowException(EXCEPINFO& exception);
 
 /// Throws error 91.

@@ -4,6 +4,18 @@
 
 namespace server {
 
+namespace {
+
+/// Throws when a call failed. Whether it did or not, no error object of its own stays behind to describe a later one.
+void EndCall(HRESULT status, EXCEPINFO& exception) {
+    if (status == DISP_E_EXCEPTION)
+        ThrowException(exception);
+    ThrowIfFailed(status);
+    ForgetErrorObject();
+}
+
+} // namespace
+
 DispatchObject DispatchObject::Create(const wchar_t* progId) {
     CLSID classId{};
     ComPtr<IDispatch> object;
@@ -34,9 +46,7 @@ VariantHolder DispatchObject::Invoke(const wchar_t* name, WORD flags, VARIANT* r
     EXCEPINFO exception{};
     const HRESULT status =
         object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result.Put(), &exception, nullptr);
-    if (status == DISP_E_EXCEPTION)
-        ThrowException(exception);
-    ThrowIfFailed(status);
+    EndCall(status, exception);
     return result;
 }
 
@@ -48,9 +58,7 @@ void DispatchObject::Put(const wchar_t* name, const VariantHolder& value) const 
     EXCEPINFO exception{};
     const HRESULT status = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters,
                                            nullptr, &exception, nullptr);
-    if (status == DISP_E_EXCEPTION)
-        ThrowException(exception);
-    ThrowIfFailed(status);
+    EndCall(status, exception);
 }
 
 } // namespace server

@@ -12,8 +12,6 @@ namespace server {
 
 namespace {
 
-namespace en = host::error_number;
-
 constexpr LCID invariantLocale = LOCALE_INVARIANT;
 
 /// Digits behind the point.
@@ -87,7 +85,7 @@ void Store(VARIANT& variant, bool value) noexcept {
     V_BOOL(&variant) = value ? VARIANT_TRUE : VARIANT_FALSE;
 }
 void Store(VARIANT& variant, std::int64_t value) noexcept {
-    // Scripts know 32 bits only; a longer number travels as a double, as the run-time itself widens it.
+    // Scripts know 32 bits only; a number goes in more where it needs them.
     if (value == static_cast<std::int32_t>(value)) {
         V_VT(&variant) = VT_I4;
         V_I4(&variant) = static_cast<LONG>(value);
@@ -191,9 +189,27 @@ void VariantHolder::DetachTo(VARIANT* destination) noexcept {
     VariantInit(&variant_);
 }
 
-host::Value ToValue(const VARIANT& variant) {
-    const VariantHolder copy = ContentOf(variant);
-    const VARIANT& content = copy.Get();
+namespace {
+
+/// What an object stands for where a plain value is wanted: the value of its default property.
+VariantHolder DefaultProperty(IDispatch* object) {
+    if (!object)
+        RaiseTypeMismatch();
+    DISPPARAMS none{};
+    EXCEPINFO exception{};
+    VariantHolder value;
+    const HRESULT status =
+        object->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET | DISPATCH_METHOD, &none,
+                       value.Put(), &exception, nullptr);
+    if (status == DISP_E_EXCEPTION)
+        ThrowException(exception);
+    if (FAILED(status))
+        RaiseTypeMismatch();
+    return value;
+}
+
+/// The value of a VARIANT that is no reference. Throws error 13 for an object.
+host::Value PlainValue(const VARIANT& content) {
     switch (V_VT(&content)) {
     case VT_EMPTY:
         return {};
@@ -235,8 +251,17 @@ host::Value ToValue(const VARIANT& variant) {
     case VT_ARRAY | VT_UI1:
         return ToBytes(V_ARRAY(&content));
     default:
-        ModPub::RaiseRuntimeError(en::typeMismatch);
+        RaiseTypeMismatch();
     }
+}
+
+} // namespace
+
+host::Value ToValue(const VARIANT& variant) {
+    const VariantHolder content = ContentOf(variant);
+    if (V_VT(&content.Get()) == VT_DISPATCH)
+        return PlainValue(ContentOf(DefaultProperty(V_DISPATCH(&content.Get())).Get()).Get());
+    return PlainValue(content.Get());
 }
 
 std::string ToText(const VARIANT& variant) { return ModPub::ToText(ToValue(variant)); }
@@ -254,7 +279,7 @@ ComPtr<IDispatch> ToObject(const VARIANT& variant) {
     case VT_UNKNOWN:
         return V_UNKNOWN(&content) ? ComPtr<IUnknown>(V_UNKNOWN(&content)).As<IDispatch>() : ComPtr<IDispatch>();
     default:
-        ModPub::RaiseRuntimeError(en::typeMismatch);
+        RaiseTypeMismatch();
     }
 }
 

@@ -48,7 +48,8 @@ private:
     VARIANT variant_;
 };
 
-/// The content of `variant`, references followed. Throws error 13 for what no `host::Value` holds.
+/// The content of `variant`, references followed, of an object the value of its default property. Throws error 13 for
+/// what no `host::Value` holds.
 host::Value ToValue(const VARIANT& variant);
 /// The content as text. Throws as `ModPub::ToText`.
 std::string ToText(const VARIANT& variant);

@@ -73,6 +73,14 @@ TEST_F(Failure, RequestThatIsNoStringIsConvertedOrRefused) {
     EXPECT_EQ(transact(VariantHolder(Login().object().Get())), typeMismatch);
     EXPECT_EQ(transact(VariantHolder(static_cast<IDispatch*>(nullptr))), typeMismatch);
     EXPECT_EQ(transact(VariantHolder::Missing()), typeMismatch);
+    // An object stands for the value of its default property, as a field or a form's entry does.
+    const auto standsFor = [&](test::ScriptedMember property) {
+        return transact(VariantHolder(test::MakeObject({{L"", std::move(property)}}).Get()));
+    };
+    EXPECT_EQ(standsFor(test::Returns("<a")), illFormed);
+    EXPECT_EQ(standsFor(test::Returns(host::Null{})), "<error code=\"94\" dsc=\"无效使用 Null\"/>");
+    EXPECT_EQ(standsFor(test::Raises(-2147467259, "Communication link failure")), linkFailed);
+    EXPECT_EQ(standsFor([&](const server::Arguments&) { return VariantHolder(Login().object().Get()); }), typeMismatch);
     VariantHolder texts;
     VARIANT* const array = texts.Put();
     V_VT(array) = VT_ARRAY | VT_BSTR;

@@ -42,16 +42,17 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
-        for (std::size_t i = 0; i < members_.size(); ++i) {
-            if (_wcsicmp(names[0], members_[i].first.c_str()) == 0) {
-                ids[0] = firstId + static_cast<DISPID>(i);
-                return S_OK;
-            }
-        }
+        ids[0] = NumberOf(names[0]);
+        if (ids[0] != DISPID_UNKNOWN)
+            return S_OK;
         return rest_ ? rest_->GetIDsOfNames(id, names, count, locale, ids) : DISP_E_UNKNOWNNAME;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
+        if (member == DISPID_VALUE)
+            member = NumberOf(L"");
+        if (member < firstId && !rest_)
+            return DISP_E_MEMBERNOTFOUND;
         if (member < firstId)
             return rest_->Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
         try {
@@ -65,6 +66,14 @@ public:
     }
 
 private:
+    DISPID NumberOf(const wchar_t* name) const {
+        for (std::size_t i = 0; i < members_.size(); ++i) {
+            if (_wcsicmp(name, members_[i].first.c_str()) == 0)
+                return firstId + static_cast<DISPID>(i);
+        }
+        return DISPID_UNKNOWN;
+    }
+
     ScriptedMembers members_;
     ComPtr<IDispatch> rest_;
     ULONG references_ = 1;

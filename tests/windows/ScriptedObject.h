@@ -9,7 +9,8 @@
 
 namespace test {
 
-/// A member of a scripted object, property or method. What it throws is raised.
+/// A member of a scripted object, property or method; the one without a name is the default property. What it throws is
+/// raised.
 using ScriptedMember = std::function<server::VariantHolder(const server::Arguments& arguments)>;
 using ScriptedMembers = std::vector<std::pair<std::wstring, ScriptedMember>>;
 
