@@ -19,8 +19,6 @@ template <class... Args>
 inline constexpr host::ErrorNumber transactionOpen = -2147168237; // XACT_E_XTIONEXISTS 0x8004D013
 inline constexpr host::ErrorNumber noTransaction = -2147168242;   // XACT_E_NOTRANSACTION 0x8004D00E
 
-inline constexpr host::ErrorNumber timedOut = -2147217871; // DB_E_ABORTLIMITREACHED 0x80040E31
-
 /// A value that does not fit its type's range or length (the same number as truncated text).
 inline constexpr host::ErrorNumber dataOverflow = host::error_number::dataTruncated;
 

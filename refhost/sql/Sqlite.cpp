@@ -12,7 +12,7 @@ void FailSqlite(sqlite3* db) {
         throw std::bad_alloc();
     }
     if (code == SQLITE_INTERRUPT) {
-        Fail(timedOut, "Query timeout expired");
+        Fail(host::error_number::unspecified, "Query timeout expired");
     }
     Fail(host::error_number::unspecified, "{}", sqlite3_errmsg(db));
 }
