@@ -1,7 +1,11 @@
 #pragma once
 
 #include "host/Error.h"
+#include "server/com/BString.h"
+#include "server/com/ComPtr.h"
+#include "server/com/Utf16.h"
 
+#include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>
@@ -17,6 +21,16 @@ template <class Action> void ExpectError(host::ErrorNumber number, std::string_v
         EXPECT_EQ(error.number(), number);
         EXPECT_EQ(error.description(), description);
     }
+}
+
+/// The description of the thread's error information object, which is taken away.
+inline std::string ErrorDescription() {
+    server::ComPtr<IErrorInfo> information;
+    if (GetErrorInfo(0, information.Put()) != S_OK)
+        return "no error information object";
+    server::BString description;
+    information->GetDescription(description.Put());
+    return server::ToUtf8(description.View());
 }
 
 } // namespace test

@@ -34,6 +34,17 @@ protected:
         return test::Transact(settings, VariantHolder(addSetting), login);
     }
 
+    /// Fails the running test unless the creation of price adjustments ends with error 429.
+    static void ExpectNotCreated() {
+        CLSID classId{};
+        ASSERT_EQ(CLSIDFromProgID(L"Kovra.ClsPriceJustVou", &classId), S_OK);
+        server::ComPtr<IDispatch> object;
+        EXPECT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.PutVoid()),
+                  static_cast<HRESULT>(0x800A01AD));
+        EXPECT_EQ(test::ErrorDescription(), "ActiveX 部件不能创建对象");
+        EXPECT_FALSE(object);
+    }
+
     test::TestAccount account_;
 };
 
@@ -191,9 +202,14 @@ TEST_F(Failure, IntegrationHelperThatFailsIsReportedWithoutIt) {
     }).join();
 }
 
-TEST_F(Failure, WithoutTheCompanionThePriceAdjustmentsAreNotCreated) {
-    const WithoutProgId withoutCompanion(L"ZendaTool.clsZendaT");
-    test::ExpectError(429, "ActiveX 部件不能创建对象", [] { DispatchObject::Create(L"Kovra.ClsPriceJustVou"); });
+TEST_F(Failure, WithoutWhatTheyStartWithThePriceAdjustmentsAreNotCreated) {
+    for (const wchar_t* const component : {L"ZendaTool.clsZendaT", L"ADODB.Recordset"}) {
+        const WithoutProgId without(component);
+        ExpectNotCreated();
+    }
+    const test::ReplacedClass companions(
+        L"ZendaTool.clsZendaT", []() -> server::ComPtr<IDispatch> { throw host::Error(-2147467259, "No licence."); });
+    ExpectNotCreated();
 }
 
 TEST_F(Failure, MissingComponentStopsTheProvisions) {

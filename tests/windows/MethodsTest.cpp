@@ -20,22 +20,13 @@ using server::ComPtr;
 using server::DispatchObject;
 using server::VariantHolder;
 using server::XmlDocument;
+using test::ErrorDescription;
 using test::ExpectError;
 
 constexpr std::string_view objectNotSet = "对象变量或 With 块变量未设置";
 constexpr std::string_view typeMismatch = "类型不匹配";
 constexpr HRESULT error91 = static_cast<HRESULT>(0x800A005B);
 constexpr HRESULT error94 = static_cast<HRESULT>(0x800A005E);
-
-/// The description of the thread's error information object.
-std::string ErrorDescription() {
-    ComPtr<IErrorInfo> information;
-    if (GetErrorInfo(0, information.Put()) != S_OK)
-        return "no error information object";
-    BString description;
-    information->GetDescription(description.Put());
-    return server::ToUtf8(description.View());
-}
 
 class Methods : public test::HostTest {
 protected:
