@@ -57,6 +57,12 @@ void Call(Answering::Answer answer) {
 
 BSTR Text(std::wstring_view text) { return server::BString(text).Detach(); }
 
+HRESULT STDAPICALLTYPE FillInLater(EXCEPINFO* exception) {
+    exception->scode = static_cast<HRESULT>(0x800A0BCD);
+    exception->bstrDescription = Text(L"late");
+    return S_OK;
+}
+
 } // namespace
 
 TEST(ComError, NumbersOfHresults) {
@@ -95,11 +101,7 @@ TEST(ComError, RaisedErrorsCarryTheirDescription) {
     });
     ExpectError(3021, "late", [] {
         Call([](EXCEPINFO& exception) {
-            exception.pfnDeferredFillIn = [](EXCEPINFO* later) -> HRESULT {
-                later->scode = static_cast<HRESULT>(0x800A0BCD);
-                later->bstrDescription = Text(L"late");
-                return S_OK;
-            };
+            exception.pfnDeferredFillIn = FillInLater;
             return DISP_E_EXCEPTION;
         });
     });
