@@ -10,6 +10,8 @@ Public Function ImportSettings(ByVal request As String, ByVal hostLogin As Objec
     Dim result As New MSXML2.DOMDocument
     result.loadXML importer.Transact(request, hostLogin)
 
+    ' "EMPTY" answers with the empty text.
+    If result.documentElement Is Nothing Then Exit Function
     If result.documentElement.nodeName = "error" Then
         Err.Raise vbObjectError + 1, "Kovra", result.documentElement.getAttribute("dsc")
     End If

@@ -14,8 +14,11 @@ $hostLogin = New-Object -ComObject KovraHost.Login
 
 # One instance serves one request.
 $importer = New-Object -ComObject "Kovra.$Class"
-$result = [xml] $importer.Transact([IO.File]::ReadAllText((Resolve-Path $Request)), [ref] $hostLogin)
+$text = $importer.Transact([IO.File]::ReadAllText((Resolve-Path $Request)), [ref] $hostLogin)
 
+# "EMPTY" answers with the empty text.
+if ($text -eq '') { return }
+$result = [xml] $text
 if ($result.DocumentElement.Name -eq 'error') {
     Write-Error "$($result.error.code): $($result.error.dsc)"
 }
