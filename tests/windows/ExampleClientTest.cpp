@@ -8,6 +8,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -73,12 +74,21 @@ private:
     fs::path scenario_;
 };
 
+using Imported = std::pair<const char*, const char*>;
+class ExampleClientOfEachClass : public ExampleClient, public testing::WithParamInterface<Imported> {};
+
 } // namespace
 
-TEST_F(ExampleClient, WritesTheResultDocument) {
-    EXPECT_EQ(Import("ClsInvSubject", "add"), 0U);
+TEST_P(ExampleClientOfEachClass, WritesTheResultDocument) {
+    EXPECT_EQ(Import(GetParam().first, GetParam().second), 0U);
     ExpectResult();
 }
+
+INSTANTIATE_TEST_SUITE_P(All, ExampleClientOfEachClass,
+                         testing::Values(Imported("ClsInvSubject", "add"), Imported("ClsOppSubject", "add"),
+                                         Imported("ClsOppSubjectST", "add"), Imported("ClsKovra", "ordinary-items"),
+                                         Imported("ClsKovraProof", "add-saves"), Imported("ClsPriceJustVou", "saved")),
+                         [](const auto& imported) { return std::string(imported.param.first); });
 
 TEST_F(ExampleClient, TellsByItsExitStatusThatTheRequestWasRefused) {
     EXPECT_EQ(Import("ClsInvSubject", "unknown-operation"), 1U);

@@ -324,6 +324,14 @@ TEST_F(QueryProc, LeavesAnEnvelopeByValueAlone) {
     EXPECT_EQ(server::ToText(envelope.Get()), envelope_);
 }
 
+TEST_F(QueryProc, NeedsAListOfElements) {
+    const DispatchObject instance = Opened(L"Kovra.ClsKovraProof");
+    ExpectError(91, objectNotSet, [&] { instance.Call(L"QueryProc", Nothing(), Text(envelope_)); });
+    ExpectError(13, typeMismatch, [&] { instance.Call(L"QueryProc", Holder(instance), Text(envelope_)); });
+    ExpectError(91, objectNotSet,
+                [&] { Make(L"Kovra.ClsKovraProof").Call(L"QueryProc", Conditions(""), Text(envelope_)); });
+}
+
 TEST_F(QueryProc, EarlyBound) {
     const ComPtr<_ClsKovraProof> instance = Opened(L"Kovra.ClsKovraProof").object().As<_ClsKovraProof>();
     const ComPtr<IDispatch> conditions = server::ToObject(Conditions("").Get());
