@@ -4,9 +4,8 @@
 #include "tests/rules/CallAccount.h"
 #include "tests/rules/Tape.h"
 
+#include <algorithm>
 #include <cstdio>
-#include <map>
-#include <set>
 
 #include <gtest/gtest.h>
 
@@ -17,44 +16,67 @@ using Contents = std::vector<std::string>;
 
 const host::Error outOfMemory{7, "内存溢出"};
 
-/// What the rules prescribe for a call that runs out of memory at any one of its steps: results with their contents.
+/// What the rules prescribe for a call that runs out of memory: results with their contents.
 class Prescribed {
 public:
     Prescribed(const PlayedCall& call, const Tape& undisturbed) : call_(call) {
-        for (std::size_t point = 1, points = Add(std::nullopt); point <= points; ++point) {
-            Add(Fault{.point = point, .error = outOfMemory});
+        const Play whole = Add(std::nullopt, always);
+        EXPECT_EQ(whole.steps().size(), undisturbed.stepsOfCall());
+        for (std::size_t point = 1; point <= whole.points(); ++point) {
+            Add(Fault{.point = point, .error = outOfMemory}, {});
         }
         for (std::size_t at = 0; at < undisturbed.operations().size(); ++at) {
             if (const std::optional<Fault> fault = undisturbed.FaultAt({.at = at, .error = outOfMemory})) {
-                Add(fault);
-                AddAtEnd(undisturbed, *fault);
+                // What is built for a step or made of its answer fails as the step does.
+                const During during{fault->step, fault->step + 1};
+                Add(fault, during);
+                AddAtEnd(undisturbed, *fault, during);
             }
         }
     }
 
+    /// @param steps number of the steps that had begun when memory ran out
+    bool Allows(const std::string& result, const Contents& contents, std::size_t steps) const {
+        return Any([&](const Outcome& outcome) {
+            return outcome.result == result && outcome.contents == contents && outcome.during.first <= steps &&
+                   steps <= outcome.during.last;
+        });
+    }
     bool Allows(const std::string& result, const Contents& contents) const {
-        const auto found = contents_.find(result);
-        return found != contents_.end() && found->second.contains(contents);
+        return Any([&](const Outcome& outcome) { return outcome.result == result && outcome.contents == contents; });
     }
     bool Allows(const Contents& contents) const {
-        for (const auto& [result, allowed] : contents_) {
-            if (allowed.contains(contents)) {
-                return true;
-            }
-        }
-        return false;
+        return Any([&](const Outcome& outcome) { return outcome.contents == contents; });
     }
 
 private:
-    /// @return the number of points in the call
-    std::size_t Add(const std::optional<Fault>& fault) {
+    /// Numbers of steps begun.
+    struct During {
+        std::size_t first = 0;
+        std::size_t last = 0;
+    };
+    static constexpr During always{0, static_cast<std::size_t>(-1)};
+
+    struct Outcome {
+        std::string result;
+        Contents contents;
+        During during;
+    };
+
+    template <class Matches> bool Any(const Matches& matches) const { return std::ranges::any_of(outcomes_, matches); }
+
+    /// @param during of a failure at a point it is told by the play
+    Play Add(const std::optional<Fault>& fault, During during) {
         Play play(call_.proc, fault);
         std::string result = call_.rules(play);
-        contents_[std::move(result)].insert(play.Contents());
-        return play.points();
+        if (fault && fault->point != 0) {
+            during = {play.stepsBeforeFailedPoint(), play.stepsBeforeFailedPoint()};
+        }
+        outcomes_.push_back({std::move(result), play.Contents(), during});
+        return play;
     }
     /// A component that has done everything may fail before it returns.
-    void AddAtEnd(const Tape& undisturbed, Fault fault) {
+    void AddAtEnd(const Tape& undisturbed, Fault fault, const During& during) {
         fault.inside = false;
         fault.doneInside.clear();
         for (const Noted& operation : undisturbed.operations()) {
@@ -62,11 +84,11 @@ private:
                 fault.doneInside.push_back(operation.text);
             }
         }
-        Add(fault);
+        Add(fault, during);
     }
 
     const PlayedCall& call_;
-    std::map<std::string, std::set<Contents>> contents_;
+    std::vector<Outcome> outcomes_;
 };
 
 std::string Told(const std::string& result, const Contents& contents) {
@@ -126,7 +148,8 @@ public:
         // The account's statements are planned once; from then on the runs are alike.
         std::size_t allocations = 0;
         for (int run = 0; run < 2; ++run) {
-            const std::string result = Run(0, FailingNew::Mode::once, allocations);
+            const std::string result = Run(0, FailingNew::Mode::once);
+            allocations = asked_;
             ASSERT_TRUE(prescribed.Allows(result, account_.Contents())) << call_.name << result;
             account_.Restore();
         }
@@ -145,23 +168,47 @@ private:
     /// A first few differences tell enough.
     static constexpr int enough = 5;
 
-    std::string Run(std::size_t at, FailingNew::Mode mode, std::size_t& asked) {
-        const CallMarks marks{[&] { FailingNew::Watch(at, mode); }, [&] { asked = FailingNew::Stop(); }};
-        return inDatabase_ ? account_.Run(marks) : account_.Run(marks, [](std::unique_ptr<refhost::Database> inner) {
-            return std::make_unique<SafeDatabase>(std::move(inner));
-        });
+    std::string Run(std::size_t at, FailingNew::Mode mode) {
+        Tape tape;
+        std::optional<std::size_t> failedAfter;
+        const auto note = [&] {
+            if (!failedAfter && FailingNew::Failed()) {
+                failedAfter = tape.steps().size();
+            }
+        };
+        const auto before = [&](const HostOperation& operation) {
+            const FailingNew::Pause pause;
+            note();
+            tape.Before(operation);
+        };
+        const CallMarks marks{[&] {
+                                  tape.Begin();
+                                  FailingNew::Watch(at, mode);
+                              },
+                              [&] {
+                                  note();
+                                  asked_ = FailingNew::Stop();
+                                  tape.Returned();
+                              }};
+        const std::string result = inDatabase_
+                                       ? account_.Run(before, marks)
+                                       : account_.Run(before, marks, [](std::unique_ptr<refhost::Database> inner) {
+                                             return std::make_unique<SafeDatabase>(std::move(inner));
+                                         });
+        failedAfter_ = failedAfter.value_or(0);
+        return result;
     }
 
     void Once(const Prescribed& prescribed, std::size_t at) {
-        std::size_t asked = 0;
-        const std::string result = Run(at, FailingNew::Mode::once, asked);
+        const std::string result = Run(at, FailingNew::Mode::once);
         const Contents contents = account_.Contents();
-        Expect(prescribed.Allows(result, contents), "allocation " + std::to_string(at) + " failed", result, contents);
+        Expect(prescribed.Allows(result, contents, failedAfter_),
+               "allocation " + std::to_string(at) + " failed, after " + std::to_string(failedAfter_) + " steps", result,
+               contents);
     }
 
     void Forever(const Prescribed& prescribed, std::size_t at) {
-        std::size_t asked = 0;
-        const std::string result = Run(at, FailingNew::Mode::forever, asked);
+        const std::string result = Run(at, FailingNew::Mode::forever);
         const Contents contents = account_.Contents();
         const bool withoutMemory = result.empty() || result == R"(<error code="7" dsc="内存溢出"/>)";
         Expect(withoutMemory ? prescribed.Allows(contents) : prescribed.Allows(result, contents),
@@ -182,6 +229,9 @@ private:
     const PlayedCall& call_;
     CallAccount account_;
     bool inDatabase_;
+    /// Of the latest run: the allocations asked for, and the steps begun when one failed.
+    std::size_t asked_ = 0;
+    std::size_t failedAfter_ = 0;
     std::size_t failures_ = 0;
     int differing_ = 0;
 };

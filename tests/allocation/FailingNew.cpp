@@ -43,8 +43,11 @@ void FailingNew::Watch(std::size_t at, Mode mode) {
     watching = true;
 }
 
+bool FailingNew::Failed() { return failAt != 0 && asked >= failAt; }
+
 std::size_t FailingNew::Stop() {
     watching = false;
+    failAt = 0;
     return asked;
 }
 

@@ -18,6 +18,8 @@ public:
     /// Counts from here on.
     /// @param at the first allocation that fails, counted from 1; 0 for none
     static void Watch(std::size_t at, Mode mode);
+    /// Whether an allocation has failed since `Watch`.
+    static bool Failed();
     /// Stops counting and failing.
     /// @return the number of allocations asked for
     static std::size_t Stop();

@@ -15,17 +15,16 @@ CallAccount::CallAccount(const PlayedCall& call) : call_(call) {
 }
 
 std::string CallAccount::Run(Tape& tape) {
-    WatchedEnvironment environment([&](const HostOperation& operation) { tape.Before(operation); }, pool_.Opener());
-    refhost::Login login(LoginXml(), environment);
-    return call_.run(environment, *environment.Watch(login), {[&] { tape.Begin(); }, [&] { tape.Returned(); }});
+    return Run([&](const HostOperation& operation) { tape.Before(operation); },
+               {[&] { tape.Begin(); }, [&] { tape.Returned(); }});
 }
 
-std::string CallAccount::Run(const CallMarks& marks, const Through& through) {
-    refhost::Environment environment(nullptr, [&](const std::string& connectionString) {
+std::string CallAccount::Run(const BeforeOperation& before, const CallMarks& marks, const Through& through) {
+    WatchedEnvironment environment(before, [&](const std::string& connectionString) {
         return through ? through(pool_.Open(connectionString)) : pool_.Open(connectionString);
     });
     refhost::Login login(LoginXml(), environment);
-    return call_.run(environment, login, marks);
+    return call_.run(environment, *environment.Watch(login), marks);
 }
 
 std::vector<std::string> CallAccount::Contents() {

@@ -3,6 +3,7 @@
 #include "tests/rules/PlayedCall.h"
 #include "tests/support/DatabasePool.h"
 #include "tests/support/TestAccount.h"
+#include "tests/support/WatchedHost.h"
 
 #include <string>
 #include <vector>
@@ -19,10 +20,11 @@ public:
 
     /// Runs the call on the watched host and notes what it asks.
     std::string Run(Tape& tape);
-    /// Runs the call on the reference host as it is.
+    /// Runs the call on the watched host.
+    /// @param before sees each operation
     /// @param through puts something between the host and its databases
     using Through = std::function<std::unique_ptr<refhost::Database>(std::unique_ptr<refhost::Database> database)>;
-    std::string Run(const CallMarks& marks, const Through& through = {});
+    std::string Run(const BeforeOperation& before, const CallMarks& marks, const Through& through = {});
 
     /// What the account holds, in order.
     std::vector<std::string> Contents();

@@ -76,6 +76,8 @@ void OpeningRules::Row(const OpeningRow& row) {
         return;
     }
     try {
+        // The amounts are read.
+        play_.Point();
         if (row.isNegative) {
             play_.LookUp("SELECT bTrack FROM Inventory");
         }

@@ -61,6 +61,7 @@ std::string Play::Ask(std::string_view what, std::string_view text, int connecti
 void Play::Point() {
     ++points_;
     if (fault_ && fault_->point == points_) {
+        stepsBeforeFailedPoint_ = steps_.size();
         throw host::Error(fault_->error);
     }
 }

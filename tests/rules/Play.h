@@ -103,6 +103,8 @@ public:
     const std::vector<Step>& steps() const { return steps_; }
     /// Number of the points that were played.
     std::size_t points() const { return points_; }
+    /// Number of the steps before the point that failed.
+    std::size_t stepsBeforeFailedPoint() const { return stepsBeforeFailedPoint_; }
     /// The account's rows when the connection is gone: a transaction that was left open has ended with it.
     std::vector<std::string> Contents() const;
 
@@ -116,6 +118,7 @@ private:
     std::optional<Fault> fault_;
     std::vector<Step> steps_;
     std::size_t points_ = 0;
+    std::size_t stepsBeforeFailedPoint_ = 0;
     int lostConnection_ = noConnection;
     bool helperLost_ = false;
     bool hasHelper_ = false;
