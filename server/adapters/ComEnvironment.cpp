@@ -4,6 +4,7 @@
 #include "server/adapters/AdoRecordset.h"
 #include "server/adapters/ComEaiHelper.h"
 #include "server/adapters/ComVoucherComponents.h"
+#include "server/adapters/ThreadHelpers.h"
 #include "server/adapters/XmlDocument.h"
 #include "server/com/Platform.h"
 #include "server/com/Utf16.h"
@@ -12,13 +13,11 @@ namespace server {
 
 namespace {
 
-/// The thread's helper, created on first use. It is never given back: when a thread ends, COM has left it already, and
-/// a helper must not be called then.
-template <class Helper> Helper& ThreadHelper() {
-    thread_local Helper* helper = nullptr;
-    if (!helper)
-        helper = new Helper;
-    return *helper;
+/// The helper in `place`, created on first use.
+template <class Helper, class Interface> Interface& Helped(std::unique_ptr<Interface>& place) {
+    if (!place)
+        place = std::make_unique<Helper>();
+    return *place;
 }
 
 bool IsInteractive() noexcept {
@@ -39,8 +38,13 @@ void WriteToStandardError(std::string_view text) noexcept {
 std::unique_ptr<host::DOMDocument> ComEnvironment::CreateDOMDocument() { return std::make_unique<XmlDocument>(); }
 std::unique_ptr<host::Connection> ComEnvironment::CreateConnection() { return std::make_unique<AdoConnection>(); }
 std::unique_ptr<host::Recordset> ComEnvironment::CreateRecordset() { return std::make_unique<AdoRecordset>(); }
-host::EaiHelper& ComEnvironment::GetEaiHelper() { return ThreadHelper<ComEaiHelper>(); }
-host::RsXmlHelper& ComEnvironment::GetRsXmlHelper() { return ThreadHelper<ComRsXmlHelper>(); }
+host::EaiHelper& ComEnvironment::GetEaiHelper() {
+    return Helped<ComEaiHelper>(ThreadHelpers::OfThisThread().eaiHelper);
+}
+
+host::RsXmlHelper& ComEnvironment::GetRsXmlHelper() {
+    return Helped<ComRsXmlHelper>(ThreadHelpers::OfThisThread().rsXmlHelper);
+}
 
 std::unique_ptr<host::EaiXmlConverter> ComEnvironment::CreateEaiXmlConverter() {
     return std::make_unique<ComEaiXmlConverter>();

@@ -4,7 +4,7 @@
 
 namespace server {
 
-/// The world as COM offers it. It holds nothing but the helpers of each thread, which live as long as the thread.
+/// The world as COM offers it. It holds nothing; the helpers of each thread live until the thread leaves COM.
 class ComEnvironment final : public host::Environment {
 public:
     std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;

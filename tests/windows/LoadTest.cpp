@@ -162,3 +162,31 @@ TEST_F(Load, TwoApartmentsImportAtOnceEachWithItsOwnHelper) {
     second.join();
     EXPECT_EQ(libraries().server.CanUnload(), S_OK);
 }
+
+TEST_F(Load, HelpersEndWithTheirApartmentAndAreMadeAnewInTheNext) {
+    test::InNewApartment([this] {
+        // The thread enters COM a second time, and leaves it for good in between.
+        int made = 0;
+        for (int i = 1; i <= 3; ++i) {
+            std::weak_ptr<int> held;
+            {
+                const test::ReplacedClass counted(server::progid::eaiHelper, [&] {
+                    ++made;
+                    const auto life = std::make_shared<int>();
+                    held = life;
+                    return test::MakeObject({{L"MakeErrorResult", [life](const server::Arguments&) {
+                                                  return VariantHolder(std::string("made by the helper"));
+                                              }}});
+                });
+                for (int call = 0; call < 2; ++call)
+                    EXPECT_EQ(test::Transact(settings, VariantHolder(std::string("<a/>")), DispatchObject()),
+                              "made by the helper");
+            }
+            EXPECT_EQ(made, i);
+            EXPECT_FALSE(held.expired());
+            CoUninitialize();
+            EXPECT_TRUE(held.expired()) << "after leaving COM";
+            EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+        }
+    }).join();
+}
