@@ -26,25 +26,6 @@ ThreadHelpers& ThreadHelpers::OfThisThread() {
     return *helpers;
 }
 
-HRESULT STDMETHODCALLTYPE ThreadHelpers::QueryInterface(REFIID id, void** object) {
-    if (!object)
-        return E_POINTER;
-    *object = id == IID_IUnknown || id == __uuidof(IInitializeSpy) ? this : nullptr;
-    if (!*object)
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-ULONG STDMETHODCALLTYPE ThreadHelpers::AddRef() { return ++references_; }
-
-ULONG STDMETHODCALLTYPE ThreadHelpers::Release() {
-    const ULONG left = --references_;
-    if (left == 0)
-        delete this;
-    return left;
-}
-
 HRESULT STDMETHODCALLTYPE ThreadHelpers::PreUninitialize(DWORD initializations) {
     if (initializations == 1) {
         eaiHelper.reset();

@@ -2,29 +2,22 @@
 
 #include "host/EaiHelper.h"
 #include "host/VoucherComponents.h"
-#include "server/com/Platform.h"
+#include "server/com/UnknownObject.h"
 
-#include <atomic>
 #include <memory>
 
 namespace server {
 
 /// The host's helpers of one thread, given back when the thread leaves COM: they must not be called later, not even by
 /// a thread that enters COM again.
-class ThreadHelpers final : public IInitializeSpy {
+class ThreadHelpers final : public UnknownObject<IInitializeSpy> {
 public:
     /// The calling thread's.
     static ThreadHelpers& OfThisThread();
 
-    virtual ~ThreadHelpers() = default;
-
     /// Created when first needed.
     std::unique_ptr<host::EaiHelper> eaiHelper;
     std::unique_ptr<host::RsXmlHelper> rsXmlHelper;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
 
     HRESULT STDMETHODCALLTYPE PreInitialize(DWORD, DWORD) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE PostInitialize(HRESULT result, DWORD, DWORD) override { return result; }
@@ -33,8 +26,6 @@ public:
 
 private:
     ThreadHelpers() = default;
-
-    std::atomic<ULONG> references_ = 1;
 };
 
 } // namespace server

@@ -2,10 +2,10 @@
 
 #include "server/com/ComPtr.h"
 #include "server/com/Platform.h"
+#include "server/com/UnknownObject.h"
 #include "server/com/VariantHolder.h"
 #include "server/inproc/Module.h"
 
-#include <atomic>
 #include <cstddef>
 #include <span>
 
@@ -48,32 +48,13 @@ HRESULT AnswerException(EXCEPINFO* exception) noexcept;
 
 /// What every automation object here is made of: it counts references, keeps the library loaded, and takes calls by
 /// name for `Object::methods`, an array of `Method<Object>`. `Interface` is the object's dual interface, or IDispatch.
-template <class Object, class Interface = IDispatch> class Automation : public Interface, public ISupportErrorInfo {
+template <class Object, class Interface = IDispatch>
+class Automation : public UnknownObject<Interface, ISupportErrorInfo> {
 public:
-    Automation() = default;
-    Automation(const Automation&) = delete;
-    Automation& operator=(const Automation&) = delete;
-    virtual ~Automation() = default;
-
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object)
-            return E_POINTER;
-        *object = nullptr;
-        if (id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(Interface))
-            *object = static_cast<Interface*>(this);
-        else if (id == IID_ISupportErrorInfo)
-            *object = static_cast<ISupportErrorInfo*>(this);
-        if (!*object)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
+        // Every dual interface is an IDispatch too.
+        return UnknownObject<Interface, ISupportErrorInfo>::QueryInterface(
+            id == IID_IDispatch ? __uuidof(Interface) : id, object);
     }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
@@ -134,7 +115,6 @@ protected:
 
 private:
     ModuleReference module_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 } // namespace server

@@ -1,35 +1,17 @@
 #include "server/inproc/ClassFactory.h"
 
+#include "server/com/UnknownObject.h"
 #include "server/inproc/Module.h"
 
-#include <atomic>
 #include <new>
 
 namespace server {
 
 namespace {
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public UnknownObject<IClassFactory> {
 public:
     explicit ClassFactory(const ClassEntry& entry) noexcept : entry_(entry) {}
-    virtual ~ClassFactory() = default;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (!object)
-            return E_POINTER;
-        *object = id == IID_IUnknown || id == IID_IClassFactory ? this : nullptr;
-        if (!*object)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** object) override {
         if (!object)
@@ -51,7 +33,6 @@ public:
 private:
     const ClassEntry& entry_;
     ModuleReference module_;
-    std::atomic<ULONG> references_ = 1;
 };
 
 } // namespace

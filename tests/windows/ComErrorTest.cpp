@@ -1,6 +1,7 @@
 // How failures of COM calls become errors, and errors HRESULTs.
 #include "server/com/BString.h"
 #include "server/com/DispatchObject.h"
+#include "server/com/UnknownObject.h"
 #include "tests/windows/ExpectError.h"
 
 #include <functional>
@@ -17,23 +18,11 @@ constexpr std::string_view unknownError = "应用程序定义或对象定义错�
 constexpr HRESULT ownResult = static_cast<HRESULT>(0x80049ABC);
 
 /// An object whose one member answers as a test says.
-class Answering final : public IDispatch {
+class Answering final : public server::UnknownObject<IDispatch> {
 public:
     using Answer = std::function<HRESULT(EXCEPINFO& exception)>;
     explicit Answering(Answer answer) : answer_(std::move(answer)) {}
-    virtual ~Answering() = default;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
-        *object = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* ids) override {
@@ -47,7 +36,6 @@ public:
 
 private:
     Answer answer_;
-    ULONG references_ = 1;
 };
 
 /// Calls a member that answers so.

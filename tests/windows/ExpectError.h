@@ -12,6 +12,10 @@
 
 namespace test {
 
+/// The run-time's descriptions of errors 91 and 13.
+inline constexpr std::string_view objectNotSet = "对象变量或 With 块变量未设置";
+inline constexpr std::string_view typeMismatch = "类型不匹配";
+
 /// Fails the running test unless `action` raises this error.
 template <class Action> void ExpectError(host::ErrorNumber number, std::string_view description, Action&& action) {
     try {

@@ -12,9 +12,8 @@ using server::DispatchObject;
 using server::VariantHolder;
 using server::XmlDocument;
 using test::ExpectError;
-
-constexpr std::string_view objectNotSet = "对象变量或 With 块变量未设置";
-constexpr std::string_view typeMismatch = "类型不匹配";
+using test::objectNotSet;
+using test::typeMismatch;
 
 class HostEaiHelper : public test::HostTest {
 protected:

@@ -12,11 +12,10 @@ using server::DispatchObject;
 using server::VariantHolder;
 using server::XmlDocument;
 using test::ExpectError;
+using test::objectNotSet;
+using test::typeMismatch;
 
 using Rows = std::vector<std::string>;
-
-constexpr std::string_view objectNotSet = "对象变量或 With 块变量未设置";
-constexpr std::string_view typeMismatch = "类型不匹配";
 
 class HostVoucher : public test::HostTest {
 protected:

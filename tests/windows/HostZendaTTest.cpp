@@ -12,11 +12,11 @@ using server::DispatchObject;
 using server::VariantHolder;
 using server::XmlDocument;
 using test::ExpectError;
+using test::objectNotSet;
+using test::typeMismatch;
 
 using Rows = std::vector<std::string>;
 
-constexpr std::string_view objectNotSet = "对象变量或 With 块变量未设置";
-constexpr std::string_view typeMismatch = "类型不匹配";
 constexpr std::string_view objectIsClosed = "Operation is not allowed when the object is closed.";
 
 /// A staged price of 26.5 for the item A, which cost 25 and of which 10 are in stock since 2022.

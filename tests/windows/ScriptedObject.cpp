@@ -1,5 +1,7 @@
 #include "tests/windows/ScriptedObject.h"
 
+#include "server/com/UnknownObject.h"
+
 #include <cwchar>
 
 namespace test {
@@ -13,27 +15,14 @@ using server::VariantHolder;
 /// Members of the object itself have these numbers; those of the object behind it begin elsewhere.
 constexpr DISPID firstId = 0x4000'0000;
 
-class ScriptedObject final : public IDispatch {
+class ScriptedObject final : public server::UnknownObject<IDispatch> {
 public:
     ScriptedObject(ScriptedMembers members, ComPtr<IDispatch> rest)
         : members_(std::move(members)), rest_(std::move(rest)) {}
-    virtual ~ScriptedObject() = default;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        if (id != IID_IUnknown && id != IID_IDispatch) {
-            *object = nullptr;
-            return rest_ ? rest_->QueryInterface(id, object) : E_NOINTERFACE;
-        }
-        *object = static_cast<IDispatch*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
+        const HRESULT own = UnknownObject::QueryInterface(id, object);
+        return own == E_NOINTERFACE && rest_ ? rest_->QueryInterface(id, object) : own;
     }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
@@ -76,28 +65,11 @@ private:
 
     ScriptedMembers members_;
     ComPtr<IDispatch> rest_;
-    ULONG references_ = 1;
 };
 
-class ScriptedFactory final : public IClassFactory {
+class ScriptedFactory final : public server::UnknownObject<IClassFactory> {
 public:
     explicit ScriptedFactory(std::function<ComPtr<IDispatch>()> create) : create_(std::move(create)) {}
-    virtual ~ScriptedFactory() = default;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        *object = id == IID_IUnknown || id == IID_IClassFactory ? this : nullptr;
-        if (!*object)
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID id, void** object) override {
         *object = nullptr;
         try {
@@ -110,7 +82,6 @@ public:
 
 private:
     std::function<ComPtr<IDispatch>()> create_;
-    ULONG references_ = 1;
 };
 
 } // namespace
