@@ -1,7 +1,7 @@
 #include "bench/MemoryAccount.h"
 
-#include "refhost/Connection.h"
 #include "refhost/account/Account.h"
+#include "refhost/ado/Connection.h"
 
 #include <utility>
 

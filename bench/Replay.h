@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/EmbeddedDatabase.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
 
 #include <string>
 #include <vector>

@@ -3,8 +3,8 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "refhost/Environment.h"
-#include "refhost/Trace.h"
 #include "refhost/eai/Login.h"
+#include "refhost/trace/Trace.h"
 #include "refhost/xml/FileText.h"
 
 #include <optional>

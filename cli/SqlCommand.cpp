@@ -1,11 +1,12 @@
 #include "ModPub/Conversions.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
-#include "refhost/Connection.h"
 #include "refhost/Environment.h"
-#include "refhost/JsonRow.h"
+#include "refhost/OpenDatabase.h"
 #include "refhost/account/Batches.h"
+#include "refhost/ado/Connection.h"
 #include "refhost/eai/Login.h"
+#include "refhost/trace/JsonRow.h"
 #include "refhost/xml/FileText.h"
 
 #include <algorithm>
@@ -40,7 +41,7 @@ int RunSql(const SqlArguments& arguments) {
     }
     refhost::Environment environment;
     const refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
-    refhost::Connection connection(nullptr);
+    refhost::Connection connection(nullptr, refhost::OpenExisting());
     connection.Open(ModPub::ToText(login.Member("QxDbName")), "", "", host::command_option::unspecified);
     for (const std::string& batch : batches) {
         RunBatch(batch, connection.database());

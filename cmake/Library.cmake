@@ -1,7 +1,7 @@
-# kovra_library(FOLDER [LIBRARY...]): a static library of every source in FOLDER, named after it ('/' becomes '-').
+# kovra_library(FOLDER [LIBRARY...]): a static library of every source in FOLDER and below, named after it ('/' becomes '-').
 function(kovra_library folder)
   string(REPLACE "/" "-" name ${folder})
-  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
   if(sources)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC kovra_flags ${ARGN} PRIVATE kovra_sanitize)

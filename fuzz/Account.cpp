@@ -1,7 +1,7 @@
 #include "fuzz/Account.h"
 
-#include "refhost/Connection.h"
 #include "refhost/account/Account.h"
+#include "refhost/ado/Connection.h"
 
 #include <sqlite3.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "refhost/OpenDatabase.h"
-#include "refhost/sql/EmbeddedDatabase.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
 
 #include <memory>
 #include <set>

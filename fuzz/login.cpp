@@ -4,9 +4,9 @@
 #include "ModPub/Utf8.h"
 #include "fuzz/Require.h"
 #include "host/Error.h"
-#include "refhost/ConnectionString.h"
 #include "refhost/Environment.h"
-#include "refhost/Json.h"
+#include "refhost/ado/ConnectionString.h"
+#include "refhost/trace/Json.h"
 
 #include <cstddef>
 #include <cstdint>

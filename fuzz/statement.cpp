@@ -2,7 +2,7 @@
 #include "fuzz/Account.h"
 #include "fuzz/Require.h"
 #include "host/Error.h"
-#include "refhost/sql/Parser.h"
+#include "refhost/sql/syntax/Parser.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "refhost/Environment.h"
 
 #include "ModPub/RuntimeErrors.h"
-#include "refhost/Connection.h"
-#include "refhost/Recordset.h"
+#include "refhost/ado/Connection.h"
+#include "refhost/ado/Recordset.h"
 #include "refhost/eai/EaiHelper.h"
 #include "refhost/eai/EaiXmlConverter.h"
 #include "refhost/ia/IaVoucherService.h"

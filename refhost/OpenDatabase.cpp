@@ -1,6 +1,6 @@
 #include "refhost/OpenDatabase.h"
 
-#include "refhost/ConnectionString.h"
+#include "refhost/ado/ConnectionString.h"
 #include "refhost/odbc/OdbcDatabase.h"
 
 namespace refhost {

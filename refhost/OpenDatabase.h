@@ -1,8 +1,7 @@
 #pragma once
 
-#include "refhost/Database.h"
+#include "refhost/ado/Database.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -22,10 +21,6 @@ bool IsOdbc(std::string_view connectionString);
 /// Opens the account database that `connectionString` names: the embedded one for "Provider=KovraAccount", SQL Server
 /// through ODBC for a text with `Driver` or `DSN`. Throws 3706 for any other text, else the database's error.
 std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, OpenMode mode = OpenMode::existing);
-
-/// How a connection opens its database; `OpenDatabase` but where something stands between, as a test does, or where
-/// only embedded databases are wanted.
-using DatabaseOpener = std::function<std::unique_ptr<Database>(const std::string& connectionString)>;
 
 /// The usual opener, for databases that exist.
 DatabaseOpener OpenExisting();

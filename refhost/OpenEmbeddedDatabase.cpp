@@ -1,8 +1,8 @@
-#include "refhost/AdoErrors.h"
-#include "refhost/ConnectionString.h"
 #include "refhost/OpenDatabase.h"
-#include "refhost/SameName.h"
-#include "refhost/sql/EmbeddedDatabase.h"
+#include "refhost/ado/AdoErrors.h"
+#include "refhost/ado/ConnectionString.h"
+#include "refhost/ado/SameName.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
 
 namespace refhost {
 

@@ -3,7 +3,7 @@
 #include "ModPub/Conversions.h"
 #include "ModPub/Lookup.h"
 #include "ModPub/XmlText.h"
-#include "refhost/SameName.h"
+#include "refhost/ado/SameName.h"
 #include "refhost/ia/SqlText.h"
 
 #include <algorithm>

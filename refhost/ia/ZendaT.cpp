@@ -1,10 +1,10 @@
 #include "refhost/ia/ZendaT.h"
 
 #include "ModPub/Conversions.h"
-#include "refhost/Trace.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/VouchData.h"
+#include "refhost/trace/Trace.h"
 
 namespace refhost {
 

@@ -1,9 +1,9 @@
 #include "ModPub/Conversions.h"
-#include "refhost/Trace.h"
 #include "refhost/ia/AllOrNothing.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/ZendaT.h"
+#include "refhost/trace/Trace.h"
 
 namespace refhost {
 namespace {

@@ -1,10 +1,10 @@
 #include "ModPub/Conversions.h"
-#include "refhost/Trace.h"
 #include "refhost/ia/AllOrNothing.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/Stock.h"
 #include "refhost/ia/ZendaT.h"
+#include "refhost/trace/Trace.h"
 
 #include <array>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "ModPub/Conversions.h"
-#include "refhost/Trace.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/Stock.h"
 #include "refhost/ia/ZendaT.h"
+#include "refhost/trace/Trace.h"
 
 namespace refhost {
 namespace {

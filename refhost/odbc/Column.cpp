@@ -1,6 +1,6 @@
 #include "refhost/odbc/Column.h"
 
-#include "refhost/SameName.h"
+#include "refhost/ado/SameName.h"
 #include "refhost/odbc/Diagnostics.h"
 #include "refhost/odbc/Utf16.h"
 

@@ -1,6 +1,6 @@
 #include "refhost/odbc/OdbcDatabase.h"
 
-#include "refhost/ConnectionString.h"
+#include "refhost/ado/ConnectionString.h"
 #include "refhost/odbc/Column.h"
 #include "refhost/odbc/Diagnostics.h"
 #include "refhost/odbc/Handle.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/Database.h"
+#include "refhost/ado/Database.h"
 
 #include <memory>
 #include <string>

@@ -1,6 +1,6 @@
 #include "tests/ClsKovra/OpeningTest.h"
 
-#include "refhost/Json.h"
+#include "refhost/trace/Json.h"
 
 #include <algorithm>
 #include <ostream>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ClsKovraProof/ClsKovraProof.h"
-#include "refhost/Trace.h"
 #include "refhost/eai/Login.h"
+#include "refhost/trace/Trace.h"
 #include "tests/support/FaultyEnvironment.h"
 #include "tests/support/TestAccount.h"
 

@@ -1,6 +1,7 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
-#include "refhost/Database.h"
 #include "refhost/Environment.h"
+#include "refhost/OpenDatabase.h"
+#include "refhost/ado/Database.h"
 #include "refhost/eai/Login.h"
 #include "tests/ClsPriceJustVou/PriceAccount.h"
 

@@ -1,8 +1,8 @@
 #include "tests/ClsPriceJustVou/PriceAccount.h"
 
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
-#include "refhost/Trace.h"
 #include "refhost/eai/Login.h"
+#include "refhost/trace/Trace.h"
 #include "refhost/xml/Document.h"
 
 #include <array>

@@ -1,6 +1,7 @@
 #include "host/Error.h"
-#include "refhost/Connection.h"
+#include "refhost/OpenDatabase.h"
 #include "refhost/account/Account.h"
+#include "refhost/ado/Connection.h"
 #include "tests/support/TestAccount.h"
 
 #include <memory>

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "host/Error.h"
-#include "refhost/Connection.h"
+#include "refhost/OpenDatabase.h"
 #include "refhost/account/Account.h"
+#include "refhost/ado/Connection.h"
 
 #include <string>
 #include <vector>

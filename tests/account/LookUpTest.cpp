@@ -2,7 +2,7 @@
 // look-up that runs once a row, as the classes write it, is held against SQLite's plan for it.
 
 #include "refhost/account/Account.h"
-#include "refhost/sql/EmbeddedDatabase.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "tests/account/DemoAccount.h"
 
 #include <memory>

@@ -1,6 +1,7 @@
 #include "tests/ado/AdodbConnection.h"
 
-#include "refhost/AdoErrors.h"
+#include "refhost/OpenDatabase.h"
+#include "refhost/ado/AdoErrors.h"
 #include "tests/ado/AdodbRecordset.h"
 #include "tests/ado/Optional.h"
 

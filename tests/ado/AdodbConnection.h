@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/Connection.h"
+#include "refhost/ado/Connection.h"
 #include "server/inproc/Automation.h"
 #include "tests/ado/TraceFile.h"
 

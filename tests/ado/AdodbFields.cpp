@@ -1,7 +1,7 @@
 #include "tests/ado/AdodbFields.h"
 
-#include "refhost/AdoErrors.h"
-#include "refhost/AdoTypes.h"
+#include "refhost/ado/AdoErrors.h"
+#include "refhost/ado/AdoTypes.h"
 
 namespace test {
 

@@ -1,6 +1,6 @@
 #include "tests/ado/AdodbRecordset.h"
 
-#include "refhost/AdoErrors.h"
+#include "refhost/ado/AdoErrors.h"
 #include "server/adapters/XmlDocument.h"
 #include "tests/ado/AdodbConnection.h"
 #include "tests/ado/AdodbFields.h"

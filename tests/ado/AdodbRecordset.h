@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/Recordset.h"
+#include "refhost/ado/Recordset.h"
 #include "server/inproc/Automation.h"
 #include "tests/ado/TraceFile.h"
 

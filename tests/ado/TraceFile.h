@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/Trace.h"
+#include "refhost/trace/Trace.h"
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 // The program as a shell user meets it: exit status, standard output, standard error.
 
-#include "refhost/sql/EmbeddedDatabase.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "tests/support/TestAccount.h"
 
 #include <cstdio>

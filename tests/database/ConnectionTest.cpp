@@ -1,6 +1,6 @@
 // What a connection does with the transaction that it is released in.
 
-#include "refhost/Connection.h"
+#include "refhost/ado/Connection.h"
 
 #include "host/Error.h"
 

@@ -3,8 +3,9 @@
 // begin with "kovra_case").
 
 #include "ModPub/Conversions.h"
-#include "refhost/Connection.h"
-#include "refhost/Recordset.h"
+#include "refhost/OpenDatabase.h"
+#include "refhost/ado/Connection.h"
+#include "refhost/ado/Recordset.h"
 #include "refhost/odbc/OdbcDatabase.h"
 #include "tests/support/TestAccount.h"
 
@@ -58,7 +59,7 @@ protected:
     }
 
     std::unique_ptr<refhost::Connection> Connect() const {
-        auto connection = std::make_unique<refhost::Connection>(nullptr);
+        auto connection = std::make_unique<refhost::Connection>(nullptr, refhost::OpenExisting());
         connection->Open(ConnectionText(), "", "", host::command_option::unspecified);
         return connection;
     }

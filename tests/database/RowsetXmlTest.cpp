@@ -1,4 +1,4 @@
-#include "refhost/RowsetXml.h"
+#include "refhost/ado/RowsetXml.h"
 
 #include "host/Error.h"
 #include "refhost/xml/Document.h"

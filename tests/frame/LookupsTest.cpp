@@ -1,7 +1,7 @@
 #include "ModPub/GetNodeText.h"
 #include "ModPub/IsYearEndOpen.h"
 #include "ModPub/ReadAccOption.h"
-#include "refhost/Trace.h"
+#include "refhost/trace/Trace.h"
 #include "refhost/xml/Document.h"
 #include "tests/support/Import.h"
 

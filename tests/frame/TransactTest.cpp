@@ -1,5 +1,5 @@
-#include "refhost/Trace.h"
 #include "refhost/eai/Login.h"
+#include "refhost/trace/Trace.h"
 #include "refhost/xml/Document.h"
 #include "tests/frame/FrameClasses.h"
 #include "tests/support/Import.h"

@@ -1,6 +1,6 @@
 #include "refhost/Environment.h"
-#include "refhost/Trace.h"
 #include "refhost/eai/Login.h"
+#include "refhost/trace/Trace.h"
 #include "tests/support/TestAccount.h"
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 #include "refhost/ia/ZendaT.h"
 
 #include "refhost/Environment.h"
-#include "refhost/Trace.h"
 #include "refhost/eai/Login.h"
 #include "refhost/ia/RsXmlHelper.h"
 #include "refhost/ia/VoucherContext.h"
+#include "refhost/trace/Trace.h"
 #include "tests/support/TestAccount.h"
 
 #include <memory>

@@ -2,7 +2,7 @@
 // driver manager. It offers what that layer calls, and no more.
 
 #include "refhost/odbc/Utf16.h"
-#include "refhost/sql/EmbeddedDatabase.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "tests/odbc-driver/Diagnose.h"
 #include "tests/odbc-driver/Driver.h"
 #include "tests/odbc-driver/Values.h"

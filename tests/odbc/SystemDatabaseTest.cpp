@@ -1,7 +1,7 @@
 #include "refhost/odbc/SystemDatabase.h"
 
 #include "host/Error.h"
-#include "refhost/Connection.h"
+#include "refhost/ado/Connection.h"
 
 #include <string>
 #include <vector>

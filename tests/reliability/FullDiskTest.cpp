@@ -1,8 +1,8 @@
 // Databases that cannot be written, or no further: what is not written is not told of as accepted, and nothing is
 // damaged.
 
-#include "refhost/sql/EmbeddedDatabase.h"
-#include "refhost/sql/Errors.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
+#include "refhost/sql/types/Errors.h"
 #include "tests/reliability/Program.h"
 #include "tests/reliability/Soundness.h"
 

@@ -1,6 +1,6 @@
 #include "tests/reliability/Soundness.h"
 
-#include "refhost/sql/Runtime.h"
+#include "refhost/sql/engine/Runtime.h"
 #include "tests/reliability/Program.h"
 
 #include <array>

@@ -2,8 +2,9 @@
 
 #include "cli/Classes.h"
 #include "refhost/Environment.h"
-#include "refhost/Trace.h"
+#include "refhost/OpenDatabase.h"
 #include "refhost/eai/Login.h"
+#include "refhost/trace/Trace.h"
 #include "refhost/xml/Document.h"
 #include "tests/support/ScenarioFolder.h"
 

@@ -1,6 +1,7 @@
 #include "tests/support/DatabasePool.h"
 
 #include "host/Error.h"
+#include "refhost/OpenDatabase.h"
 
 #include <algorithm>
 #include <utility>

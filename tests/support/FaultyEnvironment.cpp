@@ -1,5 +1,7 @@
 #include "tests/support/FaultyEnvironment.h"
 
+#include "refhost/OpenDatabase.h"
+
 #include <utility>
 
 namespace test {

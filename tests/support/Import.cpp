@@ -1,6 +1,6 @@
 #include "tests/support/Import.h"
 
-#include "refhost/Json.h"
+#include "refhost/trace/Json.h"
 
 namespace test {
 namespace {

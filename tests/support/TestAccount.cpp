@@ -1,9 +1,10 @@
 #include "tests/support/TestAccount.h"
 
-#include "refhost/Connection.h"
-#include "refhost/JsonRow.h"
+#include "refhost/OpenDatabase.h"
 #include "refhost/account/Account.h"
 #include "refhost/account/Batches.h"
+#include "refhost/ado/Connection.h"
+#include "refhost/trace/JsonRow.h"
 
 #include <fstream>
 #include <iterator>

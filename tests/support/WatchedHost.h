@@ -1,6 +1,7 @@
 #pragma once
 
 #include "refhost/Environment.h"
+#include "refhost/OpenDatabase.h"
 
 #include <functional>
 #include <memory>

@@ -1,0 +1,106 @@
+#include "refhost/ado/Recordset.h"
+
+#include "refhost/ado/AdoErrors.h"
+#include "refhost/ado/Connection.h"
+#include "refhost/ado/RowsetXml.h"
+#include "refhost/ado/SameName.h"
+#include "refhost/trace/Trace.h"
+
+#include <algorithm>
+
+namespace refhost {
+
+void Recordset::SetCursorLocation(host::CursorLocation location) {
+    if (IsOpen()) {
+        RaiseObjectOpen();
+    }
+    location_ = location;
+}
+
+void Recordset::Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
+                     host::LockType lockType, int options) {
+    Traced(
+        [&] {
+            if (IsOpen()) {
+                RaiseObjectOpen();
+            }
+            result_ = dynamic_cast<Connection&>(connection).database().Query(source);
+            row_ = 0;
+            forwardOnly_ = cursorType == host::CursorType::forwardOnly && location_ == host::CursorLocation::server;
+        },
+        [&](Trace::Result result) {
+            if (trace_ != nullptr) {
+                trace_->Open(source, static_cast<int>(cursorType), static_cast<int>(lockType), options,
+                             static_cast<int>(location_), result);
+            }
+        });
+}
+
+void Recordset::Close() {
+    OpenFields();
+    result_ = {};
+}
+
+bool Recordset::AtEOF() const {
+    OpenFields();
+    return row_ == result_.rowCount;
+}
+
+bool Recordset::AtBOF() const {
+    OpenFields();
+    return result_.rowCount == 0;
+}
+
+std::int64_t Recordset::RecordCount() const {
+    OpenFields();
+    return forwardOnly_ ? -1 : static_cast<std::int64_t>(result_.rowCount);
+}
+
+void Recordset::MoveNext() {
+    if (AtEOF()) {
+        RaiseNoCurrentRecord();
+    }
+    ++row_;
+}
+
+std::size_t Recordset::FieldCount() const { return OpenFields().size(); }
+
+const host::Field& Recordset::FieldAt(std::size_t index) const {
+    const Fields& fields = OpenFields();
+    if (index >= fields.size()) {
+        RaiseItemNotFound();
+    }
+    return fields[index];
+}
+
+std::size_t Recordset::FieldIndex(std::string_view name) const {
+    const Fields& fields = OpenFields();
+    const auto found =
+        std::ranges::find_if(fields, [&](const host::Field& field) { return SameName(field.name, name); });
+    if (found == fields.end()) {
+        RaiseItemNotFound();
+    }
+    return static_cast<std::size_t>(found - fields.begin());
+}
+
+host::Value Recordset::FieldValue(std::size_t index) const {
+    FieldAt(index);
+    if (AtEOF()) {
+        RaiseNoCurrentRecord();
+    }
+    return result_.cells[row_ * result_.fields->size() + index];
+}
+
+void Recordset::Save(host::DOMDocument& document) const {
+    OpenFields();
+    WriteRowset(result_, document);
+}
+
+const Fields& Recordset::OpenFields() const {
+    if (!result_.fields) {
+        RaiseObjectClosed();
+    }
+    return *result_.fields;
+}
+
+} // namespace refhost

@@ -1,0 +1,583 @@
+#include "refhost/sql/binding/Binder.h"
+
+#include "refhost/sql/syntax/Parser.h"
+#include "refhost/sql/types/Collation.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+
+namespace refhost::sql {
+namespace {
+
+using host::error_number::syntaxError;
+
+constexpr Type endlessText{Base::nvarchar, Type::maxLength, 0, 0};
+
+/// Whether values of `from` are values of `to` as they stand.
+bool Contains(const Type& to, const Type& from) {
+    if (FamilyOf(to) != FamilyOf(from)) {
+        return false;
+    }
+    switch (FamilyOf(to)) {
+    case Family::integer:
+        return to.base >= from.base;
+    case Family::text:
+    case Family::binary: {
+        if (IsFixedLength(to.base) || to.base == Base::timestamp) {
+            return to == from;
+        }
+        const bool lengthFits =
+            to.length == Type::maxLength || (from.length != Type::maxLength && from.length <= to.length);
+        // A national text may take twice its length in the code page.
+        return lengthFits && (IsNational(to.base) || !IsNational(from.base) || to.length == Type::maxLength);
+    }
+    case Family::exact:
+        return to == from || (to.base == Base::decimal && from.base == Base::decimal && to.scale == from.scale &&
+                              to.precision >= from.precision);
+    case Family::real:
+        return to.base >= from.base;
+    case Family::date:
+        return to.base == from.base || to.base == Base::datetime2 ||
+               (to.base == Base::datetime && from.base == Base::smalldatetime);
+    default:
+        return true;
+    }
+}
+
+/// The terms joined by AND or OR. Long chains become a tree, because SQLite bounds the depth of expressions.
+std::string JoinTerms(const std::vector<std::string>& terms, std::size_t first, std::size_t last,
+                      std::string_view connective) {
+    constexpr std::size_t longest = 64;
+    if (last - first > longest) {
+        const std::size_t middle = first + (last - first) / 2;
+        return fmt::format("({}{}{})", JoinTerms(terms, first, middle, connective), connective,
+                           JoinTerms(terms, middle, last, connective));
+    }
+    std::string text = "(";
+    for (std::size_t i = first; i < last; ++i) {
+        text += i > first ? connective : std::string_view();
+        text += terms[i];
+    }
+    return text + ")";
+}
+
+} // namespace
+
+std::string Binder::Parameter(const Slot& slot) {
+    if (use_ == LiteralUse::inlined) {
+        return Spelled(Evaluate(LiteralAt(slot.literal), slot));
+    }
+    slots_.push_back(slot);
+    return fmt::format("?{}", slots_.size());
+}
+
+std::string Binder::Own(Bound& value) {
+    if (value.kind == Bound::Kind::literal) {
+        if (value.slot.steps.empty()) {
+            Pin(value.slot.literal);
+        }
+        value.text = Parameter(value.slot);
+        value.kind = Bound::Kind::expression;
+        value.nullable = false;
+    }
+    return value.text;
+}
+
+Bound Binder::Converted(Bound value, const Type& type, int style, Surplus surplus) {
+    if (value.kind == Bound::Kind::null) {
+        value.type = type;
+        return value;
+    }
+    if (value.kind == Bound::Kind::literal) {
+        const Literal& literal = LiteralAt(value.slot.literal);
+        const bool same = literal.kind == LiteralKind::integer && value.slot.steps.empty() &&
+                          (type.base == Base::integer || type.base == Base::bigint);
+        if (same) {
+            value.slot.plain = true;
+        } else {
+            value.slot.plain = false;
+            value.slot.steps.push_back({type, style, surplus});
+        }
+        value.type = type;
+        return value;
+    }
+    if (!Contains(type, value.type)) {
+        value.text = surplus == Surplus::refuse
+                         ? fmt::format("k_store({}, {}, {})", value.text, Pack(value.type), Pack(type))
+                         : fmt::format("k_convert({}, {}, {}, {})", value.text, Pack(value.type), Pack(type), style);
+        value.kind = Bound::Kind::expression;
+        value.column = nullptr;
+    }
+    value.type = type;
+    return value;
+}
+
+std::string Binder::As(Bound value, const Type& type, int style, Surplus surplus) {
+    Bound converted = Converted(std::move(value), type, style, surplus);
+    return converted.kind == Bound::Kind::literal ? Parameter(converted.slot) : converted.text;
+}
+
+std::string Binder::Collated(const Bound& value) {
+    if (value.kind == Bound::Kind::column) {
+        return value.text;
+    }
+    const Family family = FamilyOf(value.type);
+    if (family == Family::text || family == Family::guid) {
+        return fmt::format("{} COLLATE {}", value.text, textCollation);
+    }
+    return family == Family::exact ? fmt::format("{} COLLATE {}", value.text, exactCollation) : value.text;
+}
+
+Family Binder::Unify(const std::vector<Bound*>& values) {
+    Type highest;
+    const Type* exactOperand = nullptr;
+    for (const Bound* value : values) {
+        if (value->type.base > highest.base) {
+            highest = value->type;
+        }
+        if (FamilyOf(value->type) == Family::exact && value->kind != Bound::Kind::literal) {
+            exactOperand = &value->type;
+        }
+    }
+    const Family family = highest.base == Base::null ? Family::integer : FamilyOf(highest);
+    const Type exact = exactOperand != nullptr ? *exactOperand : Type{Base::decimal, 0, 38, 10};
+    for (Bound* value : values) {
+        if (value->kind == Bound::Kind::null) {
+            continue;
+        }
+        const Family own = FamilyOf(value->type);
+        if (value->kind == Bound::Kind::literal && own == family && value->slot.steps.empty()) {
+            // Its length or digits play no part in a comparison.
+            value->slot.plain = true;
+            value->text = Parameter(value->slot);
+        } else if (own == family) {
+            value->text = Own(*value);
+        } else if (family == Family::text) {
+            value->text = As(*value, endlessText);
+        } else if (family == Family::exact) {
+            // A text becomes what it meets, a whole number keeps its value.
+            value->text = As(*value, own == Family::integer ? AsDecimal(value->type) : exact);
+        } else if (family == Family::binary) {
+            value->text = As(*value, {Base::varbinary, Type::maxLength, 0, 0});
+        } else {
+            value->text = As(*value, highest);
+        }
+        if (own != family || value->kind == Bound::Kind::literal) {
+            value->kind = Bound::Kind::expression;
+            value->type = own == family ? value->type : highest;
+        }
+    }
+    return family;
+}
+
+// Values.
+
+Bound Binder::BindValue(const Expression& expression) {
+    switch (expression.node) {
+    case Node::literal:
+        return BindLiteral(expression);
+    case Node::null: {
+        Bound value;
+        value.kind = Bound::Kind::null;
+        value.text = "NULL";
+        return value;
+    }
+    case Node::column:
+        return BindColumn(expression.name);
+    case Node::negate:
+        return BindNegate(expression);
+    case Node::plus:
+        return BindValue(*expression.arguments[0]);
+    case Node::binary:
+        return BindArithmetic(expression);
+    case Node::function:
+        return BindFunction(expression);
+    case Node::convert:
+        return BindConvert(expression);
+    case Node::caseOf:
+        return BindCase(expression);
+    case Node::subquery:
+        return BindSubquery(expression);
+    case Node::variable:
+        return BindVariable(expression);
+    default:
+        Fail(syntaxError, "Incorrect syntax near '*'.");
+    }
+}
+
+Bound Binder::BindLiteral(const Expression& expression) {
+    Bound value;
+    value.kind = Bound::Kind::literal;
+    value.slot.literal = expression.literal;
+    value.type = TypeOf(LiteralAt(expression.literal));
+    value.nullable = false;
+    return value;
+}
+
+Bound Binder::BindColumn(const Name& name) {
+    Scope* found = nullptr;
+    const ScopeColumn& column = FindColumn(name, found);
+    if (!found->inAggregate) {
+        found->bareColumns.push_back(column.value.text);
+    }
+    return column.value;
+}
+
+Bound Binder::BindNegate(const Expression& expression) {
+    Bound value = BindValue(*expression.arguments[0]);
+    if (value.kind == Bound::Kind::null) {
+        return value;
+    }
+    const Family family = FamilyOf(value.type);
+    if (family == Family::text || family == Family::date || family == Family::guid) {
+        Fail(syntaxError, "Operand data type {} is invalid for minus operator.", NameOf(value.type.base));
+    }
+    if (value.kind == Bound::Kind::literal && value.slot.steps.empty() && family != Family::binary) {
+        value.slot.negated = !value.slot.negated;
+        return value;
+    }
+    Own(value);
+    value.text = family == Family::exact ? fmt::format("k_subtract('0', {}, {})", value.text, Pack(value.type))
+                                         : fmt::format("(-{})", value.text);
+    value.kind = Bound::Kind::expression;
+    return value;
+}
+
+Bound Binder::BindArithmetic(const Expression& expression) {
+    Bound left = BindValue(*expression.arguments[0]);
+    Bound right = BindValue(*expression.arguments[1]);
+    const std::string& operation = expression.text;
+    const auto isText = [](const Bound& value) { return FamilyOf(value.type) == Family::text; };
+    const auto isNull = [](const Bound& value) { return value.kind == Bound::Kind::null; };
+    if (operation == "+" && (isText(left) || isText(right)) && (isText(left) || isNull(left)) &&
+        (isText(right) || isNull(right))) {
+        return BindConcatenation(std::move(left), std::move(right));
+    }
+    if (FamilyOf(left.type) == Family::date || FamilyOf(right.type) == Family::date) {
+        return BindDateArithmetic(operation, std::move(left), std::move(right));
+    }
+    for (const Bound* value : {&left, &right}) {
+        if (value->kind == Bound::Kind::literal && !isText(*value)) {
+            Pin(value->slot.literal); // its digits give the result's
+        }
+    }
+    Type type = CommonType(left.type, right.type);
+    if (isText(left) && isText(right)) {
+        Fail(syntaxError, "Operand data type {} is invalid for {} operator.", NameOf(type.base),
+             operation == "-"   ? "subtract"
+             : operation == "*" ? "multiply"
+             : operation == "/" ? "divide"
+                                : "modulo");
+    }
+    if (FamilyOf(type) == Family::null || FamilyOf(type) == Family::binary) {
+        type = {Base::integer, 0, 0, 0};
+    }
+    if (type.base == Base::bit) {
+        type = {Base::tinyint, 0, 0, 0};
+    }
+    Type leftType = type;
+    Type rightType = type;
+    if (type.base == Base::decimal) {
+        const auto operand = [&](const Bound& value) {
+            if (value.kind == Bound::Kind::literal && value.type.base == Base::integer) {
+                const auto digits = static_cast<int>(LiteralAt(value.slot.literal).body.size());
+                return Type{Base::decimal, 0, digits, 0};
+            }
+            const bool number = FamilyOf(value.type) == Family::exact || FamilyOf(value.type) == Family::integer;
+            return number ? AsDecimal(value.type) : type;
+        };
+        leftType = operand(left);
+        rightType = operand(right);
+        const int leftWhole = leftType.precision - leftType.scale;
+        const int rightWhole = rightType.precision - rightType.scale;
+        const int scale = std::max(leftType.scale, rightType.scale);
+        if (operation == "*") {
+            type = FitDecimal(leftType.precision + rightType.precision + 1, leftType.scale + rightType.scale);
+        } else if (operation == "/") {
+            const int quotientScale = std::max(6, leftType.scale + rightType.precision + 1);
+            type = FitDecimal(leftWhole + rightType.scale + quotientScale, quotientScale);
+        } else if (operation == "%") {
+            type = FitDecimal(std::min(leftWhole, rightWhole) + scale, scale);
+        } else {
+            type = FitDecimal(std::max(leftWhole, rightWhole) + scale + 1, scale);
+        }
+    }
+    const std::string_view function = operation == "+"   ? "k_add"
+                                      : operation == "-" ? "k_subtract"
+                                      : operation == "*" ? "k_multiply"
+                                      : operation == "/" ? "k_divide"
+                                                         : "k_modulo";
+    Bound result;
+    result.type = type;
+    const std::string leftText = As(std::move(left), leftType);
+    result.text = fmt::format("{}({}, {}, {})", function, leftText, As(std::move(right), rightType), Pack(type));
+    return result;
+}
+
+Bound Binder::BindConcatenation(Bound left, Bound right) {
+    Bound result;
+    const bool national = IsNational(left.type.base) || IsNational(right.type.base);
+    const bool endless = left.type.length == Type::maxLength || right.type.length == Type::maxLength;
+    const int most = national ? 4000 : 8000;
+    result.type = {national ? Base::nvarchar : Base::varchar,
+                   endless ? Type::maxLength : std::clamp(left.type.length + right.type.length, 1, most), 0, 0};
+    const std::string leftText = Own(left);
+    result.text = fmt::format("({} || {})", leftText, Own(right));
+    return result;
+}
+
+Bound Binder::BindDateArithmetic(const std::string& operation, Bound left, Bound right) {
+    const bool leftDate = FamilyOf(left.type) == Family::date;
+    const bool rightDate = FamilyOf(right.type) == Family::date;
+    const Type type = leftDate ? left.type : right.type;
+    if ((operation != "+" && operation != "-") || type.base == Base::date || type.base == Base::datetime2 ||
+        (operation == "-" && !leftDate)) {
+        Fail(syntaxError, "Operand type clash: {} is incompatible with {}", NameOf(left.type.base),
+             NameOf(right.type.base));
+    }
+    Bound result;
+    result.type = type;
+    const auto ticks = [&](Bound value, bool date) {
+        // The other operand counts days from the server's day 0.
+        return date ? Own(value)
+                    : fmt::format("(k_convert({}, {}, {}, 0) - {})", As(value, {Base::floating, 0, 0, 0}),
+                                  Pack({Base::floating, 0, 0, 0}), Pack({Base::datetime, 0, 0, 0}),
+                                  serverDayZero * ticksPerDay);
+    };
+    const std::string leftText = ticks(left, leftDate);
+    const std::string rightText = ticks(right, rightDate);
+    const std::int64_t correction =
+        leftDate && rightDate ? (operation == "+" ? -serverDayZero : serverDayZero) * ticksPerDay : 0;
+    result.text = fmt::format("k_convert({} {} {} + ({}), {}, {}, 0)", leftText, operation, rightText, correction,
+                              Pack({Base::datetime2, 0, 0, 0}), Pack(type));
+    return result;
+}
+
+Bound Binder::BindConvert(const Expression& expression) {
+    int style = 0;
+    if (expression.arguments.size() > 1) {
+        const Expression& given = *expression.arguments[1];
+        if (given.node != Node::literal || LiteralAt(given.literal).kind != LiteralKind::integer) {
+            Fail(syntaxError, "Argument data type is invalid for argument 3 of convert function.");
+        }
+        Pin(given.literal);
+        style = static_cast<int>(CellOf(LiteralAt(given.literal), false).integer);
+    }
+    if (expression.type.base == Base::timestamp) {
+        return Converted(BindValue(*expression.arguments[0]), {Base::binary, 8, 0, 0}, style, Surplus::cut);
+    }
+    return Converted(BindValue(*expression.arguments[0]), expression.type, style, Surplus::cut);
+}
+
+Bound Binder::BindCase(const Expression& expression) {
+    const std::size_t first = expression.flag ? 1 : 0;
+    const std::size_t pairs = (expression.arguments.size() - first) / 2;
+    const bool hasElse = (expression.arguments.size() - first) % 2 == 1;
+    std::vector<Bound> results;
+    for (std::size_t i = 0; i < pairs; ++i) {
+        results.push_back(BindValue(*expression.arguments[first + 2 * i + 1]));
+    }
+    if (hasElse) {
+        results.push_back(BindValue(*expression.arguments.back()));
+    }
+    Bound result;
+    for (Bound& value : results) {
+        if (value.kind == Bound::Kind::literal && value.slot.steps.empty()) {
+            Pin(value.slot.literal);
+        }
+        result.type = CommonType(result.type, value.type);
+    }
+    result.text = "CASE";
+    for (std::size_t i = 0; i < pairs; ++i) {
+        const Expression& when = *expression.arguments[first + 2 * i];
+        if (expression.flag) {
+            Bound operand = BindValue(*expression.arguments[0]);
+            Bound match = BindValue(when);
+            Unify({&operand, &match});
+            result.text += fmt::format(" WHEN {} = {}", Collated(operand), match.text);
+        } else {
+            result.text += " WHEN " + BindCondition(when, false);
+        }
+        result.text += " THEN " + As(results[i], result.type);
+    }
+    if (hasElse) {
+        result.text += " ELSE " + As(results.back(), result.type);
+    }
+    result.text += " END";
+    return result;
+}
+
+Bound Binder::BindSubquery(const Expression& expression) {
+    BoundSelect select = BindSelect(*expression.select);
+    if (select.columns.size() != 1) {
+        Fail(syntaxError, "Only one expression can be specified in the select list when the subquery is not introduced "
+                          "with EXISTS.");
+    }
+    Bound result;
+    result.type = select.columns[0].value.type;
+    result.text = "(" + select.Text(false, false) + ")";
+    return result;
+}
+
+Bound Binder::BindVariable(const Expression& expression) {
+    Bound result;
+    if (EqualNames(expression.text, "@@identity")) {
+        result.type = {Base::decimal, 0, 38, 0};
+        result.text = "k_identity()";
+        return result;
+    }
+    if (EqualNames(expression.text, "@@version")) {
+        result.type = {Base::nvarchar, 300, 0, 0};
+        result.text = "'Kovra account database'";
+        return result;
+    }
+    Fail(syntaxError, "Must declare the scalar variable \"{}\".", expression.text);
+}
+
+// Conditions.
+
+std::string Binder::BindCondition(const Expression& expression, bool topLevel) {
+    switch (expression.node) {
+    case Node::conjunction:
+    case Node::disjunction: {
+        const bool all = expression.node == Node::conjunction;
+        std::vector<std::string> terms;
+        for (const ExpressionPtr& term : expression.arguments) {
+            terms.push_back(BindCondition(*term, topLevel && all));
+        }
+        return JoinTerms(terms, 0, terms.size(), all ? " AND " : " OR ");
+    }
+    case Node::negation:
+        return "(NOT " + BindCondition(*expression.arguments[0], false) + ")";
+    case Node::compare:
+        return BindCompare(expression, topLevel);
+    case Node::isNull: {
+        Bound value = BindValue(*expression.arguments[0]);
+        return fmt::format("({} IS {}NULL)", Own(value), expression.flag ? "NOT " : "");
+    }
+    case Node::like:
+        return BindLike(expression);
+    case Node::between:
+        return BindBetween(expression);
+    case Node::inList:
+        return BindInList(expression);
+    case Node::inSelect:
+        return BindInSelect(expression);
+    case Node::exists:
+        return "EXISTS (" + BindSelect(*expression.select).Text(false, false) + ")";
+    default:
+        Fail(syntaxError, "An expression of non-boolean type specified in a context where a condition is expected.");
+    }
+}
+
+std::string Binder::BindCompare(const Expression& expression, bool topLevel) {
+    Bound left = BindValue(*expression.arguments[0]);
+    Bound right = BindValue(*expression.arguments[1]);
+    const Family family = Unify({&left, &right});
+    const std::string_view operation = expression.text;
+    const auto indexed = [&](const Bound& value) {
+        return topLevel && family == Family::text && operation != "<>" && value.kind == Bound::Kind::column &&
+               value.column != nullptr && value.column->blankIndex;
+    };
+    std::string text = fmt::format("({} {} {}", Collated(left), operation, right.text);
+    if (indexed(left) || indexed(right)) {
+        // The column is indexed as isnull(column, ''), see Definer::MakeIndex. That the same holds for this expression
+        // follows from the comparison, and tells SQLite of the index.
+        // Another column loses its affinity by the plus: SQLite uses an index on an expression only without one.
+        const auto blank = [&](const Bound& value) {
+            if (indexed(value)) {
+                return fmt::format("ifnull({}, '')", value.text);
+            }
+            return value.kind == Bound::Kind::column ? "+" + value.text : value.text;
+        };
+        text += fmt::format(" AND {} COLLATE {} {} {}", blank(left), textCollation, operation, blank(right));
+    }
+    return text + ")";
+}
+
+std::string Binder::BindLike(const Expression& expression) {
+    std::string text = expression.flag ? "(NOT k_like(" : "k_like(";
+    for (const ExpressionPtr& argument : expression.arguments) {
+        if (&argument != &expression.arguments.front()) {
+            text += ", ";
+        }
+        text += As(BindValue(*argument), endlessText);
+    }
+    return text + (expression.flag ? "))" : ")");
+}
+
+std::string Binder::BindBetween(const Expression& expression) {
+    Bound value = BindValue(*expression.arguments[0]);
+    Bound low = BindValue(*expression.arguments[1]);
+    Bound high = BindValue(*expression.arguments[2]);
+    Unify({&value, &low, &high});
+    return fmt::format("({} {}BETWEEN {} AND {})", Collated(value), expression.flag ? "NOT " : "", low.text, high.text);
+}
+
+std::string Binder::BindInList(const Expression& expression) {
+    std::vector<Bound> values;
+    for (const ExpressionPtr& argument : expression.arguments) {
+        values.push_back(BindValue(*argument));
+    }
+    std::vector<Bound*> pointers;
+    pointers.reserve(values.size());
+    for (Bound& value : values) {
+        pointers.push_back(&value);
+    }
+    Unify(pointers);
+    std::string text = fmt::format("({} {}IN (", Collated(values[0]), expression.flag ? "NOT " : "");
+    for (std::size_t i = 1; i < values.size(); ++i) {
+        text += (i > 1 ? ", " : "") + values[i].text;
+    }
+    return text + "))";
+}
+
+std::string Binder::BindInSelect(const Expression& expression) {
+    Bound value = BindValue(*expression.arguments[0]);
+    BoundSelect select = BindSelect(*expression.select);
+    if (select.columns.size() != 1) {
+        Fail(syntaxError, "Only one expression can be specified in the select list when the subquery is not introduced "
+                          "with EXISTS.");
+    }
+    Bound inner = select.columns[0].value;
+    const Type innerType = inner.type;
+    inner.kind = Bound::Kind::expression;
+    Unify({&value, &inner});
+    if (FamilyOf(innerType) != FamilyOf(value.type)) {
+        const Type meeting = FamilyOf(value.type) == Family::exact && FamilyOf(innerType) == Family::integer
+                                 ? AsDecimal(innerType)
+                                 : value.type;
+        for (BoundSelect::Member& member : select.members) {
+            member.values[0] = Converted(member.values[0], meeting, 0, Surplus::cut);
+        }
+    }
+    return fmt::format("({} {}IN ({}))", Collated(value), expression.flag ? "NOT " : "", select.Text(false, false));
+}
+
+std::string Binder::BindCheck(const Expression& condition, const Table& table) {
+    Scope scope;
+    ScopeSource source;
+    source.alias = table.name;
+    source.tableName = table.name;
+    for (const Column& column : table.columns) {
+        Bound value;
+        value.kind = Bound::Kind::column;
+        value.text = Quoted(column.name);
+        value.type = column.type;
+        source.columns.push_back({column.name, std::move(value)});
+    }
+    scope.sources.push_back(std::move(source));
+    scope_ = &scope;
+    std::string text = BindCondition(condition, false);
+    scope_ = nullptr;
+    return text;
+}
+
+std::string Binder::BindDefault(const Column& column) {
+    Parser parser(column.defaultText, {});
+    const ExpressionPtr expression = parser.ParseExpressionText();
+    Binder inner(catalog_, session_, parser.Literals(), LiteralUse::inlined);
+    return inner.As(inner.BindValue(*expression), column.type, 0, Surplus::refuse);
+}
+
+} // namespace refhost::sql

@@ -1,0 +1,198 @@
+#pragma once
+
+#include "refhost/sql/engine/Plan.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace refhost::sql {
+
+/// What the session knows beyond the catalog.
+struct SessionState {
+    /// Id of the table whose identity column takes explicit values, 0 for none.
+    std::int64_t identityInsert = 0;
+};
+
+/// A value expression in SQLite's language, with its type. A literal stays apart until its place says what type it
+/// shall have.
+struct Bound {
+    enum class Kind { expression, column, literal, null };
+
+    Kind kind = Kind::expression;
+    std::string text;
+    Type type;
+    bool nullable = true;
+    /// Of a literal.
+    Slot slot;
+    /// Of a column: what it belongs to.
+    const Column* column = nullptr;
+};
+
+struct OutputColumn {
+    std::string name;
+    Bound value;
+};
+
+/// A query in pieces, so that its columns can still be converted.
+struct BoundSelect {
+    std::vector<OutputColumn> columns;
+    /// What stands before, between and behind the columns of each member of the set operation.
+    struct Member {
+        std::string head;
+        std::vector<Bound> values;
+        std::string tail;
+    };
+    std::vector<Member> members;
+    std::vector<std::string> operators;
+    std::string tail;
+
+    /// The query's text; with `names`, every column gets its name (c0, c1 … when `numbered`).
+    std::string Text(bool names, bool numbered) const;
+};
+
+/// Where the literals of what is being bound go.
+enum class LiteralUse {
+    parameters, ///< into parameters of a plan
+    inlined,    ///< into the text, for definitions
+};
+
+/// Translates one statement: resolves names, gives every expression its type, and writes SQLite's SQL.
+/// Every member throws SQL Server's errors.
+class Binder {
+public:
+    Binder(Catalog& catalog, const SessionState& session, const std::vector<Literal>& literals, LiteralUse use)
+        : catalog_(catalog), session_(session), literals_(literals), use_(use) {}
+
+    Plan BindSelectPlan(const Select& select);
+    Plan BindInsert(const Insert& insert);
+    Plan BindUpdate(const Update& update);
+    Plan BindDelete(const Delete& del);
+    /// A condition as a query of one truth value.
+    Plan BindConditionPlan(const Expression& condition);
+    /// INSERT of a query's rows into a table that was made for it.
+    Plan BindSelectInto(const Select& select, std::shared_ptr<const Table> target);
+
+    // For definitions.
+    BoundSelect BindSelect(const Select& select);
+    /// A condition over the columns of one table, of which it names them alone.
+    std::string BindCheck(const Expression& condition, const Table& table);
+    /// A default as what the column stores.
+    std::string BindDefault(const Column& column);
+    /// A query for the values that an insert of one row gives to columns; empty when it inserts otherwise.
+    std::string BindKeyOf(const Insert& insert, const Table& table, const std::vector<std::string>& columns);
+    /// Every literal whose value shaped the translation so far.
+    std::vector<std::size_t> Pinned() const { return {pinned_.begin(), pinned_.end()}; }
+
+private:
+    struct ScopeColumn {
+        std::string name;
+        Bound value;
+    };
+    struct ScopeSource {
+        std::string alias;
+        std::string tableName;
+        std::shared_ptr<const Table> table;
+        std::string sqlName;
+        std::vector<ScopeColumn> columns;
+    };
+    struct Scope {
+        Scope* outer = nullptr;
+        std::vector<ScopeSource> sources;
+        bool aggregated = false;
+        bool inAggregate = false;
+        /// Columns used outside of aggregates, for the test against GROUP BY.
+        std::vector<std::string> bareColumns;
+        std::vector<std::string> groups;
+    };
+
+    class ScopeGuard;
+
+    // Sources.
+    std::string BindFrom(const std::vector<std::unique_ptr<Source>>& sources);
+    std::string BindSource(const Source& source, bool outerSide);
+    std::string BindTable(const Source& source, bool outerSide);
+    std::string BindDerived(const Source& source, bool outerSide);
+    ScopeSource& AddTable(std::shared_ptr<const Table> table, std::string alias, bool outerSide);
+    const ScopeColumn& FindColumn(const Name& name, Scope*& found) const;
+    bool MatchesSource(const ScopeSource& source, const Name& name) const;
+
+    // Queries.
+    BoundSelect::Member BindMember(const Select& select, std::vector<OutputColumn>& columns, const Select* orderOf);
+    void BindItems(const Select& select, std::vector<OutputColumn>& columns);
+    void ExpandStar(const Name& name, std::vector<OutputColumn>& columns);
+    std::string BindGroupBy(const Select& select);
+    std::string BindOrderBy(const std::vector<OrderItem>& items, const std::vector<OutputColumn>& columns,
+                            bool outputOnly);
+    std::string BindTop(const Select& select);
+    void CheckGrouped(const Bound& value, const std::string& place);
+    void UnifyMembers(BoundSelect& bound);
+    Plan Finish(PlanKind kind, std::string text);
+
+    // Values.
+    Bound BindValue(const Expression& expression);
+    Bound BindLiteral(const Expression& expression);
+    Bound BindColumn(const Name& name);
+    Bound BindNegate(const Expression& expression);
+    Bound BindArithmetic(const Expression& expression);
+    Bound BindConcatenation(Bound left, Bound right);
+    Bound BindDateArithmetic(const std::string& operation, Bound left, Bound right);
+    Bound BindConvert(const Expression& expression);
+    Bound BindCase(const Expression& expression);
+    Bound BindSubquery(const Expression& expression);
+    Bound BindVariable(const Expression& expression);
+
+    // Functions, in FunctionBinder.cpp.
+    Bound BindFunction(const Expression& expression);
+    Bound BindAggregate(const std::string& name, const Expression& expression);
+    Bound BindTextFunction(const std::string& name, const Expression& expression);
+    Bound BindDateFunction(const std::string& name, const Expression& expression);
+    Bound BindNumberFunction(const std::string& name, const Expression& expression);
+    Bound BindIsNull(const Expression& expression);
+    Bound BindCoalesce(const Expression& expression);
+    Bound BindNullIf(const Expression& expression);
+    Bound BindObjectId(const Expression& expression);
+    Bound BindObjectProperty(const Expression& expression);
+    void RequireArguments(const Expression& expression, std::size_t least, std::size_t most) const;
+    std::string ConstantText(const Expression& expression);
+    DatePart TakeDatePart(const Expression& expression, const std::string& function) const;
+
+    // Conditions.
+    std::string BindCondition(const Expression& expression, bool topLevel);
+    std::string BindCompare(const Expression& expression, bool topLevel);
+    std::string BindLike(const Expression& expression);
+    std::string BindBetween(const Expression& expression);
+    std::string BindInList(const Expression& expression);
+    std::string BindInSelect(const Expression& expression);
+
+    // Literals and conversions.
+    /// The value's text as it stands; a literal's own type shapes the plan.
+    std::string Own(Bound& value);
+    /// The value's text converted to a type.
+    std::string As(Bound value, const Type& type, int style = 0, Surplus surplus = Surplus::cut);
+    /// The same, not as text yet.
+    Bound Converted(Bound value, const Type& type, int style, Surplus surplus);
+    /// Converts the values that meet in a comparison, and returns the family they meet in.
+    Family Unify(const std::vector<Bound*>& values);
+    /// With the collation that its comparisons need, when SQLite does not know it from the column.
+    static std::string Collated(const Bound& value);
+    std::string Parameter(const Slot& slot);
+    void Pin(std::size_t literal) { pinned_.insert(literal); }
+    const Literal& LiteralAt(std::size_t index) const { return literals_.at(index); }
+
+    // Writing.
+    std::string BindAssigned(const Expression& value, const Column& column);
+    std::shared_ptr<const Table> WritableTable(const Name& name);
+    void RefuseExplicit(const Table& table, const Column& column, bool insert) const;
+
+    Catalog& catalog_;
+    const SessionState& session_;
+    const std::vector<Literal>& literals_;
+    LiteralUse use_;
+    Scope* scope_ = nullptr;
+    int sourceCount_ = 0;
+    std::vector<Slot> slots_;
+    std::set<std::size_t> pinned_;
+};
+
+} // namespace refhost::sql

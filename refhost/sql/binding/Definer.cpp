@@ -1,0 +1,549 @@
+#include "refhost/sql/binding/Definer.h"
+
+#include "refhost/sql/types/Collation.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+
+namespace refhost::sql {
+namespace {
+
+using host::error_number::noTable;
+using host::error_number::syntaxError;
+
+constexpr host::ErrorNumber noIndex = -2147217867; // DB_E_NOINDEX 0x80040E35
+
+std::string_view XType(ConstraintKind kind) {
+    switch (kind) {
+    case ConstraintKind::primaryKey:
+        return "PK";
+    case ConstraintKind::unique:
+        return "UQ";
+    case ConstraintKind::check:
+        break;
+    }
+    return "C ";
+}
+
+std::string Qualified(Schema schema, std::string_view name) {
+    return fmt::format("{}.{}", SqliteName(schema), Quoted(name));
+}
+
+/// The column's line in CREATE TABLE. An identity column is SQLite's own row number: numbers given once never return.
+std::string ColumnLine(const Column& column) {
+    if (column.identity) {
+        return Quoted(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
+    }
+    return fmt::format("{} {}{}", Quoted(column.name), SqliteDeclaration(column.type),
+                       column.nullable ? "" : " NOT NULL");
+}
+
+Column ColumnOf(const ColumnDefinition& definition) {
+    Column column;
+    column.name = definition.name;
+    column.type = definition.type;
+    column.identity = definition.identity;
+    column.defaultText = definition.defaultText;
+    column.nullable =
+        definition.nullable.value_or(true) && !definition.identity && definition.type.base != Base::timestamp;
+    if (definition.identity) {
+        if (FamilyOf(column.type) != Family::integer || column.type.base == Base::bit) {
+            Fail(syntaxError,
+                 "Identity column '{}' must be of data type int, bigint, smallint, tinyint, or decimal or numeric with "
+                 "a scale of 0, unencrypted, and constrained to be nonnullable.",
+                 column.name);
+        }
+        if (definition.increment != 1) {
+            Fail(host::error_number::unspecified, "Identity columns of this database count in steps of 1.");
+        }
+    }
+    return column;
+}
+
+} // namespace
+
+std::string IndexName(std::string_view table, std::string_view index) { return fmt::format("{}|{}", table, index); }
+
+/// A transaction, or a savepoint inside the open one, undone unless committed.
+class Definer::Atomic {
+public:
+    explicit Atomic(sqlite3* db) : db_(db), own_(sqlite3_get_autocommit(db) != 0) {
+        Run(db_, own_ ? "BEGIN IMMEDIATE" : "SAVEPOINT definition");
+    }
+    ~Atomic() {
+        if (!done_) {
+            sqlite3_exec(db_, own_ ? "ROLLBACK" : "ROLLBACK TO definition; RELEASE definition", nullptr, nullptr,
+                         nullptr);
+        }
+    }
+    Atomic(const Atomic&) = delete;
+    Atomic& operator=(const Atomic&) = delete;
+
+    void Commit() {
+        Run(db_, own_ ? "COMMIT" : "RELEASE definition");
+        done_ = true;
+    }
+
+private:
+    sqlite3* db_;
+    bool own_;
+    bool done_ = false;
+};
+
+void Definer::RefuseKnown(Schema schema, const std::string& name) {
+    if (catalog_.HasObject(schema, name)) {
+        Fail(syntaxError, "There is already an object named '{}' in the database.", name);
+    }
+}
+
+std::shared_ptr<const Table> Definer::Reload(const Table& table) {
+    catalog_.Forget();
+    return catalog_.Get(
+        {{std::string(table.schema == Schema::account ? "" : SqliteName(table.schema)), "", table.name}});
+}
+
+std::string Definer::FreeConstraintName(const Constraint& constraint, const Table& table) {
+    if (!constraint.name.empty()) {
+        RefuseKnown(table.schema, constraint.name);
+        return constraint.name;
+    }
+    const std::string_view xtype = XType(constraint.kind);
+    const std::string stem = fmt::format("{}__{}__{:08X}", xtype.substr(0, xtype.find(' ')), table.name.substr(0, 9),
+                                         static_cast<std::uint32_t>(table.id));
+    std::string name = stem;
+    for (int i = 1; catalog_.HasObject(table.schema, name); ++i) {
+        name = fmt::format("{}{}", stem, i);
+    }
+    return name;
+}
+
+void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
+                            const std::vector<Constraint>& constraints, std::int64_t seed) {
+    if (path.owner != "dbo") {
+        Fail(syntaxError,
+             "The specified schema name \"{}\" either does not exist or you do not have permission to use "
+             "it.",
+             path.owner);
+    }
+    RefuseKnown(path.schema, path.name);
+    auto table = std::make_shared<Table>();
+    table->schema = path.schema;
+    table->name = path.name;
+    table->source = Qualified(path.schema, path.name);
+    int identities = 0;
+    int rowVersions = 0;
+    for (Column& column : columns) {
+        if (table->Find(column.name) >= 0) {
+            Fail(syntaxError,
+                 "Column names in each table must be unique. Column name '{}' in table '{}' is specified more than "
+                 "once.",
+                 column.name, path.name);
+        }
+        identities += column.identity ? 1 : 0;
+        rowVersions += column.type.base == Base::timestamp ? 1 : 0;
+        table->columns.push_back(std::move(column));
+    }
+    if (identities > 1) {
+        Fail(syntaxError,
+             "Multiple identity columns specified for table '{}'. Only one identity column per table is "
+             "allowed.",
+             path.name);
+    }
+    if (rowVersions > 1) {
+        Fail(syntaxError,
+             "A table can only have one timestamp column. Because table '{}' already has one, the column "
+             "cannot be added.",
+             path.name);
+    }
+    for (const Constraint& constraint : constraints) {
+        for (const IndexColumn& key : constraint.columns) {
+            const int position = table->Find(key.name);
+            if (position < 0) {
+                Fail(syntaxError, "Column name '{}' does not exist in the target table or view.", key.name);
+            }
+            if (constraint.kind == ConstraintKind::primaryKey) {
+                table->columns[static_cast<std::size_t>(position)].nullable = false;
+            }
+        }
+    }
+    table->id = catalog_.AddObject(path.schema, path.name, "U ", 0, "");
+    std::string text = fmt::format("CREATE TABLE {} (", table->source);
+    for (std::size_t i = 0; i < table->columns.size(); ++i) {
+        text += (i > 0 ? ", " : "") + ColumnLine(table->columns[i]);
+        catalog_.AddColumn(path.schema, table->id, static_cast<int>(i) + 1, table->columns[i]);
+    }
+    std::vector<std::pair<const Constraint*, std::string>> keys;
+    for (const Constraint& constraint : constraints) {
+        const std::string name = FreeConstraintName(constraint, *table);
+        catalog_.AddObject(path.schema, name, XType(constraint.kind), table->id, constraint.conditionText);
+        if (constraint.kind == ConstraintKind::check) {
+            Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
+            text +=
+                fmt::format(", CONSTRAINT {} CHECK {}", Quoted(name), binder.BindCheck(*constraint.condition, *table));
+        } else {
+            keys.emplace_back(&constraint, name);
+        }
+    }
+    Run(db_, text + ")");
+    for (const auto& [constraint, name] : keys) {
+        AddKey(*table, *constraint, name);
+    }
+    if (seed != 1) {
+        Command sequence(
+            db_, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES (?, ?)", SqliteName(path.schema)));
+        sequence.Bind(path.name).Bind(seed - 1).Step();
+    }
+}
+
+void Definer::AddKey(const Table& table, const Constraint& constraint, const std::string& name) {
+    const int first = table.Find(constraint.columns.front().name);
+    if (constraint.columns.size() == 1 && table.columns[static_cast<std::size_t>(first)].identity) {
+        return; // SQLite's row number is unique already
+    }
+    MakeIndex(table, name, constraint.columns, true);
+}
+
+void Definer::MakeIndex(const Table& table, const std::string& name, const std::vector<IndexColumn>& columns,
+                        bool unique) {
+    const std::string index = IndexName(table.name, name);
+    std::string plain;
+    std::string blank;
+    std::string nulls;
+    std::string anyNull;
+    std::vector<std::string> blankColumns;
+    for (const IndexColumn& key : columns) {
+        const int position = table.Find(key.name);
+        if (position < 0) {
+            Fail(syntaxError, "Column name '{}' does not exist in the target table or view.", key.name);
+        }
+        const Column& column = table.columns[static_cast<std::size_t>(position)];
+        const Family family = FamilyOf(column.type);
+        const std::string quoted = Quoted(column.name);
+        const std::string order = key.descending ? " DESC" : "";
+        const std::string comma = plain.empty() ? "" : ", ";
+        const std::string collation = family == Family::text || family == Family::guid
+                                          ? fmt::format(" COLLATE {}", textCollation)
+                                      : family == Family::exact ? fmt::format(" COLLATE {}", exactCollation)
+                                                                : std::string();
+        plain += comma + quoted + order;
+        nulls += comma + fmt::format("ifnull({}, x'00'){}", quoted, collation);
+        if (column.nullable) {
+            anyNull += (anyNull.empty() ? "" : " OR ") + quoted + " IS NULL";
+        }
+        if (column.nullable && family == Family::text) {
+            blank += comma + fmt::format("ifnull({}, ''){}{}", quoted, collation, order);
+            blankColumns.push_back(column.name);
+        } else {
+            blank += comma + quoted + order;
+        }
+    }
+    const auto make = [&](const std::string& suffix, const std::string& keys, bool distinct, const std::string& where) {
+        try {
+            Run(db_, fmt::format("CREATE {}INDEX {} ON {} ({}){}", distinct ? "UNIQUE " : "",
+                                 Qualified(table.schema, index + suffix), Quoted(table.name), keys, where));
+        } catch (const host::Error&) {
+            if ((sqlite3_extended_errcode(db_) & 0xff) != SQLITE_CONSTRAINT) {
+                throw;
+            }
+            Fail(host::error_number::integrityViolation,
+                 "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found for the object name "
+                 "'dbo.{}' and the index name '{}'.",
+                 table.name, name);
+        }
+    };
+    if (unique || blankColumns.empty()) {
+        make("", plain, unique, "");
+    }
+    if (unique && !anyNull.empty()) {
+        // To SQL Server one Null equals another here; to SQLite no two do.
+        make("|null", nulls, true, " WHERE " + anyNull);
+    }
+    if (!blankColumns.empty()) {
+        // A setting's key is sought by isnull(column, N'') = N'…' where the request leaves it empty, and by the column
+        // where it does not. An index over the former serves both (see Binder::BindCompare), and keeps the search from
+        // reading the whole table for each row of a request.
+        make(unique ? "|blank" : "", blank, false, "");
+        for (const std::string& column : blankColumns) {
+            catalog_.SetBlankIndex(table.schema, table.id, column);
+        }
+    }
+}
+
+void Definer::Create(const CreateTable& create) {
+    Atomic atomic(db_);
+    std::vector<Column> columns;
+    std::int64_t seed = 1;
+    for (const ColumnDefinition& definition : create.columns) {
+        columns.push_back(ColumnOf(definition));
+        seed = definition.identity ? definition.seed : seed;
+    }
+    CreateTableAt(catalog_.Resolve(create.table), std::move(columns), create.constraints, seed);
+    atomic.Commit();
+}
+
+void Definer::CreateFor(const Name& name, const std::vector<OutputColumn>& columns) {
+    Atomic atomic(db_);
+    std::vector<Column> made;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const OutputColumn& output = columns[i];
+        if (output.name.empty()) {
+            Fail(syntaxError,
+                 "An object or column name is missing or empty. For SELECT INTO statements, verify each column has a "
+                 "name. For other statements, look for empty alias names. Aliases defined as \"\" or [] are not "
+                 "allowed. Change the alias to a valid name.");
+        }
+        Column column;
+        column.name = output.name;
+        column.type = output.value.type;
+        column.nullable = output.value.nullable;
+        if (column.type.base == Base::null) {
+            column.type = {Base::integer, 0, 0, 0};
+        }
+        if (column.type.base == Base::timestamp) {
+            // The copy keeps the versions it was given.
+            column.type = {Base::binary, 8, 0, 0};
+        }
+        made.push_back(std::move(column));
+    }
+    CreateTableAt(catalog_.Resolve(name), std::move(made), {}, 1);
+    atomic.Commit();
+}
+
+void Definer::Create(const CreateView& create) {
+    Atomic atomic(db_);
+    const ObjectPath path = catalog_.Resolve(create.view);
+    RefuseKnown(path.schema, path.name);
+    Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
+    BoundSelect select = binder.BindSelect(*create.select);
+    if (!create.columns.empty() && create.columns.size() != select.columns.size()) {
+        Fail(syntaxError, "'{}' has {} columns than were specified in the column list.", path.name,
+             create.columns.size() < select.columns.size() ? "more" : "fewer");
+    }
+    const std::int64_t id = catalog_.AddObject(path.schema, path.name, "V ", 0, create.text);
+    std::string names;
+    Table seen;
+    for (std::size_t i = 0; i < select.columns.size(); ++i) {
+        Column column;
+        column.name = create.columns.empty() ? select.columns[i].name : create.columns[i];
+        column.type = select.columns[i].value.type;
+        column.nullable = select.columns[i].value.nullable;
+        if (column.name.empty()) {
+            Fail(syntaxError, "Create View or Function failed because no column name was specified for column {}.",
+                 i + 1);
+        }
+        if (seen.Find(column.name) >= 0) {
+            Fail(syntaxError,
+                 "Column names in each view or function must be unique. Column name '{}' in view or function '{}' is "
+                 "specified more than once.",
+                 column.name, path.name);
+        }
+        names += (i > 0 ? ", " : "") + Quoted(column.name);
+        catalog_.AddColumn(path.schema, id, static_cast<int>(i) + 1, column);
+        seen.columns.push_back(std::move(column));
+    }
+    Run(db_,
+        fmt::format("CREATE VIEW {} ({}) AS {}", Qualified(path.schema, path.name), names, select.Text(false, false)));
+    atomic.Commit();
+}
+
+void Definer::Create(const CreateIndex& create) {
+    Atomic atomic(db_);
+    const std::shared_ptr<const Table> table = catalog_.Get(create.table);
+    if (table->view) {
+        Fail(syntaxError, "Cannot create index on view '{}' because the view is not schema bound.", table->name);
+    }
+    const std::string index = IndexName(table->name, create.name);
+    Command known(db_, fmt::format("SELECT 1 FROM {}.sqlite_schema WHERE type = 'index' AND name = ?",
+                                   SqliteName(table->schema)));
+    if (known.Bind(index).Step()) {
+        Fail(syntaxError,
+             "The operation failed because an index or statistics with name '{}' already exists on table '{}'.",
+             create.name, table->name);
+    }
+    MakeIndex(*table, create.name, create.columns, create.unique);
+    atomic.Commit();
+}
+
+void Definer::DropTable(const Name& name, bool ifExists) {
+    const std::shared_ptr<const Table> table = catalog_.Find(name);
+    if (!table || table->view || table->id == 0) {
+        if (!table && ifExists) {
+            return;
+        }
+        Fail(noTable, "Cannot drop the table '{}', because it does not exist or you do not have permission.",
+             name.Text());
+    }
+    catalog_.RemoveObject(table->schema, table->id);
+    Run(db_, "DROP TABLE " + table->source);
+    catalog_.Forget();
+}
+
+void Definer::DropView(const Name& name, bool ifExists) {
+    const std::shared_ptr<const Table> view = catalog_.Find(name);
+    if (!view || !view->view || view->id == 0) {
+        if (!view && ifExists) {
+            return;
+        }
+        Fail(noTable, "Cannot drop the view '{}', because it does not exist or you do not have permission.",
+             name.Text());
+    }
+    catalog_.RemoveObject(view->schema, view->id);
+    Run(db_, "DROP VIEW " + view->source);
+    catalog_.Forget();
+}
+
+void Definer::DropIndex(const Name& name, bool ifExists) {
+    const auto refuse = [&] {
+        Fail(noIndex, "Cannot drop the index '{}', because it does not exist or you do not have permission.",
+             name.Text());
+    };
+    if (name.parts.size() < 2) {
+        refuse();
+    }
+    Name owner = name;
+    owner.parts.pop_back();
+    const std::shared_ptr<const Table> table = catalog_.Get(owner);
+    const std::string index = IndexName(table->name, name.Last());
+    Command find(db_,
+                 fmt::format("SELECT name FROM {}.sqlite_schema WHERE type = 'index' AND name COLLATE {} IN (?, ?, ?)",
+                             SqliteName(table->schema), textCollation));
+    find.Bind(index).Bind(index + "|blank").Bind(index + "|null");
+    std::vector<std::string> found;
+    while (find.Step()) {
+        found.push_back(find.Text(0));
+    }
+    if (found.empty()) {
+        if (ifExists) {
+            return;
+        }
+        refuse();
+    }
+    for (const std::string& each : found) {
+        Run(db_, "DROP INDEX " + Qualified(table->schema, each));
+    }
+}
+
+void Definer::Drop(const sql::Drop& drop) {
+    Atomic atomic(db_);
+    for (const Name& name : drop.names) {
+        switch (drop.kind) {
+        case ObjectKind::table:
+            DropTable(name, drop.ifExists);
+            break;
+        case ObjectKind::view:
+            DropView(name, drop.ifExists);
+            break;
+        case ObjectKind::index:
+            DropIndex(name, drop.ifExists);
+            break;
+        }
+    }
+    atomic.Commit();
+}
+
+void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) {
+    const Column column = ColumnOf(definition);
+    if (table.Find(column.name) >= 0) {
+        Fail(syntaxError,
+             "Column names in each table must be unique. Column name '{}' in table '{}' is specified more than once.",
+             column.name, table.name);
+    }
+    if (column.identity) {
+        Fail(host::error_number::unspecified, "This database adds no identity column to a table that exists.");
+    }
+    const bool empty = !Command(db_, fmt::format("SELECT 1 FROM {} LIMIT 1", table.source)).Step();
+    const bool version = column.type.base == Base::timestamp;
+    if (version && table.RowVersion() >= 0) {
+        Fail(syntaxError,
+             "A table can only have one timestamp column. Because table '{}' already has one, the column "
+             "'{}' cannot be added.",
+             table.name, column.name);
+    }
+    std::string line = fmt::format("{} {}", Quoted(column.name), SqliteDeclaration(column.type));
+    if (!column.nullable && !version) {
+        if (!column.defaultText.empty()) {
+            Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
+            Command value(db_, "SELECT quote(" + binder.BindDefault(column) + ")");
+            value.Step();
+            line += " NOT NULL DEFAULT " + value.Text(0);
+        } else if (empty) {
+            line += " NOT NULL DEFAULT ''"; // never used: an insert that leaves the column out gives Null
+        } else {
+            Fail(syntaxError,
+                 "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition "
+                 "specified, or the column being added is an identity or timestamp column, or alternatively if none of "
+                 "the previous conditions are satisfied the table must be empty to allow addition of this column. "
+                 "Column '{}' cannot be added to non-empty table '{}' because it does not satisfy these conditions.",
+                 column.name, table.name);
+        }
+    }
+    Run(db_, fmt::format("ALTER TABLE {} ADD COLUMN {}", table.source, line));
+    if (version) {
+        Run(db_, fmt::format("UPDATE {} SET {} = k_rowversion({})", table.source, Quoted(column.name),
+                             static_cast<int>(table.schema)));
+    }
+    Command last(db_, fmt::format("SELECT max(colid) FROM {}.\"sys:columns\" WHERE id = ?", SqliteName(table.schema)));
+    last.Bind(table.id).Step();
+    catalog_.AddColumn(table.schema, table.id, static_cast<int>(last.Integer(0)) + 1, column);
+}
+
+void Definer::Alter(const AlterTable& alter) {
+    Atomic atomic(db_);
+    std::shared_ptr<const Table> table = catalog_.Get(alter.table);
+    if (table->view) {
+        Fail(syntaxError, "Cannot alter '{}' because it is not a table.", alter.table.Text());
+    }
+    for (const ColumnDefinition& column : alter.addColumns) {
+        AddColumn(*table, column);
+        table = Reload(*table);
+    }
+    for (const Constraint& constraint : alter.addConstraints) {
+        if (constraint.kind == ConstraintKind::check) {
+            Fail(host::error_number::unspecified, "This database adds no CHECK constraint to a table that exists.");
+        }
+        const std::string name = FreeConstraintName(constraint, *table);
+        for (const IndexColumn& key : constraint.columns) {
+            const int position = table->Find(key.name);
+            if (position >= 0 && constraint.kind == ConstraintKind::primaryKey &&
+                table->columns[static_cast<std::size_t>(position)].nullable) {
+                Fail(syntaxError, "Cannot define PRIMARY KEY constraint on nullable column in table '{}'.",
+                     table->name);
+            }
+        }
+        catalog_.AddObject(table->schema, name, XType(constraint.kind), table->id, "");
+        AddKey(*table, constraint, name);
+    }
+    for (const DefaultConstraint& added : alter.addDefaults) {
+        if (table->Find(added.column) < 0) {
+            Fail(syntaxError, "Column '{}' in table '{}' is invalid for creating a default constraint.", added.column,
+                 table->name);
+        }
+        catalog_.SetDefault(table->schema, table->id, added.column, added.text);
+    }
+    for (const std::string& column : alter.dropColumns) {
+        if (table->Find(column) < 0) {
+            Fail(syntaxError, "ALTER TABLE DROP COLUMN failed because column '{}' does not exist in table '{}'.",
+                 column, table->name);
+        }
+        Run(db_, fmt::format("ALTER TABLE {} DROP COLUMN {}", table->source, Quoted(column)));
+        catalog_.RemoveColumn(table->schema, table->id, column);
+    }
+    atomic.Commit();
+}
+
+void Definer::Truncate(const sql::Truncate& truncate) {
+    Atomic atomic(db_);
+    const std::shared_ptr<const Table> table = catalog_.Find(truncate.table);
+    if (!table || table->view) {
+        Fail(noTable, "Cannot find the object \"{}\" because it does not exist or you do not have permissions.",
+             truncate.table.Text());
+    }
+    Run(db_, "DELETE FROM " + table->source);
+    if (table->Identity() >= 0) {
+        Command reset(db_, fmt::format("DELETE FROM {}.sqlite_sequence WHERE name = ?", SqliteName(table->schema)));
+        reset.Bind(table->name).Step();
+    }
+    atomic.Commit();
+}
+
+} // namespace refhost::sql

@@ -1,0 +1,331 @@
+#include "refhost/sql/binding/Binder.h"
+#include "refhost/sql/types/Collation.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+
+namespace refhost::sql {
+namespace {
+
+using host::error_number::integrityViolation;
+using host::error_number::syntaxError;
+
+std::string RowVersionCall(const Table& table) {
+    return fmt::format("k_rowversion({})", static_cast<int>(table.schema));
+}
+
+bool IsEmptyValue(const Expression& value) { return value.node == Node::null || value.node == Node::default_; }
+
+} // namespace
+
+std::shared_ptr<const Table> Binder::WritableTable(const Name& name) {
+    std::shared_ptr<const Table> table = catalog_.Get(name);
+    if (table->view) {
+        Fail(syntaxError,
+             "View or function '{}' is not updatable because the modification affects multiple base tables.",
+             name.Text());
+    }
+    return table;
+}
+
+void Binder::RefuseExplicit(const Table& table, const Column& column, bool insert) const {
+    if (column.identity) {
+        if (!insert) {
+            Fail(syntaxError, "Cannot update identity column '{}'.", column.name);
+        }
+        if (session_.identityInsert != table.id) {
+            Fail(integrityViolation,
+                 "Cannot insert explicit value for identity column in table '{}' when IDENTITY_INSERT is set to OFF.",
+                 table.name);
+        }
+    }
+    if (column.type.base == Base::timestamp) {
+        if (!insert) {
+            Fail(syntaxError, "Cannot update a timestamp column.");
+        }
+        Fail(syntaxError, "Cannot insert an explicit value into a timestamp column. Use INSERT with a column list to "
+                          "exclude the timestamp column, or insert a DEFAULT into the timestamp column.");
+    }
+}
+
+std::string Binder::BindAssigned(const Expression& value, const Column& column) {
+    if (value.node == Node::default_) {
+        return column.defaultText.empty() ? "NULL" : BindDefault(column);
+    }
+    return As(BindValue(value), column.type, 0, Surplus::refuse);
+}
+
+Plan Binder::BindInsert(const Insert& insert) {
+    const std::shared_ptr<const Table> table = WritableTable(insert.table);
+    const bool explicitIdentity = session_.identityInsert == table->id && table->id != 0;
+    std::vector<int> targets;
+    for (const std::string& name : insert.columns) {
+        const int position = table->Find(name);
+        if (position < 0) {
+            Fail(syntaxError, "Invalid column name '{}'.", name);
+        }
+        if (std::find(targets.begin(), targets.end(), position) != targets.end()) {
+            Fail(
+                syntaxError,
+                "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
+                "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
+                "a column is updated only once. If this statement updates or inserts columns to a view, column "
+                "aliasing can conceal the duplication in your code.",
+                name);
+        }
+        targets.push_back(position);
+    }
+    const bool listed = !insert.columns.empty();
+    if (!listed && !insert.defaultValues) {
+        for (std::size_t i = 0; i < table->columns.size(); ++i) {
+            if (!table->columns[i].identity) {
+                targets.push_back(static_cast<int>(i));
+            }
+        }
+    }
+    const auto requireCount = [&](std::size_t count) {
+        if (count == targets.size()) {
+            return;
+        }
+        if (!listed) {
+            Fail(syntaxError, "Column name or number of supplied values does not match table definition.");
+        }
+        const bool query = insert.select != nullptr;
+        if (query) {
+            Fail(
+                syntaxError,
+                "The select list for the INSERT statement contains {} items than the insert list. The number of SELECT "
+                "values must match the number of INSERT columns.",
+                count < targets.size() ? "fewer" : "more");
+        }
+        Fail(syntaxError,
+             "There are {} columns in the INSERT statement than values specified in the VALUES clause. The number of "
+             "values in the VALUES clause must match the number of columns specified in the INSERT statement.",
+             count < targets.size() ? "more" : "fewer");
+    };
+    // What the database itself fills in.
+    std::vector<std::pair<int, std::string>> automatic;
+    for (std::size_t i = 0; i < table->columns.size(); ++i) {
+        const Column& column = table->columns[i];
+        if (column.type.base == Base::timestamp) {
+            automatic.emplace_back(static_cast<int>(i), RowVersionCall(*table));
+        } else if (!column.defaultText.empty() &&
+                   std::find(targets.begin(), targets.end(), static_cast<int>(i)) == targets.end()) {
+            automatic.emplace_back(static_cast<int>(i), BindDefault(column));
+        } else if (!column.nullable && !column.identity &&
+                   std::find(targets.begin(), targets.end(), static_cast<int>(i)) == targets.end()) {
+            automatic.emplace_back(static_cast<int>(i), "NULL"); // refused when it runs, as it should be
+        }
+    }
+    for (const std::vector<ExpressionPtr>& row : insert.rows) {
+        requireCount(row.size());
+    }
+    std::string columns;
+    std::vector<std::size_t> used;
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        const Column& column = table->columns[static_cast<std::size_t>(targets[i])];
+        const bool empty = !insert.rows.empty() && std::all_of(insert.rows.begin(), insert.rows.end(),
+                                                               [&](const auto& row) { return IsEmptyValue(*row[i]); });
+        if (column.type.base == Base::timestamp && empty) {
+            continue;
+        }
+        if (!(column.identity && explicitIdentity)) {
+            RefuseExplicit(*table, column, true);
+        }
+        used.push_back(i);
+        columns += (columns.empty() ? "" : ", ") + Quoted(column.name);
+    }
+    for (const auto& [position, value] : automatic) {
+        columns += (columns.empty() ? "" : ", ") + Quoted(table->columns[static_cast<std::size_t>(position)].name);
+    }
+    std::string text = fmt::format("INSERT INTO {}", table->source);
+    if (columns.empty()) {
+        text += " DEFAULT VALUES";
+    } else if (insert.select) {
+        BoundSelect select = BindSelect(*insert.select);
+        requireCount(select.columns.size());
+        text += fmt::format(" ({}) SELECT ", columns);
+        for (const std::size_t i : used) {
+            Bound value;
+            value.text = fmt::format("s.c{}", i);
+            value.type = select.columns[i].value.type;
+            text += (i == used.front() ? "" : ", ") +
+                    As(std::move(value), table->columns[static_cast<std::size_t>(targets[i])].type, 0, Surplus::refuse);
+        }
+        for (const auto& [position, value] : automatic) {
+            text += ", " + value;
+        }
+        text += fmt::format(" FROM ({}) AS s", select.Text(true, true));
+    } else {
+        text += fmt::format(" ({}) VALUES ", columns);
+        const std::size_t rows = insert.defaultValues ? 1 : insert.rows.size();
+        for (std::size_t r = 0; r < rows; ++r) {
+            std::string values;
+            for (const std::size_t i : used) {
+                values += (values.empty() ? "" : ", ") +
+                          BindAssigned(*insert.rows[r][i], table->columns[static_cast<std::size_t>(targets[i])]);
+            }
+            for (const auto& [position, value] : automatic) {
+                values += (values.empty() ? "" : ", ") + value;
+            }
+            text += fmt::format("{}({})", r > 0 ? ", " : "", values);
+        }
+    }
+    Plan plan = Finish(PlanKind::insert, std::move(text));
+    plan.target = table;
+    return plan;
+}
+
+std::string Binder::BindKeyOf(const Insert& insert, const Table& table, const std::vector<std::string>& columns) {
+    if (insert.rows.size() != 1) {
+        return {};
+    }
+    std::vector<std::string> names = insert.columns;
+    if (names.empty()) {
+        for (const Column& column : table.columns) {
+            if (!column.identity) {
+                names.push_back(column.name);
+            }
+        }
+    }
+    std::string text = "SELECT ";
+    for (const std::string& name : columns) {
+        const Column& column = table.columns.at(static_cast<std::size_t>(table.Find(name)));
+        const auto given =
+            std::find_if(names.begin(), names.end(), [&](const std::string& each) { return EqualNames(each, name); });
+        text += &name == &columns.front() ? "" : ", ";
+        if (given != names.end()) {
+            text += BindAssigned(*insert.rows[0][static_cast<std::size_t>(given - names.begin())], column);
+        } else {
+            text += column.defaultText.empty() ? "NULL" : BindDefault(column);
+        }
+    }
+    return text;
+}
+
+Plan Binder::BindSelectInto(const Select& select, std::shared_ptr<const Table> target) {
+    const BoundSelect bound = BindSelect(select);
+    std::string columns;
+    std::string values;
+    for (std::size_t i = 0; i < target->columns.size(); ++i) {
+        columns += (i > 0 ? ", " : "") + Quoted(target->columns[i].name);
+        values += fmt::format("{}s.c{}", i > 0 ? ", " : "", i);
+    }
+    Plan plan = Finish(PlanKind::insert, fmt::format("INSERT INTO {} ({}) SELECT {} FROM ({}) AS s", target->source,
+                                                     columns, values, bound.Text(true, true)));
+    plan.target = std::move(target);
+    return plan;
+}
+
+Plan Binder::BindUpdate(const Update& update) {
+    Scope scope;
+    scope_ = &scope;
+    std::string from;
+    std::shared_ptr<const Table> table;
+    std::string joined;
+    if (update.from.empty()) {
+        table = WritableTable(update.target);
+        AddTable(table, {}, false);
+    } else {
+        from = BindFrom(update.from);
+        // The target is one of the tables of the FROM clause, by alias or by name, or else joins them.
+        for (const ScopeSource& source : scope.sources) {
+            if (source.table && (EqualNames(source.alias, update.target.Last()) ||
+                                 EqualNames(source.tableName, update.target.Last()))) {
+                table = source.table;
+                joined = source.sqlName;
+                break;
+            }
+        }
+        if (!table) {
+            table = WritableTable(update.target);
+            joined = AddTable(table, {}, false).sqlName;
+            from += fmt::format(", {} AS {}", table->source, joined);
+        } else if (table->view) {
+            WritableTable({{table->name}});
+        }
+    }
+    std::string text =
+        fmt::format("UPDATE {} AS {} SET ", table->source, from.empty() ? scope.sources.front().sqlName : "target");
+    // With a FROM clause the new values are columns of a query that also tells the row they belong to.
+    std::string query = fmt::format("SELECT {}.rowid AS id", joined);
+    std::vector<int> assigned;
+    for (const Assignment& assignment : update.assignments) {
+        const int position = table->Find(assignment.column);
+        if (position < 0) {
+            Fail(syntaxError, "Invalid column name '{}'.", assignment.column);
+        }
+        if (std::find(assigned.begin(), assigned.end(), position) != assigned.end()) {
+            Fail(
+                syntaxError,
+                "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
+                "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
+                "a column is updated only once. If this statement updates or inserts columns to a view, column "
+                "aliasing can conceal the duplication in your code.",
+                assignment.column);
+        }
+        const Column& column = table->columns[static_cast<std::size_t>(position)];
+        RefuseExplicit(*table, column, false);
+        std::string value = BindAssigned(*assignment.value, column);
+        if (!from.empty()) {
+            query += fmt::format(", {} AS c{}", value, position);
+            value = fmt::format("s.c{}", position);
+        }
+        text += (assigned.empty() ? "" : ", ") + Quoted(column.name) + " = " + value;
+        assigned.push_back(position);
+    }
+    if (const int version = table->RowVersion(); version >= 0) {
+        text += fmt::format(", {} = {}", Quoted(table->columns[static_cast<std::size_t>(version)].name),
+                            RowVersionCall(*table));
+    }
+    if (!from.empty()) {
+        query += " FROM " + from;
+        if (update.where) {
+            query += " WHERE " + BindCondition(*update.where, false);
+        }
+        text += fmt::format(" FROM ({}) AS s WHERE target.rowid = s.id", query);
+    } else if (update.where) {
+        text += " WHERE " + BindCondition(*update.where, true);
+    }
+    scope_ = nullptr;
+    Plan plan = Finish(PlanKind::update, std::move(text));
+    plan.target = table;
+    return plan;
+}
+
+Plan Binder::BindDelete(const Delete& del) {
+    Scope scope;
+    scope_ = &scope;
+    std::shared_ptr<const Table> table;
+    std::string text;
+    if (del.from.empty()) {
+        table = WritableTable(del.target);
+        const ScopeSource& source = AddTable(table, {}, false);
+        text = fmt::format("DELETE FROM {} AS {}", table->source, source.sqlName);
+        if (del.where) {
+            text += " WHERE " + BindCondition(*del.where, true);
+        }
+    } else {
+        const std::string from = BindFrom(del.from);
+        std::string joined;
+        for (const ScopeSource& source : scope.sources) {
+            if (source.table &&
+                (EqualNames(source.alias, del.target.Last()) || EqualNames(source.tableName, del.target.Last()))) {
+                table = source.table;
+                joined = source.sqlName;
+                break;
+            }
+        }
+        if (!table || table->view) {
+            Fail(host::error_number::noTable, "Invalid object name '{}'.", del.target.Text());
+        }
+        text = fmt::format("DELETE FROM {} AS target WHERE target.rowid IN (SELECT {}.rowid FROM {}{})", table->source,
+                           joined, from, del.where ? " WHERE " + BindCondition(*del.where, true) : "");
+    }
+    scope_ = nullptr;
+    Plan plan = Finish(PlanKind::del, std::move(text));
+    plan.target = table;
+    return plan;
+}
+
+} // namespace refhost::sql

@@ -1,0 +1,203 @@
+#include "refhost/sql/engine/Catalog.h"
+
+#include "refhost/sql/types/Collation.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+
+namespace refhost::sql {
+namespace {
+
+std::string Internal(Schema schema, std::string_view table) {
+    return fmt::format("{}.\"sys:{}\"", SqliteName(schema), table);
+}
+
+} // namespace
+
+int Table::Find(std::string_view column) const {
+    const auto found =
+        std::find_if(columns.begin(), columns.end(), [&](const Column& c) { return EqualNames(c.name, column); });
+    return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
+}
+
+int Table::Identity() const {
+    const auto found = std::find_if(columns.begin(), columns.end(), [](const Column& c) { return c.identity; });
+    return found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
+}
+
+int Table::RowVersion() const {
+    const auto found =
+        std::find_if(columns.begin(), columns.end(), [](const Column& c) { return c.type.base == Base::timestamp; });
+    return found == columns.end() || view ? -1 : static_cast<int>(found - columns.begin());
+}
+
+ObjectPath Catalog::Resolve(const Name& name) const {
+    const auto refuse = [&] { Fail(host::error_number::noTable, "Invalid object name '{}'.", name.Text()); };
+    ObjectPath path;
+    const std::size_t count = name.parts.size();
+    path.name = name.Last();
+    if (count > 3) {
+        refuse();
+    }
+    if (count >= 2 && !name.parts[count - 2].empty()) {
+        path.owner = FoldText(name.parts[count - 2]);
+        if (path.owner != "dbo" && path.owner != "sys" && path.owner != "information_schema") {
+            refuse();
+        }
+    }
+    if (count == 3 && !name.parts[0].empty() && !EqualNames(name.parts[0], databaseName_)) {
+        if (!systemAttached_ || !EqualNames(name.parts[0], SqliteName(Schema::system))) {
+            refuse();
+        }
+        path.schema = Schema::system;
+    }
+    return path;
+}
+
+std::shared_ptr<const Table> Catalog::Find(const Name& name) {
+    const ObjectPath path = Resolve(name);
+    std::string key = path.owner + (path.schema == Schema::system ? '1' : '0') + FoldText(path.name);
+    const auto known = tables_.find(key);
+    if (known != tables_.end()) {
+        return known->second;
+    }
+    std::shared_ptr<const Table> table = path.owner == "dbo" ? Load(path) : nullptr;
+    if (!table) {
+        table = SystemView(path, databaseName_);
+    }
+    if (table) {
+        tables_.emplace(std::move(key), table);
+    }
+    return table;
+}
+
+std::shared_ptr<const Table> Catalog::Get(const Name& name) {
+    std::shared_ptr<const Table> table = Find(name);
+    if (!table) {
+        Fail(host::error_number::noTable, "Invalid object name '{}'.", name.Text());
+    }
+    return table;
+}
+
+std::shared_ptr<const Table> Catalog::Load(const ObjectPath& path) {
+    Command object(db_, fmt::format("SELECT id, name, xtype FROM {} WHERE name = ? AND xtype IN ('U ', 'V ')",
+                                    Internal(path.schema, "objects")));
+    if (!object.Bind(path.name).Step()) {
+        return nullptr;
+    }
+    auto table = std::make_shared<Table>();
+    table->schema = path.schema;
+    table->id = object.Integer(0);
+    table->name = object.Text(1);
+    table->view = object.Text(2) == "V ";
+    table->source = fmt::format("{}.{}", SqliteName(path.schema), Quoted(table->name));
+    Command columns(db_,
+                    fmt::format("SELECT name, type, nullable, is_identity, default_text, blank_index FROM {} WHERE "
+                                "id = ? ORDER BY colid",
+                                Internal(path.schema, "columns")));
+    columns.Bind(table->id);
+    while (columns.Step()) {
+        Column column;
+        column.name = columns.Text(0);
+        column.type = Unpack(columns.Integer(1));
+        column.nullable = columns.Integer(2) != 0;
+        column.identity = columns.Integer(3) != 0;
+        column.defaultText = columns.Text(4);
+        column.blankIndex = columns.Integer(5) != 0;
+        table->columns.push_back(std::move(column));
+    }
+    return table;
+}
+
+void Catalog::CreateTables(sqlite3* db, Schema schema) {
+    const std::string_view in = SqliteName(schema);
+    Run(db,
+        fmt::format("CREATE TABLE {}.\"sys:objects\" (id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT COLLATE {} NOT "
+                    "NULL UNIQUE, xtype TEXT COLLATE {} NOT NULL, parent INTEGER NOT NULL, created INTEGER NOT NULL, "
+                    "text TEXT NOT NULL)",
+                    in, textCollation, textCollation));
+    // SQL Server's ids are large; nobody may take a small one for a row number.
+    Run(db, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES ('sys:objects', 1977058078)", in));
+    Run(db,
+        fmt::format("CREATE TABLE {}.\"sys:columns\" (id INTEGER NOT NULL, colid INTEGER NOT NULL, name TEXT COLLATE "
+                    "{} NOT NULL, type INTEGER NOT NULL, type_name TEXT COLLATE {} NOT NULL, length INTEGER, "
+                    "prec INTEGER, scale INTEGER, nullable INTEGER NOT NULL, is_identity INTEGER NOT NULL, "
+                    "default_text TEXT NOT NULL, blank_index INTEGER NOT NULL, PRIMARY KEY (id, colid))",
+                    in, textCollation, textCollation));
+    Run(db, fmt::format("CREATE TABLE {}.\"sys:counter\" (value INTEGER NOT NULL)", in));
+    // Where SQL Server's row versions begin.
+    Run(db, fmt::format("INSERT INTO {}.\"sys:counter\" VALUES (2000)", in));
+}
+
+std::int64_t Catalog::AddObject(Schema schema, std::string_view name, std::string_view xtype, std::int64_t parent,
+                                std::string_view text) {
+    Command insert(db_, fmt::format("INSERT INTO {} (name, xtype, parent, created, text) VALUES (?, ?, ?, {}, ?) "
+                                    "RETURNING id",
+                                    Internal(schema, "objects"), nowTicks));
+    insert.Bind(name).Bind(xtype).Bind(parent).Bind(text).Step();
+    return insert.Integer(0);
+}
+
+void Catalog::AddColumn(Schema schema, std::int64_t table, int position, const Column& column) {
+    const Type& type = column.type;
+    const Family family = FamilyOf(type);
+    const host::Field field = FieldOf(column.name, type, column.nullable);
+    Command insert(
+        db_, fmt::format("INSERT INTO {} VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)", Internal(schema, "columns")));
+    insert.Bind(table).Bind(std::int64_t{position}).Bind(column.name).Bind(Pack(type)).Bind(NameOf(type.base));
+    insert.Bind(std::int64_t{family == Family::text || family == Family::binary ? type.length : 0});
+    insert.Bind(std::int64_t{field.precision}).Bind(std::int64_t{field.scale});
+    insert.Bind(std::int64_t{column.nullable ? 1 : 0}).Bind(std::int64_t{column.identity ? 1 : 0});
+    insert.Bind(column.defaultText).Step();
+}
+
+void Catalog::RemoveObject(Schema schema, std::int64_t id) {
+    Command(db_, fmt::format("DELETE FROM {} WHERE id = ?", Internal(schema, "columns"))).Bind(id).Step();
+    Command(db_, fmt::format("DELETE FROM {} WHERE parent = ?", Internal(schema, "objects"))).Bind(id).Step();
+    Command(db_, fmt::format("DELETE FROM {} WHERE id = ?", Internal(schema, "objects"))).Bind(id).Step();
+}
+
+void Catalog::RemoveColumn(Schema schema, std::int64_t table, std::string_view column) {
+    Command(db_, fmt::format("DELETE FROM {} WHERE id = ? AND name = ?", Internal(schema, "columns")))
+        .Bind(table)
+        .Bind(column)
+        .Step();
+}
+
+void Catalog::SetDefault(Schema schema, std::int64_t table, std::string_view column, std::string_view text) {
+    Command(db_, fmt::format("UPDATE {} SET default_text = ? WHERE id = ? AND name = ?", Internal(schema, "columns")))
+        .Bind(text)
+        .Bind(table)
+        .Bind(column)
+        .Step();
+}
+
+void Catalog::SetBlankIndex(Schema schema, std::int64_t table, std::string_view column) {
+    Command(db_, fmt::format("UPDATE {} SET blank_index = 1 WHERE id = ? AND name = ?", Internal(schema, "columns")))
+        .Bind(table)
+        .Bind(column)
+        .Step();
+}
+
+void Catalog::SetNotNull(Schema schema, std::int64_t table, std::string_view column) {
+    Command(db_, fmt::format("UPDATE {} SET nullable = 0 WHERE id = ? AND name = ?", Internal(schema, "columns")))
+        .Bind(table)
+        .Bind(column)
+        .Step();
+}
+
+bool Catalog::HasObject(Schema schema, std::string_view name) {
+    return Command(db_, fmt::format("SELECT 1 FROM {} WHERE name = ?", Internal(schema, "objects"))).Bind(name).Step();
+}
+
+std::string Catalog::ConstraintName(Schema schema, std::int64_t table, std::string_view xtype) {
+    Command find(db_, fmt::format("SELECT name FROM {} WHERE parent = ? AND xtype = ?", Internal(schema, "objects")));
+    return find.Bind(table).Bind(xtype).Step() ? find.Text(0) : std::string();
+}
+
+std::string Catalog::ConstraintKindOf(Schema schema, std::int64_t table, std::string_view name) {
+    Command find(db_, fmt::format("SELECT xtype FROM {} WHERE parent = ? AND name = ?", Internal(schema, "objects")));
+    return find.Bind(table).Bind(name).Step() ? find.Text(0) : std::string();
+}
+
+} // namespace refhost::sql

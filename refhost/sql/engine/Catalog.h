@@ -1,0 +1,101 @@
+#pragma once
+
+#include "refhost/sql/engine/Runtime.h"
+#include "refhost/sql/syntax/Ast.h"
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+namespace refhost::sql {
+
+struct Column {
+    std::string name;
+    Type type;
+    bool nullable = true;
+    bool identity = false;
+    /// The default's expression in T-SQL, empty without one.
+    std::string defaultText;
+    /// Whether an index over `isnull(column, '')` exists, see Ddl.cpp.
+    bool blankIndex = false;
+};
+
+/// A table or view as the language sees it.
+struct Table {
+    Schema schema = Schema::account;
+    std::string name;
+    std::int64_t id = 0;
+    bool view = false;
+    /// What stands for it in SQLite's FROM.
+    std::string source;
+    std::vector<Column> columns;
+
+    /// Position of a column, letter case ignored; -1 when there is none.
+    int Find(std::string_view column) const;
+    /// Position of the identity or timestamp column, -1 without one.
+    int Identity() const;
+    int RowVersion() const;
+};
+
+/// Where a name of one to four parts points.
+struct ObjectPath {
+    Schema schema = Schema::account;
+    /// "dbo", "sys" or "information_schema" in lower case.
+    std::string owner = "dbo";
+    std::string name;
+};
+
+/// The tables of both databases, read as they are first named. Each database describes its own in tables of its own
+/// ("sys:objects", "sys:columns"), so that a rolled back transaction takes the description back with it.
+class Catalog {
+public:
+    Catalog(sqlite3* db, std::string databaseName) : db_(db), databaseName_(std::move(databaseName)) {}
+
+    /// The account database's own name, of which three-part names may make use.
+    const std::string& DatabaseName() const { return databaseName_; }
+    void SetSystemAttached(bool attached) { systemAttached_ = attached; }
+
+    /// Throws "Invalid object name" for a database or owner that there is not.
+    ObjectPath Resolve(const Name& name) const;
+    /// The table or view of that name, nullptr when there is none.
+    std::shared_ptr<const Table> Find(const Name& name);
+    /// The same; throws "Invalid object name".
+    std::shared_ptr<const Table> Get(const Name& name);
+    /// Drops what was read; to be called when definitions changed.
+    void Forget() { tables_.clear(); }
+
+    // Bookkeeping of definitions. `xtype` is SQL Server's two-letter kind: "U ", "V ", "PK", "UQ", "C ".
+    static void CreateTables(sqlite3* db, Schema schema);
+    std::int64_t AddObject(Schema schema, std::string_view name, std::string_view xtype, std::int64_t parent,
+                           std::string_view text);
+    void AddColumn(Schema schema, std::int64_t table, int position, const Column& column);
+    /// Removes an object, its columns and its constraints.
+    void RemoveObject(Schema schema, std::int64_t id);
+    void RemoveColumn(Schema schema, std::int64_t table, std::string_view column);
+    void SetDefault(Schema schema, std::int64_t table, std::string_view column, std::string_view text);
+    void SetBlankIndex(Schema schema, std::int64_t table, std::string_view column);
+    void SetNotNull(Schema schema, std::int64_t table, std::string_view column);
+    bool HasObject(Schema schema, std::string_view name);
+    /// Name of the first constraint of a kind at a table, empty without one.
+    std::string ConstraintName(Schema schema, std::int64_t table, std::string_view xtype);
+    /// The kind of the named object at a table, empty without one.
+    std::string ConstraintKindOf(Schema schema, std::int64_t table, std::string_view name);
+
+private:
+    std::shared_ptr<const Table> Load(const ObjectPath& path);
+
+    sqlite3* db_;
+    std::string databaseName_;
+    bool systemAttached_ = false;
+    std::unordered_map<std::string, std::shared_ptr<const Table>> tables_;
+};
+
+/// SQL Server's views over the catalog itself; nullptr when `path` names none.
+std::shared_ptr<const Table> SystemView(const ObjectPath& path, const std::string& databaseName);
+
+/// The moment now, as SQLite's SQL: ticks in local time.
+inline constexpr std::string_view nowTicks =
+    "(CAST(round((julianday('now','localtime')-2415018.5)*86400000.0) AS INTEGER)*10000)";
+
+} // namespace refhost::sql

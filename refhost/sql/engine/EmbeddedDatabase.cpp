@@ -1,0 +1,579 @@
+#include "refhost/sql/engine/EmbeddedDatabase.h"
+
+#include "refhost/sql/binding/Definer.h"
+#include "refhost/sql/types/Collation.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace refhost::sql {
+namespace {
+
+using host::error_number::noTable;
+using host::error_number::syntaxError;
+using host::error_number::unspecified;
+
+/// Marks SQLite files as account databases ("Kvra").
+constexpr std::int64_t applicationId = 0x4B767261;
+/// How long a statement waits for another process that writes, as imports do side by side.
+constexpr int busyMilliseconds = 30'000;
+/// Steps of SQLite's machine from one look at the clock to the next: some milliseconds.
+constexpr int stepsPerCheck = 100'000;
+constexpr std::string_view inMemory = ":memory:";
+
+std::string_view WithoutBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
+    EmbeddedDatabase::Settings settings;
+    std::string_view rest = connectionString;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find(';'), rest.size());
+        const std::string_view pair = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        const std::size_t equals = pair.find('=');
+        if (equals == std::string_view::npos) {
+            continue;
+        }
+        const std::string_view key = WithoutBlanks(pair.substr(0, equals));
+        const std::string_view value = WithoutBlanks(pair.substr(equals + 1));
+        if (EqualNames(key, "Data Source")) {
+            settings.file = value;
+        } else if (EqualNames(key, "Delete Star")) {
+            settings.deleteStar = EqualNames(value, "Accept");
+        }
+    }
+    if (settings.file.empty()) {
+        Fail(unspecified, "The connection string names no Data Source.");
+    }
+    return settings;
+}
+
+std::size_t NameStart(const std::string& file) {
+    const std::size_t slash = file.find_last_of("/\\");
+    return slash == std::string::npos ? 0 : slash + 1;
+}
+
+std::string SystemFile(const std::string& file) {
+    return file == inMemory ? file : file.substr(0, NameStart(file)) + "QxSystem.db";
+}
+
+/// The account database's name: that of its file without the ending.
+std::string NameOfFile(const std::string& file) {
+    if (file == inMemory) {
+        return "account";
+    }
+    const std::string name = file.substr(NameStart(file));
+    const std::size_t point = name.find_last_of('.');
+    return point == 0 ? name : name.substr(0, point);
+}
+
+DatabaseHandle OpenFile(const EmbeddedDatabase::Settings& settings) {
+    const bool create = settings.mode == Mode::create || settings.file == inMemory;
+    sqlite3* raw = nullptr;
+    // One thread at a time uses a connection, so SQLite needs no mutex of its own.
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
+    const int code = sqlite3_open_v2(settings.file.c_str(), &raw, flags, nullptr);
+    DatabaseHandle db(raw);
+    if (code != SQLITE_OK) {
+        Fail(unspecified, "Cannot open database \"{}\": {}.", settings.file, sqlite3_errmsg(raw));
+    }
+    return db;
+}
+
+/// Resets a statement for the next run, whatever happened in this one.
+class Reset {
+public:
+    Reset(sqlite3_stmt* statement, bool& stepping) : statement_(statement), stepping_(stepping) { stepping_ = true; }
+    ~Reset() {
+        stepping_ = false;
+        sqlite3_reset(statement_);
+    }
+    Reset(const Reset&) = delete;
+    Reset& operator=(const Reset&) = delete;
+
+private:
+    sqlite3_stmt* statement_;
+    bool& stepping_;
+};
+
+/// A batch, as long as it runs.
+class BatchTime {
+public:
+    BatchTime(bool& inBatch, std::optional<std::chrono::steady_clock::time_point>& deadline) : inBatch_(inBatch) {
+        deadline.reset();
+        inBatch_ = true;
+    }
+    ~BatchTime() { inBatch_ = false; }
+    BatchTime(const BatchTime&) = delete;
+    BatchTime& operator=(const BatchTime&) = delete;
+
+private:
+    bool& inBatch_;
+};
+
+/// Another connection changed definitions since the plan was made.
+struct DefinitionsMoved {};
+
+host::Value ValueOf(const Cell& cell) {
+    switch (cell.kind) {
+    case Cell::Kind::null:
+        return host::Null{};
+    case Cell::Kind::integer:
+        return cell.integer;
+    case Cell::Kind::real:
+        return cell.real;
+    case Cell::Kind::text:
+        return std::string(cell.Bytes());
+    case Cell::Kind::blob:
+        break;
+    }
+    return host::Bytes{{cell.Bytes().begin(), cell.Bytes().end()}};
+}
+
+} // namespace
+
+std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString) {
+    return OpenEmbedded(connectionString, Mode::open);
+}
+
+std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode) {
+    EmbeddedDatabase::Settings settings = ReadSettings(connectionString);
+    settings.mode = mode;
+    return std::make_unique<EmbeddedDatabase>(settings);
+}
+
+EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
+    : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
+      catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), batchTime_(settings.batchTime) {
+    sqlite3_extended_result_codes(db_.get(), 1);
+    sqlite3_busy_timeout(db_.get(), busyMilliseconds);
+    // "name" is always a name.
+    sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    // A plan does not depend on the values that it is run with.
+    sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
+    Initialize(Schema::account, settings.mode == Mode::create || settings.file == inMemory);
+    Attach(settings);
+    sqlite3_set_authorizer(db_.get(), Authorize, this);
+    sqlite3_progress_handler(db_.get(), stepsPerCheck, CheckTime, this);
+}
+
+EmbeddedDatabase::~EmbeddedDatabase() {
+    plans_.Clear();
+    runtime_->Forget();
+}
+
+void EmbeddedDatabase::Attach(const Settings& settings) {
+    const std::string file = SystemFile(settings.file);
+    try {
+        Command(db_.get(), fmt::format("ATTACH ? AS {}", SqliteName(Schema::system))).Bind(file).Step();
+    } catch (const host::Error&) {
+        const bool missing = (sqlite3_errcode(db_.get()) & 0xff) == SQLITE_CANTOPEN;
+        if (settings.mode == Mode::create || !missing) {
+            throw;
+        }
+        return; // an account without a system database; naming one gives "Invalid object name"
+    }
+    catalog_->SetSystemAttached(true);
+    Initialize(Schema::system, settings.mode == Mode::create || file == inMemory);
+}
+
+void EmbeddedDatabase::Initialize(Schema schema, bool mayCreate) {
+    const std::string_view name = SqliteName(schema);
+    const auto pragma = [&](std::string_view text) {
+        Command command(db_.get(), fmt::format("PRAGMA {}.{}", name, text));
+        return command.Step() ? command.Integer(0) : 0;
+    };
+    if (pragma("application_id") != applicationId) {
+        Command known(db_.get(), fmt::format("SELECT 1 FROM {}.sqlite_schema LIMIT 1", name));
+        if (!mayCreate || known.Step()) {
+            Fail(unspecified, "The file is not an account database.");
+        }
+        pragma("journal_mode = WAL");
+        Run(db_.get(), "BEGIN IMMEDIATE");
+        Catalog::CreateTables(db_.get(), schema);
+        Run(db_.get(), fmt::format("PRAGMA {}.application_id = {}", name, applicationId));
+        Run(db_.get(), "COMMIT");
+    }
+    // With a write-ahead log this is enough for a commit to outlive its process; only a power failure may take the
+    // latest commits, never the database's consistency.
+    pragma("synchronous = NORMAL");
+}
+
+int EmbeddedDatabase::CheckTime(void* self) {
+    auto* database = static_cast<EmbeddedDatabase*>(self);
+    if (!database->inBatch_) {
+        return 0;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (!database->deadline_) {
+        database->deadline_ = now + database->batchTime_;
+    }
+    return now > *database->deadline_ ? 1 : 0;
+}
+
+int EmbeddedDatabase::Authorize(void* self, int /*action*/, const char* /*first*/, const char* /*second*/,
+                                const char* /*database*/, const char* /*trigger*/) {
+    auto* database = static_cast<EmbeddedDatabase*>(self);
+    if (!database->runtime_->stepping) {
+        return SQLITE_OK;
+    }
+    // SQLite compiles a statement anew while it runs only when its tables changed under it. The translation may then
+    // be wrong as well, so it is made anew instead.
+    database->definitionsMoved_ = true;
+    return SQLITE_DENY;
+}
+
+ResultSet EmbeddedDatabase::Query(std::string_view sql) {
+    ResultSet answer;
+    Batch(sql, &answer);
+    return answer;
+}
+
+void EmbeddedDatabase::Execute(std::string_view sql) { Batch(sql, nullptr); }
+
+void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
+    constexpr int attempts = 5;
+    const BatchTime time(inBatch_, deadline_);
+    for (int attempt = 1;; ++attempt) {
+        try {
+            if (const Plan* plan = CachedPlan(sql)) {
+                RequireLiveTransaction();
+                RunPlan(*plan, scanner_.Literals(), answer);
+                return;
+            }
+            Parser parser(sql, options_);
+            if (const std::optional<Statement> statement = parser.ParseBatch()) {
+                if (!statement->transaction) {
+                    RequireLiveTransaction();
+                }
+                RunStatement(*statement, parser.Literals(), answer);
+            }
+            return;
+        } catch (const DuplicateKey& duplicate) {
+            Parser parser(sql, options_);
+            const std::optional<Statement> statement = parser.ParseBatch();
+            FailDuplicate(duplicate, *statement, parser.Literals());
+        } catch (const DefinitionsMoved&) {
+            ForgetPlans();
+            if (attempt == attempts) {
+                Fail(unspecified, "Could not complete the statement because definitions keep changing.");
+            }
+        }
+    }
+}
+
+/// The plan of a SELECT, INSERT, UPDATE or DELETE that stands alone; nullptr for everything else, which is rare.
+const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
+    if (!scanner_.Scan(sql)) {
+        return nullptr;
+    }
+    if (const Plan* plan = plans_.Find(scanner_.Shape(), scanner_.Literals())) {
+        return plan;
+    }
+    Parser parser(sql, options_);
+    const std::optional<Statement> statement = parser.ParseBatch();
+    if (!statement || !(statement->select || statement->insert || statement->update || statement->del) ||
+        (statement->select && statement->select->into) || parser.Literals().size() != scanner_.Literals().size()) {
+        return nullptr;
+    }
+    Plan plan = MakePlan(*statement, parser.Literals());
+    return plans_.Add(scanner_.Shape(), scanner_.Literals(), std::move(plan));
+}
+
+Plan EmbeddedDatabase::MakePlan(const Statement& statement, const std::vector<Literal>& literals) {
+    Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
+    Plan plan = statement.select   ? binder.BindSelectPlan(*statement.select)
+                : statement.insert ? binder.BindInsert(*statement.insert)
+                : statement.update ? binder.BindUpdate(*statement.update)
+                                   : binder.BindDelete(*statement.del);
+    PreparePlan(plan);
+    return plan;
+}
+
+void EmbeddedDatabase::PreparePlan(Plan& plan) {
+    ++translations_;
+    try {
+        plan.statement = Prepare(db_.get(), plan.text);
+    } catch (const host::Error& error) {
+        constexpr std::string_view missing = "no such table: main.";
+        const std::string& text = error.description();
+        if (text.compare(0, missing.size(), missing) == 0) {
+            // A view whose table is gone.
+            Fail(noTable, "Invalid object name '{}'.", text.substr(missing.size()));
+        }
+        if (text == "parser stack overflow" || text.find("maximum depth") != std::string::npos) {
+            Fail(syntaxError, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
+                              "into smaller queries.");
+        }
+        throw;
+    }
+}
+
+void EmbeddedDatabase::RunStatement(const Statement& statement, const std::vector<Literal>& literals,
+                                    ResultSet* answer) {
+    if (statement.select && statement.select->into) {
+        RunSelectInto(*statement.select, literals);
+    } else if (statement.select || statement.insert || statement.update || statement.del) {
+        const Plan plan = MakePlan(statement, literals);
+        try {
+            RunPlan(plan, literals, answer);
+        } catch (const DuplicateKey& duplicate) {
+            FailDuplicate(duplicate, statement, literals);
+        }
+    } else if (statement.conditional) {
+        RunConditional(*statement.conditional, literals, answer);
+    } else if (statement.transaction) {
+        RunTransaction(*statement.transaction);
+    } else if (statement.setOption) {
+        RunSetOption(*statement.setOption);
+    } else {
+        RunDefinition(statement, literals);
+    }
+}
+
+void EmbeddedDatabase::RunConditional(const Conditional& conditional, const std::vector<Literal>& literals,
+                                      ResultSet* answer) {
+    Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
+    Plan plan = binder.BindConditionPlan(*conditional.condition);
+    PreparePlan(plan);
+    ResultSet truth;
+    RunPlan(plan, literals, &truth);
+    plan.statement.reset();
+    const bool holds = *truth.cells.at(0).As<std::int64_t>() != 0;
+    for (const Statement& statement : holds ? conditional.then : conditional.otherwise) {
+        RunStatement(statement, literals, answer);
+    }
+}
+
+void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vector<Literal>& literals) {
+    Definer definer(db_.get(), *catalog_, session_, literals);
+    definitionsChanged_ = true;
+    try {
+        if (statement.createTable) {
+            definer.Create(*statement.createTable);
+        } else if (statement.createView) {
+            definer.Create(*statement.createView);
+        } else if (statement.createIndex) {
+            definer.Create(*statement.createIndex);
+        } else if (statement.drop) {
+            definer.Drop(*statement.drop);
+        } else if (statement.alterTable) {
+            definer.Alter(*statement.alterTable);
+        } else if (statement.truncate) {
+            definer.Truncate(*statement.truncate);
+        }
+    } catch (...) {
+        ForgetPlans();
+        throw;
+    }
+    ForgetPlans();
+}
+
+void EmbeddedDatabase::RunSelectInto(const Select& select, const std::vector<Literal>& literals) {
+    Definer definer(db_.get(), *catalog_, session_, literals);
+    definitionsChanged_ = true;
+    {
+        Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
+        definer.CreateFor(*select.into, binder.BindSelect(select).columns);
+    }
+    ForgetPlans();
+    Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
+    Plan plan = binder.BindSelectInto(select, catalog_->Get(*select.into));
+    PreparePlan(plan);
+    RunPlan(plan, literals, nullptr);
+}
+
+void EmbeddedDatabase::RunSetOption(const SetOption& option) {
+    if (!option.identityInsert) {
+        return;
+    }
+    const std::shared_ptr<const Table> table = catalog_->Get(*option.identityInsert);
+    if (table->Identity() < 0) {
+        Fail(syntaxError, "Table '{}' does not have the identity property. Cannot perform SET operation.", table->name);
+    }
+    session_.identityInsert = option.on ? table->id : 0;
+    ForgetPlans();
+}
+
+void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
+    switch (transaction.verb) {
+    case TransactionVerb::begin:
+        BeginTrans();
+        break;
+    case TransactionVerb::commit:
+        if (!inTransaction_) {
+            Fail(syntaxError, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+        }
+        CommitTrans();
+        break;
+    case TransactionVerb::rollback:
+        if (!inTransaction_) {
+            Fail(syntaxError, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+        }
+        if (transaction.savepoint.empty()) {
+            RollbackTrans();
+        } else {
+            RollbackTo(transaction.savepoint);
+        }
+        break;
+    case TransactionVerb::save:
+        if (!inTransaction_) {
+            Fail(syntaxError, "Cannot issue SAVE TRANSACTION when there is no active transaction.");
+        }
+        Save(transaction.savepoint);
+        break;
+    }
+}
+
+void EmbeddedDatabase::Save(const std::string& savepoint) {
+    RequireLiveTransaction();
+    Run(db_.get(), "SAVEPOINT " + Quoted(savepoint));
+    savepoints_.push_back(savepoint);
+}
+
+void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
+    RequireLiveTransaction();
+    if (std::ranges::find(savepoints_, savepoint) == savepoints_.end()) {
+        Fail(syntaxError, "Cannot roll back {}. No transaction or savepoint of that name was found.", savepoint);
+    }
+    Run(db_.get(), "ROLLBACK TO " + Quoted(savepoint));
+    if (definitionsChanged_) {
+        ForgetPlans();
+    }
+}
+
+void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer) {
+    BindLiterals(plan, literals);
+    Step(plan, answer);
+}
+
+void EmbeddedDatabase::Step(const Plan& plan, ResultSet* answer) {
+    sqlite3_stmt* statement = plan.statement.get();
+    const Reset reset(statement, runtime_->stepping);
+    const bool read = answer != nullptr && plan.kind == PlanKind::select;
+    if (read) {
+        answer->fields = plan.fields;
+    }
+    int code = 0;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        if (!read) {
+            continue;
+        }
+        ++answer->rowCount;
+        int column = 0;
+        for (const Type& type : plan.types) {
+            answer->cells.push_back(ReadValue(statement, column++, type));
+        }
+    }
+    if (code != SQLITE_DONE) {
+        FailStep(plan);
+    }
+    if (plan.kind == PlanKind::insert) {
+        NoteIdentity(plan);
+    }
+}
+
+void EmbeddedDatabase::NoteIdentity(const Plan& plan) {
+    if (plan.target->Identity() < 0) {
+        runtime_->identity.reset();
+    } else if (sqlite3_changes(db_.get()) > 0) {
+        runtime_->identity = sqlite3_last_insert_rowid(db_.get());
+    }
+}
+
+void EmbeddedDatabase::FailStep(const Plan& plan) {
+    if (std::exchange(definitionsMoved_, false)) {
+        runtime_->TakeError();
+        throw DefinitionsMoved();
+    }
+    if (std::optional<host::Error> error = runtime_->TakeError()) {
+        throw host::Error(*error);
+    }
+    runtime_->stepping = false;
+    ThrowStepError(plan, *catalog_, db_.get());
+}
+
+void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statement& statement,
+                                     const std::vector<Literal>& literals) {
+    if (statement.insert) {
+        Binder binder(*catalog_, session_, literals, LiteralUse::inlined);
+        const std::string select = binder.BindKeyOf(*statement.insert, *duplicate.table, duplicate.columns);
+        if (!select.empty()) {
+            std::vector<Type> types;
+            for (const std::string& column : duplicate.columns) {
+                types.push_back(
+                    duplicate.table->columns.at(static_cast<std::size_t>(duplicate.table->Find(column))).type);
+            }
+            Fail(duplicate.error.number(), "{} The duplicate key value is {}.", duplicate.error.description(),
+                 KeyText(select, types, db_.get()));
+        }
+    }
+    throw host::Error(duplicate.error);
+}
+
+void EmbeddedDatabase::ForgetPlans() {
+    plans_.Clear();
+    catalog_->Forget();
+}
+
+void EmbeddedDatabase::RequireLiveTransaction() const {
+    // A full disk, for one, makes SQLite roll back.
+    if (inTransaction_ && sqlite3_get_autocommit(db_.get()) != 0) {
+        Fail(unspecified, "The current transaction cannot be committed and cannot support operations that write to the "
+                          "log file. Roll back the transaction.");
+    }
+}
+
+void EmbeddedDatabase::BeginTrans() {
+    if (inTransaction_) {
+        Fail(transactionOpen, "Cannot start more transactions on this session.");
+    }
+    // Takes the right to write at once: a transaction that found out later that another writes could not go on.
+    Run(db_.get(), "BEGIN IMMEDIATE");
+    inTransaction_ = true;
+    savepoints_.clear();
+    definitionsChanged_ = false;
+}
+
+void EmbeddedDatabase::CommitTrans() {
+    if (!inTransaction_) {
+        Fail(noTransaction, "No transaction is active.");
+    }
+    RequireLiveTransaction();
+    Run(db_.get(), "COMMIT");
+    inTransaction_ = false;
+}
+
+void EmbeddedDatabase::RollbackTrans() {
+    if (!inTransaction_) {
+        Fail(noTransaction, "No transaction is active.");
+    }
+    if (sqlite3_get_autocommit(db_.get()) == 0) {
+        Run(db_.get(), "ROLLBACK");
+    }
+    inTransaction_ = false;
+    if (std::exchange(definitionsChanged_, false)) {
+        ForgetPlans();
+    }
+}
+
+Translation EmbeddedDatabase::Translate(std::string_view sql) {
+    const Plan* plan = CachedPlan(sql);
+    if (plan == nullptr) {
+        Fail(unspecified, "Only SELECT, INSERT, UPDATE and DELETE have a translation.");
+    }
+    Translation translation;
+    translation.text = plan->text;
+    for (const Slot& slot : plan->slots) {
+        translation.parameters.push_back(ValueOf(Evaluate(scanner_.Literals()[slot.literal], slot)));
+    }
+    return translation;
+}
+
+} // namespace refhost::sql

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "host/Value.h"
+#include "refhost/ado/Database.h"
+#include "refhost/sql/binding/Binder.h"
+#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/engine/PlanCache.h"
+#include "refhost/sql/engine/Violation.h"
+#include "refhost/sql/syntax/Parser.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace refhost::sql {
+
+class EmbeddedDatabase;
+
+/// What opening does about a file that does not exist.
+enum class Mode {
+    open,   ///< throws and creates nothing
+    create, ///< creates it, and the system database beside it
+};
+
+/// Opens the database of a connection string "Provider=KovraAccount;Data Source=FILE[;Delete Star=Accept]"; keys and
+/// provider in any letter case, FILE ":memory:" for a database that lives with the object. The system database
+/// QxSystem is the file QxSystem.db beside FILE, in memory likewise.
+/// Throws `host::Error` "unspecified" for a file that cannot be opened or is no account database.
+std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString);
+std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode);
+
+/// A statement as SQLite gets it.
+struct Translation {
+    std::string text;
+    std::vector<host::Value> parameters;
+};
+
+/// SQL Server's language on SQLite.
+class EmbeddedDatabase : public Database {
+public:
+    struct Settings {
+        std::string file;
+        bool deleteStar = false;
+        Mode mode = Mode::open;
+        /// How long a batch may run: ADO's `CommandTimeout` as it is when nobody sets it.
+        std::chrono::milliseconds batchTime = std::chrono::seconds(30);
+    };
+
+    explicit EmbeddedDatabase(const Settings& settings);
+    ~EmbeddedDatabase() override;
+
+    ResultSet Query(std::string_view sql) override;
+    void Execute(std::string_view sql) override;
+    void BeginTrans() override;
+    void CommitTrans() override;
+    void RollbackTrans() override;
+
+    /// What Query and Execute would hand to SQLite, for measuring; of SELECT, INSERT, UPDATE and DELETE only.
+    Translation Translate(std::string_view sql);
+    /// The connection underneath, for measuring.
+    sqlite3* Handle() const { return db_.get(); }
+    /// Number of translations kept, each with its prepared statement.
+    std::size_t PlanCount() const { return plans_.Size(); }
+    /// Number of translations made since the database was opened.
+    std::size_t TranslationCount() const { return translations_; }
+
+private:
+    void Attach(const Settings& settings);
+    void Initialize(Schema schema, bool mayCreate);
+    void Batch(std::string_view sql, ResultSet* answer);
+    const Plan* CachedPlan(std::string_view sql);
+    void RunStatement(const Statement& statement, const std::vector<Literal>& literals, ResultSet* answer);
+    void RunConditional(const Conditional& conditional, const std::vector<Literal>& literals, ResultSet* answer);
+    void RunDefinition(const Statement& statement, const std::vector<Literal>& literals);
+    void RunSelectInto(const Select& select, const std::vector<Literal>& literals);
+    void RunSetOption(const SetOption& option);
+    void RunTransaction(const Transaction& transaction);
+    void Save(const std::string& savepoint);
+    void RollbackTo(const std::string& savepoint);
+    /// Throws when the open transaction was ended by an error, so that nothing runs outside of it unnoticed.
+    void RequireLiveTransaction() const;
+    Plan MakePlan(const Statement& statement, const std::vector<Literal>& literals);
+    void PreparePlan(Plan& plan);
+    void RunPlan(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer);
+    void Step(const Plan& plan, ResultSet* answer);
+    [[noreturn]] void FailStep(const Plan& plan);
+    void NoteIdentity(const Plan& plan);
+    /// Completes the error of a duplicate key with the key's value. Throws it.
+    [[noreturn]] void FailDuplicate(const DuplicateKey& duplicate, const Statement& statement,
+                                    const std::vector<Literal>& literals);
+    /// Forgets everything that definitions shaped.
+    void ForgetPlans();
+    /// Stops a batch that has had its time.
+    static int CheckTime(void* self);
+    static int Authorize(void* self, int action, const char*, const char*, const char*, const char*);
+
+    DatabaseHandle db_;
+    ParserOptions options_;
+    std::unique_ptr<Runtime> runtime_;
+    std::unique_ptr<Catalog> catalog_;
+    SessionState session_;
+    ShapeScanner scanner_;
+    PlanCache plans_;
+    std::size_t translations_ = 0;
+    std::chrono::milliseconds batchTime_;
+    /// When the batch at hand has had its time. It counts from the first check on: short batches look at no clock, and
+    /// waiting for another process does not count.
+    std::optional<std::chrono::steady_clock::time_point> deadline_;
+    /// Whether a batch runs; nothing else is stopped.
+    bool inBatch_ = false;
+    /// Whether a transaction is open for the caller; one that SQLite itself ended stays so until it is rolled back.
+    bool inTransaction_ = false;
+    /// Names of the open transaction's savepoints.
+    std::vector<std::string> savepoints_;
+    /// Whether the open transaction changed definitions.
+    bool definitionsChanged_ = false;
+    /// Whether SQLite was kept from compiling a statement anew because another connection changed definitions.
+    bool definitionsMoved_ = false;
+};
+
+} // namespace refhost::sql

@@ -1,0 +1,243 @@
+#include "refhost/sql/engine/Plan.h"
+
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+#include <charconv>
+#include <new>
+#include <optional>
+
+namespace refhost::sql {
+namespace {
+
+/// Ends in an error when a value could not be bound: SQLite would take Null in its place.
+void RequireBound(int code) {
+    if (code == SQLITE_NOMEM) {
+        throw std::bad_alloc();
+    }
+    if (code != SQLITE_OK) {
+        Fail(host::error_number::unspecified, "A value is too long for the database.");
+    }
+}
+
+void BindText(sqlite3_stmt* statement, int index, std::string_view text, sqlite3_destructor_type lifetime) {
+    RequireBound(sqlite3_bind_text64(statement, index, text.data(), text.size(), lifetime, SQLITE_UTF8));
+}
+
+void BindCell(sqlite3_stmt* statement, int index, const Cell& cell, sqlite3_destructor_type lifetime) {
+    switch (cell.kind) {
+    case Cell::Kind::null:
+        sqlite3_bind_null(statement, index);
+        break;
+    case Cell::Kind::integer:
+        sqlite3_bind_int64(statement, index, cell.integer);
+        break;
+    case Cell::Kind::real:
+        sqlite3_bind_double(statement, index, cell.real);
+        break;
+    case Cell::Kind::text:
+        BindText(statement, index, cell.Bytes(), lifetime);
+        break;
+    case Cell::Kind::blob:
+        RequireBound(sqlite3_bind_blob64(statement, index, cell.Bytes().data(), cell.Bytes().size(), lifetime));
+        break;
+    }
+}
+
+std::int64_t SmallInteger(std::string_view digits) {
+    std::int64_t value = 0;
+    for (const char c : digits) {
+        value = value * 10 + (c - '0');
+    }
+    return value;
+}
+
+/// The base of a literal's own type.
+Base BaseOf(const Literal& literal) {
+    switch (literal.kind) {
+    case LiteralKind::text:
+        return literal.national ? Base::nvarchar : Base::varchar;
+    case LiteralKind::integer:
+        return Base::integer;
+    case LiteralKind::real:
+        return Base::floating;
+    case LiteralKind::binary:
+        return Base::varbinary;
+    default:
+        return Base::decimal;
+    }
+}
+
+/// A number on its way into a float column, read at once.
+std::optional<double> DirectReal(const Literal& literal, const Slot& slot) {
+    constexpr std::size_t longest = 38;
+    if (slot.steps.size() != 1 || slot.steps.front().to.base != Base::floating || literal.kind == LiteralKind::text ||
+        literal.kind == LiteralKind::binary || literal.body.size() > longest) {
+        return std::nullopt;
+    }
+    double value = 0;
+    if (std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), value).ec != std::errc()) {
+        return std::nullopt;
+    }
+    return slot.negated && value != 0 ? -value : value;
+}
+
+/// Whether a text of so many bytes fits the one step that leads to a text column of varying length as it stands.
+bool FitsAsItStands(const Literal& literal, const Slot& slot) {
+    if (slot.steps.size() != 1 || literal.kind != LiteralKind::text || literal.doubled) {
+        return false;
+    }
+    const Type& to = slot.steps.front().to;
+    return FamilyOf(to) == Family::text && !IsFixedLength(to.base) &&
+           (to.length == Type::maxLength ||
+            literal.body.size() <= static_cast<std::size_t>(to.length)); // a unit takes a byte at least
+}
+
+} // namespace
+
+Type TypeOf(const Literal& literal) {
+    switch (literal.kind) {
+    case LiteralKind::text: {
+        const std::size_t length = MeasuredLength(TextOf(literal), literal.national);
+        const std::size_t most = literal.national ? 4000 : 8000;
+        const int facet = length > most ? Type::maxLength : static_cast<int>(std::max<std::size_t>(1, length));
+        return {literal.national ? Base::nvarchar : Base::varchar, facet, 0, 0};
+    }
+    case LiteralKind::integer:
+        return {Base::integer, 0, 0, 0};
+    case LiteralKind::bigNumber:
+    case LiteralKind::decimal: {
+        const ExactNumber number = ExactNumber::Parse(literal.body).value_or(ExactNumber());
+        const int precision = std::max(1, number.WholeDigits() + number.Scale());
+        if (precision > 38) {
+            Fail(host::error_number::syntaxError,
+                 "The number '{}' is out of the range for numeric representation (maximum precision 38).",
+                 literal.body);
+        }
+        return {Base::decimal, 0, precision, number.Scale()};
+    }
+    case LiteralKind::real:
+        return {Base::floating, 0, 0, 0};
+    case LiteralKind::binary:
+        return {Base::varbinary, std::max(1, static_cast<int>((literal.body.size() + 1) / 2)), 0, 0};
+    }
+    return {};
+}
+
+Cell CellOf(const Literal& literal, bool negated) {
+    Cell cell;
+    switch (literal.kind) {
+    case LiteralKind::text:
+        if (literal.doubled) {
+            cell.SetText(TextOf(literal));
+        } else {
+            cell.PointTo(Cell::Kind::text, literal.body);
+        }
+        break;
+    case LiteralKind::integer:
+        cell.SetInteger(negated ? -SmallInteger(literal.body) : SmallInteger(literal.body));
+        break;
+    case LiteralKind::bigNumber:
+    case LiteralKind::decimal: {
+        const ExactNumber number = ExactNumber::Parse(literal.body).value_or(ExactNumber());
+        cell.SetText((negated ? number.Negated() : number).ToText());
+        break;
+    }
+    case LiteralKind::real: {
+        double value = 0;
+        const auto result = std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), value);
+        if (result.ec != std::errc()) {
+            Fail(host::error_number::syntaxError,
+                 "The floating point value '{}' is out of the range of computer representation (8 bytes).",
+                 literal.body);
+        }
+        cell.SetReal(negated ? -value : value);
+        break;
+    }
+    case LiteralKind::binary: {
+        std::string digits(literal.body);
+        if (digits.size() % 2 != 0) {
+            digits.insert(0, 1, '0');
+        }
+        std::string bytes;
+        for (std::size_t i = 0; i < digits.size(); i += 2) {
+            unsigned value = 0;
+            std::from_chars(digits.data() + i, digits.data() + i + 2, value, 16);
+            bytes += static_cast<char>(value);
+        }
+        cell.SetBlob(std::move(bytes));
+        break;
+    }
+    }
+    return cell;
+}
+
+Cell Evaluate(const Literal& literal, const Slot& slot) {
+    Cell cell = CellOf(literal, slot.negated);
+    Type from{BaseOf(literal), Type::maxLength, 0, 0};
+    for (const Step& step : slot.steps) {
+        Convert(cell, from, step.to, step.style, step.surplus);
+        from = step.to;
+    }
+    return cell;
+}
+
+void BindLiterals(const Plan& plan, const std::vector<Literal>& literals) {
+    sqlite3_stmt* statement = plan.statement.get();
+    int index = 0;
+    for (const Slot& slot : plan.slots) {
+        ++index;
+        const Literal& literal = literals[slot.literal];
+        if ((slot.plain && !literal.doubled) || FitsAsItStands(literal, slot)) {
+            if (literal.kind == LiteralKind::text) {
+                BindText(statement, index, literal.body, SQLITE_STATIC);
+                continue;
+            }
+            if (literal.kind == LiteralKind::integer) {
+                const std::int64_t value = SmallInteger(literal.body);
+                sqlite3_bind_int64(statement, index, slot.negated ? -value : value);
+                continue;
+            }
+        }
+        if (const std::optional<double> value = DirectReal(literal, slot)) {
+            sqlite3_bind_double(statement, index, *value);
+            continue;
+        }
+        BindCell(statement, index, Evaluate(literal, slot), SQLITE_TRANSIENT);
+    }
+}
+
+host::Value ReadValue(sqlite3_stmt* statement, int column, const Type& type) {
+    if (sqlite3_column_type(statement, column) == SQLITE_NULL) {
+        return host::Null{};
+    }
+    const auto text = [&] {
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+        return std::string(bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+    };
+    switch (FamilyOf(type)) {
+    case Family::integer:
+    case Family::null: {
+        const std::int64_t value = sqlite3_column_int64(statement, column);
+        return type.base == Base::bit ? host::Value(value != 0) : host::Value(value);
+    }
+    case Family::real:
+        return sqlite3_column_double(statement, column);
+    case Family::exact:
+        return host::Decimal{text()};
+    case Family::date:
+        return host::Date{ToOleDate(sqlite3_column_int64(statement, column))};
+    case Family::binary: {
+        const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_column_blob(statement, column));
+        const int size = sqlite3_column_bytes(statement, column);
+        return host::Bytes{bytes == nullptr ? std::vector<std::uint8_t>()
+                                            : std::vector<std::uint8_t>(bytes, bytes + size)};
+    }
+    case Family::text:
+    case Family::guid:
+        break;
+    }
+    return text();
+}
+
+} // namespace refhost::sql

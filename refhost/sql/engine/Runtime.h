@@ -1,0 +1,49 @@
+#pragma once
+
+#include "host/Error.h"
+#include "refhost/sql/engine/Sqlite.h"
+
+#include <array>
+#include <optional>
+
+namespace refhost::sql {
+
+/// The databases of a connection: the account and the system database.
+enum class Schema : std::uint8_t { account = 0, system = 1 };
+inline constexpr std::size_t schemaCount = 2;
+/// The schema's name in SQLite.
+std::string_view SqliteName(Schema schema);
+
+/// Teaches a SQLite connection what T-SQL needs: collations, conversions, arithmetic and functions with SQL Server's
+/// meaning. One per connection, living as long as it.
+class Runtime {
+public:
+    explicit Runtime(sqlite3* db);
+
+    /// The error that a function raised since the last call; SQLite itself carries its text only.
+    std::optional<host::Error> TakeError();
+    void SetError(host::Error error) { error_ = std::move(error); }
+
+    /// The next row version of a database: eight bytes, highest first. Counts in the database itself, inside the
+    /// transaction of the statement that asks, so that it never goes back and holds across processes.
+    std::string NextRowVersion(Schema schema);
+    /// Lets go of every statement kept.
+    void Forget();
+
+    /// Whether an application's statement is being stepped (then SQLite must not quietly compile it anew).
+    bool stepping = false;
+    /// The last identity value made, as @@identity gives it; nothing before the first.
+    std::optional<std::int64_t> identity;
+
+private:
+    sqlite3* db_;
+    std::optional<host::Error> error_;
+    std::array<StatementHandle, schemaCount> counters_;
+};
+
+/// Units of time of dateadd, datediff, datepart and datename.
+enum class DatePart { year, quarter, month, dayOfYear, day, week, weekday, hour, minute, second, millisecond };
+/// The part named by a word such as "yy", "year", "dd"; nothing when there is none.
+std::optional<DatePart> DatePartNamed(std::string_view word);
+
+} // namespace refhost::sql

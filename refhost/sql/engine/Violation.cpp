@@ -1,0 +1,149 @@
+#include "refhost/sql/engine/Violation.h"
+
+#include "refhost/sql/binding/Definer.h"
+#include "refhost/sql/types/Collation.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+#include <new>
+#include <string_view>
+#include <vector>
+
+namespace refhost::sql {
+namespace {
+
+using host::error_number::integrityViolation;
+using host::error_number::unspecified;
+
+/// What stands behind the colon of SQLite's message.
+std::string_view Subject(std::string_view message) {
+    const std::size_t colon = message.find(": ");
+    return colon == std::string_view::npos ? std::string_view() : message.substr(colon + 2);
+}
+
+std::string_view Verb(PlanKind kind) { return kind == PlanKind::update ? "UPDATE" : "INSERT"; }
+
+/// The columns in "t.a, t.b".
+std::vector<std::string> ColumnsIn(std::string_view subject, std::string_view table) {
+    std::vector<std::string> columns;
+    const std::string prefix = std::string(table) + ".";
+    while (!subject.empty()) {
+        const std::size_t end = std::min(subject.find(", " + prefix), subject.size());
+        columns.emplace_back(subject.substr(std::min(prefix.size(), end), end - std::min(prefix.size(), end)));
+        subject.remove_prefix(std::min(end + 2, subject.size()));
+    }
+    return columns;
+}
+
+std::vector<std::string> ColumnsOfIndex(const Table& table, const std::string& index, sqlite3* db) {
+    Command members(
+        db, fmt::format("SELECT name FROM pragma_index_info(?, '{}') ORDER BY seqno", SqliteName(table.schema)));
+    members.Bind(index);
+    std::vector<std::string> names;
+    while (members.Step()) {
+        names.push_back(members.Text(0));
+    }
+    return names;
+}
+
+/// The T-SQL name of the unique index over exactly these columns; empty for SQLite's row number.
+std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& columns, sqlite3* db) {
+    Command indexes(
+        db, fmt::format("SELECT name FROM pragma_index_list(?, '{}') WHERE \"unique\" = 1", SqliteName(table.schema)));
+    indexes.Bind(table.name);
+    while (indexes.Step()) {
+        const std::string index = indexes.Text(0);
+        if (ColumnsOfIndex(table, index, db) == columns) {
+            return index.substr(std::min(index.size(), table.name.size() + 1));
+        }
+    }
+    return {};
+}
+
+[[noreturn]] void ThrowUnique(const std::shared_ptr<const Table>& target, std::string_view subject, Catalog& catalog,
+                              sqlite3* db) {
+    const Table& table = *target;
+    std::string index;
+    std::vector<std::string> columns;
+    constexpr std::string_view named = "index '";
+    if (subject.substr(0, named.size()) == named) {
+        // An index over expressions: that of rows with Nulls.
+        index = subject.substr(named.size() + table.name.size() + 1);
+        index.erase(std::min(index.rfind("|null"), index.size()));
+        columns = ColumnsOfIndex(table, IndexName(table.name, index), db);
+    } else {
+        columns = ColumnsIn(subject, table.name);
+        index = UniqueIndexOver(table, columns, db);
+    }
+    std::string kind = catalog.ConstraintKindOf(table.schema, table.id, index);
+    if (index.empty()) {
+        index = catalog.ConstraintName(table.schema, table.id, "PK");
+        kind = "PK";
+    }
+    std::string message =
+        kind.empty() ? fmt::format("Cannot insert duplicate key row in object 'dbo.{}' with unique index '{}'.",
+                                   table.name, index)
+                     : fmt::format("Violation of {} constraint '{}'. Cannot insert duplicate key in object 'dbo.{}'.",
+                                   kind == "PK" ? "PRIMARY KEY" : "UNIQUE KEY", index, table.name);
+    throw DuplicateKey{host::Error(integrityViolation, std::move(message)), target, std::move(columns)};
+}
+
+} // namespace
+
+void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
+    const int code = sqlite3_extended_errcode(db);
+    if ((code & 0xff) == SQLITE_NOMEM) {
+        throw std::bad_alloc();
+    }
+    const std::string message = sqlite3_errmsg(db);
+    const std::string_view subject = Subject(message);
+    if ((code & 0xff) == SQLITE_CONSTRAINT && plan.target) {
+        const Table& table = *plan.target;
+        switch (code) {
+        case SQLITE_CONSTRAINT_NOTNULL:
+            Fail(
+                integrityViolation,
+                "Cannot insert the value NULL into column '{}', table 'dbo.{}'; column does not allow nulls. {} fails.",
+                subject.substr(std::min(table.name.size() + 1, subject.size())), table.name, Verb(plan.kind));
+        case SQLITE_CONSTRAINT_CHECK:
+            Fail(integrityViolation,
+                 "The {} statement conflicted with the CHECK constraint \"{}\". The conflict occurred in database "
+                 "\"{}\", table \"dbo.{}\".",
+                 Verb(plan.kind), subject, catalog.DatabaseName(), table.name);
+        case SQLITE_CONSTRAINT_UNIQUE:
+        case SQLITE_CONSTRAINT_PRIMARYKEY:
+        case SQLITE_CONSTRAINT_ROWID:
+            ThrowUnique(plan.target, subject, catalog, db);
+        default:
+            break;
+        }
+    }
+    if ((code & 0xff) == SQLITE_BUSY || (code & 0xff) == SQLITE_LOCKED) {
+        Fail(unspecified, "Lock request time out period exceeded.");
+    }
+    if ((code & 0xff) == SQLITE_INTERRUPT) {
+        FailSqlite(db);
+    }
+    if ((code & 0xff) == SQLITE_ERROR && message == "integer overflow") {
+        Fail(dataOverflow, "Arithmetic overflow error converting expression to data type int.");
+    }
+    Fail(unspecified, "{}", message);
+}
+
+std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db) {
+    const StatementHandle statement = Prepare(db, select);
+    if (sqlite3_step(statement.get()) != SQLITE_ROW) {
+        return {};
+    }
+    std::string text = "(";
+    int column = 0;
+    for (const Type& type : types) {
+        Cell cell = ReadCell(statement.get(), column);
+        Convert(cell, type, {Base::nvarchar, Type::maxLength, 0, 0}, 0, Surplus::cut);
+        text += column++ > 0 ? ", " : "";
+        text += cell.IsNull() ? std::string_view("<NULL>") : cell.Bytes();
+    }
+    return text + ")";
+}
+
+} // namespace refhost::sql

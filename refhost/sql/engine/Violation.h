@@ -1,0 +1,22 @@
+#pragma once
+
+#include "host/Error.h"
+#include "refhost/sql/engine/Plan.h"
+
+namespace refhost::sql {
+
+/// A duplicate key: the error so far, and what is needed to tell the value.
+struct DuplicateKey {
+    host::Error error;
+    std::shared_ptr<const Table> table;
+    std::vector<std::string> columns;
+};
+
+/// Throws SQL Server's error for what SQLite reports after a failed step of `plan`, or `DuplicateKey`;
+/// std::bad_alloc where memory did not suffice.
+[[noreturn]] void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db);
+
+/// A key as messages show it: "(a, <NULL>)". `select` is a query in SQLite's language that gives it.
+std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db);
+
+} // namespace refhost::sql

@@ -1,0 +1,252 @@
+#pragma once
+
+#include "refhost/sql/types/Types.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace refhost::sql {
+
+struct Expression;
+struct Select;
+using ExpressionPtr = std::unique_ptr<Expression>;
+using SelectPtr = std::unique_ptr<Select>;
+
+/// A name of one to four parts, the last one the object's or column's own; parts left out ("db..table") are empty.
+struct Name {
+    std::vector<std::string> parts;
+
+    const std::string& Last() const { return parts.back(); }
+    /// As the statement wrote it, for messages.
+    std::string Text() const;
+};
+
+enum class Node {
+    literal,  ///< `literal`
+    null,     ///< NULL
+    default_, ///< DEFAULT in a value list
+    column,   ///< `name`
+    star,     ///< * or t.*: `name` holds the parts before the star
+    negate,   ///< -x
+    plus,     ///< +x
+    binary,   ///< `text` is one of + - * / %
+    function, ///< `name`, arguments; `flag` when DISTINCT
+    convert,  ///< cast or convert: `type`, arguments value and, if given, style
+    caseOf,   ///< pairs of when and then; `flag`: the first argument is the operand; an odd one out is the else
+    subquery, ///< `select` as a value
+    variable, ///< @@name in `text`
+    // Conditions from here on.
+    compare, ///< `text` is one of = <> < <= > >=
+    conjunction,
+    disjunction,
+    negation,
+    isNull,   ///< `flag`: IS NOT NULL
+    like,     ///< value, pattern and, if given, escape; `flag`: NOT
+    between,  ///< value, low, high; `flag`: NOT
+    inList,   ///< value and the list; `flag`: NOT
+    inSelect, ///< value and `select`; `flag`: NOT
+    exists,   ///< `select`
+};
+
+inline bool IsCondition(Node node) { return node >= Node::compare; }
+
+struct Expression {
+    Node node = Node::null;
+    std::string text;
+    Name name;
+    std::size_t literal = 0;
+    bool flag = false;
+    Type type;
+    std::vector<ExpressionPtr> arguments;
+    SelectPtr select;
+};
+
+struct SelectItem {
+    ExpressionPtr value;
+    std::string alias;
+};
+
+struct OrderItem {
+    ExpressionPtr value;
+    bool descending = false;
+};
+
+enum class Join { inner, left, right, full, cross };
+
+/// One table of a FROM clause, or two joined ones.
+struct Source {
+    // A table or a derived table …
+    Name name;
+    SelectPtr select;
+    std::string alias;
+    std::vector<std::string> columnAliases;
+    // … or a join.
+    std::unique_ptr<Source> left;
+    std::unique_ptr<Source> right;
+    Join join = Join::inner;
+    ExpressionPtr on;
+};
+
+enum class SetOperation { none, unionDistinct, unionAll, except, intersect };
+
+struct Select {
+    bool distinct = false;
+    ExpressionPtr top;
+    bool topPercent = false;
+    std::vector<SelectItem> items;
+    std::optional<Name> into;
+    std::vector<std::unique_ptr<Source>> from;
+    ExpressionPtr where;
+    std::vector<ExpressionPtr> groupBy;
+    ExpressionPtr having;
+    /// Of a set operation: what is combined with `next`; `orderBy` belongs to the whole and stands in the first.
+    SetOperation operation = SetOperation::none;
+    SelectPtr next;
+    std::vector<OrderItem> orderBy;
+};
+
+struct Insert {
+    Name table;
+    std::vector<std::string> columns;
+    std::vector<std::vector<ExpressionPtr>> rows;
+    SelectPtr select;
+    bool defaultValues = false;
+};
+
+struct Assignment {
+    std::string column;
+    ExpressionPtr value;
+};
+
+struct Update {
+    Name target;
+    std::vector<Assignment> assignments;
+    std::vector<std::unique_ptr<Source>> from;
+    ExpressionPtr where;
+};
+
+struct Delete {
+    Name target;
+    std::vector<std::unique_ptr<Source>> from;
+    ExpressionPtr where;
+};
+
+struct ColumnDefinition {
+    std::string name;
+    Type type;
+    std::optional<bool> nullable;
+    bool identity = false;
+    std::int64_t seed = 1;
+    std::int64_t increment = 1;
+    /// The default's expression as written, empty without one.
+    std::string defaultText;
+};
+
+enum class ConstraintKind { primaryKey, unique, check };
+
+struct IndexColumn {
+    std::string name;
+    bool descending = false;
+};
+
+struct Constraint {
+    ConstraintKind kind = ConstraintKind::check;
+    std::string name;
+    std::vector<IndexColumn> columns;
+    /// Of a check: the condition, and as written.
+    ExpressionPtr condition;
+    std::string conditionText;
+    /// Column that the constraint was written at, empty for one of the table.
+    std::string column;
+};
+
+struct DefaultConstraint {
+    std::string column;
+    std::string text;
+};
+
+struct CreateTable {
+    Name table;
+    std::vector<ColumnDefinition> columns;
+    std::vector<Constraint> constraints;
+};
+
+struct CreateView {
+    Name view;
+    std::vector<std::string> columns;
+    SelectPtr select;
+    /// The whole statement as written.
+    std::string text;
+};
+
+struct CreateIndex {
+    std::string name;
+    Name table;
+    bool unique = false;
+    std::vector<IndexColumn> columns;
+};
+
+enum class ObjectKind { table, view, index };
+
+struct Drop {
+    ObjectKind kind = ObjectKind::table;
+    bool ifExists = false;
+    std::vector<Name> names;
+};
+
+struct AlterTable {
+    Name table;
+    std::vector<ColumnDefinition> addColumns;
+    std::vector<Constraint> addConstraints;
+    std::vector<DefaultConstraint> addDefaults;
+    std::vector<std::string> dropColumns;
+};
+
+struct Truncate {
+    Name table;
+};
+
+enum class TransactionVerb { begin, commit, rollback, save };
+
+struct Transaction {
+    TransactionVerb verb = TransactionVerb::begin;
+    /// What SAVE TRANSACTION names, and where ROLLBACK TRANSACTION goes back to; empty for the whole transaction.
+    std::string savepoint;
+};
+
+/// SET IDENTITY_INSERT, or another option that only affects what clients are told.
+struct SetOption {
+    std::optional<Name> identityInsert;
+    bool on = false;
+};
+
+struct Statement;
+
+/// IF condition statement [ELSE statement]; either may be a BEGIN … END block.
+struct Conditional {
+    ExpressionPtr condition;
+    std::vector<Statement> then;
+    std::vector<Statement> otherwise;
+};
+
+/// A statement: the one member that is set.
+struct Statement {
+    SelectPtr select;
+    std::unique_ptr<Insert> insert;
+    std::unique_ptr<Update> update;
+    std::unique_ptr<Delete> del;
+    std::unique_ptr<CreateTable> createTable;
+    std::unique_ptr<CreateView> createView;
+    std::unique_ptr<CreateIndex> createIndex;
+    std::unique_ptr<Drop> drop;
+    std::unique_ptr<AlterTable> alterTable;
+    std::unique_ptr<Truncate> truncate;
+    std::unique_ptr<Transaction> transaction;
+    std::unique_ptr<SetOption> setOption;
+    std::unique_ptr<Conditional> conditional;
+};
+
+} // namespace refhost::sql

@@ -1,0 +1,470 @@
+#include "refhost/sql/types/DateTime.h"
+
+#include "refhost/sql/types/Collation.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <array>
+#include <vector>
+
+namespace refhost::sql {
+namespace {
+
+constexpr std::array<std::string_view, 12> monthNames{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+/// Days since 1970-01-01 of a date of the Gregorian calendar.
+std::int64_t DaysFromCivil(std::int64_t year, int month, int day) {
+    year -= month <= 2 ? 1 : 0;
+    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
+    const std::int64_t yearOfEra = year - era * 400;
+    const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
+}
+
+/// 1970-01-01 as days since day 0 of OLE Automation.
+constexpr std::int64_t epoch = 25569;
+
+enum class Flaw { none, syntax, range };
+
+/// Reads a date text; the first flaw met stays.
+class DateReader {
+public:
+    explicit DateReader(std::string_view text) : text_(text) {}
+
+    Flaw Read(Calendar& result) {
+        Split();
+        if (flaw_ != Flaw::none) {
+            return flaw_;
+        }
+        result = calendar_;
+        return Validate();
+    }
+
+private:
+    static bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+    static bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+    char Peek() const { return position_ < text_.size() ? text_[position_] : '\0'; }
+    void SkipBlanks() {
+        while (Peek() == ' ' || Peek() == '\t' || Peek() == '\r' || Peek() == '\n') {
+            ++position_;
+        }
+    }
+
+    std::string_view TakeDigits() {
+        const std::size_t start = position_;
+        while (IsDigit(Peek())) {
+            ++position_;
+        }
+        return text_.substr(start, position_ - start);
+    }
+
+    void Split() {
+        SkipBlanks();
+        while (position_ < text_.size() && flaw_ == Flaw::none) {
+            if (IsDigit(Peek())) {
+                const std::string_view digits = TakeDigits();
+                if (Peek() == ':' || TimeFollows()) {
+                    ReadTime(digits);
+                } else {
+                    ReadNumber(digits);
+                }
+            } else if (IsLetter(Peek())) {
+                ReadWord();
+            } else {
+                flaw_ = Flaw::syntax;
+            }
+            SkipBlanks();
+        }
+        if (flaw_ == Flaw::none) {
+            Assemble();
+        }
+    }
+
+    /// Whether an hour alone stands here, as in "10 PM".
+    bool TimeFollows() const {
+        std::size_t at = position_;
+        while (at < text_.size() && text_[at] == ' ') {
+            ++at;
+        }
+        return at + 1 < text_.size() &&
+               (text_[at] == 'A' || text_[at] == 'a' || text_[at] == 'P' || text_[at] == 'p') &&
+               (text_[at + 1] == 'M' || text_[at + 1] == 'm') && (at + 2 == text_.size() || text_[at + 2] == ' ');
+    }
+
+    static int Number(std::string_view digits) {
+        int value = 0;
+        for (const char c : digits.substr(0, 8)) {
+            value = value * 10 + (c - '0');
+        }
+        return value;
+    }
+
+    void ReadNumber(std::string_view digits) {
+        if (digits.size() > 8 || pieces_.size() == 3) {
+            flaw_ = Flaw::syntax;
+            return;
+        }
+        pieces_.push_back(digits);
+        if ((Peek() == '-' || Peek() == '/' || Peek() == '.' || Peek() == ',') && position_ + 1 < text_.size()) {
+            separated_ = separated_ || Peek() != ',';
+            ++position_;
+        }
+    }
+
+    void ReadWord() {
+        const std::size_t start = position_;
+        while (IsLetter(Peek())) {
+            ++position_;
+        }
+        const std::string_view word = text_.substr(start, position_ - start);
+        if (EqualNames(word, "T") && !pieces_.empty() && IsDigit(Peek())) {
+            return;
+        }
+        for (std::size_t month = 0; month < monthNames.size() && word.size() >= 3; ++month) {
+            if (EqualNames(word.substr(0, 3), monthNames[month]) && namedMonth_ == 0) {
+                namedMonth_ = static_cast<int>(month) + 1;
+                if (Peek() == ',' || Peek() == '-' || Peek() == '.') {
+                    ++position_;
+                }
+                return;
+            }
+        }
+        flaw_ = Flaw::syntax;
+    }
+
+    void ReadTime(std::string_view hour) {
+        if (hasTime_ || hour.size() > 2) {
+            flaw_ = Flaw::syntax;
+            return;
+        }
+        hasTime_ = true;
+        calendar_.hour = Number(hour);
+        if (Peek() == ':') {
+            ++position_;
+            calendar_.minute = TimePart();
+            if (Peek() == ':') {
+                ++position_;
+                calendar_.second = TimePart();
+                if (Peek() == '.' || Peek() == ':') {
+                    ReadFraction(Peek() == '.');
+                }
+            }
+        }
+        SkipBlanks();
+        const std::size_t start = position_;
+        while (IsLetter(Peek())) {
+            ++position_;
+        }
+        const std::string_view half = text_.substr(start, position_ - start);
+        if (EqualNames(half, "AM") || EqualNames(half, "PM")) {
+            if (calendar_.hour > 12) {
+                flaw_ = Flaw::syntax;
+            }
+            calendar_.hour = calendar_.hour % 12 + (EqualNames(half, "PM") ? 12 : 0);
+        } else if (!half.empty() && !EqualNames(half, "Z")) {
+            flaw_ = Flaw::syntax;
+        }
+    }
+
+    int TimePart() {
+        const std::string_view digits = TakeDigits();
+        if (digits.empty() || digits.size() > 2) {
+            flaw_ = Flaw::syntax;
+        }
+        return Number(digits);
+    }
+
+    /// A point begins a decimal fraction, a colon counts milliseconds.
+    void ReadFraction(bool decimal) {
+        ++position_;
+        const std::string_view digits = TakeDigits();
+        if (digits.empty() || digits.size() > 7) {
+            flaw_ = Flaw::syntax;
+            return;
+        }
+        Ticks value = Number(digits);
+        if (decimal) {
+            for (std::size_t i = digits.size(); i < 7; ++i) {
+                value *= 10;
+            }
+        } else {
+            value *= ticksPerSecond / 1000;
+        }
+        calendar_.fraction = value;
+    }
+
+    static int FullYear(std::string_view digits) {
+        const int year = Number(digits);
+        // SQL Server's default two-digit year cutoff.
+        return digits.size() > 2 ? year : year + (year < 50 ? 2000 : 1900);
+    }
+
+    void Assemble() {
+        if (namedMonth_ != 0) {
+            AssembleNamed();
+        } else if (pieces_.empty()) {
+            return; // a time alone, or nothing, is on the server's day 0
+        } else if (pieces_.size() == 1) {
+            AssembleSolid(pieces_[0]);
+        } else if (pieces_.size() == 3 && separated_) {
+            AssembleSeparated();
+        } else {
+            flaw_ = Flaw::syntax;
+        }
+    }
+
+    void AssembleNamed() {
+        calendar_.month = namedMonth_;
+        if (pieces_.size() == 1) {
+            calendar_.year = FullYear(pieces_[0]);
+            if (pieces_[0].size() <= 2) {
+                flaw_ = Flaw::syntax;
+            }
+        } else if (pieces_.size() == 2) {
+            const bool yearFirst = pieces_[0].size() == 4;
+            calendar_.year = FullYear(pieces_[yearFirst ? 0 : 1]);
+            calendar_.day = Number(pieces_[yearFirst ? 1 : 0]);
+        } else {
+            flaw_ = Flaw::syntax;
+        }
+    }
+
+    void AssembleSolid(std::string_view digits) {
+        if (digits.size() == 4) {
+            calendar_.year = Number(digits);
+        } else if (digits.size() == 6 || digits.size() == 8) {
+            const std::size_t yearDigits = digits.size() - 4;
+            calendar_.year = FullYear(digits.substr(0, yearDigits));
+            calendar_.month = Number(digits.substr(yearDigits, 2));
+            calendar_.day = Number(digits.substr(yearDigits + 2));
+        } else {
+            flaw_ = Flaw::syntax;
+        }
+    }
+
+    void AssembleSeparated() {
+        // A year of four digits tells its place; else the order is year, month, day, as on a Chinese server.
+        const bool yearLast = pieces_[2].size() == 4 && pieces_[0].size() <= 2;
+        const std::string_view year = pieces_[yearLast ? 2 : 0];
+        const std::string_view month = pieces_[yearLast ? 0 : 1];
+        const std::string_view day = pieces_[yearLast ? 1 : 2];
+        if (month.size() > 2 || day.size() > 2 || year.size() == 3 || year.size() > 4) {
+            flaw_ = Flaw::syntax;
+            return;
+        }
+        calendar_.year = FullYear(year);
+        calendar_.month = Number(month);
+        calendar_.day = Number(day);
+    }
+
+    Flaw Validate() const {
+        if (calendar_.year < 1 || calendar_.year > 9999 || calendar_.month < 1 || calendar_.month > 12 ||
+            calendar_.day < 1 || calendar_.day > DaysInMonth(calendar_.year, calendar_.month) || calendar_.hour > 23 ||
+            calendar_.minute > 59 || calendar_.second > 59) {
+            return Flaw::range;
+        }
+        return Flaw::none;
+    }
+
+    std::string_view text_;
+    std::size_t position_ = 0;
+    std::vector<std::string_view> pieces_;
+    bool separated_ = false;
+    int namedMonth_ = 0;
+    bool hasTime_ = false;
+    Calendar calendar_;
+    Flaw flaw_ = Flaw::none;
+};
+
+[[noreturn]] void FailRange(Base source, Base target) {
+    Fail(host::error_number::conversionFailed,
+         "The conversion of a {} data type to a {} data type resulted in an out-of-range value.", NameOf(source),
+         NameOf(target));
+}
+
+bool InYears(Ticks ticks, Base base) {
+    const std::int64_t year = ToCalendar(ticks).year;
+    switch (base) {
+    case Base::datetime:
+        return year >= 1753 && year <= 9999;
+    case Base::smalldatetime:
+        return ticks >= serverDayZero * ticksPerDay && ticks < (65536 + serverDayZero) * ticksPerDay;
+    default:
+        return year >= 1 && year <= 9999;
+    }
+}
+
+Ticks FloorTo(Ticks ticks, Ticks unit) {
+    const Ticks rest = ticks % unit;
+    return ticks - rest - (rest < 0 ? unit : 0);
+}
+
+Ticks RoundUnchecked(Ticks ticks, Base base) {
+    if (base == Base::date) {
+        return FloorTo(ticks, ticksPerDay);
+    }
+    if (base == Base::smalldatetime) {
+        return FloorTo(ticks + 30 * ticksPerSecond, 60 * ticksPerSecond);
+    }
+    if (base == Base::datetime) {
+        const Ticks second = FloorTo(ticks, ticksPerSecond);
+        const Ticks part = ((ticks - second) * 300 + ticksPerSecond / 2) / ticksPerSecond;
+        // Kept to the millisecond, as every client sees it: .000, .003, .007, .010 and so on.
+        const Ticks milliseconds = (part * 10 + 1) / 3;
+        return second + milliseconds * (ticksPerSecond / 1000);
+    }
+    return ticks;
+}
+
+} // namespace
+
+int DaysInMonth(std::int64_t year, int month) {
+    static constexpr std::array<int, 12> days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month == 2 && leap ? 29 : days.at(static_cast<std::size_t>(month) - 1);
+}
+
+Calendar ToCalendar(Ticks ticks) {
+    const Ticks dayStart = FloorTo(ticks, ticksPerDay);
+    const std::int64_t shifted = dayStart / ticksPerDay - epoch + 719468;
+    const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
+    const std::int64_t dayOfEra = shifted - era * 146097;
+    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const std::int64_t monthIndex = (5 * dayOfYear + 2) / 153;
+    Calendar calendar;
+    calendar.day = static_cast<int>(dayOfYear - (153 * monthIndex + 2) / 5 + 1);
+    calendar.month = static_cast<int>(monthIndex < 10 ? monthIndex + 3 : monthIndex - 9);
+    calendar.year = yearOfEra + era * 400 + (calendar.month <= 2 ? 1 : 0);
+    const Ticks time = ticks - dayStart;
+    const std::int64_t seconds = time / ticksPerSecond;
+    calendar.fraction = time % ticksPerSecond;
+    calendar.hour = static_cast<int>(seconds / 3600);
+    calendar.minute = static_cast<int>(seconds / 60 % 60);
+    calendar.second = static_cast<int>(seconds % 60);
+    return calendar;
+}
+
+Ticks ToTicks(const Calendar& calendar) {
+    const std::int64_t days = DaysFromCivil(calendar.year, calendar.month, calendar.day) + epoch;
+    const std::int64_t seconds = calendar.hour * 3600 + calendar.minute * 60 + calendar.second;
+    return days * ticksPerDay + seconds * ticksPerSecond + calendar.fraction;
+}
+
+Ticks ParseDate(std::string_view text, Base source, Base target) {
+    Calendar calendar;
+    switch (DateReader(text).Read(calendar)) {
+    case Flaw::syntax:
+        Fail(host::error_number::conversionFailed,
+             "Conversion failed when converting date and/or time from character string.");
+    case Flaw::range:
+        FailRange(source, target);
+    case Flaw::none:
+        break;
+    }
+    const Ticks ticks = RoundUnchecked(ToTicks(calendar), target);
+    if (!InYears(ticks, target)) {
+        FailRange(source, target);
+    }
+    return ticks;
+}
+
+Ticks RoundDate(Ticks ticks, Base base) {
+    const Ticks rounded = RoundUnchecked(ticks, base);
+    if (!InYears(rounded, base)) {
+        Fail(dataOverflow, "Arithmetic overflow error converting expression to data type {}.", NameOf(base));
+    }
+    return rounded;
+}
+
+std::string FormatDate(Ticks ticks, Base base, int style) {
+    const Calendar c = ToCalendar(ticks);
+    const std::string_view month = monthNames.at(static_cast<std::size_t>(c.month) - 1);
+    const int hour12 = c.hour % 12 == 0 ? 12 : c.hour % 12;
+    const std::string_view half = c.hour < 12 ? "AM" : "PM";
+    const std::int64_t milliseconds = c.fraction / (ticksPerSecond / 1000);
+    if (base == Base::date && style == 0) {
+        style = 23;
+    }
+    const std::int64_t shortYear = c.year % 100;
+    switch (style) {
+    case 0:
+    case 100:
+        return fmt::format("{} {:>2} {:04} {:>2}:{:02}{}", month, c.day, c.year, hour12, c.minute, half);
+    case 1:
+        return fmt::format("{:02}/{:02}/{:02}", c.month, c.day, shortYear);
+    case 101:
+        return fmt::format("{:02}/{:02}/{:04}", c.month, c.day, c.year);
+    case 2:
+        return fmt::format("{:02}.{:02}.{:02}", shortYear, c.month, c.day);
+    case 102:
+        return fmt::format("{:04}.{:02}.{:02}", c.year, c.month, c.day);
+    case 103:
+        return fmt::format("{:02}/{:02}/{:04}", c.day, c.month, c.year);
+    case 104:
+        return fmt::format("{:02}.{:02}.{:04}", c.day, c.month, c.year);
+    case 105:
+        return fmt::format("{:02}-{:02}-{:04}", c.day, c.month, c.year);
+    case 106:
+        return fmt::format("{:02} {} {:04}", c.day, month, c.year);
+    case 107:
+        return fmt::format("{} {:02}, {:04}", month, c.day, c.year);
+    case 8:
+    case 24:
+    case 108:
+        return fmt::format("{:02}:{:02}:{:02}", c.hour, c.minute, c.second);
+    case 9:
+    case 109:
+        return fmt::format("{} {:>2} {:04} {:>2}:{:02}:{:02}:{:03}{}", month, c.day, c.year, hour12, c.minute, c.second,
+                           milliseconds, half);
+    case 110:
+        return fmt::format("{:02}-{:02}-{:04}", c.month, c.day, c.year);
+    case 11:
+        return fmt::format("{:02}/{:02}/{:02}", shortYear, c.month, c.day);
+    case 111:
+        return fmt::format("{:04}/{:02}/{:02}", c.year, c.month, c.day);
+    case 12:
+        return fmt::format("{:02}{:02}{:02}", shortYear, c.month, c.day);
+    case 112:
+        return fmt::format("{:04}{:02}{:02}", c.year, c.month, c.day);
+    case 14:
+    case 114:
+        return fmt::format("{:02}:{:02}:{:02}:{:03}", c.hour, c.minute, c.second, milliseconds);
+    case 20:
+    case 120:
+        return base == Base::date ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
+                                  : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", c.year, c.month, c.day, c.hour,
+                                                c.minute, c.second);
+    case 21:
+    case 25:
+    case 121:
+        return base == Base::date ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
+                                  : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day,
+                                                c.hour, c.minute, c.second, milliseconds);
+    case 23:
+        return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
+    case 126:
+        if (base == Base::date) {
+            return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
+        }
+        // Milliseconds of zero are left out.
+        return milliseconds == 0 ? fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", c.year, c.month, c.day, c.hour,
+                                               c.minute, c.second)
+                                 : fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day,
+                                               c.hour, c.minute, c.second, milliseconds);
+    default:
+        Fail(host::error_number::syntaxError,
+             "{} is not a valid style number when converting from {} to a character string.", style, NameOf(base));
+    }
+}
+
+double ToOleDate(Ticks ticks) {
+    const Ticks dayStart = FloorTo(ticks, ticksPerDay);
+    const auto days = static_cast<double>(dayStart / ticksPerDay);
+    const double time = static_cast<double>(ticks - dayStart) / static_cast<double>(ticksPerDay);
+    // Before day 0 the fraction still counts forward within the day.
+    return days < 0 ? days - time : days + time;
+}
+
+} // namespace refhost::sql

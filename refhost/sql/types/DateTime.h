@@ -1,0 +1,45 @@
+#pragma once
+
+#include "refhost/sql/types/Types.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace refhost::sql {
+
+/// Dates are counted in ticks of 100 ns since 1899-12-30, the day 0 of OLE Automation.
+using Ticks = std::int64_t;
+inline constexpr Ticks ticksPerSecond = 10'000'000;
+inline constexpr Ticks ticksPerDay = 86'400 * ticksPerSecond;
+/// Day 0 of SQL Server, 1900-01-01, as days since day 0 of OLE Automation.
+inline constexpr std::int64_t serverDayZero = 2;
+
+struct Calendar {
+    std::int64_t year = 1900;
+    int month = 1;
+    int day = 1;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+    /// Part of the second in ticks.
+    Ticks fraction = 0;
+};
+
+Calendar ToCalendar(Ticks ticks);
+/// `calendar` must be a real date.
+Ticks ToTicks(const Calendar& calendar);
+int DaysInMonth(std::int64_t year, int month);
+
+/// The date that a text means. Throws SQL Server's conversion errors; `source` is the text's type, named in them.
+Ticks ParseDate(std::string_view text, Base source, Base target);
+/// The nearest value that type `base` can hold: date whole days, smalldatetime minutes, datetime 1/300 seconds.
+/// Throws the overflow error when `ticks` lies outside the type's years.
+Ticks RoundDate(Ticks ticks, Base base);
+/// A date as `convert` shows it in `style`. Throws error 281's message for a style that there is not.
+std::string FormatDate(Ticks ticks, Base base, int style);
+
+/// OLE Automation's date and back.
+double ToOleDate(Ticks ticks);
+
+} // namespace refhost::sql

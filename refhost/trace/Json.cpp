@@ -1,0 +1,53 @@
+#include "refhost/trace/Json.h"
+
+#include "ModPub/Utf8.h"
+
+#include <cstddef>
+
+namespace refhost {
+namespace {
+
+/// What stands for a byte or surrogate that JSON text cannot hold.
+constexpr char32_t replacement = 0xFFFD;
+
+void AppendControl(std::string& json, unsigned char c) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    json.append("\\u00");
+    json.push_back(digits[c >> 4]);
+    json.push_back(digits[c & 0xF]);
+}
+
+} // namespace
+
+void AppendJsonString(std::string& json, std::string_view text) {
+    json.push_back('"');
+    for (std::size_t position = 0; position < text.size();) {
+        const auto [codePoint, length, valid] = ModPub::ReadUtf8(text, position);
+        if (!valid || ModPub::IsSurrogate(codePoint)) {
+            ModPub::AppendUtf8(json, replacement);
+            position += length;
+            continue;
+        }
+        const char c = text[position];
+        if (length > 1) {
+            json.append(text.substr(position, length));
+        } else if (c == '"' || c == '\\') {
+            json.push_back('\\');
+            json.push_back(c);
+        } else if (c == '\n') {
+            json.append("\\n");
+        } else if (c == '\r') {
+            json.append("\\r");
+        } else if (c == '\t') {
+            json.append("\\t");
+        } else if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
+            AppendControl(json, static_cast<unsigned char>(c));
+        } else {
+            json.push_back(c);
+        }
+        position += length;
+    }
+    json.push_back('"');
+}
+
+} // namespace refhost

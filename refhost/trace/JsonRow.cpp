@@ -1,0 +1,67 @@
+#include "refhost/trace/JsonRow.h"
+
+#include "refhost/trace/Json.h"
+
+#include <chrono>
+#include <cmath>
+#include <iterator>
+
+#include <fmt/format.h>
+
+namespace refhost {
+namespace {
+
+std::string DateText(host::Date date) {
+    using namespace std::chrono;
+    constexpr sys_days epoch = 1899y / December / 30;
+    // A negative date counts its day down and its time of day up (OLE Automation).
+    const double whole = std::trunc(date.days);
+    const auto second = std::llround(std::abs(date.days - whole) * 86400.0);
+    const auto day = epoch + days(static_cast<int>(whole)) + days(second / 86400);
+    const year_month_day civil(day);
+    const auto rest = second % 86400;
+    std::string text = fmt::format("{:04}-{:02}-{:02}", static_cast<int>(civil.year()),
+                                   static_cast<unsigned>(civil.month()), static_cast<unsigned>(civil.day()));
+    if (rest != 0) {
+        fmt::format_to(std::back_inserter(text), " {:02}:{:02}:{:02}", rest / 3600, rest / 60 % 60, rest % 60);
+    }
+    return text;
+}
+
+struct AppendValue {
+    std::string& json;
+
+    void operator()(host::Empty) const { json.append("null"); }
+    void operator()(host::Null) const { json.append("null"); }
+    void operator()(bool value) const { json.append(value ? "true" : "false"); }
+    void operator()(std::int64_t value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
+    void operator()(double value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
+    void operator()(const host::Decimal& value) const { json.append(value.text); }
+    void operator()(const std::string& value) const { AppendJsonString(json, value); }
+    void operator()(host::Date value) const { AppendJsonString(json, DateText(value)); }
+    void operator()(const host::Bytes& value) const {
+        json.append("\"0x");
+        for (const std::uint8_t byte : value.data) {
+            fmt::format_to(std::back_inserter(json), "{:02X}", byte);
+        }
+        json.append("\"");
+    }
+};
+
+} // namespace
+
+void AppendJsonRow(std::string& json, const ResultSet& result, std::size_t row) {
+    const Fields& fields = *result.fields;
+    json.push_back('{');
+    for (std::size_t column = 0; column < fields.size(); ++column) {
+        if (column > 0) {
+            json.push_back(',');
+        }
+        AppendJsonString(json, fields[column].name);
+        json.push_back(':');
+        std::visit(AppendValue{json}, result.cells[row * fields.size() + column].storage());
+    }
+    json.push_back('}');
+}
+
+} // namespace refhost

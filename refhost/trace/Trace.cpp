@@ -1,0 +1,83 @@
+#include "refhost/trace/Trace.h"
+
+#include "refhost/ado/ConnectionString.h"
+#include "refhost/trace/Json.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace refhost {
+namespace {
+
+void AppendMember(std::string& line, std::string_view name, std::string_view text) {
+    line.append(line.size() > 1 ? ",\"" : "\"").append(name).append("\":");
+    AppendJsonString(line, text);
+}
+
+void AppendMember(std::string& line, std::string_view name, int number) {
+    line.append(",\"").append(name).append("\":").append(std::to_string(number));
+}
+
+} // namespace
+
+Trace::Trace(const std::string& path, Begin begin)
+    : path_(path), file_(std::fopen(path.c_str(), begin == Begin::append ? "ab" : "wb")) {
+    if (!file_) {
+        throw std::system_error(errno, std::generic_category(), path);
+    }
+}
+
+void Trace::Connect(std::string_view connection, std::string_view user, std::string_view password, int options,
+                    Result result) {
+    line_ = "{";
+    AppendMember(line_, "op", "Connect");
+    AppendMember(line_, "connection", MaskPasswords(connection));
+    AppendMember(line_, "user", user);
+    AppendMember(line_, "password", password.empty() ? "" : "***");
+    AppendMember(line_, "options", options);
+    Finish(result);
+}
+
+void Trace::Open(std::string_view sql, int cursor, int lock, int options, int location, Result result) {
+    line_ = "{";
+    AppendMember(line_, "op", "Open");
+    AppendMember(line_, "sql", sql);
+    AppendMember(line_, "cursor", cursor);
+    AppendMember(line_, "lock", lock);
+    AppendMember(line_, "options", options);
+    AppendMember(line_, "location", location);
+    Finish(result);
+}
+
+void Trace::Execute(std::string_view sql, int options, Result result) {
+    line_ = "{";
+    AppendMember(line_, "op", "Execute");
+    AppendMember(line_, "sql", sql);
+    AppendMember(line_, "options", options);
+    Finish(result);
+}
+
+void Trace::Transaction(std::string_view operation, Result result) {
+    line_ = "{";
+    AppendMember(line_, "op", operation);
+    Finish(result);
+}
+
+void Trace::Finish(Result result) {
+    if (HostCall::Active()) {
+        line_.append(",\"host\":true");
+    }
+    if (result != 0) {
+        AppendMember(line_, "error", result);
+    }
+    line_.append("}\n");
+    std::fwrite(line_.data(), 1, line_.size(), file_.get());
+}
+
+void Trace::Flush() {
+    if (std::fflush(file_.get()) != 0 || std::ferror(file_.get()) != 0) {
+        throw std::system_error(errno, std::generic_category(), path_);
+    }
+}
+
+} // namespace refhost
