@@ -6,6 +6,7 @@
 #include "refhost/eai/Login.h"
 #include "refhost/xml/Document.h"
 #include "refhost/xml/FileText.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <filesystem>
@@ -15,7 +16,7 @@
 
 namespace {
 
-constexpr std::string_view examples = KOVRA_SOURCE_DIR "/examples/";
+const std::string examples = (test::SourceFolder() / "examples" / "").string();
 
 /// The outcomes of a result document as "key: description".
 std::vector<std::string> Outcomes(const std::string& result) {
@@ -32,14 +33,13 @@ TEST(ExampleTest, OpensTheLedgerOfTheDemonstrationCompany) {
     const test::TemporaryFolder folder;
     std::filesystem::current_path(folder.path());
     refhost::Environment environment(nullptr, refhost::OpenOrCreate());
-    refhost::Login login(refhost::xml::ReadXmlFile(std::string(examples) + "login.xml"), environment);
+    refhost::Login login(refhost::xml::ReadXmlFile(examples + "login.xml"), environment);
     refhost::Connection connection(nullptr, refhost::OpenOrCreate());
     connection.Open(login.ConnectionString(), "", "", host::command_option::unspecified);
     refhost::CreateAccount(connection, login.AccountId(), true);
 
     kovra::ClsKovra instance(environment);
-    const std::string result =
-        instance.Transact(refhost::xml::ReadXmlFile(std::string(examples) + "opening-balances.xml"), &login);
+    const std::string result = instance.Transact(refhost::xml::ReadXmlFile(examples + "opening-balances.xml"), &login);
 
     EXPECT_THAT(Outcomes(result),
                 testing::ElementsAre("仓库编码：01， 存货编码：1001: ok", "仓库编码：06， 存货编码：1007: ok",

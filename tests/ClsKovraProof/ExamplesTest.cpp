@@ -6,6 +6,7 @@
 #include "refhost/ado/Connection.h"
 #include "refhost/eai/Login.h"
 #include "refhost/xml/FileText.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <gmock/gmock.h>
@@ -13,7 +14,7 @@
 
 namespace {
 
-const std::string examples = KOVRA_SOURCE_DIR "/examples/";
+const std::string examples = (test::SourceFolder() / "examples" / "").string();
 
 /// The example files on the demonstration company, which they name `demo.db` in the current folder.
 class Examples : public testing::Test {

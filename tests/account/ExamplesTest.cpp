@@ -7,6 +7,7 @@
 #include "refhost/ado/Connection.h"
 #include "refhost/eai/Login.h"
 #include "refhost/xml/FileText.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <string>
@@ -18,7 +19,7 @@ namespace refhost {
 namespace {
 
 std::string Example(const std::string& name) {
-    return xml::ReadXmlFile(std::string(KOVRA_SOURCE_DIR) + "/examples/" + name);
+    return xml::ReadXmlFile((test::SourceFolder() / "examples" / name).string());
 }
 
 std::string Item(const std::string& key, const std::string& code, const std::string& description) {

@@ -1,6 +1,7 @@
 // The program as a shell user meets it: exit status, standard output, standard error.
 
 #include "refhost/sql/engine/EmbeddedDatabase.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <cstdio>
@@ -43,8 +44,8 @@ protected:
 
     /// Runs `kovra ARGUMENTS` in the account's folder.
     Ended Kovra(const std::string& arguments) const {
-        const std::string command =
-            "cd '" + account_.folder().string() + "' && '" KOVRA_PROGRAM "' " + arguments + " > out.txt 2> err.txt";
+        const std::string command = "cd '" + account_.folder().string() + "' && '" + test::ProgramPath() + "' " +
+                                    arguments + " > out.txt 2> err.txt";
         Ended run;
         run.status = WEXITSTATUS(std::system(command.c_str()));
         run.output = Read(account_.folder() / "out.txt");
@@ -244,8 +245,9 @@ TEST_F(Program, AccountCreateMakesAFileWithACompany) {
 TEST_F(Program, WorksAlikeBehindOdbc) {
     // Empty databases, as an administrator hands them out.
     refhost::sql::OpenEmbedded("Provider=KovraAccount;Data Source=" + Path("server.db"), refhost::sql::Mode::create);
-    Write("odbc.xml", "<login QxDbName=\"Driver=" KOVRA_ODBC_DRIVER ";Data Source=server.db;Pwd=verysecret\" "
-                      "cAcc_Id=\"001\" cIYear=\"2024\"/>");
+    Write("odbc.xml", "<login QxDbName=\"Driver=" + test::OdbcDriverPath() +
+                          ";Data Source=server.db;Pwd=verysecret\" "
+                          "cAcc_Id=\"001\" cIYear=\"2024\"/>");
     const Ended created = Kovra("account create --login odbc.xml --demo");
     EXPECT_EQ(created.status, 0) << created.error;
     EXPECT_EQ(Kovra("sql --login odbc.xml -e \"select bend from code where ccode = '140301' and iyear = 2024\"").output,

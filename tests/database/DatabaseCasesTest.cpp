@@ -7,6 +7,7 @@
 #include "refhost/ado/Connection.h"
 #include "refhost/ado/Recordset.h"
 #include "refhost/odbc/OdbcDatabase.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <cstdlib>
@@ -100,7 +101,7 @@ private:
         case Kind::embedded:
             return EmbeddedText();
         case Kind::embeddedThroughOdbc:
-            return "Driver=" KOVRA_ODBC_DRIVER ";" + EmbeddedText();
+            return "Driver=" + test::OdbcDriverPath() + ";" + EmbeddedText();
         case Kind::server:
             break;
         }

@@ -1,5 +1,7 @@
 #include "tests/reliability/Program.h"
 
+#include "tests/support/Paths.h"
+
 #include <csignal>
 #include <fstream>
 #include <sstream>
@@ -41,7 +43,7 @@ int RunProgram(const std::filesystem::path& folder, std::vector<std::string>& ar
     if (before) {
         before();
     }
-    execv(KOVRA_PROGRAM, words.data());
+    execv(test::ProgramPath().c_str(), words.data());
     return notStarted;
 }
 

@@ -6,6 +6,7 @@
 #include "refhost/eai/Login.h"
 #include "refhost/trace/Trace.h"
 #include "refhost/xml/Document.h"
+#include "tests/support/Paths.h"
 #include "tests/support/ScenarioFolder.h"
 
 #include <algorithm>
@@ -32,7 +33,7 @@ std::string ExpectedResult(const fs::path& folder) {
 
 /// The same account behind an ODBC driver.
 std::unique_ptr<refhost::Database> OpenThroughOdbc(const std::string& connectionString) {
-    return refhost::OpenDatabase("Driver=" KOVRA_ODBC_DRIVER ";" + connectionString);
+    return refhost::OpenDatabase("Driver=" + test::OdbcDriverPath() + ";" + connectionString);
 }
 
 class Scenario : public testing::TestWithParam<fs::path> {

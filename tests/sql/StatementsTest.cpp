@@ -4,6 +4,7 @@
 #include "refhost/account/Account.h"
 #include "refhost/ado/Connection.h"
 #include "tests/sql/Support.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <array>
@@ -69,7 +70,7 @@ private:
     void Connect() {
         std::string text = memory;
         if (GetParam() == Place::embeddedThroughOdbc) {
-            text = "Driver=" KOVRA_ODBC_DRIVER ";" + made_.connectionString();
+            text = "Driver=" + test::OdbcDriverPath() + ";" + made_.connectionString();
         } else if (GetParam() == Place::server) {
             text = std::getenv("KOVRA_TEST_ODBC");
         }

@@ -1,5 +1,7 @@
 #include "tests/support/ScenarioFolder.h"
 
+#include "tests/support/Paths.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -9,8 +11,7 @@ namespace fs = std::filesystem;
 
 std::vector<fs::path> ScenarioFolders() {
     std::vector<fs::path> folders;
-    // Tests run in other folders than the one that a relative path begins in.
-    const fs::path root = fs::absolute(fs::path(KOVRA_SOURCE_DIR) / "tests" / "scenarios");
+    const fs::path root = SourceFolder() / "tests" / "scenarios";
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root)) {
         if (entry.path().filename() == "request.xml") {
             folders.push_back(entry.path().parent_path());

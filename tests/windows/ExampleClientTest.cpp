@@ -1,6 +1,7 @@
 // The example client for scripts, as a user runs it.
 #include "server/adapters/XmlDocument.h"
 #include "server/com/Utf16.h"
+#include "tests/support/Paths.h"
 #include "tests/support/ScenarioFolder.h"
 #include "tests/windows/HostedTest.h"
 
@@ -15,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// With its drive: the client runs in another folder.
-const fs::path sourceFolder = fs::absolute(KOVRA_SOURCE_DIR).make_preferred();
+const fs::path sourceFolder = test::SourceFolder();
 
 void WriteUnicode(const fs::path& file, const std::string& text) {
     const std::wstring wide = L'\xFEFF' + server::ToUtf16(text);
