@@ -41,16 +41,21 @@ inline constexpr ErrorNumber unspecified = -2147467259;        // E_FAIL 0x80004
 /// What an error trap sees: a number and a description. Every failure inside the house travels as this exception.
 class Error : public std::exception {
 public:
-    Error(ErrorNumber number, std::string description) : number_(number), description_(std::move(description)) {}
+    /// @param native the database server's own number of the error, 0 when it is not the server's
+    Error(ErrorNumber number, std::string description, int native = 0)
+        : number_(number), native_(native), description_(std::move(description)) {}
 
     /// The number, see `ErrorNumber`.
     ErrorNumber number() const noexcept { return number_; }
+    /// SQL Server's own number (`message_id` of sys.messages); 0 when there is none. A trap does not see it.
+    int native() const noexcept { return native_; }
     /// The description in UTF-8; may be empty.
     const std::string& description() const noexcept { return description_; }
     const char* what() const noexcept override { return description_.c_str(); }
 
 private:
     ErrorNumber number_;
+    int native_;
     std::string description_;
 };
 

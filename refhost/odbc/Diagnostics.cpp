@@ -1,10 +1,12 @@
 #include "refhost/odbc/Diagnostics.h"
 
+#include "refhost/ado/ServerErrors.h"
 #include "refhost/odbc/Utf16.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include <sqlext.h>
@@ -15,30 +17,7 @@ namespace {
 
 namespace number = host::error_number;
 
-/// SQL Server's error numbers (sys.messages) and what the OLE DB provider makes of them.
-struct NativeNumber {
-    int native;
-    host::ErrorNumber number;
-};
-
-constexpr std::array nativeNumbers = {
-    NativeNumber{18456, number::unspecified},       // Login failed for user
-    NativeNumber{208, number::noTable},             // Invalid object name
-    NativeNumber{3701, number::noTable},            // Cannot drop …, because it does not exist
-    NativeNumber{4902, number::noTable},            // Cannot find the object
-    NativeNumber{241, number::conversionFailed},    // Conversion failed when converting date and/or time
-    NativeNumber{242, number::conversionFailed},    // … resulted in an out-of-range value
-    NativeNumber{245, number::conversionFailed},    // Conversion failed when converting the … value
-    NativeNumber{8114, number::conversionFailed},   // Error converting data type
-    NativeNumber{8152, number::dataTruncated},      // String or binary data would be truncated.
-    NativeNumber{2628, number::dataTruncated},      // … in table …, column …
-    NativeNumber{515, number::integrityViolation},  // Cannot insert the value NULL
-    NativeNumber{547, number::integrityViolation},  // conflicted with the … constraint
-    NativeNumber{2601, number::integrityViolation}, // Cannot insert duplicate key row
-    NativeNumber{2627, number::integrityViolation}, // Violation of … constraint
-};
-
-/// The same from the SQLSTATE, for errors without a server's number.
+/// What the OLE DB provider makes of a SQLSTATE, for errors that `serverErrors` does not list.
 struct StateNumber {
     std::string_view prefix;
     host::ErrorNumber number;
@@ -51,17 +30,20 @@ constexpr std::array stateNumbers = {
     StateNumber{"23", number::integrityViolation},
 };
 
-host::ErrorNumber NumberOf(const Diagnostic& diagnostic) {
-    const auto native = std::ranges::find(nativeNumbers, diagnostic.native, &NativeNumber::native);
-    if (diagnostic.native != 0 && native != nativeNumbers.end()) {
-        return native->number;
-    }
+host::ErrorNumber NumberOfState(const Diagnostic& diagnostic) {
     for (const StateNumber& state : stateNumbers) {
         if (diagnostic.state.starts_with(state.prefix)) {
             return state.number;
         }
     }
     return number::unspecified;
+}
+
+/// Whether an error is the driver's own: the connection's (class 08), its calls' (HY) or its set-up's (IM). Drivers
+/// number these as they like.
+bool IsOfDriver(const Diagnostic& diagnostic) {
+    return std::ranges::any_of(std::array{"08", "HY", "IM"},
+                               [&](std::string_view prefix) { return diagnostic.state.starts_with(prefix); });
 }
 
 /// "[Vendor][Driver][Server]message" without what stands in brackets in front.
@@ -101,7 +83,11 @@ bool ReadDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle, SQLSMALLINT record
 } // namespace
 
 host::Error ErrorOf(const Diagnostic& diagnostic) {
-    return {NumberOf(diagnostic), std::string(WithoutPrefixes(diagnostic.message))};
+    std::string message(WithoutPrefixes(diagnostic.message));
+    if (const std::optional<host::ErrorNumber> listed = AdoNumber(diagnostic.native)) {
+        return {*listed, std::move(message), diagnostic.native};
+    }
+    return {NumberOfState(diagnostic), std::move(message), IsOfDriver(diagnostic) ? 0 : diagnostic.native};
 }
 
 void RaiseDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle) {

@@ -13,14 +13,14 @@ namespace refhost::odbc {
 struct Diagnostic {
     /// Five characters, see the ODBC reference, appendix A.
     std::string state;
-    /// The server's own error number (sys.messages), 0 when the error is the driver's.
+    /// The server's own error number (sys.messages); the driver's own number when the error is the driver's.
     int native = 0;
     /// The message, in UTF-8, as the driver gives it.
     std::string message;
 };
 
-/// The error that ADO over SQL Server reports for a diagnostic: its number, and the message without the driver's
-/// bracketed prefixes.
+/// The error that ADO over SQL Server reports for a diagnostic: its number by the server's (`serverErrors`) or else by
+/// the SQLSTATE, the message without the driver's bracketed prefixes, and the server's number.
 host::Error ErrorOf(const Diagnostic& diagnostic);
 
 /// Throws the first error of the handle's last call.

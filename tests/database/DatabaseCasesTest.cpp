@@ -77,12 +77,14 @@ protected:
 
     Value Single(std::string_view sql) { return Open(sql)->FieldValue(0); }
 
-    /// The number of the error that a statement raises, 0 for none; its description goes to `description_`.
+    /// The number of the error that a statement raises, 0 for none; its description goes to `description_`, the
+    /// server's own number to `native_`.
     host::ErrorNumber ErrorOf(std::string_view sql) {
         try {
             Execute(sql);
         } catch (const host::Error& error) {
             description_ = error.description();
+            native_ = error.native();
             return error.number();
         }
         return 0;
@@ -91,6 +93,7 @@ protected:
     refhost::Connection& connection() { return *connection_; }
 
     std::string description_;
+    int native_ = 0;
 
 private:
     std::string EmbeddedText() const {
@@ -252,6 +255,47 @@ TEST_P(DatabaseCases, RefusesWithSqlServersNumberAndMessage) {
     EXPECT_EQ(ErrorOf("insert into kovra_case (b) values (1)"), -2147217873);
     EXPECT_TRUE(description_.starts_with("Cannot insert the value NULL into column 'a'")) << description_;
     EXPECT_EQ(Single("select count(*) from kovra_case"), Value(0));
+}
+
+struct Numbered {
+    std::string sql;
+    /// SQL Server's number (sys.messages).
+    int native;
+    host::ErrorNumber number;
+};
+
+TEST_P(DatabaseCases, TellsTheServersOwnNumberWithAdos) {
+    Execute("create table kovra_case (a int not null primary key, b nvarchar(3), c tinyint)");
+    Execute("insert into kovra_case (a) values (1)");
+    const std::vector<Numbered> cases = {
+        {"select * frm kovra_case", 102, -2147217900},
+        {"select * from kovra_case where 'a' or 'b'='c'", 4145, -2147217900},
+        {"select 'x", 105, -2147217900},
+        {"select nowhere from kovra_case", 207, -2147217900},
+        {"select * from kovra_nowhere", 208, -2147217865},
+        {"insert into kovra_case values (1)", 213, -2147217900},
+        {"insert into kovra_case (a, b) values (2)", 109, -2147217900},
+        {"insert into kovra_case (a, c) values (2, 300)", 220, -2147217833},
+        {"select cast('x' as money)", 235, -2147217913},
+        {"select cast('no date' as datetime)", 241, -2147217913},
+        {"select cast('2024-02-30' as datetime)", 242, -2147217913},
+        {"select cast('x' as int)", 245, -2147217913},
+        {"select cast('99999999999' as int)", 248, -2147217833},
+        {"insert into kovra_case (b) values ('x')", 515, -2147217873},
+        {"insert into kovra_case (a) values (1)", 2627, -2147217873},
+        {"create table kovra_case (a int)", 2714, -2147217900},
+        {"drop table kovra_nowhere", 3701, -2147217865},
+        {"commit transaction", 3902, -2147217900},
+        {"rollback transaction", 3903, -2147217900},
+        {"alter table kovra_nowhere add a int", 4902, -2147217865},
+        {"select cast('x' as decimal(9, 2))", 8114, -2147217913},
+        {"select cast(99999999999 as int)", 8115, -2147217833},
+        {"select 1 / 0", 8134, -2147467259},
+    };
+    for (const Numbered& each : cases) {
+        EXPECT_EQ(ErrorOf(each.sql), each.number) << each.sql << ": " << description_;
+        EXPECT_EQ(native_, each.native) << each.sql << ": " << description_;
+    }
 }
 
 TEST_P(DatabaseCases, CommitsEachStatementUntilATransactionBegins) {

@@ -9,8 +9,6 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::syntaxError;
-
 constexpr Type endlessText{Base::nvarchar, Type::maxLength, 0, 0};
 
 /// Whether values of `from` are values of `to` as they stand.
@@ -201,7 +199,7 @@ Bound Binder::BindValue(const Expression& expression) {
     case Node::variable:
         return BindVariable(expression);
     default:
-        Fail(syntaxError, "Incorrect syntax near '*'.");
+        Fail(102, "Incorrect syntax near '*'.");
     }
 }
 
@@ -230,7 +228,7 @@ Bound Binder::BindNegate(const Expression& expression) {
     }
     const Family family = FamilyOf(value.type);
     if (family == Family::text || family == Family::date || family == Family::guid) {
-        Fail(syntaxError, "Operand data type {} is invalid for minus operator.", NameOf(value.type.base));
+        Fail(8117, "Operand data type {} is invalid for minus operator.", NameOf(value.type.base));
     }
     if (value.kind == Bound::Kind::literal && value.slot.steps.empty() && family != Family::binary) {
         value.slot.negated = !value.slot.negated;
@@ -263,7 +261,7 @@ Bound Binder::BindArithmetic(const Expression& expression) {
     }
     Type type = CommonType(left.type, right.type);
     if (isText(left) && isText(right)) {
-        Fail(syntaxError, "Operand data type {} is invalid for {} operator.", NameOf(type.base),
+        Fail(8117, "Operand data type {} is invalid for {} operator.", NameOf(type.base),
              operation == "-"   ? "subtract"
              : operation == "*" ? "multiply"
              : operation == "/" ? "divide"
@@ -332,8 +330,7 @@ Bound Binder::BindDateArithmetic(const std::string& operation, Bound left, Bound
     const Type type = leftDate ? left.type : right.type;
     if ((operation != "+" && operation != "-") || type.base == Base::date || type.base == Base::datetime2 ||
         (operation == "-" && !leftDate)) {
-        Fail(syntaxError, "Operand type clash: {} is incompatible with {}", NameOf(left.type.base),
-             NameOf(right.type.base));
+        Fail(206, "Operand type clash: {} is incompatible with {}", NameOf(left.type.base), NameOf(right.type.base));
     }
     Bound result;
     result.type = type;
@@ -358,7 +355,7 @@ Bound Binder::BindConvert(const Expression& expression) {
     if (expression.arguments.size() > 1) {
         const Expression& given = *expression.arguments[1];
         if (given.node != Node::literal || LiteralAt(given.literal).kind != LiteralKind::integer) {
-            Fail(syntaxError, "Argument data type is invalid for argument 3 of convert function.");
+            Fail(8116, "Argument data type is invalid for argument 3 of convert function.");
         }
         Pin(given.literal);
         style = static_cast<int>(CellOf(LiteralAt(given.literal), false).integer);
@@ -410,8 +407,8 @@ Bound Binder::BindCase(const Expression& expression) {
 Bound Binder::BindSubquery(const Expression& expression) {
     BoundSelect select = BindSelect(*expression.select);
     if (select.columns.size() != 1) {
-        Fail(syntaxError, "Only one expression can be specified in the select list when the subquery is not introduced "
-                          "with EXISTS.");
+        Fail(116, "Only one expression can be specified in the select list when the subquery is not introduced "
+                  "with EXISTS.");
     }
     Bound result;
     result.type = select.columns[0].value.type;
@@ -431,7 +428,7 @@ Bound Binder::BindVariable(const Expression& expression) {
         result.text = "'Kovra account database'";
         return result;
     }
-    Fail(syntaxError, "Must declare the scalar variable \"{}\".", expression.text);
+    Fail(137, "Must declare the scalar variable \"{}\".", expression.text);
 }
 
 // Conditions.
@@ -466,7 +463,7 @@ std::string Binder::BindCondition(const Expression& expression, bool topLevel) {
     case Node::exists:
         return "EXISTS (" + BindSelect(*expression.select).Text(false, false) + ")";
     default:
-        Fail(syntaxError, "An expression of non-boolean type specified in a context where a condition is expected.");
+        Fail(4145, "An expression of non-boolean type specified in a context where a condition is expected.");
     }
 }
 
@@ -536,8 +533,8 @@ std::string Binder::BindInSelect(const Expression& expression) {
     Bound value = BindValue(*expression.arguments[0]);
     BoundSelect select = BindSelect(*expression.select);
     if (select.columns.size() != 1) {
-        Fail(syntaxError, "Only one expression can be specified in the select list when the subquery is not introduced "
-                          "with EXISTS.");
+        Fail(116, "Only one expression can be specified in the select list when the subquery is not introduced "
+                  "with EXISTS.");
     }
     Bound inner = select.columns[0].value;
     const Type innerType = inner.type;

@@ -4,6 +4,7 @@
 
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace refhost::sql {
@@ -125,7 +126,7 @@ private:
     std::string BindOrderBy(const std::vector<OrderItem>& items, const std::vector<OutputColumn>& columns,
                             bool outputOnly);
     std::string BindTop(const Select& select);
-    void CheckGrouped(const Bound& value, const std::string& place);
+    void CheckGrouped(const Bound& value, std::string_view place);
     void UnifyMembers(BoundSelect& bound);
     Plan Finish(PlanKind kind, std::string text);
 
@@ -194,5 +195,8 @@ private:
     std::vector<Slot> slots_;
     std::set<std::size_t> pinned_;
 };
+
+/// Throws the error of a list of column names that does not fit its query.
+[[noreturn]] void FailColumnCount(std::string_view name, std::size_t columns, std::size_t listed);
 
 } // namespace refhost::sql

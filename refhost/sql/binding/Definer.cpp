@@ -8,10 +8,9 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::noTable;
-using host::error_number::syntaxError;
-
-constexpr host::ErrorNumber noIndex = -2147217867; // DB_E_NOINDEX 0x80040E35
+[[noreturn]] void FailNoObject(const Name& name) {
+    Fail(4902, "Cannot find the object \"{}\" because it does not exist or you do not have permissions.", name.Text());
+}
 
 std::string_view XType(ConstraintKind kind) {
     switch (kind) {
@@ -48,13 +47,13 @@ Column ColumnOf(const ColumnDefinition& definition) {
         definition.nullable.value_or(true) && !definition.identity && definition.type.base != Base::timestamp;
     if (definition.identity) {
         if (FamilyOf(column.type) != Family::integer || column.type.base == Base::bit) {
-            Fail(syntaxError,
+            Fail(2749,
                  "Identity column '{}' must be of data type int, bigint, smallint, tinyint, or decimal or numeric with "
                  "a scale of 0, unencrypted, and constrained to be nonnullable.",
                  column.name);
         }
         if (definition.increment != 1) {
-            Fail(host::error_number::unspecified, "Identity columns of this database count in steps of 1.");
+            FailOwn(host::error_number::unspecified, "Identity columns of this database count in steps of 1.");
         }
     }
     return column;
@@ -92,7 +91,7 @@ private:
 
 void Definer::RefuseKnown(Schema schema, const std::string& name) {
     if (catalog_.HasObject(schema, name)) {
-        Fail(syntaxError, "There is already an object named '{}' in the database.", name);
+        Fail(2714, "There is already an object named '{}' in the database.", name);
     }
 }
 
@@ -120,7 +119,7 @@ std::string Definer::FreeConstraintName(const Constraint& constraint, const Tabl
 void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
                             const std::vector<Constraint>& constraints, std::int64_t seed) {
     if (path.owner != "dbo") {
-        Fail(syntaxError,
+        Fail(2760,
              "The specified schema name \"{}\" either does not exist or you do not have permission to use "
              "it.",
              path.owner);
@@ -134,7 +133,7 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
     int rowVersions = 0;
     for (Column& column : columns) {
         if (table->Find(column.name) >= 0) {
-            Fail(syntaxError,
+            Fail(2705,
                  "Column names in each table must be unique. Column name '{}' in table '{}' is specified more than "
                  "once.",
                  column.name, path.name);
@@ -144,13 +143,13 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
         table->columns.push_back(std::move(column));
     }
     if (identities > 1) {
-        Fail(syntaxError,
+        Fail(2744,
              "Multiple identity columns specified for table '{}'. Only one identity column per table is "
              "allowed.",
              path.name);
     }
     if (rowVersions > 1) {
-        Fail(syntaxError,
+        Fail(2738,
              "A table can only have one timestamp column. Because table '{}' already has one, the column "
              "cannot be added.",
              path.name);
@@ -159,7 +158,7 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
         for (const IndexColumn& key : constraint.columns) {
             const int position = table->Find(key.name);
             if (position < 0) {
-                Fail(syntaxError, "Column name '{}' does not exist in the target table or view.", key.name);
+                Fail(1911, "Column name '{}' does not exist in the target table or view.", key.name);
             }
             if (constraint.kind == ConstraintKind::primaryKey) {
                 table->columns[static_cast<std::size_t>(position)].nullable = false;
@@ -214,7 +213,7 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
     for (const IndexColumn& key : columns) {
         const int position = table.Find(key.name);
         if (position < 0) {
-            Fail(syntaxError, "Column name '{}' does not exist in the target table or view.", key.name);
+            Fail(1911, "Column name '{}' does not exist in the target table or view.", key.name);
         }
         const Column& column = table.columns[static_cast<std::size_t>(position)];
         const Family family = FamilyOf(column.type);
@@ -245,7 +244,7 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
             if ((sqlite3_extended_errcode(db_) & 0xff) != SQLITE_CONSTRAINT) {
                 throw;
             }
-            Fail(host::error_number::integrityViolation,
+            Fail(1505,
                  "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found for the object name "
                  "'dbo.{}' and the index name '{}'.",
                  table.name, name);
@@ -287,7 +286,7 @@ void Definer::CreateFor(const Name& name, const std::vector<OutputColumn>& colum
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const OutputColumn& output = columns[i];
         if (output.name.empty()) {
-            Fail(syntaxError,
+            Fail(1038,
                  "An object or column name is missing or empty. For SELECT INTO statements, verify each column has a "
                  "name. For other statements, look for empty alias names. Aliases defined as \"\" or [] are not "
                  "allowed. Change the alias to a valid name.");
@@ -316,8 +315,7 @@ void Definer::Create(const CreateView& create) {
     Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
     BoundSelect select = binder.BindSelect(*create.select);
     if (!create.columns.empty() && create.columns.size() != select.columns.size()) {
-        Fail(syntaxError, "'{}' has {} columns than were specified in the column list.", path.name,
-             create.columns.size() < select.columns.size() ? "more" : "fewer");
+        FailColumnCount(path.name, select.columns.size(), create.columns.size());
     }
     const std::int64_t id = catalog_.AddObject(path.schema, path.name, "V ", 0, create.text);
     std::string names;
@@ -328,11 +326,10 @@ void Definer::Create(const CreateView& create) {
         column.type = select.columns[i].value.type;
         column.nullable = select.columns[i].value.nullable;
         if (column.name.empty()) {
-            Fail(syntaxError, "Create View or Function failed because no column name was specified for column {}.",
-                 i + 1);
+            Fail(4511, "Create View or Function failed because no column name was specified for column {}.", i + 1);
         }
         if (seen.Find(column.name) >= 0) {
-            Fail(syntaxError,
+            Fail(4506,
                  "Column names in each view or function must be unique. Column name '{}' in view or function '{}' is "
                  "specified more than once.",
                  column.name, path.name);
@@ -350,14 +347,13 @@ void Definer::Create(const CreateIndex& create) {
     Atomic atomic(db_);
     const std::shared_ptr<const Table> table = catalog_.Get(create.table);
     if (table->view) {
-        Fail(syntaxError, "Cannot create index on view '{}' because the view is not schema bound.", table->name);
+        Fail(1939, "Cannot create index on view '{}' because the view is not schema bound.", table->name);
     }
     const std::string index = IndexName(table->name, create.name);
     Command known(db_, fmt::format("SELECT 1 FROM {}.sqlite_schema WHERE type = 'index' AND name = ?",
                                    SqliteName(table->schema)));
     if (known.Bind(index).Step()) {
-        Fail(syntaxError,
-             "The operation failed because an index or statistics with name '{}' already exists on table '{}'.",
+        Fail(1913, "The operation failed because an index or statistics with name '{}' already exists on table '{}'.",
              create.name, table->name);
     }
     MakeIndex(*table, create.name, create.columns, create.unique);
@@ -370,8 +366,7 @@ void Definer::DropTable(const Name& name, bool ifExists) {
         if (!table && ifExists) {
             return;
         }
-        Fail(noTable, "Cannot drop the table '{}', because it does not exist or you do not have permission.",
-             name.Text());
+        Fail(3701, "Cannot drop the table '{}', because it does not exist or you do not have permission.", name.Text());
     }
     catalog_.RemoveObject(table->schema, table->id);
     Run(db_, "DROP TABLE " + table->source);
@@ -384,8 +379,7 @@ void Definer::DropView(const Name& name, bool ifExists) {
         if (!view && ifExists) {
             return;
         }
-        Fail(noTable, "Cannot drop the view '{}', because it does not exist or you do not have permission.",
-             name.Text());
+        Fail(3701, "Cannot drop the view '{}', because it does not exist or you do not have permission.", name.Text());
     }
     catalog_.RemoveObject(view->schema, view->id);
     Run(db_, "DROP VIEW " + view->source);
@@ -394,8 +388,7 @@ void Definer::DropView(const Name& name, bool ifExists) {
 
 void Definer::DropIndex(const Name& name, bool ifExists) {
     const auto refuse = [&] {
-        Fail(noIndex, "Cannot drop the index '{}', because it does not exist or you do not have permission.",
-             name.Text());
+        Fail(3701, "Cannot drop the index '{}', because it does not exist or you do not have permission.", name.Text());
     };
     if (name.parts.size() < 2) {
         refuse();
@@ -444,17 +437,17 @@ void Definer::Drop(const sql::Drop& drop) {
 void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) {
     const Column column = ColumnOf(definition);
     if (table.Find(column.name) >= 0) {
-        Fail(syntaxError,
+        Fail(2705,
              "Column names in each table must be unique. Column name '{}' in table '{}' is specified more than once.",
              column.name, table.name);
     }
     if (column.identity) {
-        Fail(host::error_number::unspecified, "This database adds no identity column to a table that exists.");
+        FailOwn(host::error_number::unspecified, "This database adds no identity column to a table that exists.");
     }
     const bool empty = !Command(db_, fmt::format("SELECT 1 FROM {} LIMIT 1", table.source)).Step();
     const bool version = column.type.base == Base::timestamp;
     if (version && table.RowVersion() >= 0) {
-        Fail(syntaxError,
+        Fail(2738,
              "A table can only have one timestamp column. Because table '{}' already has one, the column "
              "'{}' cannot be added.",
              table.name, column.name);
@@ -469,7 +462,7 @@ void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) 
         } else if (empty) {
             line += " NOT NULL DEFAULT ''"; // never used: an insert that leaves the column out gives Null
         } else {
-            Fail(syntaxError,
+            Fail(4901,
                  "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT definition "
                  "specified, or the column being added is an identity or timestamp column, or alternatively if none of "
                  "the previous conditions are satisfied the table must be empty to allow addition of this column. "
@@ -489,9 +482,12 @@ void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) 
 
 void Definer::Alter(const AlterTable& alter) {
     Atomic atomic(db_);
-    std::shared_ptr<const Table> table = catalog_.Get(alter.table);
+    std::shared_ptr<const Table> table = catalog_.Find(alter.table);
+    if (!table) {
+        FailNoObject(alter.table);
+    }
     if (table->view) {
-        Fail(syntaxError, "Cannot alter '{}' because it is not a table.", alter.table.Text());
+        Fail(4909, "Cannot alter '{}' because it is not a table.", alter.table.Text());
     }
     for (const ColumnDefinition& column : alter.addColumns) {
         AddColumn(*table, column);
@@ -499,15 +495,14 @@ void Definer::Alter(const AlterTable& alter) {
     }
     for (const Constraint& constraint : alter.addConstraints) {
         if (constraint.kind == ConstraintKind::check) {
-            Fail(host::error_number::unspecified, "This database adds no CHECK constraint to a table that exists.");
+            FailOwn(host::error_number::unspecified, "This database adds no CHECK constraint to a table that exists.");
         }
         const std::string name = FreeConstraintName(constraint, *table);
         for (const IndexColumn& key : constraint.columns) {
             const int position = table->Find(key.name);
             if (position >= 0 && constraint.kind == ConstraintKind::primaryKey &&
                 table->columns[static_cast<std::size_t>(position)].nullable) {
-                Fail(syntaxError, "Cannot define PRIMARY KEY constraint on nullable column in table '{}'.",
-                     table->name);
+                Fail(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '{}'.", table->name);
             }
         }
         catalog_.AddObject(table->schema, name, XType(constraint.kind), table->id, "");
@@ -515,15 +510,15 @@ void Definer::Alter(const AlterTable& alter) {
     }
     for (const DefaultConstraint& added : alter.addDefaults) {
         if (table->Find(added.column) < 0) {
-            Fail(syntaxError, "Column '{}' in table '{}' is invalid for creating a default constraint.", added.column,
+            Fail(1752, "Column '{}' in table '{}' is invalid for creating a default constraint.", added.column,
                  table->name);
         }
         catalog_.SetDefault(table->schema, table->id, added.column, added.text);
     }
     for (const std::string& column : alter.dropColumns) {
         if (table->Find(column) < 0) {
-            Fail(syntaxError, "ALTER TABLE DROP COLUMN failed because column '{}' does not exist in table '{}'.",
-                 column, table->name);
+            Fail(4924, "ALTER TABLE DROP COLUMN failed because column '{}' does not exist in table '{}'.", column,
+                 table->name);
         }
         Run(db_, fmt::format("ALTER TABLE {} DROP COLUMN {}", table->source, Quoted(column)));
         catalog_.RemoveColumn(table->schema, table->id, column);
@@ -535,8 +530,7 @@ void Definer::Truncate(const sql::Truncate& truncate) {
     Atomic atomic(db_);
     const std::shared_ptr<const Table> table = catalog_.Find(truncate.table);
     if (!table || table->view) {
-        Fail(noTable, "Cannot find the object \"{}\" because it does not exist or you do not have permissions.",
-             truncate.table.Text());
+        FailNoObject(truncate.table);
     }
     Run(db_, "DELETE FROM " + table->source);
     if (table->Identity() >= 0) {

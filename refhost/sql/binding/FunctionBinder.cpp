@@ -9,8 +9,6 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::syntaxError;
-
 constexpr Type integerType{Base::integer, 0, 0, 0};
 constexpr Type floatType{Base::floating, 0, 0, 0};
 constexpr Type dateType{Base::datetime, 0, 0, 0};
@@ -53,14 +51,14 @@ void Binder::RequireArguments(const Expression& expression, std::size_t least, s
     }
     const std::string name = FoldText(expression.name.Last());
     if (least == most) {
-        Fail(syntaxError, "The {} function requires {} argument(s).", name, least);
+        Fail(174, "The {} function requires {} argument(s).", name, least);
     }
-    Fail(syntaxError, "The {} function requires {} to {} arguments.", name, least, most);
+    Fail(189, "The {} function requires {} to {} arguments.", name, least, most);
 }
 
 std::string Binder::ConstantText(const Expression& expression) {
     if (expression.node != Node::literal || LiteralAt(expression.literal).kind != LiteralKind::text) {
-        Fail(host::error_number::unspecified, "This database takes a constant text only as argument here.");
+        FailOwn(host::error_number::unspecified, "This database takes a constant text only as argument here.");
     }
     Pin(expression.literal);
     return TextOf(LiteralAt(expression.literal));
@@ -70,7 +68,7 @@ DatePart Binder::TakeDatePart(const Expression& expression, const std::string& f
     const std::string word = expression.node == Node::column ? expression.name.Text() : std::string();
     const std::optional<DatePart> part = DatePartNamed(word);
     if (!part) {
-        Fail(syntaxError, "'{}' is not a recognized {} option.", word, function);
+        Fail(155, "'{}' is not a recognized {} option.", word, function);
     }
     return *part;
 }
@@ -97,7 +95,7 @@ Bound Binder::BindFunction(const Expression& expression) {
         return BindAggregate(name, expression);
     }
     if (expression.flag) {
-        Fail(syntaxError, "Incorrect syntax near the keyword 'distinct'.");
+        Fail(156, "Incorrect syntax near the keyword 'distinct'.");
     }
     Bound bound = BindTextFunction(name, expression);
     if (bound.text.empty()) {
@@ -107,7 +105,7 @@ Bound Binder::BindFunction(const Expression& expression) {
         bound = BindNumberFunction(name, expression);
     }
     if (bound.text.empty()) {
-        Fail(syntaxError, "'{}' is not a recognized built-in function name.", expression.name.Last());
+        Fail(195, "'{}' is not a recognized built-in function name.", expression.name.Last());
     }
     return bound;
 }
@@ -115,14 +113,13 @@ Bound Binder::BindFunction(const Expression& expression) {
 Bound Binder::BindAggregate(const std::string& name, const Expression& expression) {
     RequireArguments(expression, 1, 1);
     if (scope_ == nullptr || scope_->inAggregate) {
-        Fail(syntaxError,
-             "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
+        Fail(130, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
     }
     const Type countType{name == "count_big" ? Base::bigint : Base::integer, 0, 0, 0};
     scope_->aggregated = true;
     if (expression.arguments[0]->node == Node::star) {
         if (name != "count" && name != "count_big") {
-            Fail(syntaxError, "Incorrect syntax near '*'.");
+            Fail(102, "Incorrect syntax near '*'.");
         }
         Bound count = Expressed("count(*)", countType);
         count.nullable = false;
@@ -140,13 +137,13 @@ Bound Binder::BindAggregate(const std::string& name, const Expression& expressio
     const Family family = FamilyOf(value.type);
     if (name == "min" || name == "max") {
         if (value.type.base == Base::bit) {
-            Fail(syntaxError, "Operand data type bit is invalid for {} operator.", name);
+            Fail(8117, "Operand data type bit is invalid for {} operator.", name);
         }
         return Expressed(name + "(" + argument + ")", value.type);
     }
     if (value.type.base == Base::bit ||
         (family != Family::integer && family != Family::exact && family != Family::real)) {
-        Fail(syntaxError, "Operand data type {} is invalid for {} operator.", NameOf(value.type.base), name);
+        Fail(8117, "Operand data type {} is invalid for {} operator.", NameOf(value.type.base), name);
     }
     if (family == Family::real) {
         return Expressed(name + "(" + argument + ")", floatType);

@@ -7,7 +7,8 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::syntaxError;
+constexpr std::string_view selectList = "select list";
+constexpr std::string_view havingClause = "HAVING clause";
 
 std::string_view Keyword(SetOperation operation) {
     switch (operation) {
@@ -23,6 +24,12 @@ std::string_view Keyword(SetOperation operation) {
 }
 
 } // namespace
+
+void FailColumnCount(std::string_view name, std::size_t columns, std::size_t listed) {
+    const bool more = columns > listed;
+    Fail(more ? Native(8158) : Native(8159), "'{}' has {} columns than were specified in the column list.", name,
+         more ? "more" : "fewer");
+}
 
 /// Opens a scope for the life of the object.
 class Binder::ScopeGuard {
@@ -94,7 +101,7 @@ const Binder::ScopeColumn& Binder::FindColumn(const Name& name, Scope*& found) c
                     continue;
                 }
                 if (column != nullptr) {
-                    Fail(syntaxError, "Ambiguous column name '{}'.", name.Last());
+                    Fail(209, "Ambiguous column name '{}'.", name.Last());
                 }
                 column = &candidate;
             }
@@ -104,13 +111,13 @@ const Binder::ScopeColumn& Binder::FindColumn(const Name& name, Scope*& found) c
             return *column;
         }
         if (qualified && sourceKnown) {
-            Fail(syntaxError, "Invalid column name '{}'.", name.Last());
+            Fail(207, "Invalid column name '{}'.", name.Last());
         }
     }
     if (qualified) {
-        Fail(syntaxError, "The multi-part identifier \"{}\" could not be bound.", name.Text());
+        Fail(4104, "The multi-part identifier \"{}\" could not be bound.", name.Text());
     }
-    Fail(syntaxError, "Invalid column name '{}'.", name.Last());
+    Fail(207, "Invalid column name '{}'.", name.Last());
 }
 
 Binder::ScopeSource& Binder::AddTable(std::shared_ptr<const Table> table, std::string alias, bool outerSide) {
@@ -143,8 +150,7 @@ std::string Binder::BindDerived(const Source& source, bool outerSide) {
         select = BindSelect(*source.select);
     }
     if (!source.columnAliases.empty() && source.columnAliases.size() != select.columns.size()) {
-        Fail(syntaxError, "'{}' has {} columns than were specified in the column list.", source.alias,
-             source.columnAliases.size() < select.columns.size() ? "more" : "fewer");
+        FailColumnCount(source.alias, select.columns.size(), source.columnAliases.size());
     }
     ScopeSource added;
     added.alias = source.alias;
@@ -153,7 +159,7 @@ std::string Binder::BindDerived(const Source& source, bool outerSide) {
         OutputColumn& column = select.columns[i];
         const std::string& name = source.columnAliases.empty() ? column.name : source.columnAliases[i];
         if (name.empty()) {
-            Fail(syntaxError, "No column name was specified for column {} of '{}'.", i + 1, source.alias);
+            Fail(8155, "No column name was specified for column {} of '{}'.", i + 1, source.alias);
         }
         Bound value;
         value.kind = Bound::Kind::column;
@@ -229,9 +235,9 @@ void Binder::ExpandStar(const Name& name, std::vector<OutputColumn>& columns) {
     }
     if (!any) {
         if (name.parts.empty()) {
-            Fail(syntaxError, "Must specify table to select from.");
+            Fail(263, "Must specify table to select from.");
         }
-        Fail(syntaxError, "The column prefix '{}' does not match with a table name or alias name used in the query.",
+        Fail(107, "The column prefix '{}' does not match with a table name or alias name used in the query.",
              name.Text());
     }
 }
@@ -264,7 +270,7 @@ std::string Binder::BindGroupBy(const Select& select) {
     return text;
 }
 
-void Binder::CheckGrouped(const Bound& value, const std::string& place) {
+void Binder::CheckGrouped(const Bound& value, std::string_view place) {
     Scope& scope = *scope_;
     const std::vector<std::string> used = std::move(scope.bareColumns);
     scope.bareColumns.clear();
@@ -281,7 +287,7 @@ void Binder::CheckGrouped(const Bound& value, const std::string& place) {
         for (const ScopeSource& source : scope.sources) {
             for (const ScopeColumn& column : source.columns) {
                 if (column.value.text == text) {
-                    Fail(syntaxError,
+                    Fail(place == havingClause ? Native(8121) : Native(8120),
                          "Column '{}.{}' is invalid in the {} because it is not contained in either an aggregate "
                          "function or the GROUP BY clause.",
                          source.alias, column.name, place);
@@ -296,12 +302,12 @@ std::string Binder::BindTop(const Select& select) {
         return {};
     }
     if (select.topPercent) {
-        Fail(host::error_number::unspecified, "TOP with PERCENT is not available in this database.");
+        FailOwn(host::error_number::unspecified, "TOP with PERCENT is not available in this database.");
     }
     Bound count = BindValue(*select.top);
     if (FamilyOf(count.type) != Family::integer) {
-        Fail(syntaxError, "The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
-                          "integer.");
+        Fail(1060, "The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
+                   "integer.");
     }
     return " LIMIT " + Own(count);
 }
@@ -316,8 +322,7 @@ std::string Binder::BindOrderBy(const std::vector<OrderItem>& items, const std::
             Pin(value.literal);
             const std::int64_t position = CellOf(LiteralAt(value.literal), false).integer;
             if (position < 1 || position > static_cast<std::int64_t>(columns.size())) {
-                Fail(syntaxError,
-                     "The ORDER BY position number {} is out of range of the number of items in the select list.",
+                Fail(108, "The ORDER BY position number {} is out of range of the number of items in the select list.",
                      position);
             }
             key = std::to_string(position);
@@ -330,8 +335,8 @@ std::string Binder::BindOrderBy(const std::vector<OrderItem>& items, const std::
         }
         if (key.empty()) {
             if (outputOnly) {
-                Fail(syntaxError, "ORDER BY items must appear in the select list if the statement contains a UNION, "
-                                  "INTERSECT or EXCEPT operator.");
+                Fail(104, "ORDER BY items must appear in the select list if the statement contains a UNION, "
+                          "INTERSECT or EXCEPT operator.");
             }
             Bound bound = BindValue(value);
             Own(bound);
@@ -366,12 +371,12 @@ BoundSelect::Member Binder::BindMember(const Select& select, std::vector<OutputC
                 });
             }
         }
-        CheckGrouped(Bound(), "select list");
+        CheckGrouped(Bound(), selectList);
     }
     scope.bareColumns.clear();
     if (select.having) {
         tail += " HAVING " + BindCondition(*select.having, false);
-        CheckGrouped(Bound(), "HAVING clause");
+        CheckGrouped(Bound(), havingClause);
     }
     for (const OutputColumn& column : columns) {
         member.values.push_back(column.value);
@@ -414,8 +419,8 @@ BoundSelect Binder::BindSelect(const Select& select) {
         if (part == &select) {
             bound.columns = std::move(columns);
         } else if (columns.size() != bound.columns.size()) {
-            Fail(syntaxError, "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal "
-                              "number of expressions in their target lists.");
+            Fail(205, "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal "
+                      "number of expressions in their target lists.");
         }
         if (part->next) {
             bound.operators.emplace_back(Keyword(part->operation));

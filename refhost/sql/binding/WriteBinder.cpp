@@ -7,9 +7,6 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::integrityViolation;
-using host::error_number::syntaxError;
-
 std::string RowVersionCall(const Table& table) {
     return fmt::format("k_rowversion({})", static_cast<int>(table.schema));
 }
@@ -21,8 +18,7 @@ bool IsEmptyValue(const Expression& value) { return value.node == Node::null || 
 std::shared_ptr<const Table> Binder::WritableTable(const Name& name) {
     std::shared_ptr<const Table> table = catalog_.Get(name);
     if (table->view) {
-        Fail(syntaxError,
-             "View or function '{}' is not updatable because the modification affects multiple base tables.",
+        Fail(4405, "View or function '{}' is not updatable because the modification affects multiple base tables.",
              name.Text());
     }
     return table;
@@ -31,20 +27,20 @@ std::shared_ptr<const Table> Binder::WritableTable(const Name& name) {
 void Binder::RefuseExplicit(const Table& table, const Column& column, bool insert) const {
     if (column.identity) {
         if (!insert) {
-            Fail(syntaxError, "Cannot update identity column '{}'.", column.name);
+            Fail(8102, "Cannot update identity column '{}'.", column.name);
         }
         if (session_.identityInsert != table.id) {
-            Fail(integrityViolation,
+            Fail(544,
                  "Cannot insert explicit value for identity column in table '{}' when IDENTITY_INSERT is set to OFF.",
                  table.name);
         }
     }
     if (column.type.base == Base::timestamp) {
         if (!insert) {
-            Fail(syntaxError, "Cannot update a timestamp column.");
+            Fail(272, "Cannot update a timestamp column.");
         }
-        Fail(syntaxError, "Cannot insert an explicit value into a timestamp column. Use INSERT with a column list to "
-                          "exclude the timestamp column, or insert a DEFAULT into the timestamp column.");
+        Fail(273, "Cannot insert an explicit value into a timestamp column. Use INSERT with a column list to "
+                  "exclude the timestamp column, or insert a DEFAULT into the timestamp column.");
     }
 }
 
@@ -62,11 +58,11 @@ Plan Binder::BindInsert(const Insert& insert) {
     for (const std::string& name : insert.columns) {
         const int position = table->Find(name);
         if (position < 0) {
-            Fail(syntaxError, "Invalid column name '{}'.", name);
+            Fail(207, "Invalid column name '{}'.", name);
         }
         if (std::find(targets.begin(), targets.end(), position) != targets.end()) {
             Fail(
-                syntaxError,
+                264,
                 "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
                 "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
                 "a column is updated only once. If this statement updates or inserts columns to a view, column "
@@ -88,20 +84,21 @@ Plan Binder::BindInsert(const Insert& insert) {
             return;
         }
         if (!listed) {
-            Fail(syntaxError, "Column name or number of supplied values does not match table definition.");
+            Fail(213, "Column name or number of supplied values does not match table definition.");
         }
         const bool query = insert.select != nullptr;
         if (query) {
-            Fail(
-                syntaxError,
-                "The select list for the INSERT statement contains {} items than the insert list. The number of SELECT "
-                "values must match the number of INSERT columns.",
-                count < targets.size() ? "fewer" : "more");
+            const bool fewer = count < targets.size();
+            Fail(fewer ? Native(120) : Native(121),
+                 "The select list for the INSERT statement contains {} items than the insert list. The number of "
+                 "SELECT values must match the number of INSERT columns.",
+                 fewer ? "fewer" : "more");
         }
-        Fail(syntaxError,
+        const bool more = count < targets.size();
+        Fail(more ? Native(109) : Native(110),
              "There are {} columns in the INSERT statement than values specified in the VALUES clause. The number of "
              "values in the VALUES clause must match the number of columns specified in the INSERT statement.",
-             count < targets.size() ? "more" : "fewer");
+             more ? "more" : "fewer");
     };
     // What the database itself fills in.
     std::vector<std::pair<int, std::string>> automatic;
@@ -253,11 +250,11 @@ Plan Binder::BindUpdate(const Update& update) {
     for (const Assignment& assignment : update.assignments) {
         const int position = table->Find(assignment.column);
         if (position < 0) {
-            Fail(syntaxError, "Invalid column name '{}'.", assignment.column);
+            Fail(207, "Invalid column name '{}'.", assignment.column);
         }
         if (std::find(assigned.begin(), assigned.end(), position) != assigned.end()) {
             Fail(
-                syntaxError,
+                264,
                 "The column name '{}' is specified more than once in the SET clause or column list of an INSERT. A "
                 "column cannot be assigned more than one value in the same clause. Modify the clause to make sure that "
                 "a column is updated only once. If this statement updates or inserts columns to a view, column "
@@ -317,7 +314,7 @@ Plan Binder::BindDelete(const Delete& del) {
             }
         }
         if (!table || table->view) {
-            Fail(host::error_number::noTable, "Invalid object name '{}'.", del.target.Text());
+            Fail(208, "Invalid object name '{}'.", del.target.Text());
         }
         text = fmt::format("DELETE FROM {} AS target WHERE target.rowid IN (SELECT {}.rowid FROM {}{})", table->source,
                            joined, from, del.where ? " WHERE " + BindCondition(*del.where, true) : "");

@@ -32,7 +32,7 @@ int Table::RowVersion() const {
 }
 
 ObjectPath Catalog::Resolve(const Name& name) const {
-    const auto refuse = [&] { Fail(host::error_number::noTable, "Invalid object name '{}'.", name.Text()); };
+    const auto refuse = [&] { Fail(208, "Invalid object name '{}'.", name.Text()); };
     ObjectPath path;
     const std::size_t count = name.parts.size();
     path.name = name.Last();
@@ -74,7 +74,7 @@ std::shared_ptr<const Table> Catalog::Find(const Name& name) {
 std::shared_ptr<const Table> Catalog::Get(const Name& name) {
     std::shared_ptr<const Table> table = Find(name);
     if (!table) {
-        Fail(host::error_number::noTable, "Invalid object name '{}'.", name.Text());
+        Fail(208, "Invalid object name '{}'.", name.Text());
     }
     return table;
 }

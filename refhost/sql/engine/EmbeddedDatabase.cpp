@@ -10,8 +10,6 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::noTable;
-using host::error_number::syntaxError;
 using host::error_number::unspecified;
 
 /// Marks SQLite files as account databases ("Kvra").
@@ -48,7 +46,7 @@ EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
         }
     }
     if (settings.file.empty()) {
-        Fail(unspecified, "The connection string names no Data Source.");
+        FailOwn(unspecified, "The connection string names no Data Source.");
     }
     return settings;
 }
@@ -80,7 +78,7 @@ DatabaseHandle OpenFile(const EmbeddedDatabase::Settings& settings) {
     const int code = sqlite3_open_v2(settings.file.c_str(), &raw, flags, nullptr);
     DatabaseHandle db(raw);
     if (code != SQLITE_OK) {
-        Fail(unspecified, "Cannot open database \"{}\": {}.", settings.file, sqlite3_errmsg(raw));
+        FailOwn(unspecified, "Cannot open database \"{}\": {}.", settings.file, sqlite3_errmsg(raw));
     }
     return db;
 }
@@ -192,7 +190,7 @@ void EmbeddedDatabase::Initialize(Schema schema, bool mayCreate) {
     if (pragma("application_id") != applicationId) {
         Command known(db_.get(), fmt::format("SELECT 1 FROM {}.sqlite_schema LIMIT 1", name));
         if (!mayCreate || known.Step()) {
-            Fail(unspecified, "The file is not an account database.");
+            FailOwn(unspecified, "The file is not an account database.");
         }
         pragma("journal_mode = WAL");
         Run(db_.get(), "BEGIN IMMEDIATE");
@@ -262,7 +260,7 @@ void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
         } catch (const DefinitionsMoved&) {
             ForgetPlans();
             if (attempt == attempts) {
-                Fail(unspecified, "Could not complete the statement because definitions keep changing.");
+                FailOwn(unspecified, "Could not complete the statement because definitions keep changing.");
             }
         }
     }
@@ -305,11 +303,11 @@ void EmbeddedDatabase::PreparePlan(Plan& plan) {
         const std::string& text = error.description();
         if (text.compare(0, missing.size(), missing) == 0) {
             // A view whose table is gone.
-            Fail(noTable, "Invalid object name '{}'.", text.substr(missing.size()));
+            Fail(208, "Invalid object name '{}'.", text.substr(missing.size()));
         }
         if (text == "parser stack overflow" || text.find("maximum depth") != std::string::npos) {
-            Fail(syntaxError, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
-                              "into smaller queries.");
+            Fail(191, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
+                      "into smaller queries.");
         }
         throw;
     }
@@ -395,7 +393,7 @@ void EmbeddedDatabase::RunSetOption(const SetOption& option) {
     }
     const std::shared_ptr<const Table> table = catalog_->Get(*option.identityInsert);
     if (table->Identity() < 0) {
-        Fail(syntaxError, "Table '{}' does not have the identity property. Cannot perform SET operation.", table->name);
+        Fail(8106, "Table '{}' does not have the identity property. Cannot perform SET operation.", table->name);
     }
     session_.identityInsert = option.on ? table->id : 0;
     ForgetPlans();
@@ -408,13 +406,13 @@ void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
         break;
     case TransactionVerb::commit:
         if (!inTransaction_) {
-            Fail(syntaxError, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+            Fail(3902, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
         }
         CommitTrans();
         break;
     case TransactionVerb::rollback:
         if (!inTransaction_) {
-            Fail(syntaxError, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+            Fail(3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
         }
         if (transaction.savepoint.empty()) {
             RollbackTrans();
@@ -424,7 +422,7 @@ void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
         break;
     case TransactionVerb::save:
         if (!inTransaction_) {
-            Fail(syntaxError, "Cannot issue SAVE TRANSACTION when there is no active transaction.");
+            Fail(628, "Cannot issue SAVE TRANSACTION when there is no active transaction.");
         }
         Save(transaction.savepoint);
         break;
@@ -440,7 +438,7 @@ void EmbeddedDatabase::Save(const std::string& savepoint) {
 void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
     RequireLiveTransaction();
     if (std::ranges::find(savepoints_, savepoint) == savepoints_.end()) {
-        Fail(syntaxError, "Cannot roll back {}. No transaction or savepoint of that name was found.", savepoint);
+        Fail(6401, "Cannot roll back {}. No transaction or savepoint of that name was found.", savepoint);
     }
     Run(db_.get(), "ROLLBACK TO " + Quoted(savepoint));
     if (definitionsChanged_) {
@@ -510,8 +508,10 @@ void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statem
                 types.push_back(
                     duplicate.table->columns.at(static_cast<std::size_t>(duplicate.table->Find(column))).type);
             }
-            Fail(duplicate.error.number(), "{} The duplicate key value is {}.", duplicate.error.description(),
-                 KeyText(select, types, db_.get()));
+            throw host::Error(duplicate.error.number(),
+                              fmt::format("{} The duplicate key value is {}.", duplicate.error.description(),
+                                          KeyText(select, types, db_.get())),
+                              duplicate.error.native());
         }
     }
     throw host::Error(duplicate.error);
@@ -525,14 +525,14 @@ void EmbeddedDatabase::ForgetPlans() {
 void EmbeddedDatabase::RequireLiveTransaction() const {
     // A full disk, for one, makes SQLite roll back.
     if (inTransaction_ && sqlite3_get_autocommit(db_.get()) != 0) {
-        Fail(unspecified, "The current transaction cannot be committed and cannot support operations that write to the "
-                          "log file. Roll back the transaction.");
+        Fail(3930, "The current transaction cannot be committed and cannot support operations that write to the "
+                   "log file. Roll back the transaction.");
     }
 }
 
 void EmbeddedDatabase::BeginTrans() {
     if (inTransaction_) {
-        Fail(transactionOpen, "Cannot start more transactions on this session.");
+        FailOwn(transactionOpen, "Cannot start more transactions on this session.");
     }
     // Takes the right to write at once: a transaction that found out later that another writes could not go on.
     Run(db_.get(), "BEGIN IMMEDIATE");
@@ -543,7 +543,7 @@ void EmbeddedDatabase::BeginTrans() {
 
 void EmbeddedDatabase::CommitTrans() {
     if (!inTransaction_) {
-        Fail(noTransaction, "No transaction is active.");
+        FailOwn(noTransaction, "No transaction is active.");
     }
     RequireLiveTransaction();
     Run(db_.get(), "COMMIT");
@@ -552,7 +552,7 @@ void EmbeddedDatabase::CommitTrans() {
 
 void EmbeddedDatabase::RollbackTrans() {
     if (!inTransaction_) {
-        Fail(noTransaction, "No transaction is active.");
+        FailOwn(noTransaction, "No transaction is active.");
     }
     if (sqlite3_get_autocommit(db_.get()) == 0) {
         Run(db_.get(), "ROLLBACK");
@@ -566,7 +566,7 @@ void EmbeddedDatabase::RollbackTrans() {
 Translation EmbeddedDatabase::Translate(std::string_view sql) {
     const Plan* plan = CachedPlan(sql);
     if (plan == nullptr) {
-        Fail(unspecified, "Only SELECT, INSERT, UPDATE and DELETE have a translation.");
+        FailOwn(unspecified, "Only SELECT, INSERT, UPDATE and DELETE have a translation.");
     }
     Translation translation;
     translation.text = plan->text;

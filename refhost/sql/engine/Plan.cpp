@@ -16,7 +16,7 @@ void RequireBound(int code) {
         throw std::bad_alloc();
     }
     if (code != SQLITE_OK) {
-        Fail(host::error_number::unspecified, "A value is too long for the database.");
+        FailOwn(host::error_number::unspecified, "A value is too long for the database.");
     }
 }
 
@@ -110,8 +110,7 @@ Type TypeOf(const Literal& literal) {
         const ExactNumber number = ExactNumber::Parse(literal.body).value_or(ExactNumber());
         const int precision = std::max(1, number.WholeDigits() + number.Scale());
         if (precision > 38) {
-            Fail(host::error_number::syntaxError,
-                 "The number '{}' is out of the range for numeric representation (maximum precision 38).",
+            Fail(1007, "The number '{}' is out of the range for numeric representation (maximum precision 38).",
                  literal.body);
         }
         return {Base::decimal, 0, precision, number.Scale()};
@@ -147,8 +146,7 @@ Cell CellOf(const Literal& literal, bool negated) {
         double value = 0;
         const auto result = std::from_chars(literal.body.data(), literal.body.data() + literal.body.size(), value);
         if (result.ec != std::errc()) {
-            Fail(host::error_number::syntaxError,
-                 "The floating point value '{}' is out of the range of computer representation (8 bytes).",
+            Fail(168, "The floating point value '{}' is out of the range of computer representation (8 bytes).",
                  literal.body);
         }
         cell.SetReal(negated ? -value : value);

@@ -124,7 +124,7 @@ void StoreFunction(Call& call) { ConvertTo(call, Surplus::refuse, 0); }
 
 // Arithmetic: (left, right, result type). Operands are of the result's family.
 
-[[noreturn]] void FailDivision() { Fail(host::error_number::unspecified, "Divide by zero error encountered."); }
+[[noreturn]] void FailDivision() { Fail(8134, "Divide by zero error encountered."); }
 
 enum class Operation { add, subtract, multiply, divide, modulo };
 
@@ -161,7 +161,7 @@ void IntegerArithmetic(Call& call, Operation operation, Base base) {
     }
     std::int64_t result = 0;
     if (Overflows(operation, call.Integer(0), right, result)) {
-        Fail(dataOverflow, "Arithmetic overflow error converting expression to data type bigint.");
+        Fail(8115, "Arithmetic overflow error converting expression to data type bigint.");
     }
     CheckRange(result, base, Base::bigint);
     call.Return(result);
@@ -215,7 +215,7 @@ void RealArithmetic(Call& call, Operation operation) {
         break;
     }
     if (!std::isfinite(result)) {
-        Fail(dataOverflow, "Arithmetic overflow error converting expression to data type float.");
+        Fail(8115, "Arithmetic overflow error converting expression to data type float.");
     }
     call.Return(result);
 }
@@ -269,7 +269,7 @@ void LengthFunction(Call& call) {
 }
 
 [[noreturn]] void FailLength(std::string_view function) {
-    Fail(host::error_number::unspecified, "Invalid length parameter passed to the {} function.", function);
+    Fail(536, "Invalid length parameter passed to the {} function.", function);
 }
 
 void LeftFunction(Call& call) {
@@ -703,7 +703,7 @@ Ticks AddPart(DatePart part, std::int64_t number, Ticks ticks) {
         c.year = month / 12;
         c.month = static_cast<int>(month % 12) + 1;
         if (month < 12 || c.year > 9999) {
-            Fail(dataOverflow, "Adding a value to a 'datetime' column caused an overflow.");
+            Fail(517, "Adding a value to a 'datetime' column caused an overflow.");
         }
         c.day = std::min(c.day, DaysInMonth(c.year, c.month));
         return ToTicks(c);
@@ -731,7 +731,7 @@ Ticks AddPart(DatePart part, std::int64_t number, Ticks ticks) {
     }
     constexpr std::int64_t mostDays = 4'000'000;
     if (number < -mostDays || number > mostDays) {
-        Fail(dataOverflow, "Adding a value to a 'datetime' column caused an overflow.");
+        Fail(517, "Adding a value to a 'datetime' column caused an overflow.");
     }
     return ticks + number * ticksPerDay;
 }
@@ -751,8 +751,8 @@ void DateDiffFunction(Call& call) {
     }
     const std::int64_t count = Boundaries(static_cast<DatePart>(call.Integer(0)), call.Integer(1), call.Integer(2));
     if (count != static_cast<std::int32_t>(count)) {
-        Fail(dataOverflow, "The datediff function resulted in an overflow. The number of dateparts separating two "
-                           "date/time instances is too large. Try to use datediff with a less precise datepart.");
+        Fail(535, "The datediff function resulted in an overflow. The number of dateparts separating two "
+                  "date/time instances is too large. Try to use datediff with a less precise datepart.");
     }
     call.Return(count);
 }

@@ -12,9 +12,9 @@ void FailSqlite(sqlite3* db) {
         throw std::bad_alloc();
     }
     if (code == SQLITE_INTERRUPT) {
-        Fail(host::error_number::unspecified, "Query timeout expired");
+        FailOwn(host::error_number::unspecified, "Query timeout expired");
     }
-    Fail(host::error_number::unspecified, "{}", sqlite3_errmsg(db));
+    FailOwn(host::error_number::unspecified, "{}", sqlite3_errmsg(db));
 }
 
 StatementHandle Prepare(sqlite3* db, std::string_view text) {

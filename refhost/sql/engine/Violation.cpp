@@ -12,7 +12,6 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::integrityViolation;
 using host::error_number::unspecified;
 
 /// What stands behind the colon of SQLite's message.
@@ -80,12 +79,12 @@ std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& 
         index = catalog.ConstraintName(table.schema, table.id, "PK");
         kind = "PK";
     }
-    std::string message =
-        kind.empty() ? fmt::format("Cannot insert duplicate key row in object 'dbo.{}' with unique index '{}'.",
-                                   table.name, index)
-                     : fmt::format("Violation of {} constraint '{}'. Cannot insert duplicate key in object 'dbo.{}'.",
-                                   kind == "PK" ? "PRIMARY KEY" : "UNIQUE KEY", index, table.name);
-    throw DuplicateKey{host::Error(integrityViolation, std::move(message)), target, std::move(columns)};
+    host::Error error =
+        kind.empty() ? ErrorOf(2601, "Cannot insert duplicate key row in object 'dbo.{}' with unique index '{}'.",
+                               table.name, index)
+                     : ErrorOf(2627, "Violation of {} constraint '{}'. Cannot insert duplicate key in object 'dbo.{}'.",
+                               kind == "PK" ? "PRIMARY KEY" : "UNIQUE KEY", index, table.name);
+    throw DuplicateKey{std::move(error), target, std::move(columns)};
 }
 
 } // namespace
@@ -102,11 +101,11 @@ void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
         switch (code) {
         case SQLITE_CONSTRAINT_NOTNULL:
             Fail(
-                integrityViolation,
+                515,
                 "Cannot insert the value NULL into column '{}', table 'dbo.{}'; column does not allow nulls. {} fails.",
                 subject.substr(std::min(table.name.size() + 1, subject.size())), table.name, Verb(plan.kind));
         case SQLITE_CONSTRAINT_CHECK:
-            Fail(integrityViolation,
+            Fail(547,
                  "The {} statement conflicted with the CHECK constraint \"{}\". The conflict occurred in database "
                  "\"{}\", table \"dbo.{}\".",
                  Verb(plan.kind), subject, catalog.DatabaseName(), table.name);
@@ -119,15 +118,15 @@ void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
         }
     }
     if ((code & 0xff) == SQLITE_BUSY || (code & 0xff) == SQLITE_LOCKED) {
-        Fail(unspecified, "Lock request time out period exceeded.");
+        Fail(1222, "Lock request time out period exceeded.");
     }
     if ((code & 0xff) == SQLITE_INTERRUPT) {
         FailSqlite(db);
     }
     if ((code & 0xff) == SQLITE_ERROR && message == "integer overflow") {
-        Fail(dataOverflow, "Arithmetic overflow error converting expression to data type int.");
+        Fail(8115, "Arithmetic overflow error converting expression to data type int.");
     }
-    Fail(unspecified, "{}", message);
+    FailOwn(unspecified, "{}", message);
 }
 
 std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db) {

@@ -47,7 +47,7 @@ void Lexer::SkipBlanksAndComments() {
             int depth = 0;
             do {
                 if (position_ >= sql_.size()) {
-                    Fail(host::error_number::syntaxError, "Missing end comment mark '*/'.");
+                    Fail(113, "Missing end comment mark '*/'.");
                 }
                 const bool opens = sql_[position_] == '/' && At(position_ + 1) == '*';
                 const bool closes = sql_[position_] == '*' && At(position_ + 1) == '/';
@@ -63,8 +63,7 @@ void Lexer::SkipBlanksAndComments() {
 std::size_t Lexer::CloseQuote(std::size_t start, char quote, bool& doubled) const {
     const std::size_t end = SkipQuoted(sql_, start, quote, doubled);
     if (end == std::string_view::npos) {
-        Fail(host::error_number::syntaxError, "Unclosed quotation mark after the character string '{}'.",
-             sql_.substr(start));
+        Fail(105, "Unclosed quotation mark after the character string '{}'.", sql_.substr(start));
     }
     return end;
 }

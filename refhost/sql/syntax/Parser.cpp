@@ -10,8 +10,6 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::syntaxError;
-
 /// How deeply parentheses, subqueries and cases may nest; guards the stack.
 constexpr int maxDepth = 250;
 /// How many terms a sum and factors a product may have.
@@ -54,8 +52,8 @@ public:
     explicit Depth(Parser& parser) : parser_(parser) {
         if (++parser_.depth_ > maxDepth) {
             --parser_.depth_;
-            Fail(syntaxError, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
-                              "into smaller queries.");
+            Fail(191, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
+                      "into smaller queries.");
         }
     }
     ~Depth() { --parser_.depth_; }
@@ -117,17 +115,16 @@ void Parser::ExpectSymbol(std::string_view symbol) {
 
 void Parser::FailHere() const {
     if (token_.kind == TokenKind::end) {
-        Fail(syntaxError, "Incorrect syntax near '{}'.", previous_);
+        Fail(102, "Incorrect syntax near '{}'.", previous_);
     }
     if (token_.kind == TokenKind::name && IsReserved(token_.text)) {
-        Fail(syntaxError, "Incorrect syntax near the keyword '{}'.", token_.text);
+        Fail(156, "Incorrect syntax near the keyword '{}'.", token_.text);
     }
-    Fail(syntaxError, "Incorrect syntax near '{}'.", token_.text);
+    Fail(102, "Incorrect syntax near '{}'.", token_.text);
 }
 
 void Parser::FailCondition() const {
-    Fail(syntaxError,
-         "An expression of non-boolean type specified in a context where a condition is expected, near '{}'.",
+    Fail(4145, "An expression of non-boolean type specified in a context where a condition is expected, near '{}'.",
          token_.kind == TokenKind::end ? previous_ : token_.text);
 }
 
@@ -553,9 +550,9 @@ Type Parser::ParseType(int defaultLength) {
     type.base = BaseNamed(word);
     if (type.base == Base::null) {
         if (named.kind == TokenKind::name && IsReserved(named.text)) {
-            Fail(syntaxError, "Incorrect syntax near the keyword '{}'.", named.text);
+            Fail(156, "Incorrect syntax near the keyword '{}'.", named.text);
         }
-        Fail(syntaxError, "Type {} is not a defined system type.", word);
+        Fail(243, "Type {} is not a defined system type.", word);
     }
     if (type.base == Base::floating && At("precision")) {
         Advance();
@@ -576,17 +573,16 @@ Type Parser::ParseType(int defaultLength) {
         }
         ExpectSymbol(")");
     }
-    const auto refuse = [&] { Fail(syntaxError, "Column, parameter, or variable: Cannot find data type {}.", word); };
+    const auto refuse = [&] { Fail(2715, "Column, parameter, or variable: Cannot find data type {}.", word); };
     switch (type.base) {
     case Base::decimal:
         type.precision = facets.empty() ? 18 : static_cast<int>(std::clamp<std::int64_t>(facets[0], -1, 99));
         type.scale = facets.size() < 2 ? 0 : static_cast<int>(std::clamp<std::int64_t>(facets[1], -1, 99));
         if (type.precision < 1 || type.precision > 38) {
-            Fail(syntaxError, "Specified column precision {} is greater than the maximum precision of 38.",
-                 type.precision);
+            Fail(2750, "Specified column precision {} is greater than the maximum precision of 38.", type.precision);
         }
         if (type.scale < 0 || type.scale > type.precision) {
-            Fail(syntaxError, "The scale must be less than or equal to the precision.");
+            Fail(192, "The scale must be less than or equal to the precision.");
         }
         break;
     case Base::money:
@@ -613,11 +609,10 @@ Type Parser::ParseType(int defaultLength) {
                 refuse();
             }
             if (facets[0] < 1) {
-                Fail(syntaxError, "Length or precision specification {} is invalid.", facets[0]);
+                Fail(1001, "Length or precision specification {} is invalid.", facets[0]);
             }
             if (facets[0] > most) {
-                Fail(syntaxError,
-                     "The size ({}) given to the type '{}' exceeds the maximum allowed for any data type ({}).",
+                Fail(131, "The size ({}) given to the type '{}' exceeds the maximum allowed for any data type ({}).",
                      facets[0], NameOf(type.base), most);
             }
             type.length = static_cast<int>(facets[0]);
@@ -1158,8 +1153,8 @@ ExpressionPtr Parser::ParseSum(bool conditionAllowed) {
     int terms = 0;
     while (!IsCondition(left->node) && (AtSymbol("+") || AtSymbol("-"))) {
         if (++terms > maxTerms) {
-            Fail(syntaxError, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
-                              "into smaller queries.");
+            Fail(191, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
+                      "into smaller queries.");
         }
         std::string operation = token_.text;
         Advance();

@@ -12,10 +12,6 @@
 namespace refhost::sql {
 namespace {
 
-using host::error_number::conversionFailed;
-using host::error_number::dataTruncated;
-using host::error_number::syntaxError;
-
 std::string_view Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t\r\n");
     if (first == std::string_view::npos) {
@@ -25,22 +21,29 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 [[noreturn]] void FailDisallowed(Base from, Base to) {
-    Fail(syntaxError,
-         "Implicit conversion from data type {} to {} is not allowed. Use the CONVERT function to run this query.",
+    Fail(257, "Implicit conversion from data type {} to {} is not allowed. Use the CONVERT function to run this query.",
          NameOf(from), NameOf(to));
 }
 
 [[noreturn]] void FailText(std::string_view text, Base from, Base to) {
-    Fail(conversionFailed, "Conversion failed when converting the {} value '{}' to data type {}.", NameOf(from), text,
-         NameOf(to));
+    Fail(245, "Conversion failed when converting the {} value '{}' to data type {}.", NameOf(from), text, NameOf(to));
 }
 
 [[noreturn]] void FailNumber(Base from, Base to) {
-    Fail(conversionFailed, "Error converting data type {} to {}.", NameOf(from), NameOf(to));
+    Fail(8114, "Error converting data type {} to {}.", NameOf(from), NameOf(to));
 }
 
 [[noreturn]] void FailOverflow(Base to) {
-    Fail(dataOverflow, "Arithmetic overflow error converting expression to data type {}.", NameOf(to));
+    Fail(8115, "Arithmetic overflow error converting expression to data type {}.", NameOf(to));
+}
+
+[[noreturn]] void FailTextOverflow(std::string_view text, Base from, Base to) {
+    const bool whole = to != Base::smallint && to != Base::tinyint;
+    Fail(whole ? Native(248) : Native(244), "The conversion of the {} value '{}' overflowed an {} column.",
+         NameOf(from), text,
+         whole                  ? NameOf(to)
+         : to == Base::smallint ? "INT2"
+                                : "INT1");
 }
 
 std::int64_t IntegerFromText(std::string_view text, Base from, Base to) {
@@ -65,8 +68,7 @@ std::int64_t IntegerFromText(std::string_view text, Base from, Base to) {
         FailText(text, from, to);
     }
     if (code == std::errc::result_out_of_range) {
-        Fail(dataOverflow, "The conversion of the {} value '{}' overflowed an {} column.", NameOf(from), text,
-             NameOf(to));
+        FailTextOverflow(text, from, to);
     }
     if (to == Base::bit) {
         return value != 0 ? 1 : 0;
@@ -75,10 +77,7 @@ std::int64_t IntegerFromText(std::string_view text, Base from, Base to) {
                       (to == Base::smallint && value == static_cast<std::int16_t>(value)) ||
                       (to == Base::tinyint && value == static_cast<std::uint8_t>(value));
     if (!fits) {
-        Fail(dataOverflow, "The conversion of the {} value '{}' overflowed an {} column.", NameOf(from), text,
-             to == Base::integer    ? "int"
-             : to == Base::smallint ? "INT2"
-                                    : "INT1");
+        FailTextOverflow(text, from, to);
     }
     return value;
 }
@@ -112,7 +111,7 @@ ExactNumber MoneyFromText(std::string_view text) {
     }
     const std::optional<ExactNumber> number = ExactNumber::Parse(digits);
     if (!number) {
-        Fail(conversionFailed, "Cannot convert a char value to money. The char value has incorrect syntax.");
+        Fail(235, "Cannot convert a char value to money. The char value has incorrect syntax.");
     }
     return *number;
 }
@@ -216,7 +215,7 @@ void FitText(Cell& cell, const Type& to, Surplus surplus) {
         const std::string_view kept = CutText(cell.Bytes(), length, national);
         // Blanks are the one surplus that a column drops in silence.
         if (surplus == Surplus::refuse && cell.Bytes().find_first_not_of(' ', kept.size()) != std::string_view::npos) {
-            Fail(dataTruncated, "String or binary data would be truncated.");
+            Fail(8152, "String or binary data would be truncated.");
         }
         cell.Shorten(kept.size());
         measured = length;
@@ -235,7 +234,7 @@ void FitBytes(Cell& cell, const Type& to, Surplus surplus) {
     const auto length = static_cast<std::size_t>(to.length);
     if (cell.Bytes().size() > length) {
         if (surplus == Surplus::refuse) {
-            Fail(dataTruncated, "String or binary data would be truncated.");
+            Fail(8152, "String or binary data would be truncated.");
         }
         cell.Shorten(length);
     } else if (IsFixedLength(to.base) && cell.Bytes().size() < length) {
@@ -540,7 +539,7 @@ void ToGuid(Cell& cell, const Type& from, const Type& to) {
         guid += c;
     }
     if (guid.size() != 36 || text.size() != 36) {
-        Fail(conversionFailed, "Conversion failed when converting from a character string to uniqueidentifier.");
+        Fail(8169, "Conversion failed when converting from a character string to uniqueidentifier.");
     }
     cell.SetText(std::move(guid));
 }
@@ -566,14 +565,13 @@ std::string FitExact(const ExactNumber& number, const Type& to, Base from) {
         const ExactNumber units = rounded * ExactNumber(10000);
         const std::optional<std::int64_t> value = units.ToInteger();
         if (!value || (to.base == Base::smallmoney && *value != static_cast<std::int32_t>(*value))) {
-            Fail(dataOverflow, "Arithmetic overflow error converting {} to data type {}.", NameOf(from),
-                 NameOf(to.base));
+            Fail(8115, "Arithmetic overflow error converting {} to data type {}.", NameOf(from), NameOf(to.base));
         }
         return rounded.ToText();
     }
     whole = to.precision == 0 ? 38 : whole;
     if (rounded.WholeDigits() > whole) {
-        Fail(dataOverflow, "Arithmetic overflow error converting {} to data type {}.", NameOf(from), NameOf(to.base));
+        Fail(8115, "Arithmetic overflow error converting {} to data type {}.", NameOf(from), NameOf(to.base));
     }
     return rounded.ToText();
 }
@@ -597,7 +595,7 @@ void CheckRange(std::int64_t value, Base base, Base from) {
         return;
     }
     if (base != Base::integer && (from == Base::integer || from == Base::smallint || from == Base::tinyint)) {
-        Fail(dataOverflow, "Arithmetic overflow error for data type {}, value = {}.", NameOf(base), value);
+        Fail(220, "Arithmetic overflow error for data type {}, value = {}.", NameOf(base), value);
     }
     FailOverflow(base);
 }

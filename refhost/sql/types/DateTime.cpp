@@ -278,8 +278,7 @@ private:
 };
 
 [[noreturn]] void FailRange(Base source, Base target) {
-    Fail(host::error_number::conversionFailed,
-         "The conversion of a {} data type to a {} data type resulted in an out-of-range value.", NameOf(source),
+    Fail(242, "The conversion of a {} data type to a {} data type resulted in an out-of-range value.", NameOf(source),
          NameOf(target));
 }
 
@@ -356,8 +355,7 @@ Ticks ParseDate(std::string_view text, Base source, Base target) {
     Calendar calendar;
     switch (DateReader(text).Read(calendar)) {
     case Flaw::syntax:
-        Fail(host::error_number::conversionFailed,
-             "Conversion failed when converting date and/or time from character string.");
+        Fail(241, "Conversion failed when converting date and/or time from character string.");
     case Flaw::range:
         FailRange(source, target);
     case Flaw::none:
@@ -373,7 +371,7 @@ Ticks ParseDate(std::string_view text, Base source, Base target) {
 Ticks RoundDate(Ticks ticks, Base base) {
     const Ticks rounded = RoundUnchecked(ticks, base);
     if (!InYears(rounded, base)) {
-        Fail(dataOverflow, "Arithmetic overflow error converting expression to data type {}.", NameOf(base));
+        Fail(8115, "Arithmetic overflow error converting expression to data type {}.", NameOf(base));
     }
     return rounded;
 }
@@ -454,8 +452,7 @@ std::string FormatDate(Ticks ticks, Base base, int style) {
                                  : fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day,
                                                c.hour, c.minute, c.second, milliseconds);
     default:
-        Fail(host::error_number::syntaxError,
-             "{} is not a valid style number when converting from {} to a character string.", style, NameOf(base));
+        Fail(281, "{} is not a valid style number when converting from {} to a character string.", style, NameOf(base));
     }
 }
 
