@@ -11,22 +11,32 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 #include <stdexcept>
+#include <variant>
 
 namespace cli {
 namespace {
 
+/// Writes each row of each result. Throws the batch's first error once all was written that came with it.
 void RunBatch(const std::string& batch, refhost::Database& database) {
-    const refhost::ResultSet result = database.Query(batch);
-    if (!result.fields) {
-        return;
+    std::optional<host::Error> failure;
+    database.RunBatch(batch, std::nullopt, [&](const refhost::BatchAnswer& answer) {
+        if (const auto* error = std::get_if<host::Error>(&answer); error != nullptr && !failure) {
+            failure = *error;
+        }
+        if (const auto* rows = std::get_if<refhost::ResultSet>(&answer)) {
+            std::string lines;
+            for (std::size_t row = 0; row < rows->rowCount; ++row) {
+                refhost::AppendJsonRow(lines, *rows, row);
+                lines.push_back('\n');
+            }
+            WriteOutput(lines);
+        }
+    });
+    if (failure) {
+        throw host::Error(*failure);
     }
-    std::string lines;
-    for (std::size_t row = 0; row < result.rowCount; ++row) {
-        refhost::AppendJsonRow(lines, result, row);
-        lines.push_back('\n');
-    }
-    WriteOutput(lines);
 }
 
 } // namespace

@@ -6,7 +6,9 @@
 #include "refhost/odbc/Handle.h"
 #include "refhost/odbc/Utf16.h"
 
+#include <chrono>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace refhost::odbc {
@@ -100,6 +102,29 @@ public:
         }
     }
 
+    void RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) override {
+        try {
+            const StatementHandle statement = Run(sql, SecondsOf(limit));
+            do {
+                SQLSMALLINT columns = 0;
+                Check(SQLNumResultCols(statement.get(), &columns), SQL_HANDLE_STMT, statement.get());
+                if (columns > 0) {
+                    ResultSet rows;
+                    ReadAnswer(statement.get(), columns, rows);
+                    sink(std::move(rows));
+                    continue;
+                }
+                SQLLEN written = 0;
+                Check(SQLRowCount(statement.get(), &written), SQL_HANDLE_STMT, statement.get());
+                if (written >= 0) {
+                    sink(RowsWritten{written});
+                }
+            } while (NextAnswer(statement.get()));
+        } catch (const host::Error& error) {
+            sink(error);
+        }
+    }
+
     void BeginTrans() override {
         if (!autocommit_) {
             throw host::Error(host::error_number::unspecified, "Only one transaction can be active on this session.");
@@ -111,9 +136,14 @@ public:
     void RollbackTrans() override { EndTransaction(SQL_ROLLBACK); }
 
 private:
-    StatementHandle Run(std::string_view sql) {
+    /// Whole seconds, a part of one counted as one; 0 is no limit to ODBC.
+    static SQLULEN SecondsOf(TimeLimit limit) {
+        return limit ? static_cast<SQLULEN>(std::chrono::ceil<std::chrono::seconds>(*limit).count()) : 0;
+    }
+
+    StatementHandle Run(std::string_view sql, SQLULEN seconds = statementSeconds) {
         StatementHandle statement = Allocate<StatementHandle>(connection_);
-        SQLSetStmtAttrW(statement.get(), SQL_ATTR_QUERY_TIMEOUT, Number(statementSeconds), 0);
+        SQLSetStmtAttrW(statement.get(), SQL_ATTR_QUERY_TIMEOUT, Number(seconds), 0);
         Utf16Text text = ToUtf16(sql);
         Check(SQLExecDirectW(statement.get(), text.data(), static_cast<SQLINTEGER>(text.size())), SQL_HANDLE_STMT,
               statement.get());

@@ -41,18 +41,45 @@ inline std::string Show(const host::Value& value) {
     return std::visit(Visitor{}, value.storage());
 }
 
+/// The values of a result: separated by a blank, rows by " | ".
+inline std::string ShowRows(const refhost::ResultSet& result) {
+    std::string text;
+    for (std::size_t i = 0; i < result.cells.size(); ++i) {
+        if (i > 0) {
+            text += i % result.fields->size() == 0 ? " | " : " ";
+        }
+        text += Show(result.cells[i]);
+    }
+    return text;
+}
+
+/// All answers of a batch, separated by "; ": "rows(NAMES) VALUES", "N written", "says TEXT", "NUMBER: MESSAGE".
+inline std::string Batch(refhost::Database& db, std::string_view sql, refhost::TimeLimit limit = std::nullopt) {
+    struct Visitor {
+        std::string operator()(const refhost::ResultSet& rows) const {
+            std::string names;
+            for (const host::Field& field : *rows.fields) {
+                names += (names.empty() ? "" : ",") + field.name;
+            }
+            return "rows(" + names + ")" + (rows.rowCount > 0 ? " " + ShowRows(rows) : "");
+        }
+        std::string operator()(refhost::RowsWritten rows) const { return fmt::format("{} written", rows.count); }
+        std::string operator()(const refhost::ServerMessage& message) const { return "says " + message.text; }
+        std::string operator()(const host::Error& error) const {
+            return fmt::format("{}: {}", error.number(), error.description());
+        }
+    };
+    std::string text;
+    db.RunBatch(sql, limit, [&](const refhost::BatchAnswer& answer) {
+        text += (text.empty() ? "" : "; ") + std::visit(Visitor{}, answer);
+    });
+    return text;
+}
+
 /// The whole answer in one text: values separated by a blank, rows by " | "; an error as "NUMBER: MESSAGE".
 inline std::string Answer(refhost::Database& db, std::string_view sql) {
     try {
-        const refhost::ResultSet result = db.Query(sql);
-        std::string text;
-        for (std::size_t i = 0; i < result.cells.size(); ++i) {
-            if (i > 0) {
-                text += i % result.fields->size() == 0 ? " | " : " ";
-            }
-            text += Show(result.cells[i]);
-        }
-        return text;
+        return ShowRows(db.Query(sql));
     } catch (const host::Error& error) {
         return fmt::format("{}: {}", error.number(), error.description());
     }

@@ -205,12 +205,12 @@ void EmbeddedDatabase::Initialize(Schema schema, bool mayCreate) {
 
 int EmbeddedDatabase::CheckTime(void* self) {
     auto* database = static_cast<EmbeddedDatabase*>(self);
-    if (!database->inBatch_) {
+    if (!database->inBatch_ || !database->limit_) {
         return 0;
     }
     const auto now = std::chrono::steady_clock::now();
     if (!database->deadline_) {
-        database->deadline_ = now + database->batchTime_;
+        database->deadline_ = now + *database->limit_;
     }
     return now > *database->deadline_ ? 1 : 0;
 }
@@ -228,21 +228,27 @@ int EmbeddedDatabase::Authorize(void* self, int /*action*/, const char* /*first*
 }
 
 ResultSet EmbeddedDatabase::Query(std::string_view sql) {
-    ResultSet answer;
-    Batch(sql, &answer);
-    return answer;
+    ResultSet first;
+    Batch(sql, [&](BatchAnswer answer) {
+        auto* rows = std::get_if<ResultSet>(&answer);
+        if (rows != nullptr && !first.fields) {
+            first = std::move(*rows);
+        }
+    });
+    return first;
 }
 
 void EmbeddedDatabase::Execute(std::string_view sql) { Batch(sql, nullptr); }
 
-void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
+void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
     constexpr int attempts = 5;
+    limit_ = batchTime_;
     const BatchTime time(inBatch_, deadline_);
     for (int attempt = 1;; ++attempt) {
         try {
             if (const Plan* plan = CachedPlan(sql)) {
                 RequireLiveTransaction();
-                RunPlan(*plan, scanner_.Literals(), answer);
+                RunPlan(*plan, scanner_.Literals(), sink);
                 return;
             }
             Parser parser(sql, options_);
@@ -250,7 +256,7 @@ void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
                 if (!statement->transaction) {
                     RequireLiveTransaction();
                 }
-                RunStatement(*statement, parser.Literals(), answer);
+                RunStatement(*statement, parser.Literals(), sink);
             }
             return;
         } catch (const DuplicateKey& duplicate) {
@@ -263,6 +269,22 @@ void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* answer) {
                 FailOwn(unspecified, "Could not complete the statement because definitions keep changing.");
             }
         }
+    }
+}
+
+void EmbeddedDatabase::RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) {
+    limit_ = limit;
+    const BatchTime time(inBatch_, deadline_);
+    try {
+        Parser parser(sql, options_);
+        for (const Statement& statement : parser.ParseScript()) {
+            if (!statement.transaction) {
+                RequireLiveTransaction();
+            }
+            RunStatement(statement, parser.Literals(), sink);
+        }
+    } catch (const host::Error& error) {
+        sink(error);
     }
 }
 
@@ -314,18 +336,18 @@ void EmbeddedDatabase::PreparePlan(Plan& plan) {
 }
 
 void EmbeddedDatabase::RunStatement(const Statement& statement, const std::vector<Literal>& literals,
-                                    ResultSet* answer) {
+                                    const BatchSink& sink) {
     if (statement.select && statement.select->into) {
-        RunSelectInto(*statement.select, literals);
+        RunSelectInto(*statement.select, literals, sink);
     } else if (statement.select || statement.insert || statement.update || statement.del) {
         const Plan plan = MakePlan(statement, literals);
         try {
-            RunPlan(plan, literals, answer);
+            RunPlan(plan, literals, sink);
         } catch (const DuplicateKey& duplicate) {
             FailDuplicate(duplicate, statement, literals);
         }
     } else if (statement.conditional) {
-        RunConditional(*statement.conditional, literals, answer);
+        RunConditional(*statement.conditional, literals, sink);
     } else if (statement.transaction) {
         RunTransaction(*statement.transaction);
     } else if (statement.setOption) {
@@ -336,16 +358,17 @@ void EmbeddedDatabase::RunStatement(const Statement& statement, const std::vecto
 }
 
 void EmbeddedDatabase::RunConditional(const Conditional& conditional, const std::vector<Literal>& literals,
-                                      ResultSet* answer) {
+                                      const BatchSink& sink) {
     Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
     Plan plan = binder.BindConditionPlan(*conditional.condition);
     PreparePlan(plan);
     ResultSet truth;
-    RunPlan(plan, literals, &truth);
+    BindLiterals(plan, literals);
+    Step(plan, &truth);
     plan.statement.reset();
     const bool holds = *truth.cells.at(0).As<std::int64_t>() != 0;
     for (const Statement& statement : holds ? conditional.then : conditional.otherwise) {
-        RunStatement(statement, literals, answer);
+        RunStatement(statement, literals, sink);
     }
 }
 
@@ -373,7 +396,8 @@ void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vect
     ForgetPlans();
 }
 
-void EmbeddedDatabase::RunSelectInto(const Select& select, const std::vector<Literal>& literals) {
+void EmbeddedDatabase::RunSelectInto(const Select& select, const std::vector<Literal>& literals,
+                                     const BatchSink& sink) {
     Definer definer(db_.get(), *catalog_, session_, literals);
     definitionsChanged_ = true;
     {
@@ -384,7 +408,7 @@ void EmbeddedDatabase::RunSelectInto(const Select& select, const std::vector<Lit
     Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
     Plan plan = binder.BindSelectInto(select, catalog_->Get(*select.into));
     PreparePlan(plan);
-    RunPlan(plan, literals, nullptr);
+    RunPlan(plan, literals, sink);
 }
 
 void EmbeddedDatabase::RunSetOption(const SetOption& option) {
@@ -446,27 +470,36 @@ void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
     }
 }
 
-void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer) {
+void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink) {
     BindLiterals(plan, literals);
-    Step(plan, answer);
+    if (!sink) {
+        return Step(plan, nullptr);
+    }
+    ResultSet rows;
+    Step(plan, &rows);
+    if (rows.fields) {
+        sink(std::move(rows));
+    } else {
+        sink(RowsWritten{sqlite3_changes64(db_.get())});
+    }
 }
 
-void EmbeddedDatabase::Step(const Plan& plan, ResultSet* answer) {
+void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
     sqlite3_stmt* statement = plan.statement.get();
     const Reset reset(statement, runtime_->stepping);
-    const bool read = answer != nullptr && plan.kind == PlanKind::select;
+    const bool read = rows != nullptr && plan.kind == PlanKind::select;
     if (read) {
-        answer->fields = plan.fields;
+        rows->fields = plan.fields;
     }
     int code = 0;
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
         if (!read) {
             continue;
         }
-        ++answer->rowCount;
+        ++rows->rowCount;
         int column = 0;
         for (const Type& type : plan.types) {
-            answer->cells.push_back(ReadValue(statement, column++, type));
+            rows->cells.push_back(ReadValue(statement, column++, type));
         }
     }
     if (code != SQLITE_DONE) {

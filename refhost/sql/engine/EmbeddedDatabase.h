@@ -54,6 +54,7 @@ public:
 
     ResultSet Query(std::string_view sql) override;
     void Execute(std::string_view sql) override;
+    void RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) override;
     void BeginTrans() override;
     void CommitTrans() override;
     void RollbackTrans() override;
@@ -70,12 +71,12 @@ public:
 private:
     void Attach(const Settings& settings);
     void Initialize(Schema schema, bool mayCreate);
-    void Batch(std::string_view sql, ResultSet* answer);
+    void Batch(std::string_view sql, const BatchSink& sink);
     const Plan* CachedPlan(std::string_view sql);
-    void RunStatement(const Statement& statement, const std::vector<Literal>& literals, ResultSet* answer);
-    void RunConditional(const Conditional& conditional, const std::vector<Literal>& literals, ResultSet* answer);
+    void RunStatement(const Statement& statement, const std::vector<Literal>& literals, const BatchSink& sink);
+    void RunConditional(const Conditional& conditional, const std::vector<Literal>& literals, const BatchSink& sink);
     void RunDefinition(const Statement& statement, const std::vector<Literal>& literals);
-    void RunSelectInto(const Select& select, const std::vector<Literal>& literals);
+    void RunSelectInto(const Select& select, const std::vector<Literal>& literals, const BatchSink& sink);
     void RunSetOption(const SetOption& option);
     void RunTransaction(const Transaction& transaction);
     void Save(const std::string& savepoint);
@@ -84,8 +85,9 @@ private:
     void RequireLiveTransaction() const;
     Plan MakePlan(const Statement& statement, const std::vector<Literal>& literals);
     void PreparePlan(Plan& plan);
-    void RunPlan(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer);
-    void Step(const Plan& plan, ResultSet* answer);
+    void RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
+    /// Steps a bound plan to its end; `rows` receives what it selects, unless it is nullptr.
+    void Step(const Plan& plan, ResultSet* rows);
     [[noreturn]] void FailStep(const Plan& plan);
     void NoteIdentity(const Plan& plan);
     /// Completes the error of a duplicate key with the key's value. Throws it.
@@ -106,6 +108,8 @@ private:
     PlanCache plans_;
     std::size_t translations_ = 0;
     std::chrono::milliseconds batchTime_;
+    /// What the batch at hand may take of it.
+    TimeLimit limit_;
     /// When the batch at hand has had its time. It counts from the first check on: short batches look at no clock, and
     /// waiting for another process does not count.
     std::optional<std::chrono::steady_clock::time_point> deadline_;

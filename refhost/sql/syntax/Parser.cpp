@@ -205,6 +205,19 @@ std::optional<Statement> Parser::ParseBatch() {
     return statement;
 }
 
+std::vector<Statement> Parser::ParseScript() {
+    Advance();
+    std::vector<Statement> statements;
+    while (true) {
+        while (AcceptSymbol(";")) {
+        }
+        if (token_.kind == TokenKind::end) {
+            return statements;
+        }
+        statements.push_back(ParseStatement());
+    }
+}
+
 ExpressionPtr Parser::ParseExpressionText() {
     Advance();
     ExpressionPtr expression = ParseValue();

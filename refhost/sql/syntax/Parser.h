@@ -3,6 +3,7 @@
 #include "refhost/sql/syntax/Ast.h"
 #include "refhost/sql/syntax/Lexer.h"
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -13,13 +14,15 @@ struct ParserOptions {
     bool deleteStar = false;
 };
 
-/// Reads one batch: one statement, an optional semicolon, the end. Every member throws SQL Server's syntax errors.
+/// Reads a batch. Every member throws SQL Server's syntax errors.
 class Parser {
 public:
     Parser(std::string_view sql, ParserOptions options);
 
-    /// The batch's statement; nothing for a batch of blanks and comments.
+    /// A batch of one statement, as a class sends it; nothing for a batch of blanks and comments.
     std::optional<Statement> ParseBatch();
+    /// A batch of any number of statements, as a client tool sends it.
+    std::vector<Statement> ParseScript();
     /// An expression alone, the text of a default.
     ExpressionPtr ParseExpressionText();
     /// A condition alone, the text of a check.
