@@ -3,6 +3,7 @@
 kovra_library(refhost/trace ModPub refhost-ado fmt::fmt)
 kovra_library(refhost/ado ModPub refhost-trace fmt::fmt)
 kovra_library(refhost/sql refhost-ado fmt::fmt kovra_sqlite)
+kovra_embed_text(refhost-sql refhost_sql CollationOrder.h ${PROJECT_SOURCE_DIR}/refhost/sql/types/CollationOrder.txt)
 
 kovra_library(refhost/account ModPub refhost-ado)
 file(GLOB account_scripts CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/account/*.sql)

@@ -1,6 +1,7 @@
 #include "refhost/sql/engine/Runtime.h"
 
 #include "ModPub/Text.h"
+#include "refhost/sql/types/CharacterOrder.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -324,9 +325,9 @@ template <char32_t (*Map)(char32_t)> void MapFunction(Call& call) {
     call.Return(mapped);
 }
 
-/// Where `needle` stands in `text` at or behind `from`, letter case ignored; npos if nowhere.
+/// Where `needle` stands in `text` at or behind `from` to the collation; npos if nowhere.
 std::size_t FindFolded(const std::u16string& text, const std::u16string& needle, std::size_t from) {
-    const auto same = [](char16_t left, char16_t right) { return ToLower(left) == ToLower(right); };
+    const auto same = [](char16_t left, char16_t right) { return FoldCharacter(left) == FoldCharacter(right); };
     if (from > text.size()) {
         return std::u16string::npos;
     }
@@ -479,7 +480,7 @@ private:
         bool found = false;
         for (; at < close; ++at) {
             if (at + 2 < close && pattern_[at + 1] == U'-') {
-                found = found || (pattern_[at] <= c && c <= pattern_[at + 2]);
+                found = found || (WeightOf(pattern_[at]) <= WeightOf(c) && WeightOf(c) <= WeightOf(pattern_[at + 2]));
                 at += 2;
             } else {
                 found = found || pattern_[at] == c;
@@ -498,7 +499,7 @@ std::u32string FoldedPoints(std::string_view text) {
     std::u32string points;
     points.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        points += ToLower(NextCodePoint(text, position));
+        points += FoldCharacter(NextCodePoint(text, position));
     }
     return points;
 }

@@ -1,54 +1,29 @@
 #include "refhost/sql/types/Collation.h"
 
 #include "ModPub/Utf8.h"
+#include "refhost/sql/types/CharacterOrder.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 namespace refhost::sql {
 namespace {
 
 constexpr char32_t strangeByte = 0x110000;
 
-/// Capital letters whose small letters lie at a fixed distance (`step` 1), or alternate with them (`step` 2).
-struct CaseRange {
-    char32_t first;
-    char32_t last;
-    std::int32_t distance;
-    int step;
-};
-
-constexpr std::array caseRanges{
-    CaseRange{0x0041, 0x005A, 32, 1},   CaseRange{0x00C0, 0x00D6, 32, 1},   CaseRange{0x00D8, 0x00DE, 32, 1},
-    CaseRange{0x0100, 0x012E, 1, 2},    CaseRange{0x0132, 0x0136, 1, 2},    CaseRange{0x0139, 0x0147, 1, 2},
-    CaseRange{0x014A, 0x0176, 1, 2},    CaseRange{0x0178, 0x0178, -121, 1}, CaseRange{0x0179, 0x017D, 1, 2},
-    CaseRange{0x01CD, 0x01DB, 1, 2},    CaseRange{0x01DE, 0x01EE, 1, 2},    CaseRange{0x01F8, 0x021E, 1, 2},
-    CaseRange{0x0222, 0x0232, 1, 2},    CaseRange{0x0386, 0x0386, 38, 1},   CaseRange{0x0388, 0x038A, 37, 1},
-    CaseRange{0x038C, 0x038C, 64, 1},   CaseRange{0x038E, 0x038F, 63, 1},   CaseRange{0x0391, 0x03A1, 32, 1},
-    CaseRange{0x03A3, 0x03AB, 32, 1},   CaseRange{0x03D8, 0x03EE, 1, 2},    CaseRange{0x0400, 0x040F, 80, 1},
-    CaseRange{0x0410, 0x042F, 32, 1},   CaseRange{0x0460, 0x0480, 1, 2},    CaseRange{0x048A, 0x04BE, 1, 2},
-    CaseRange{0x04C1, 0x04CD, 1, 2},    CaseRange{0x04D0, 0x052E, 1, 2},    CaseRange{0x0531, 0x0556, 48, 1},
-    CaseRange{0x1E00, 0x1E94, 1, 2},    CaseRange{0x1EA0, 0x1EFE, 1, 2},    CaseRange{0x1F08, 0x1F0F, -8, 1},
-    CaseRange{0x2160, 0x216F, 16, 1},   CaseRange{0x24B6, 0x24CF, 26, 1},   CaseRange{0xFF21, 0xFF3A, 32, 1},
-    CaseRange{0x10400, 0x10427, 40, 1},
-};
-
-constexpr std::array<unsigned char, 256> MakeAsciiLower() {
-    std::array<unsigned char, 256> table{};
-    for (std::size_t i = 0; i < table.size(); ++i) {
-        table[i] = static_cast<unsigned char>(i >= 'A' && i <= 'Z' ? i + 32 : i);
-    }
-    return table;
-}
-
-constexpr std::array<unsigned char, 256> asciiLower = MakeAsciiLower();
-
 unsigned char ByteAt(std::string_view text, std::size_t index) { return static_cast<unsigned char>(text[index]); }
 
+/// Without blanks at the end, full-width ones included.
 std::string_view WithoutTrailingBlanks(std::string_view text) {
-    const std::size_t last = text.find_last_not_of(' ');
-    return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+    constexpr std::string_view wideBlank = "\u3000";
+    while (true) {
+        if (!text.empty() && text.back() == ' ') {
+            text.remove_suffix(1);
+        } else if (text.ends_with(wideBlank)) {
+            text.remove_suffix(wideBlank.size());
+        } else {
+            return text;
+        }
+    }
 }
 
 /// A plain decimal number taken apart.
@@ -78,6 +53,83 @@ Number TakeApart(std::string_view text) {
     return number;
 }
 
+/// What hyphens and apostrophes tell of two texts that are alike without them: the text that has one at an earlier
+/// place comes first, and one that has none before all.
+class MinimalOrder {
+public:
+    /// Both texts have one at the same place.
+    void Both(char32_t left, char32_t right) {
+        if (extra_ != 0) {
+            Decide(-extra_);
+        } else if (left != right) {
+            Decide(left < right ? -1 : 1);
+        }
+    }
+    /// The left text (`side` 1) or the right one (-1) alone has one at this place.
+    void One(int side) {
+        if (extra_ == 0) {
+            extra_ = side;
+        } else if (extra_ != side) {
+            Decide(-extra_);
+        }
+    }
+    int Result() const { return decided_ != 0 ? decided_ : extra_; }
+
+private:
+    void Decide(int result) { decided_ = decided_ == 0 ? result : decided_; }
+
+    int extra_ = 0;
+    int decided_ = 0;
+};
+
+bool IsContinuation(std::string_view text, std::size_t index) {
+    return index < text.size() && (ByteAt(text, index) & 0xC0U) == 0x80U;
+}
+
+/// Length of what both texts begin with, cut to whole characters.
+std::size_t CommonPrefix(std::string_view left, std::string_view right) {
+    auto length = static_cast<std::size_t>(std::mismatch(left.begin(), left.end(), right.begin(), right.end()).first -
+                                           left.begin());
+    while (length > 0 && (IsContinuation(left, length) || IsContinuation(right, length))) {
+        --length;
+    }
+    return length;
+}
+
+/// The order of texts where ASCII alone decides it at the place of the first difference; else 0.
+int CompareAscii(std::string_view left, std::string_view right, std::size_t place) {
+    if (place == left.size() || place == right.size() || ((ByteAt(left, place) | ByteAt(right, place)) & 0x80U) != 0) {
+        return 0;
+    }
+    const int leftWeight = character_order::ascii[ByteAt(left, place)];
+    const int rightWeight = character_order::ascii[ByteAt(right, place)];
+    return leftWeight == 0 || rightWeight == 0 ? 0 : leftWeight - rightWeight;
+}
+
+/// A text read character by character, folded.
+class Reader {
+public:
+    Reader(std::string_view text, std::size_t position) : text_(text), position_(position) { Read(); }
+
+    bool AtEnd() const { return atEnd_; }
+    char32_t Character() const { return character_; }
+    bool AtMinimal() const { return !atEnd_ && IsMinimal(character_); }
+    void Read() {
+        atEnd_ = position_ >= text_.size();
+        if (!atEnd_) {
+            const unsigned char byte = ByteAt(text_, position_);
+            character_ = FoldCharacter(byte < 0x80 ? byte : NextCodePoint(text_, position_));
+            position_ += byte < 0x80 ? 1 : 0;
+        }
+    }
+
+private:
+    std::string_view text_;
+    std::size_t position_;
+    char32_t character_ = 0;
+    bool atEnd_ = false;
+};
+
 } // namespace
 
 char32_t NextCodePoint(std::string_view text, std::size_t& position) {
@@ -95,68 +147,54 @@ void AppendCodePoint(std::string& text, char32_t codePoint) {
     }
 }
 
-char32_t ToLower(char32_t codePoint) {
-    if (codePoint < 0x80) {
-        return asciiLower[codePoint];
-    }
-    // Chinese lies between the ranges; answer it at once.
-    if (codePoint >= 0x2500 && codePoint < 0xFF00) {
-        return codePoint;
-    }
-    for (const CaseRange& range : caseRanges) {
-        if (codePoint < range.first) {
-            break;
-        }
-        if (codePoint <= range.last) {
-            if ((codePoint - range.first) % static_cast<char32_t>(range.step) != 0) {
-                return codePoint;
-            }
-            return static_cast<char32_t>(static_cast<std::int32_t>(codePoint) + range.distance);
-        }
-    }
-    return codePoint;
-}
-
-char32_t ToUpper(char32_t codePoint) {
-    for (const CaseRange& range : caseRanges) {
-        const auto capital = static_cast<char32_t>(static_cast<std::int32_t>(codePoint) - range.distance);
-        if (capital >= range.first && capital <= range.last &&
-            (capital - range.first) % static_cast<char32_t>(range.step) == 0) {
-            return capital;
-        }
-    }
-    return codePoint;
-}
-
 int CompareText(std::string_view left, std::string_view right) {
     left = WithoutTrailingBlanks(left);
     right = WithoutTrailingBlanks(right);
-    std::size_t l = 0;
-    std::size_t r = 0;
-    while (l < left.size() && r < right.size()) {
-        const unsigned char leftByte = ByteAt(left, l);
-        const unsigned char rightByte = ByteAt(right, r);
-        if (((leftByte | rightByte) & 0x80U) == 0) {
-            if (leftByte != rightByte) {
-                const int difference = int{asciiLower[leftByte]} - int{asciiLower[rightByte]};
-                if (difference != 0) {
-                    return difference;
+    const std::size_t prefix = CommonPrefix(left, right);
+    if (prefix == left.size() && prefix == right.size()) {
+        return 0;
+    }
+    if (const int order = CompareAscii(left, right, prefix); order != 0) {
+        return order;
+    }
+    Reader l(left, prefix);
+    Reader r(right, prefix);
+    int accents = 0;
+    MinimalOrder minimal;
+    while (true) {
+        const bool leftMinimal = l.AtMinimal();
+        const bool rightMinimal = r.AtMinimal();
+        if (leftMinimal && rightMinimal) {
+            minimal.Both(l.Character(), r.Character());
+            l.Read();
+            r.Read();
+        } else if (leftMinimal) {
+            minimal.One(1);
+            l.Read();
+        } else if (rightMinimal) {
+            minimal.One(-1);
+            r.Read();
+        } else if (l.AtEnd() || r.AtEnd()) {
+            break;
+        } else {
+            if (l.Character() != r.Character()) {
+                const Weight leftWeight = WeightOf(l.Character());
+                const Weight rightWeight = WeightOf(r.Character());
+                if (leftWeight.primary != rightWeight.primary) {
+                    return leftWeight.primary < rightWeight.primary ? -1 : 1;
+                }
+                if (accents == 0) {
+                    accents = leftWeight.secondary < rightWeight.secondary ? -1 : 1;
                 }
             }
-            ++l;
-            ++r;
-            continue;
-        }
-        const char32_t leftPoint = ToLower(NextCodePoint(left, l));
-        const char32_t rightPoint = ToLower(NextCodePoint(right, r));
-        if (leftPoint != rightPoint) {
-            return leftPoint < rightPoint ? -1 : 1;
+            l.Read();
+            r.Read();
         }
     }
-    if (l < left.size()) {
-        return 1;
+    if (l.AtEnd() != r.AtEnd()) {
+        return l.AtEnd() ? -1 : 1;
     }
-    return r < right.size() ? -1 : 0;
+    return accents != 0 ? accents : minimal.Result();
 }
 
 int CompareExact(std::string_view left, std::string_view right) {
@@ -182,7 +220,7 @@ std::string FoldText(std::string_view text) {
     std::string folded;
     folded.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        AppendCodePoint(folded, ToLower(NextCodePoint(text, position)));
+        AppendCodePoint(folded, FoldCharacter(NextCodePoint(text, position)));
     }
     return folded;
 }

@@ -9,8 +9,9 @@ namespace refhost::sql {
 inline constexpr std::string_view textCollation = "KOVRA_TEXT";
 inline constexpr std::string_view exactCollation = "KOVRA_EXACT";
 
-/// Compares as the account database does: blind to letter case and to trailing blanks, else by code point.
-/// Bytes that are no UTF-8 count as one character each. Less than, equal to or greater than 0.
+/// Compares as SQL Server's collation Chinese_PRC_CI_AS does: blind to letter case, width, kind of kana and trailing
+/// blanks; signs, digits, letters, then Chinese by pinyin; an accent counts where nothing else differs, and last of all
+/// a hyphen or apostrophe. Bytes that are no UTF-8 count as one character each. Less than, equal to or greater than 0.
 int CompareText(std::string_view left, std::string_view right);
 
 /// Compares two plain decimal numbers by value: "1.0" equals "1".
