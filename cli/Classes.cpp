@@ -27,4 +27,12 @@ const std::vector<ImportClass>& ImportClasses() {
     return classes;
 }
 
+std::string ClassNames() {
+    std::string names;
+    for (const ImportClass& importClass : ImportClasses()) {
+        names.append(names.empty() ? "" : ", ").append(importClass.name);
+    }
+    return names;
+}
+
 } // namespace cli

@@ -19,4 +19,7 @@ struct ImportClass {
 /// All classes, in the order in which the usage text names them.
 const std::vector<ImportClass>& ImportClasses();
 
+/// The names of all classes, separated by commas.
+std::string ClassNames();
+
 } // namespace cli

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/Console.h"
+
 #include <string>
 #include <vector>
 
@@ -8,10 +10,14 @@ namespace cli {
 /// Exit statuses of the program.
 namespace exit_status {
 inline constexpr int done = 0;
-/// What was asked of the database failed.
+/// Some or all rows were refused; what was asked of the database failed.
 inline constexpr int failed = 1;
 /// The command line or a file is not usable.
 inline constexpr int unusable = 2;
+/// The request was refused as a whole.
+inline constexpr int errorResult = 3;
+/// Interrupted by the user.
+inline constexpr int interrupted = 130;
 } // namespace exit_status
 
 struct TransactArguments {
@@ -46,7 +52,7 @@ struct AccountArguments {
 
 /// Runs a request through a class and writes the result. Each command returns the exit status; it throws
 /// `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
-int RunTransact(const TransactArguments& arguments);
+int RunTransact(const TransactArguments& arguments, Console& console);
 
 /// Queries stock documents and writes the filled envelope. Throws `host::Error` for what the query raises too.
 int RunQuery(const QueryArguments& arguments);

@@ -61,6 +61,11 @@ bool Holds(const auto& ranges, char32_t codePoint) noexcept {
     return range != ranges.end() && range->first <= codePoint;
 }
 
+/// Marks that close what stands before them, and so begin no line.
+bool IsClosing(char32_t codePoint) noexcept {
+    return std::u32string_view(U"、。〉》」』】〕）！，．：；？］｝").find(codePoint) != std::u32string_view::npos;
+}
+
 void AppendEscape(std::string& text, char32_t control) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     text.append("\\x").push_back(digits[(control >> 4) & 0xF]);
@@ -101,6 +106,32 @@ std::size_t DisplayWidth(std::string_view text) noexcept {
         position += character.length;
     }
     return width;
+}
+
+std::string_view TakeLine(std::string_view& rest, std::size_t width) noexcept {
+    std::size_t end = 0;
+    std::size_t lastBreak = 0;
+    bool afterWide = false;
+    for (std::size_t used = 0; end < rest.size();) {
+        const ModPub::Utf8Character character = ModPub::ReadUtf8(rest, end);
+        const std::size_t taken = DisplayWidth(character.codePoint);
+        const bool wideCharacter = taken == 2;
+        if (end > 0 &&
+            (character.codePoint == ' ' || ((afterWide || wideCharacter) && !IsClosing(character.codePoint)))) {
+            lastBreak = end;
+        }
+        used += taken;
+        if (used > width && end > 0) {
+            end = lastBreak > 0 ? lastBreak : end;
+            break;
+        }
+        afterWide = wideCharacter;
+        end += character.length;
+    }
+    const std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(end);
+    rest.remove_prefix(rest.empty() || rest.front() != ' ' ? 0 : 1);
+    return line;
 }
 
 std::string Printable(std::string_view text) {

@@ -1,5 +1,7 @@
 #include "cli/Output.h"
 
+#include "cli/Platform.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
@@ -11,5 +13,7 @@ void WriteOutput(std::string_view text) {
         throw std::system_error(errno, std::generic_category(), "standard output");
     }
 }
+
+void WriteForPeople(std::string_view text) { WriteOutput(platform::ToLocale(text)); }
 
 } // namespace cli

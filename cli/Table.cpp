@@ -1,6 +1,5 @@
 #include "cli/Table.h"
 
-#include "ModPub/Utf8.h"
 #include "cli/DisplayWidth.h"
 
 #include <algorithm>
@@ -14,34 +13,6 @@ namespace {
 
 constexpr std::size_t gap = 2;
 constexpr std::size_t narrowest = 8;
-
-/// Takes from the front of `rest` what fits into `width` columns, at least one character: up to the last blank that
-/// fits, else as much as fits.
-std::string_view TakeLine(std::string_view& rest, std::size_t width) {
-    std::size_t end = 0;
-    std::size_t blank = 0;
-    for (std::size_t used = 0; end < rest.size();) {
-        const ModPub::Utf8Character character = ModPub::ReadUtf8(rest, end);
-        used += DisplayWidth(character.codePoint);
-        if (used > width && end > 0) {
-            if (rest[end] == ' ') {
-                blank = end;
-            }
-            break;
-        }
-        if (character.codePoint == ' ') {
-            blank = end;
-        }
-        end += character.length;
-    }
-    if (end < rest.size() && blank > 0) {
-        end = blank;
-    }
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end);
-    rest.remove_prefix(rest.empty() || rest.front() != ' ' ? 0 : 1);
-    return line;
-}
 
 void AppendCell(std::string& text, std::string_view cell, std::size_t width, Table::Alignment alignment) {
     const std::size_t taken = DisplayWidth(cell);

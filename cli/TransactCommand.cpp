@@ -13,23 +13,19 @@
 namespace cli {
 namespace {
 
-const ImportClass& FindClass(const std::string& name) {
+const ImportClass& FindClass(const std::string& name, const UsageTexts& texts) {
     const std::vector<ImportClass>& classes = ImportClasses();
     const auto found = std::ranges::find(classes, name, &ImportClass::name);
     if (found == classes.end()) {
-        std::string known;
-        for (const ImportClass& importClass : classes) {
-            known.append(known.empty() ? "" : ", ").append(importClass.name);
-        }
-        throw std::runtime_error("unknown class '" + name + "'; the classes are " + known);
+        throw std::runtime_error(Fill(texts.unknownClass, name, ClassNames()));
     }
     return *found;
 }
 
 } // namespace
 
-int RunTransact(const TransactArguments& arguments) {
-    const ImportClass& importClass = FindClass(arguments.className);
+int RunTransact(const TransactArguments& arguments, Console& console) {
+    const ImportClass& importClass = FindClass(arguments.className, console.messages().usage);
     const std::string request = refhost::xml::ReadXmlFile(arguments.request);
     std::optional<refhost::Trace> trace;
     if (!arguments.trace.empty()) {

@@ -16,13 +16,14 @@ target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc r
                               PRIVATE kovra_sanitize)
 
 # The program's commands, apart from main, so that the tests reach them.
-file(GLOB cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)
+file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)
 list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp)
 add_library(cli STATIC ${cli_sources})
-target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost PRIVATE kovra_sanitize)
+target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
+set_property(SOURCE cli/Version.cpp PROPERTY COMPILE_DEFINITIONS
+             KOVRA_VERSION="${PROJECT_VERSION}" KOVRA_ODBC_VERSION="${ODBC_VERSION}")
 add_executable(kovra cli/main.cpp)
-target_link_libraries(kovra PRIVATE cli CLI11::CLI11 kovra_sanitize)
-target_compile_definitions(kovra PRIVATE KOVRA_VERSION="${PROJECT_VERSION}")
+target_link_libraries(kovra PRIVATE cli kovra_sanitize)
 set_target_properties(kovra PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 
 if(KOVRA_TESTS)

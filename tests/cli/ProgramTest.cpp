@@ -42,10 +42,11 @@ protected:
         return text.str();
     }
 
-    /// Runs `kovra ARGUMENTS` in the account's folder.
-    Ended Kovra(const std::string& arguments) const {
-        const std::string command = "cd '" + account_.folder().string() + "' && '" + test::ProgramPath() + "' " +
-                                    arguments + " > out.txt 2> err.txt";
+    /// Runs `kovra ARGUMENTS` in the account's folder, with `environment` ("NAME=VALUE ...") and no locale besides.
+    Ended Kovra(const std::string& arguments, const std::string& environment = {}) const {
+        const std::string command = "cd '" + account_.folder().string() + "' && env -u LC_ALL -u LC_MESSAGES -u LANG " +
+                                    environment + " '" + test::ProgramPath() + "' " + arguments +
+                                    " > out.txt 2> err.txt";
         Ended run;
         run.status = WEXITSTATUS(std::system(command.c_str()));
         run.output = Read(account_.folder() / "out.txt");
@@ -90,13 +91,52 @@ TEST_F(Program, TellsItsUsage) {
     }
 }
 
+TEST_F(Program, TellsItsExitStatusesInTheHelpOfEachCommand) {
+    for (const char* command : {"--help", "transact --help", "account create --help"}) {
+        const Ended run = Kovra(command);
+        for (const char* status : {"\n  0  ", "\n  1  ", "\n  2  ", "\n  3  ", "\n  130  "}) {
+            EXPECT_TRUE(Contains(run.output, status)) << command;
+        }
+    }
+}
+
+TEST_F(Program, SpeaksTheLanguageThatTheLocaleNames) {
+    EXPECT_TRUE(Contains(Kovra("--help").output, "Usage: kovra"));
+    EXPECT_TRUE(Contains(Kovra("--help", "LANG=zh_CN.UTF-8").output, "用法: kovra"));
+    EXPECT_TRUE(Contains(Kovra("--help", "LANG=en_US.UTF-8 LC_MESSAGES=zh_CN.UTF-8").output, "用法: kovra"));
+    EXPECT_TRUE(Contains(Kovra("--help", "LC_ALL=C LC_MESSAGES=zh_CN.UTF-8 LANG=zh_CN.UTF-8").output, "Usage: kovra"));
+    EXPECT_TRUE(Contains(Kovra("--help", "LC_ALL= LANG=zh_CN.UTF-8").output, "用法: kovra"));
+}
+
+TEST_F(Program, SpeaksTheLanguageOfTheOptionWhereverItStands) {
+    EXPECT_TRUE(Contains(Kovra("--lang zh --help").output, "用法: kovra"));
+    EXPECT_TRUE(Contains(Kovra("transact --help --lang=zh").output, "用法: kovra transact"));
+    EXPECT_TRUE(Contains(Kovra("--lang en --help", "LANG=zh_CN.UTF-8").output, "Usage: kovra"));
+    EXPECT_EQ(Kovra("--lang fr --help").status, 2);
+}
+
+TEST_F(Program, TellsTheVersionsOfItsLibraries) {
+    const Ended run = Kovra("--version");
+    for (const char* library : {"\nlibxml2 2.", "\nSQLite 3.", "\nunixODBC 2.", "\nfmt ", "\nCLI11 "}) {
+        EXPECT_TRUE(Contains(run.output, library));
+    }
+}
+
 TEST_F(Program, RefusesACallWithoutCommand) {
     const Ended run = Kovra("");
     EXPECT_EQ(run.status, 2);
-    EXPECT_FALSE(run.error.empty());
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.error, "kovra: a command is missing\nkovra --help tells what there is\n");
 }
 
-TEST_F(Program, RefusesAnUnknownOption) { EXPECT_EQ(Kovra("transact --klass ClsKovra").status, 2); }
+TEST_F(Program, RefusesWhatItDoesNotKnow) {
+    const Ended option = Kovra("transact --klass ClsKovra");
+    EXPECT_EQ(option.status, 2);
+    EXPECT_EQ(option.error, "kovra: --klass is not known here\nkovra transact --help tells what there is\n");
+    const Ended command = Kovra("transakt --lang zh");
+    EXPECT_EQ(command.status, 2);
+    EXPECT_EQ(command.error, "kovra: 无法识别 transakt\n用法见 kovra --help\n");
+}
 
 TEST_F(Program, RefusesAnUnknownClassAndNamesTheClasses) {
     const Ended run = Kovra("transact --class ClsNobody --login login.xml request.xml");

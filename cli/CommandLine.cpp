@@ -1,0 +1,207 @@
+#include "cli/CommandLine.h"
+
+#include "cli/Classes.h"
+#include "cli/Commands.h"
+#include "cli/HelpFormatter.h"
+#include "cli/Output.h"
+#include "cli/Platform.h"
+#include "cli/Version.h"
+
+#include <algorithm>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <fmt/ranges.h>
+
+namespace cli {
+namespace {
+
+/// The language that `--lang` chooses, before anything else is read: the help speaks it too.
+Language ChosenLanguage(std::span<const char* const> arguments) {
+    constexpr std::string_view option = "--lang";
+    for (std::size_t i = 1; i < arguments.size(); ++i) {
+        std::string_view argument = arguments[i];
+        if (argument == option && i + 1 < arguments.size()) {
+            argument = arguments[i + 1];
+        } else if (argument.starts_with(option) && argument.substr(option.size()).starts_with("=")) {
+            argument.remove_prefix(option.size() + 1);
+        } else {
+            continue;
+        }
+        if (const std::optional<Language> language = LanguageNamed(argument)) {
+            return *language;
+        }
+    }
+    return LanguageOfEnvironment();
+}
+
+/// What the command line is read into; it outlives the command.
+struct Arguments {
+    std::string language;
+    TransactArguments transact;
+    QueryArguments query;
+    SqlArguments sql;
+    AccountArguments account;
+    std::function<int(Console&)> command;
+};
+
+class Reader {
+public:
+    Reader(const Messages& messages, Arguments& arguments)
+        : help_(messages.help), usage_(messages.usage), arguments_(arguments) {
+        app_.formatter(std::make_shared<HelpFormatter>(help_));
+        app_.option_defaults()->group(std::string(help_.options));
+        AddHelp(app_);
+        app_.set_version_flag("--version", VersionText, Text(help_.version));
+        AddLanguage(app_);
+        app_.require_subcommand(1);
+        app_.footer(Text(help_.exitStatus));
+        AddTransact();
+        AddQuery();
+        AddSql();
+        AddAccount();
+    }
+
+    CLI::App& app() { return app_; }
+
+private:
+    static std::string Text(std::string_view text) { return std::string(text); }
+
+    CLI::App* AddCommand(CLI::App& parent, const char* name, std::string_view meaning) {
+        CLI::App* const command = parent.add_subcommand(name, Text(meaning));
+        command->group(Text(help_.commands));
+        AddHelp(*command);
+        AddLanguage(*command);
+        return command;
+    }
+    void AddHelp(CLI::App& command) { command.set_help_flag("-h,--help", Text(help_.help)); }
+    void AddLanguage(CLI::App& command) { AddChoice(command, "--lang", arguments_.language, help_.lang, {"zh", "en"}); }
+    /// An option that takes one of a few values.
+    void AddChoice(CLI::App& command, const char* name, std::string& value, std::string_view meaning,
+                   const std::vector<std::string>& choices) {
+        const auto check = [choices,
+                            words = Fill(usage_.wrongValue, fmt::join(choices, ", "))](const std::string& given) {
+            return std::ranges::find(choices, given) == choices.end() ? words : std::string();
+        };
+        command.add_option(name, value, Text(meaning))
+            ->type_name(fmt::format("{}", fmt::join(choices, "|")))
+            ->check(check);
+    }
+    void AddLogin(CLI::App& command, std::string& login) {
+        command.add_option("--login", login, Text(help_.login))->required()->type_name("FILE");
+    }
+    void Runs(CLI::App& command, std::function<int(Console&)> run) {
+        command.callback([this, run = std::move(run)] { arguments_.command = run; });
+    }
+
+    void AddTransact() {
+        TransactArguments& transact = arguments_.transact;
+        CLI::App& command = *AddCommand(app_, "transact", help_.transact);
+        command.add_option("--class", transact.className, Fill(help_.transactClass, ClassNames()))
+            ->required()
+            ->type_name("CLASS");
+        AddLogin(command, transact.login);
+        command.add_option("--trace", transact.trace, Text(help_.trace))->type_name("FILE");
+        command.add_option("REQUEST", transact.request, Text(help_.transactRequest));
+        Runs(command, [&transact](Console& console) { return RunTransact(transact, console); });
+    }
+
+    void AddQuery() {
+        QueryArguments& query = arguments_.query;
+        CLI::App& command = *AddCommand(app_, "query", help_.query);
+        AddLogin(command, query.login);
+        command.add_option("--conditions", query.conditions, Text(help_.queryConditions))->type_name("FILE");
+        command.add_option("--trace", query.trace, Text(help_.trace))->type_name("FILE");
+        command.add_option("ENVELOPE", query.envelope, Text(help_.queryEnvelope));
+        Runs(command, [&query](Console&) { return RunQuery(query); });
+    }
+
+    void AddSql() {
+        SqlArguments& sql = arguments_.sql;
+        CLI::App& command = *AddCommand(app_, "sql", help_.sql);
+        AddLogin(command, sql.login);
+        command.add_option("-e,--execute", sql.statements, Text(help_.sqlExecute))
+            ->allow_extra_args(false)
+            ->type_name("SQL");
+        command.add_option("FILE", sql.files, Text(help_.sqlFiles));
+        Runs(command, [&sql](Console&) {
+            for (std::string& statement : sql.statements) {
+                statement = platform::FromLocale(statement);
+            }
+            return RunSql(sql);
+        });
+    }
+
+    void AddAccount() {
+        AccountArguments& account = arguments_.account;
+        CLI::App& accounts = *AddCommand(app_, "account", help_.account);
+        accounts.require_subcommand(1);
+        CLI::App& command = *AddCommand(accounts, "create", help_.accountCreate);
+        AddLogin(command, account.login);
+        command.add_flag("--demo", account.demo, Text(help_.accountDemo));
+        Runs(command, [&account](Console&) { return RunAccountCreate(account); });
+    }
+
+    const HelpTexts& help_;
+    const UsageTexts& usage_;
+    Arguments& arguments_;
+    CLI::App app_{std::string(help_.program), "kovra"};
+};
+
+/// The command that a usage error is about, as it is called: "kovra transact".
+std::string CommandName(const CLI::App& app) {
+    std::string name = app.get_name();
+    for (const CLI::App* command = &app; !command->get_subcommands().empty();) {
+        command = command->get_subcommands().front();
+        name.append(" ").append(command->get_name());
+    }
+    return name;
+}
+
+/// The option that CLI11's words begin with.
+std::string OptionIn(std::string_view words) { return std::string(words.substr(0, words.find_first_of(": "))); }
+
+std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error, const UsageTexts& texts) {
+    const std::string words = error.what();
+    if (const std::vector<std::string> extras = app.remaining(true); !extras.empty()) {
+        return Fill(texts.unexpected, extras.front());
+    }
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
+        return words.starts_with("-") ? Fill(texts.missingOption, OptionIn(words)) : std::string(texts.missingCommand);
+    }
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr && words.starts_with("-")) {
+        return Fill(texts.missingValue, OptionIn(words));
+    }
+    return words;
+}
+
+} // namespace
+
+Invocation ReadCommandLine(int argc, const char* const* argv) {
+    const std::span<const char* const> texts(argv, static_cast<std::size_t>(argc));
+    Invocation invocation;
+    invocation.language = ChosenLanguage(texts);
+    const Messages& messages = MessagesIn(invocation.language);
+    const auto arguments = std::make_shared<Arguments>();
+    Reader reader(messages, *arguments);
+    CLI::App& app = reader.app();
+    try {
+        app.parse(argc, argv);
+        invocation.command = [arguments](Console& console) { return arguments->command(console); };
+    } catch (const CLI::Success& asked) {
+        const bool version = dynamic_cast<const CLI::CallForVersion*>(&asked) != nullptr;
+        WriteForPeople(version ? asked.what() : app.help());
+    } catch (const CLI::ParseError& error) {
+        Console console(invocation.language);
+        console.Say(Console::Tone::bad, "kovra: ", WhatIsWrong(app, error, messages.usage));
+        console.Say(Fill(messages.usage.seeHelp, CommandName(app)));
+        invocation.status = exit_status::unusable;
+    }
+    return invocation;
+}
+
+} // namespace cli

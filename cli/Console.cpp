@@ -1,0 +1,72 @@
+#include "cli/Console.h"
+
+#include "cli/DisplayWidth.h"
+#include "cli/Platform.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace cli {
+namespace {
+
+/// Whether a terminal may be steered: not one that says it is dumb, and not where NO_COLOR asks for none.
+bool WantsColour() {
+    const char* const terminal = std::getenv("TERM");
+    const char* const noColour = std::getenv("NO_COLOR");
+    return terminal != nullptr && std::string_view(terminal) != "dumb" && (noColour == nullptr || *noColour == '\0');
+}
+
+std::string_view Colour(Console::Tone tone) {
+    switch (tone) {
+    case Console::Tone::good:
+        return "\x1B[32m";
+    case Console::Tone::bad:
+        return "\x1B[31m";
+    case Console::Tone::caution:
+        return "\x1B[33m";
+    case Console::Tone::plain:
+        break;
+    }
+    return {};
+}
+
+void Write(std::string_view text) {
+    const std::string bytes = platform::ToLocale(text);
+    std::fwrite(bytes.data(), 1, bytes.size(), stderr);
+}
+
+} // namespace
+
+Console::Console(Language language)
+    : messages_(MessagesIn(language)), terminal_(platform::IsTerminal(platform::Stream::error)),
+      coloured_(terminal_ && WantsColour()) {}
+
+void Console::Say(Tone tone, std::string_view lead, std::string_view line) {
+    ClearProgress();
+    std::string text;
+    const bool coloured = coloured_ && tone != Tone::plain;
+    text.append(coloured ? Colour(tone) : "").append(Printable(lead)).append(coloured ? "\x1B[0m" : "");
+    text.append(Printable(line)).push_back('\n');
+    Write(text);
+}
+
+void Console::ShowProgress(std::string_view line) {
+    if (!terminal_) {
+        return;
+    }
+    // A line that wrapped would stay behind.
+    if (DisplayWidth(line) < platform::TerminalWidth(platform::Stream::error)) {
+        Write(std::string("\r").append(line).append("\x1B[K"));
+        progressShown_ = true;
+    }
+}
+
+void Console::ClearProgress() {
+    if (progressShown_) {
+        Write("\r\x1B[K");
+        progressShown_ = false;
+    }
+}
+
+} // namespace cli

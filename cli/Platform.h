@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// What the program asks of its platform; everything else in `cli/` is standard C++.
+namespace cli::platform {
+
+enum class Stream { input, output, error };
+
+/// Takes over the user's locale, for its encoding alone: numbers are written as ever.
+void UseLocale();
+
+/// Whether a person sits at the other end of a stream.
+bool IsTerminal(Stream stream) noexcept;
+
+/// Columns of the terminal at a stream; 80 where it does not tell.
+std::size_t TerminalWidth(Stream stream) noexcept;
+
+/// A text in UTF-8 as the locale's terminals read it. What the encoding lacks becomes "?"; bytes that are no UTF-8, as
+/// in names of files, stay as they are. The locale "C" says nothing of its terminal, and the text stays as it is.
+std::string ToLocale(std::string_view text);
+
+/// A text from the command line in UTF-8; as it stands where it is not in the locale's encoding.
+std::string FromLocale(std::string_view text);
+
+/// From now on Ctrl-C and a request to terminate are noted and no longer end the program; a second one does.
+void NoteInterruptions();
+/// Whether one was noted.
+bool Interrupted() noexcept;
+
+/// Creates a file that only its owner can read and write. Throws std::system_error when it is there already or cannot
+/// be written.
+void CreatePrivateFile(const std::string& path, std::string_view text);
+
+/// A file that outlives a crash: what was added is on disk.
+class DurableFile {
+public:
+    /// Opens it for adding at its end; creates it unless it is there. Throws std::system_error.
+    explicit DurableFile(const std::string& path);
+
+    /// Adds `text` and waits until it is on disk. Throws std::system_error.
+    void Add(std::string_view text);
+
+private:
+    struct Close {
+        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+    };
+    std::string path_;
+    std::unique_ptr<std::FILE, Close> file_;
+};
+
+} // namespace cli::platform

@@ -1,0 +1,163 @@
+#include "ModPub/Utf8.h"
+#include "cli/Platform.h"
+
+#include <array>
+#include <cerrno>
+#include <clocale>
+#include <csignal>
+#include <system_error>
+
+#include <fcntl.h>
+#include <iconv.h>
+#include <langinfo.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cli::platform {
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+
+int Descriptor(Stream stream) noexcept {
+    switch (stream) {
+    case Stream::input:
+        return STDIN_FILENO;
+    case Stream::output:
+        return STDOUT_FILENO;
+    case Stream::error:
+        break;
+    }
+    return STDERR_FILENO;
+}
+
+[[noreturn]] void Fail(const std::string& path) {
+    throw std::system_error(errno, std::generic_category(), "'" + path + "'");
+}
+
+/// The locale's encoding; empty where texts need no conversion.
+std::string ForeignEncoding() {
+    const std::string_view encoding = nl_langinfo(CODESET);
+    return encoding == "UTF-8" || encoding == "ANSI_X3.4-1968" ? std::string() : std::string(encoding);
+}
+
+class Converter {
+public:
+    Converter(const std::string& to, const std::string& from) : handle_(iconv_open(to.c_str(), from.c_str())) {}
+    ~Converter() {
+        if (IsOpen()) {
+            iconv_close(handle_);
+        }
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    /// Whether both encodings are known here.
+    bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); } // NOLINT(performance-no-int-to-ptr)
+
+    /// Appends what `from` begins with, as far as it can be converted, and takes it off. False when something is left.
+    bool Append(std::string& to, std::string_view& from) {
+        std::array<char, 4096> block;
+        while (!from.empty()) {
+            // iconv only reads through this pointer; its signature is older than const.
+            char* next = const_cast<char*>(from.data());
+            std::size_t left = from.size();
+            char* end = block.data();
+            std::size_t room = block.size();
+            const bool done = iconv(handle_, &next, &left, &end, &room) != static_cast<std::size_t>(-1);
+            const int reason = errno;
+            to.append(block.data(), end);
+            from.remove_prefix(from.size() - left);
+            if (!done && reason != E2BIG) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    iconv_t handle_;
+};
+
+} // namespace
+
+void UseLocale() { std::setlocale(LC_CTYPE, ""); }
+
+bool IsTerminal(Stream stream) noexcept { return isatty(Descriptor(stream)) == 1; }
+
+std::size_t TerminalWidth(Stream stream) noexcept {
+    constexpr std::size_t usual = 80;
+    winsize size{};
+    return ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
+}
+
+std::string ToLocale(std::string_view text) {
+    const std::string encoding = ForeignEncoding();
+    if (encoding.empty()) {
+        return std::string(text);
+    }
+    Converter converter(encoding, "UTF-8");
+    if (!converter.IsOpen()) {
+        return std::string(text);
+    }
+    std::string converted;
+    while (!converter.Append(converted, text)) {
+        const ModPub::Utf8Character character = ModPub::ReadUtf8(text, 0);
+        converted.append(character.valid ? std::string_view("?") : text.substr(0, 1));
+        text.remove_prefix(character.length);
+    }
+    return converted;
+}
+
+std::string FromLocale(std::string_view text) {
+    const std::string encoding = ForeignEncoding();
+    if (encoding.empty()) {
+        return std::string(text);
+    }
+    Converter converter("UTF-8", encoding);
+    std::string converted;
+    std::string_view rest = text;
+    return converter.IsOpen() && converter.Append(converted, rest) ? converted : std::string(text);
+}
+
+void NoteInterruptions() {
+    struct sigaction action {};
+    action.sa_handler = [](int) { interrupted = 1; };
+    // The second one meets the system's own manner, and calls that it cut short go on.
+    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+bool Interrupted() noexcept { return interrupted != 0; }
+
+void CreatePrivateFile(const std::string& path, std::string_view text) {
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor < 0) {
+        Fail(path);
+    }
+    std::FILE* const file = fdopen(descriptor, "wb");
+    const bool written = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    if (std::fclose(file) != 0 || !written) {
+        Fail(path);
+    }
+}
+
+DurableFile::DurableFile(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "ab")) {
+    if (!file_) {
+        Fail(path_);
+    }
+}
+
+void DurableFile::Add(std::string_view text) {
+    std::FILE* const file = file_.get();
+    if (std::fwrite(text.data(), 1, text.size(), file) != text.size() || std::fflush(file) != 0) {
+        Fail(path_);
+    }
+    // A pipe or a terminal has nothing to wait for.
+    if (fdatasync(fileno(file)) != 0 && errno != EINVAL && errno != EROFS) {
+        Fail(path_);
+    }
+}
+
+} // namespace cli::platform
