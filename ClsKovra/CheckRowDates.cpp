@@ -2,6 +2,7 @@
 #include "ClsKovra/OpeningRow.h"
 #include "ClsKovra/PassesCheck.h"
 #include "ModPub/Conversions.h"
+#include "text/Utf16.h"
 
 #include <array>
 #include <cstddef>
@@ -79,7 +80,7 @@ std::string_view ClsKovra::DatesFailure(const OpeningRow& row) {
         if (!InvCodeIsTorF(row.cInvCode, "bInvBatch")) {
             return "不是批次管理的存货！";
         }
-        if (ModPub::Utf16Length(row.cBatchCode) > maxBatchLength) {
+        if (text::Utf16Length(row.cBatchCode) > maxBatchLength) {
             return "批次超长！";
         }
     }

@@ -1,6 +1,6 @@
 #include "ModPub/Text.h"
 
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 namespace ModPub {
 
@@ -85,9 +85,9 @@ template <char32_t (*map)(char32_t)> std::string MapLetters(std::string_view tex
     std::string result;
     result.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        const Utf8Character character = ReadUtf8(text, position);
+        const text::Utf8Character character = text::ReadUtf8(text, position);
         if (character.valid) {
-            AppendUtf8(result, map(character.codePoint));
+            text::AppendUtf8(result, map(character.codePoint));
         } else {
             result.push_back(text[position]);
         }
@@ -107,15 +107,5 @@ std::string_view Trim(std::string_view text) noexcept {
 
 std::string UpperCase(std::string_view text) { return MapLetters<Upper>(text); }
 std::string LowerCase(std::string_view text) { return MapLetters<Lower>(text); }
-
-std::size_t Utf16Length(std::string_view text) noexcept {
-    std::size_t length = 0;
-    for (std::size_t position = 0; position < text.size();) {
-        const Utf8Character character = ReadUtf8(text, position);
-        length += character.codePoint < 0x10000 ? 1 : 2;
-        position += character.length;
-    }
-    return length;
-}
 
 } // namespace ModPub

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -13,8 +12,5 @@ std::string_view Trim(std::string_view text) noexcept;
 /// Extended-A, Greek, Cyrillic and full-width Latin. Everything else, invalid bytes included, stands as it is.
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
-
-/// Length of `text` (UTF-8) in UTF-16 units, the characters of the run-time; an invalid byte counts as one.
-std::size_t Utf16Length(std::string_view text) noexcept;
 
 } // namespace ModPub

@@ -26,7 +26,7 @@ double Seconds(Clock::time_point begin) { return std::chrono::duration<double>(C
 
 /// Runs the request on an account; throws unless every row was accepted.
 double RunTransact(const Import& import, const std::string& request, const refhost::DatabaseOpener& opener) {
-    refhost::Environment environment(nullptr, opener);
+    refhost::Environment environment(opener);
     refhost::Login login(loginXml, environment);
     const auto importClass = std::ranges::find(cli::ImportClasses(), import.className, &cli::ImportClass::name);
     const Clock::time_point begin = Clock::now();

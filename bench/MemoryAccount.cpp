@@ -42,7 +42,7 @@ private:
 } // namespace
 
 MemoryAccount::MemoryAccount() : database_(refhost::sql::OpenEmbedded(connectionString, refhost::sql::Mode::create)) {
-    refhost::Connection connection(nullptr, Opener());
+    refhost::Connection connection(Opener());
     connection.Open(connectionString, "", "", host::command_option::unspecified);
     refhost::CreateAccount(connection, "001", false);
 }

@@ -90,7 +90,7 @@ void PriceVoucher(benchmark::State& state) {
         bench::MemoryAccount account;
         account.Fill(Account(rows));
         const refhost::DatabaseOpener opener = account.Opener();
-        refhost::Environment environment(nullptr, [&](const std::string& connectionString) {
+        refhost::Environment environment([&](const std::string& connectionString) {
             return std::make_unique<RepetitionClock>(opener(connectionString), repetition);
         });
         refhost::Login login(loginXml, environment);

@@ -33,7 +33,7 @@ std::vector<std::string> Documents(std::int64_t count) {
 void StockQuery(benchmark::State& state) {
     bench::MemoryAccount account;
     account.Fill(Documents(state.range(0)));
-    refhost::Environment environment(nullptr, account.Opener());
+    refhost::Environment environment(account.Opener());
     refhost::Login login(loginXml, environment);
     kovra::ClsKovraProof instance(environment);
     instance.Transact("<q roottag=\"doc\" docid=\"\" proc=\"ADD\"/>", &login);

@@ -13,7 +13,7 @@ namespace cli {
 int RunAccountCreate(const AccountArguments& arguments) {
     refhost::Environment environment;
     const refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
-    refhost::Connection connection(nullptr, refhost::OpenOrCreate());
+    refhost::Connection connection(refhost::OpenOrCreate());
     const std::string connectionString = ModPub::ToText(login.Member("QxDbName"));
     connection.Open(connectionString, "", "", host::command_option::unspecified);
     if (refhost::IsOdbc(connectionString)) {

@@ -1,6 +1,6 @@
 #include "cli/DisplayWidth.h"
 
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -82,7 +82,7 @@ void AppendPrintable(std::string& text, char32_t codePoint) {
     } else if (codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0)) {
         AppendEscape(text, codePoint);
     } else {
-        ModPub::AppendUtf8(text, ModPub::IsSurrogate(codePoint) ? U'\xFFFD' : codePoint);
+        text::AppendUtf8(text, text::IsSurrogate(codePoint) ? U'\xFFFD' : codePoint);
     }
 }
 
@@ -101,7 +101,7 @@ std::size_t DisplayWidth(char32_t codePoint) noexcept {
 std::size_t DisplayWidth(std::string_view text) noexcept {
     std::size_t width = 0;
     for (std::size_t position = 0; position < text.size();) {
-        const ModPub::Utf8Character character = ModPub::ReadUtf8(text, position);
+        const text::Utf8Character character = text::ReadUtf8(text, position);
         width += DisplayWidth(character.codePoint);
         position += character.length;
     }
@@ -113,7 +113,7 @@ std::string_view TakeLine(std::string_view& rest, std::size_t width) noexcept {
     std::size_t lastBreak = 0;
     bool afterWide = false;
     for (std::size_t used = 0; end < rest.size();) {
-        const ModPub::Utf8Character character = ModPub::ReadUtf8(rest, end);
+        const text::Utf8Character character = text::ReadUtf8(rest, end);
         const std::size_t taken = DisplayWidth(character.codePoint);
         const bool wideCharacter = taken == 2;
         if (end > 0 &&
@@ -138,7 +138,7 @@ std::string Printable(std::string_view text) {
     std::string printable;
     printable.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        const ModPub::Utf8Character character = ModPub::ReadUtf8(text, position);
+        const text::Utf8Character character = text::ReadUtf8(text, position);
         AppendPrintable(printable, character.codePoint);
         position += character.length;
     }

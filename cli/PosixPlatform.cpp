@@ -1,5 +1,5 @@
-#include "ModPub/Utf8.h"
 #include "cli/Platform.h"
+#include "text/Utf8.h"
 
 #include <array>
 #include <cerrno>
@@ -102,7 +102,7 @@ std::string ToLocale(std::string_view text) {
     }
     std::string converted;
     while (!converter.Append(converted, text)) {
-        const ModPub::Utf8Character character = ModPub::ReadUtf8(text, 0);
+        const text::Utf8Character character = text::ReadUtf8(text, 0);
         converted.append(character.valid ? std::string_view("?") : text.substr(0, 1));
         text.remove_prefix(character.length);
     }

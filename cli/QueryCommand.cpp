@@ -4,7 +4,7 @@
 #include "cli/Output.h"
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/Traced.h"
 #include "refhost/xml/FileText.h"
 
 #include <optional>
@@ -49,7 +49,7 @@ int RunQuery(const QueryArguments& arguments) {
     if (!arguments.trace.empty()) {
         trace.emplace(arguments.trace);
     }
-    refhost::Environment environment(trace ? &*trace : nullptr);
+    refhost::Traced<refhost::Environment> environment(trace ? &*trace : nullptr);
     const std::unique_ptr<host::DOMDocument> conditionsFile = environment.CreateDOMDocument();
     host::DOMNodeList conditions;
     if (!arguments.conditions.empty()) {

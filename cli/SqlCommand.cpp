@@ -5,8 +5,8 @@
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Batches.h"
 #include "refhost/ado/Connection.h"
+#include "refhost/ado/JsonRow.h"
 #include "refhost/eai/Login.h"
-#include "refhost/trace/JsonRow.h"
 #include "refhost/xml/FileText.h"
 
 #include <algorithm>
@@ -51,7 +51,7 @@ int RunSql(const SqlArguments& arguments) {
     }
     refhost::Environment environment;
     const refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
-    refhost::Connection connection(nullptr, refhost::OpenExisting());
+    refhost::Connection connection(refhost::OpenExisting());
     connection.Open(ModPub::ToText(login.Member("QxDbName")), "", "", host::command_option::unspecified);
     for (const std::string& batch : batches) {
         RunBatch(batch, connection.database());

@@ -3,7 +3,7 @@
 #include "cli/Output.h"
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/Traced.h"
 #include "refhost/xml/FileText.h"
 
 #include <algorithm>
@@ -31,7 +31,7 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     if (!arguments.trace.empty()) {
         trace.emplace(arguments.trace);
     }
-    refhost::Environment environment(trace ? &*trace : nullptr);
+    refhost::Traced<refhost::Environment> environment(trace ? &*trace : nullptr);
     refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
     std::string result = importClass.transact(environment, request, &login);
     if (!result.empty()) {

@@ -1,7 +1,6 @@
 # The embedded account database, the account's schema, and ADO's manners over them; on the targets `fmt::fmt` and
 # `kovra_sqlite`, which each platform defines.
-kovra_library(refhost/trace ModPub refhost-ado fmt::fmt)
-kovra_library(refhost/ado ModPub refhost-trace fmt::fmt)
+kovra_library(refhost/ado ModPub fmt::fmt)
 kovra_library(refhost/sql refhost-ado fmt::fmt kovra_sqlite)
 kovra_embed_text(refhost-sql refhost_sql CollationOrder.h ${PROJECT_SOURCE_DIR}/refhost/sql/types/CollationOrder.txt)
 

@@ -21,7 +21,7 @@ include(cmake/AccountDatabase.cmake)
 
 # On Windows all this serves the tests alone, which run shorter than the optimiser takes.
 if(NOT MSVC)
-  foreach(target kovra_sqlite refhost-ado refhost-trace refhost-sql refhost-account refhost-database)
+  foreach(target kovra_sqlite refhost-ado refhost-sql refhost-account refhost-database)
     target_compile_options(${target} PRIVATE -O1)
   endforeach()
 endif()

@@ -44,7 +44,7 @@ void Account::Make() {
     database_.reset();
     database_ = std::make_unique<refhost::sql::EmbeddedDatabase>(refhost::sql::EmbeddedDatabase::Settings{
         .file = ":memory:", .deleteStar = true, .mode = refhost::sql::Mode::create});
-    refhost::Connection connection(nullptr, Opener());
+    refhost::Connection connection(Opener());
     connection.Open("", "", "", host::command_option::unspecified);
     refhost::CreateAccount(connection, "001", true);
     sqlite3_update_hook(database_->Handle(), NoteChange, this);

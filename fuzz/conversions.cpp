@@ -1,7 +1,6 @@
 // Any text, and any double, through the run-time's conversions.
 #include "ModPub/Conversions.h"
 
-#include "ModPub/Utf16.h"
 #include "fuzz/Require.h"
 #include "host/Error.h"
 
@@ -107,14 +106,6 @@ void CheckText(std::string_view text) {
     Require(upper.size() == text.size() && lower.size() == text.size(), "letter case changes the length", text);
     const std::string_view trimmed = ModPub::Trim(text);
     Require(trimmed.empty() || (trimmed.front() != ' ' && trimmed.back() != ' '), "Trim leaves blanks", text);
-
-    const std::u16string units = ModPub::ToUtf16<char16_t>(text);
-    Require(units.size() == ModPub::Utf16Length(text), "Utf16Length counts otherwise", text);
-    const std::string again = ModPub::FromUtf16(std::u16string_view(units));
-    Require(ModPub::ToUtf16<char16_t>(again) == units, "UTF-16 does not come back", text);
-    if (ModPub::IsUtf8(text)) {
-        Require(again == text, "UTF-8 does not come back", text);
-    }
 }
 
 } // namespace

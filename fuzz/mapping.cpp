@@ -34,7 +34,7 @@ void Convert(refhost::Environment& environment, host::Connection& connection, co
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static fuzz::Account account;
-    static refhost::Environment environment(nullptr, account.Opener());
+    static refhost::Environment environment(account.Opener());
     static const std::unique_ptr<host::Connection> connection = [] {
         auto opened = environment.CreateConnection();
         opened->Open("", "", "", host::command_option::unspecified);

@@ -14,7 +14,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static fuzz::Account account;
-    static refhost::Environment environment(nullptr, account.Opener());
+    static refhost::Environment environment(account.Opener());
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::size_t end = text.find('\0');
 

@@ -61,7 +61,7 @@ void CheckResult(const std::string& result) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static fuzz::Account account;
-    static refhost::Environment environment(nullptr, account.Opener());
+    static refhost::Environment environment(account.Opener());
     static const std::set<std::string> tablesBefore = account.Tables();
     if (size == 0) {
         return 0;

@@ -32,18 +32,16 @@ std::optional<std::string> OwnMapping(const std::string& name) {
 
 } // namespace
 
-Environment::Environment(Trace* trace, DatabaseOpener opener)
-    : trace_(trace), opener_(std::move(opener)), mappings_(*this, OwnMapping), componentConnection_(*this) {}
+Environment::Environment(DatabaseOpener opener)
+    : opener_(std::move(opener)), mappings_(*this, OwnMapping), componentConnection_(*this) {}
 
 Environment::~Environment() = default;
 
 std::unique_ptr<host::DOMDocument> Environment::CreateDOMDocument() { return xml::CreateDocument(); }
 
-std::unique_ptr<host::Connection> Environment::CreateConnection() {
-    return std::make_unique<Connection>(trace_, opener_);
-}
+std::unique_ptr<host::Connection> Environment::CreateConnection() { return std::make_unique<Connection>(opener_); }
 
-std::unique_ptr<host::Recordset> Environment::CreateRecordset() { return std::make_unique<Recordset>(trace_); }
+std::unique_ptr<host::Recordset> Environment::CreateRecordset() { return std::make_unique<Recordset>(); }
 
 host::EaiHelper& Environment::GetEaiHelper() {
     if (!eaiHelper_) {

@@ -9,15 +9,12 @@
 
 namespace refhost {
 
-class Trace;
-
 /// The world without the ERP: documents on libxml2, account databases, and stand-ins of the host's components.
 /// An environment and what it creates belong to one thread.
 class Environment : public host::Environment {
 public:
-    /// @param trace where to note what is asked of the databases, or nullptr; it outlives everything created here
     /// @param opener how its connections open their databases
-    explicit Environment(Trace* trace = nullptr, DatabaseOpener opener = OpenExisting());
+    explicit Environment(DatabaseOpener opener = OpenExisting());
     ~Environment() override;
 
     std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;
@@ -33,7 +30,6 @@ public:
     void ShowMessage(std::string_view text) override;
 
 private:
-    Trace* trace_;
     DatabaseOpener opener_;
     std::unique_ptr<host::EaiHelper> eaiHelper_;
     std::unique_ptr<host::RsXmlHelper> rsXmlHelper_;

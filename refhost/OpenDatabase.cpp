@@ -1,12 +1,13 @@
 #include "refhost/OpenDatabase.h"
 
-#include "refhost/ado/ConnectionString.h"
 #include "refhost/odbc/OdbcDatabase.h"
+#include "text/ConnectionString.h"
 
 namespace refhost {
 
 bool IsOdbc(std::string_view connectionString) {
-    return ConnectionStringValue(connectionString, "Driver") || ConnectionStringValue(connectionString, "DSN");
+    return text::ConnectionStringValue(connectionString, "Driver") ||
+           text::ConnectionStringValue(connectionString, "DSN");
 }
 
 std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, OpenMode mode) {

@@ -1,7 +1,6 @@
 #include "refhost/ado/Connection.h"
 
 #include "refhost/ado/AdoErrors.h"
-#include "refhost/trace/Trace.h"
 
 namespace refhost {
 
@@ -15,53 +14,29 @@ Connection::~Connection() {
     }
 }
 
-void Connection::Open(const std::string& connectionString, const std::string& userId, const std::string& password,
-                      int options) {
-    Traced(
-        [&] {
-            if (database_) {
-                RaiseObjectOpen();
-            }
-            database_ = opener_(connectionString);
-        },
-        [&](Trace::Result result) {
-            if (trace_ != nullptr) {
-                trace_->Connect(connectionString, userId, password, options, result);
-            }
-        });
+void Connection::Open(const std::string& connectionString, const std::string& /*userId*/,
+                      const std::string& /*password*/, int /*options*/) {
+    if (database_) {
+        RaiseObjectOpen();
+    }
+    database_ = opener_(connectionString);
 }
 
-void Connection::Execute(std::string_view commandText, int options) {
-    Traced([&] { database().Execute(commandText); },
-           [&](Trace::Result result) {
-               if (trace_ != nullptr) {
-                   trace_->Execute(commandText, options, result);
-               }
-           });
-}
+void Connection::Execute(std::string_view commandText, int /*options*/) { database().Execute(commandText); }
 
 void Connection::BeginTrans() {
-    Transaction("BeginTrans", &Database::BeginTrans);
+    database().BeginTrans();
     inTransaction_ = true;
 }
 
 void Connection::CommitTrans() {
-    Transaction("CommitTrans", &Database::CommitTrans);
+    database().CommitTrans();
     inTransaction_ = false;
 }
 
 void Connection::RollbackTrans() {
-    Transaction("RollbackTrans", &Database::RollbackTrans);
+    database().RollbackTrans();
     inTransaction_ = false;
-}
-
-void Connection::Transaction(std::string_view operation, void (Database::*member)()) {
-    Traced([&] { (database().*member)(); },
-           [&](Trace::Result result) {
-               if (trace_ != nullptr) {
-                   trace_->Transaction(operation, result);
-               }
-           });
 }
 
 Database& Connection::database() {

@@ -8,14 +8,11 @@
 
 namespace refhost {
 
-class Trace;
-
 /// ADO's manners of a connection over any kind of account database: the connection string chooses it.
 class Connection : public host::Connection {
 public:
-    /// @param trace where to note what is asked, or nullptr
     /// @param opener how the database is opened
-    Connection(Trace* trace, DatabaseOpener opener) : trace_(trace), opener_(std::move(opener)) {}
+    explicit Connection(DatabaseOpener opener) : opener_(std::move(opener)) {}
     ~Connection() override;
 
     void Open(const std::string& connectionString, const std::string& userId, const std::string& password,
@@ -29,9 +26,6 @@ public:
     Database& database();
 
 private:
-    void Transaction(std::string_view operation, void (Database::*member)());
-
-    Trace* trace_;
     DatabaseOpener opener_;
     std::unique_ptr<Database> database_;
     bool inTransaction_ = false;

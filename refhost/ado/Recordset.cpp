@@ -1,10 +1,10 @@
 #include "refhost/ado/Recordset.h"
 
+#include "host/Forwarding.h"
 #include "refhost/ado/AdoErrors.h"
 #include "refhost/ado/Connection.h"
 #include "refhost/ado/RowsetXml.h"
-#include "refhost/ado/SameName.h"
-#include "refhost/trace/Trace.h"
+#include "text/SameName.h"
 
 #include <algorithm>
 
@@ -18,22 +18,13 @@ void Recordset::SetCursorLocation(host::CursorLocation location) {
 }
 
 void Recordset::Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
-                     host::LockType lockType, int options) {
-    Traced(
-        [&] {
-            if (IsOpen()) {
-                RaiseObjectOpen();
-            }
-            result_ = dynamic_cast<Connection&>(connection).database().Query(source);
-            row_ = 0;
-            forwardOnly_ = cursorType == host::CursorType::forwardOnly && location_ == host::CursorLocation::server;
-        },
-        [&](Trace::Result result) {
-            if (trace_ != nullptr) {
-                trace_->Open(source, static_cast<int>(cursorType), static_cast<int>(lockType), options,
-                             static_cast<int>(location_), result);
-            }
-        });
+                     host::LockType /*lockType*/, int /*options*/) {
+    if (IsOpen()) {
+        RaiseObjectOpen();
+    }
+    result_ = dynamic_cast<Connection&>(host::Undecorated(connection)).database().Query(source);
+    row_ = 0;
+    forwardOnly_ = cursorType == host::CursorType::forwardOnly && location_ == host::CursorLocation::server;
 }
 
 void Recordset::Close() {
@@ -76,7 +67,7 @@ const host::Field& Recordset::FieldAt(std::size_t index) const {
 std::size_t Recordset::FieldIndex(std::string_view name) const {
     const Fields& fields = OpenFields();
     const auto found =
-        std::ranges::find_if(fields, [&](const host::Field& field) { return SameName(field.name, name); });
+        std::ranges::find_if(fields, [&](const host::Field& field) { return text::SameName(field.name, name); });
     if (found == fields.end()) {
         RaiseItemNotFound();
     }

@@ -5,14 +5,9 @@
 
 namespace refhost {
 
-class Trace;
-
 /// ADO's manners of a recordset over any kind of account database. Every cursor reads its answer whole.
 class Recordset : public host::Recordset {
 public:
-    /// @param trace where to note what is asked, or nullptr
-    explicit Recordset(Trace* trace) : trace_(trace) {}
-
     void SetCursorLocation(host::CursorLocation location) override;
     host::CursorLocation GetCursorLocation() const override { return location_; }
     void Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
@@ -33,7 +28,6 @@ public:
 private:
     const Fields& OpenFields() const;
 
-    Trace* trace_;
     host::CursorLocation location_ = host::CursorLocation::server;
     /// Whether the cursor is a forward-only one on the server, which does not count its rows.
     bool forwardOnly_ = false;

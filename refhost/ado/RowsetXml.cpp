@@ -1,10 +1,10 @@
 #include "refhost/ado/RowsetXml.h"
 
 #include "ModPub/Dates.h"
-#include "ModPub/Utf8.h"
 #include "ModPub/XmlText.h"
 #include "host/Error.h"
 #include "refhost/ado/AdoTypes.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -56,7 +56,7 @@ bool IsAttributeName(std::string_view name) {
     if (name.empty() || name == "xmlns")
         return false;
     for (std::size_t at = 0; at < name.size();) {
-        const auto [codePoint, length, valid] = ModPub::ReadUtf8(name, at);
+        const auto [codePoint, length, valid] = text::ReadUtf8(name, at);
         if (!valid || !(at == 0 ? IsLetter(codePoint) : IsNameCharacter(codePoint)))
             return false;
         at += length;

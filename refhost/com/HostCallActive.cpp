@@ -1,4 +1,4 @@
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 
 /// Whether the calling thread is inside a component's work for itself: 1 or 0. A database layer in the same process
 /// that traces what is asked of it tells by this what the host asked and what its caller did.

@@ -3,7 +3,7 @@
 #include "ModPub/Numbers.h"
 #include "ModPub/RuntimeErrors.h"
 #include "host/Environment.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 
 #include <array>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/Environment.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 
 #include <memory>
 #include <string>

@@ -3,8 +3,8 @@
 #include "ModPub/Conversions.h"
 #include "ModPub/Lookup.h"
 #include "ModPub/XmlText.h"
-#include "refhost/ado/SameName.h"
 #include "refhost/ia/SqlText.h"
+#include "text/SameName.h"
 
 #include <algorithm>
 #include <array>
@@ -28,7 +28,7 @@ std::vector<Column> StoredColumns(const host::DOMDocument& records) {
     std::vector<Column> columns;
     for (const host::DOMNodePtr& type : records.SelectNodes("/xml/s:Schema/s:ElementType/s:AttributeType")) {
         const std::string name = type->GetAttribute("name").value_or("");
-        const auto isColumn = [&](std::string_view other) { return SameName(name, other); };
+        const auto isColumn = [&](std::string_view other) { return text::SameName(name, other); };
         if (std::ranges::any_of(notStored, isColumn)) {
             continue;
         }

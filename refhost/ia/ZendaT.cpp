@@ -4,7 +4,7 @@
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/VouchData.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 
 namespace refhost {
 

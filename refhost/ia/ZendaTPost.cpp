@@ -3,7 +3,7 @@
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/ZendaT.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 
 namespace refhost {
 namespace {

@@ -4,7 +4,7 @@
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/Stock.h"
 #include "refhost/ia/ZendaT.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 
 #include <array>
 #include <optional>

@@ -2,7 +2,7 @@
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/Stock.h"
 #include "refhost/ia/ZendaT.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 
 namespace refhost {
 namespace {

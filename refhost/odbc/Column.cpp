@@ -1,8 +1,8 @@
 #include "refhost/odbc/Column.h"
 
-#include "refhost/ado/SameName.h"
 #include "refhost/odbc/Diagnostics.h"
 #include "refhost/odbc/Utf16.h"
+#include "text/SameName.h"
 
 #include <algorithm>
 #include <array>
@@ -163,7 +163,7 @@ Column DescribeColumn(SQLHSTMT statement, SQLUSMALLINT index) {
         column.field.precision = static_cast<int>(size);
         column.field.scale = digits;
         if (const std::string typeName = TypeName(statement, index);
-            SameName(typeName, "money") || SameName(typeName, "smallmoney")) {
+            text::SameName(typeName, "money") || text::SameName(typeName, "smallmoney")) {
             column.field = {
                 .name = std::move(column.field.name), .type = FieldType::currency, .nullable = column.field.nullable};
             column.reading = Reading::money;

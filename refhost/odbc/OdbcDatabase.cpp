@@ -1,10 +1,10 @@
 #include "refhost/odbc/OdbcDatabase.h"
 
-#include "refhost/ado/ConnectionString.h"
 #include "refhost/odbc/Column.h"
 #include "refhost/odbc/Diagnostics.h"
 #include "refhost/odbc/Handle.h"
 #include "refhost/odbc/Utf16.h"
+#include "text/ConnectionString.h"
 
 #include <chrono>
 #include <optional>
@@ -42,7 +42,7 @@ EnvironmentHandle AllocateEnvironment() {
 host::Error WithoutPassword(const host::Error& error, const std::string& connectionString) {
     std::string message = error.description();
     for (const std::string_view key : {"Pwd", "Password"}) {
-        const std::optional<std::string> password = ConnectionStringValue(connectionString, key);
+        const std::optional<std::string> password = text::ConnectionStringValue(connectionString, key);
         if (!password || password->empty()) {
             continue;
         }

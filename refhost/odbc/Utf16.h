@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/Utf16.h"
+
 #include <string>
 #include <string_view>
 
@@ -12,9 +14,9 @@ using Utf16View = std::basic_string_view<SQLWCHAR>;
 using Utf16Text = std::basic_string<SQLWCHAR>;
 
 /// The text in UTF-8; a lone surrogate takes its three-byte form.
-std::string ToUtf8(Utf16View text);
+inline std::string ToUtf8(Utf16View text) { return text::FromUtf16(text); }
 
 /// The text in UTF-16; a byte that begins no character becomes U+FFFD.
-Utf16Text ToUtf16(std::string_view text);
+inline Utf16Text ToUtf16(std::string_view text) { return text::ToUtf16<SQLWCHAR>(text); }
 
 } // namespace refhost::odbc

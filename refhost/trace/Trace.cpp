@@ -1,7 +1,8 @@
 #include "refhost/trace/Trace.h"
 
-#include "refhost/ado/ConnectionString.h"
-#include "refhost/trace/Json.h"
+#include "refhost/trace/HostCall.h"
+#include "text/ConnectionString.h"
+#include "text/Json.h"
 
 #include <cerrno>
 #include <system_error>
@@ -11,7 +12,7 @@ namespace {
 
 void AppendMember(std::string& line, std::string_view name, std::string_view text) {
     line.append(line.size() > 1 ? ",\"" : "\"").append(name).append("\":");
-    AppendJsonString(line, text);
+    text::AppendJsonString(line, text);
 }
 
 void AppendMember(std::string& line, std::string_view name, int number) {
@@ -31,7 +32,7 @@ void Trace::Connect(std::string_view connection, std::string_view user, std::str
                     Result result) {
     line_ = "{";
     AppendMember(line_, "op", "Connect");
-    AppendMember(line_, "connection", MaskPasswords(connection));
+    AppendMember(line_, "connection", text::MaskPasswords(connection));
     AppendMember(line_, "user", user);
     AppendMember(line_, "password", password.empty() ? "" : "***");
     AppendMember(line_, "options", options);

@@ -9,21 +9,6 @@
 
 namespace refhost {
 
-/// Marks, as long as it lives, what this thread asks of the database as asked by a host component for itself.
-class HostCall {
-public:
-    HostCall() noexcept { ++living_; }
-    ~HostCall() { --living_; }
-    HostCall(const HostCall&) = delete;
-    HostCall& operator=(const HostCall&) = delete;
-
-    /// Whether one lives on this thread.
-    static bool Active() noexcept { return living_ > 0; }
-
-private:
-    static inline thread_local int living_ = 0;
-};
-
 /// Writes everything that is asked of the databases to a file, one JSON object a line.
 /// Passwords inside connection strings are masked.
 class Trace {
@@ -57,16 +42,5 @@ private:
     std::unique_ptr<std::FILE, Close> file_;
     std::string line_;
 };
-
-/// Runs `operation` and passes its result, success or the error's number, to `note`; an error goes on its way.
-template <class Operation, class Note> void Traced(const Operation& operation, const Note& note) {
-    try {
-        operation();
-    } catch (const host::Error& error) {
-        note(error.number());
-        throw;
-    }
-    note(0);
-}
 
 } // namespace refhost

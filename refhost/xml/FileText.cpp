@@ -1,6 +1,7 @@
 #include "refhost/xml/FileText.h"
 
-#include "ModPub/Utf8.h"
+#include "text/SameName.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <array>
@@ -37,11 +38,6 @@ constexpr std::array<Mark, 2> wideStarts = {{
     {std::string_view("\0<", 2), "UTF-16BE"},
 }};
 
-bool SameName(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::ranges::equal(a, b, {}, lower, lower);
-}
-
 /// Converts bytes with iconv.
 std::string Convert(std::string_view bytes, const std::string& encoding) {
     // iconv's own value for failure.
@@ -71,12 +67,12 @@ std::string Convert(std::string_view bytes, const std::string& encoding) {
 }
 
 std::string Decode(std::string_view bytes, const std::string& encoding) {
-    if (SameName(encoding, "UTF-8") || SameName(encoding, "UTF8")) {
-        if (!ModPub::IsUtf8(bytes))
+    if (text::SameName(encoding, "UTF-8") || text::SameName(encoding, "UTF8")) {
+        if (!text::IsUtf8(bytes))
             throw std::runtime_error("the file is not valid UTF-8");
         return std::string(bytes);
     }
-    if (SameName(encoding, "GB2312") || SameName(encoding, "GBK"))
+    if (text::SameName(encoding, "GB2312") || text::SameName(encoding, "GBK"))
         return Convert(bytes, "CP936");
     return Convert(bytes, encoding);
 }
@@ -166,7 +162,7 @@ std::string DecodeXmlBytes(std::string_view bytes) {
     }
     const std::string declared = DeclaredEncoding(bytes);
     // The declaration could be read byte by byte, so these are no 16-bit characters.
-    if (SameName(declared.substr(0, 6), "UTF-16"))
+    if (text::SameName(declared.substr(0, 6), "UTF-16"))
         throw std::runtime_error("the declaration names '" + declared + "', but the file is not in it");
     return Decode(bytes, declared.empty() ? "UTF-8" : declared);
 }

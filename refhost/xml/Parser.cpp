@@ -1,7 +1,7 @@
 #include "refhost/xml/Parser.h"
 
-#include "ModPub/Utf8.h"
 #include "refhost/xml/PrefixScope.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <cstring>
@@ -256,7 +256,7 @@ int Builder::Read(void* context, char* buffer, int length) {
 }
 
 ParseResult Builder::Run() {
-    if (source_.find('\0') != std::string_view::npos || !ModPub::IsUtf8(source_))
+    if (source_.find('\0') != std::string_view::npos || !text::IsUtf8(source_))
         return {nullptr, "The text is not valid UTF-8."};
 
     xmlSAXHandler handler = Handler();

@@ -1,7 +1,7 @@
 #include "refhost/xml/Path.h"
 
-#include "ModPub/Utf8.h"
 #include "host/Error.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <string>
@@ -16,7 +16,7 @@ constexpr std::size_t maxSteps = 64;
 
 bool IsName(std::string_view text) {
     const std::string terminated(text);
-    return text.find('\0') == std::string_view::npos && ModPub::IsUtf8(text) &&
+    return text.find('\0') == std::string_view::npos && text::IsUtf8(text) &&
            xmlValidateQName(reinterpret_cast<const xmlChar*>(terminated.c_str()), 0) == 0;
 }
 

@@ -1,5 +1,6 @@
 #include "server/adapters/AdoConnection.h"
 
+#include "host/Forwarding.h"
 #include "server/adapters/ProgIds.h"
 
 namespace server {
@@ -20,8 +21,8 @@ void AdoConnection::BeginTrans() { connection_.Call(L"BeginTrans"); }
 void AdoConnection::CommitTrans() { connection_.Call(L"CommitTrans"); }
 void AdoConnection::RollbackTrans() { connection_.Call(L"RollbackTrans"); }
 
-const DispatchObject& ComConnection(const host::Connection& connection) {
-    const auto* own = dynamic_cast<const AdoConnection*>(&connection);
+const DispatchObject& ComConnection(host::Connection& connection) {
+    const auto* own = dynamic_cast<const AdoConnection*>(&host::Undecorated(connection));
     if (!own)
         RaiseTypeMismatch();
     return own->connection();

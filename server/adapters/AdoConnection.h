@@ -27,6 +27,6 @@ private:
 };
 
 /// The COM object behind `connection`. Throws error 13 for a connection that is not ADO's.
-const DispatchObject& ComConnection(const host::Connection& connection);
+const DispatchObject& ComConnection(host::Connection& connection);
 
 } // namespace server

@@ -1,6 +1,7 @@
 #include "server/adapters/AdoRecordset.h"
 
 #include "ModPub/Text.h"
+#include "host/Forwarding.h"
 #include "server/adapters/AdoConnection.h"
 #include "server/adapters/ProgIds.h"
 #include "server/adapters/XmlDocument.h"
@@ -123,8 +124,8 @@ const AdoRecordset::Column& AdoRecordset::ColumnAt(std::size_t index) const {
     return columns[index];
 }
 
-const DispatchObject& ComRecordset(const host::Recordset& recordset) {
-    const auto* own = dynamic_cast<const AdoRecordset*>(&recordset);
+const DispatchObject& ComRecordset(host::Recordset& recordset) {
+    const auto* own = dynamic_cast<const AdoRecordset*>(&host::Undecorated(recordset));
     if (!own)
         RaiseTypeMismatch();
     return own->recordset();

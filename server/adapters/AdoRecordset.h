@@ -50,6 +50,6 @@ private:
 };
 
 /// The COM object behind `recordset`. Throws error 13 for a recordset that is not ADO's.
-const DispatchObject& ComRecordset(const host::Recordset& recordset);
+const DispatchObject& ComRecordset(host::Recordset& recordset);
 
 } // namespace server

@@ -1,5 +1,6 @@
 #include "server/adapters/ComVoucherComponents.h"
 
+#include "host/Forwarding.h"
 #include "server/adapters/AdoConnection.h"
 #include "server/adapters/AdoRecordset.h"
 #include "server/adapters/ProgIds.h"
@@ -23,8 +24,8 @@ VariantHolder Holder(const DispatchObject& object) { return VariantHolder(object
 VariantHolder Holder(const host::DOMDocument& document) {
     return VariantHolder(static_cast<IDispatch*>(ComDocument(document).Get()));
 }
-VariantHolder Holder(const host::Connection& connection) { return Holder(ComConnection(connection)); }
-VariantHolder Holder(const host::Recordset& recordset) { return Holder(ComRecordset(recordset)); }
+VariantHolder Holder(host::Connection& connection) { return Holder(ComConnection(connection)); }
+VariantHolder Holder(host::Recordset& recordset) { return Holder(ComRecordset(recordset)); }
 VariantHolder Holder(const host::HostLogin& login) { return Holder(ComObject(login)); }
 
 /// A text that an operation may fill: goes along by reference, and comes back when the call has succeeded.
@@ -190,7 +191,7 @@ void ComZendaT::OpenDBS(host::Recordset& recordset, host::Connection& connection
     VariantHolder text(sql);
     companion_.Call(L"OpenDBS", VariantHolder::ByReference(recordsetObject),
                     VariantHolder::ByReference(connectionObject), VariantHolder::ByReference(text));
-    dynamic_cast<AdoRecordset&>(recordset).Refresh();
+    dynamic_cast<AdoRecordset&>(host::Undecorated(recordset)).Refresh();
 }
 
 void ComZendaT::Update(std::string_view workTable, std::string_view resultTable,

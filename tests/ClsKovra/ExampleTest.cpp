@@ -32,9 +32,9 @@ std::vector<std::string> Outcomes(const std::string& result) {
 TEST(ExampleTest, OpensTheLedgerOfTheDemonstrationCompany) {
     const test::TemporaryFolder folder;
     std::filesystem::current_path(folder.path());
-    refhost::Environment environment(nullptr, refhost::OpenOrCreate());
+    refhost::Environment environment(refhost::OpenOrCreate());
     refhost::Login login(refhost::xml::ReadXmlFile(examples + "login.xml"), environment);
-    refhost::Connection connection(nullptr, refhost::OpenOrCreate());
+    refhost::Connection connection(refhost::OpenOrCreate());
     connection.Open(login.ConnectionString(), "", "", host::command_option::unspecified);
     refhost::CreateAccount(connection, login.AccountId(), true);
 

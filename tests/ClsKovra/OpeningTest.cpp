@@ -1,6 +1,6 @@
 #include "tests/ClsKovra/OpeningTest.h"
 
-#include "refhost/trace/Json.h"
+#include "text/Json.h"
 
 #include <algorithm>
 #include <ostream>
@@ -60,7 +60,7 @@ private:
 
 std::string Json(std::string_view text) {
     std::string json;
-    refhost::AppendJsonString(json, text);
+    text::AppendJsonString(json, text);
     return json;
 }
 

@@ -21,7 +21,7 @@ class Examples : public testing::Test {
 protected:
     Examples() {
         std::filesystem::current_path(folder.path());
-        refhost::Connection connection(nullptr, refhost::OpenOrCreate());
+        refhost::Connection connection(refhost::OpenOrCreate());
         connection.Open("Provider=KovraAccount;Data Source=demo.db", "", "", host::command_option::unspecified);
         refhost::CreateAccount(connection, "001", true);
     }

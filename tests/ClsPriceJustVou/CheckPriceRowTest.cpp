@@ -331,7 +331,7 @@ private:
 
 TEST(CheckPriceRowPeriod, NoRecordOfTheOpenMonth) {
     const PriceAccount account;
-    refhost::Environment environment(nullptr, [](const std::string& connectionString) {
+    refhost::Environment environment([](const std::string& connectionString) {
         return std::make_unique<NoOpenMonth>(refhost::OpenDatabase(connectionString));
     });
     refhost::Login login(account.LoginXml(), environment);

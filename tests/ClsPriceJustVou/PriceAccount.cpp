@@ -2,7 +2,7 @@
 
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
 #include "refhost/eai/Login.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 #include "refhost/xml/Document.h"
 
 #include <array>

@@ -48,13 +48,3 @@ TEST(UpperCase, PassesInvalidBytesThrough) {
     EXPECT_EQ(UpperCase("\xE0\x81\xA1"), "\xE0\x81\xA1") << "an overlong a is no letter";
     EXPECT_EQ(UpperCase("\xC1\xA1"), "\xC1\xA1");
 }
-
-TEST(Utf16Length, CountsUnits) {
-    EXPECT_EQ(Utf16Length(""), 0u);
-    EXPECT_EQ(Utf16Length("abc"), 3u);
-    EXPECT_EQ(Utf16Length("仓库é"), 3u);
-    EXPECT_EQ(Utf16Length("😀"), 2u);
-    EXPECT_EQ(Utf16Length("\xED\xA0\x80"), 1u) << "a lone surrogate";
-    EXPECT_EQ(Utf16Length("\x80\xFF"), 2u);
-    EXPECT_EQ(Utf16Length("\xE4z"), 2u);
-}

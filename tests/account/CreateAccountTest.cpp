@@ -16,7 +16,7 @@ namespace {
 class CreateAccountTest : public testing::Test {
 protected:
     std::unique_ptr<Connection> OpenFile(const std::string& name) {
-        auto connection = std::make_unique<Connection>(nullptr, OpenOrCreate());
+        auto connection = std::make_unique<Connection>(OpenOrCreate());
         connection->Open("Provider=KovraAccount;Data Source=" + (folder.path() / name).string(), "", "",
                          host::command_option::unspecified);
         return connection;

@@ -25,7 +25,7 @@ protected:
     /// How many rows `sql` gives.
     std::size_t Count(std::string_view sql) { return connection.database().Query(sql).rowCount; }
 
-    Connection connection{nullptr, OpenOrCreate()};
+    Connection connection{OpenOrCreate()};
 };
 
 } // namespace refhost

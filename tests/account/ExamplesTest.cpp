@@ -50,7 +50,7 @@ private:
     test::TemporaryFolder folder;
     Environment environment;
     Login login{LoginXml(), environment};
-    Connection connection{nullptr, OpenOrCreate()};
+    Connection connection{OpenOrCreate()};
 };
 
 TEST_F(Examples, InventorySettingsFitTheDemonstrationCompany) {

@@ -2,6 +2,8 @@
 
 #include "refhost/OpenDatabase.h"
 #include "refhost/ado/AdoErrors.h"
+#include "refhost/ado/Connection.h"
+#include "refhost/trace/Traced.h"
 #include "tests/ado/AdodbRecordset.h"
 #include "tests/ado/Optional.h"
 
@@ -15,16 +17,16 @@ using server::VariantHolder;
 /// Asked of an object to learn whether it is an AdodbConnection.
 constexpr IID ownId = {0x0C2F3C61, 0x6E0B, 0x4C8B, {0x8F, 0x37, 0x9D, 0x4E, 0x52, 0xB1, 0x70, 0xA9}};
 
-std::unique_ptr<refhost::Connection> ClosedConnection(refhost::Trace* trace) {
-    return std::make_unique<refhost::Connection>(
-        trace, [](const std::string& text) { return refhost::OpenEmbeddedDatabase(text); });
+std::unique_ptr<host::Connection> ClosedConnection(refhost::Trace* trace) {
+    return refhost::WithTrace(trace, std::make_unique<refhost::Connection>(
+                                         [](const std::string& text) { return refhost::OpenEmbeddedDatabase(text); }));
 }
 
 } // namespace
 
 AdodbConnection::AdodbConnection() : trace_(TraceFile()), connection_(ClosedConnection(trace_.get())) {}
 
-refhost::Connection& AdodbConnection::Behind(const server::ComPtr<IDispatch>& object) {
+host::Connection& AdodbConnection::Behind(const server::ComPtr<IDispatch>& object) {
     server::ComPtr<AdodbConnection> own;
     if (!object || FAILED(object->QueryInterface(ownId, own.PutVoid())))
         refhost::RaiseWrongArguments();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/ado/Connection.h"
+#include "host/Database.h"
 #include "server/inproc/Automation.h"
 #include "tests/ado/TraceFile.h"
 
@@ -14,7 +14,7 @@ public:
     AdodbConnection();
 
     /// The connection behind `object`. Throws 3001 when that is no connection of this library.
-    static refhost::Connection& Behind(const server::ComPtr<IDispatch>& object);
+    static host::Connection& Behind(const server::ComPtr<IDispatch>& object);
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
 
@@ -39,7 +39,7 @@ public:
 
 private:
     std::shared_ptr<refhost::Trace> trace_;
-    std::unique_ptr<refhost::Connection> connection_;
+    std::unique_ptr<host::Connection> connection_;
     bool open_ = false;
 };
 

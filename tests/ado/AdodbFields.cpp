@@ -100,7 +100,7 @@ VariantHolder AdodbField::Value(const Arguments&) {
 }
 
 VariantHolder AdodbFields::Count(const Arguments&) {
-    const refhost::Recordset& recordset = recordset_->recordset();
+    const host::Recordset& recordset = recordset_->recordset();
     return VariantHolder(recordset.IsOpen() ? static_cast<int>(recordset.FieldCount()) : 0);
 }
 
@@ -110,7 +110,7 @@ VariantHolder AdodbFields::Item(const Arguments& arguments) {
 }
 
 std::size_t AdodbFields::IndexOf(const VARIANT& nameOrPosition) const {
-    const refhost::Recordset& recordset = recordset_->recordset();
+    const host::Recordset& recordset = recordset_->recordset();
     if (!recordset.IsOpen())
         refhost::RaiseItemNotFound();
     const host::Value wanted = server::ToValue(nameOrPosition);

@@ -1,6 +1,8 @@
 #include "tests/ado/AdodbRecordset.h"
 
 #include "refhost/ado/AdoErrors.h"
+#include "refhost/ado/Recordset.h"
+#include "refhost/trace/Traced.h"
 #include "server/adapters/XmlDocument.h"
 #include "tests/ado/AdodbConnection.h"
 #include "tests/ado/AdodbFields.h"
@@ -12,7 +14,8 @@ using server::Arguments;
 using server::ComPtr;
 using server::VariantHolder;
 
-AdodbRecordset::AdodbRecordset() : trace_(TraceFile()), recordset_(trace_.get()) {}
+AdodbRecordset::AdodbRecordset()
+    : trace_(TraceFile()), recordset_(refhost::WithTrace(trace_.get(), std::make_unique<refhost::Recordset>())) {}
 
 VariantHolder AdodbRecordset::Open(const Arguments& arguments) {
     constexpr int unspecified = -1;
@@ -22,20 +25,20 @@ VariantHolder AdodbRecordset::Open(const Arguments& arguments) {
         refhost::RaiseWrongArguments();
     const ComPtr<IDispatch> connection = server::ToObject(arguments[1]);
     const ComponentMark mark;
-    recordset_.Open(TextOr(arguments, 0), AdodbConnection::Behind(connection),
-                    cursor == unspecified ? host::CursorType::forwardOnly : static_cast<host::CursorType>(cursor),
-                    lock == unspecified ? host::LockType::readOnly : static_cast<host::LockType>(lock),
-                    NumberOr(arguments, 4, host::command_option::unspecified));
+    recordset_->Open(TextOr(arguments, 0), AdodbConnection::Behind(connection),
+                     cursor == unspecified ? host::CursorType::forwardOnly : static_cast<host::CursorType>(cursor),
+                     lock == unspecified ? host::LockType::readOnly : static_cast<host::LockType>(lock),
+                     NumberOr(arguments, 4, host::command_option::unspecified));
     return {};
 }
 
 VariantHolder AdodbRecordset::Close(const Arguments&) {
-    recordset_.Close();
+    recordset_->Close();
     return {};
 }
 
 VariantHolder AdodbRecordset::MoveNext(const Arguments&) {
-    recordset_.MoveNext();
+    recordset_->MoveNext();
     return {};
 }
 
@@ -45,23 +48,23 @@ VariantHolder AdodbRecordset::Save(const Arguments& arguments) {
     if (!document || NumberOr(arguments, 1, 0) != persistXml)
         refhost::RaiseWrongArguments();
     server::XmlDocument destination(document);
-    recordset_.Save(destination);
+    recordset_->Save(destination);
     return {};
 }
 
-VariantHolder AdodbRecordset::AtEOF(const Arguments&) { return VariantHolder(recordset_.AtEOF()); }
-VariantHolder AdodbRecordset::AtBOF(const Arguments&) { return VariantHolder(recordset_.AtBOF()); }
+VariantHolder AdodbRecordset::AtEOF(const Arguments&) { return VariantHolder(recordset_->AtEOF()); }
+VariantHolder AdodbRecordset::AtBOF(const Arguments&) { return VariantHolder(recordset_->AtBOF()); }
 
 VariantHolder AdodbRecordset::RecordCount(const Arguments&) {
-    return VariantHolder(host::Value(recordset_.RecordCount()));
+    return VariantHolder(host::Value(recordset_->RecordCount()));
 }
 
-VariantHolder AdodbRecordset::State(const Arguments&) { return VariantHolder(recordset_.IsOpen() ? 1 : 0); }
+VariantHolder AdodbRecordset::State(const Arguments&) { return VariantHolder(recordset_->IsOpen() ? 1 : 0); }
 
 VariantHolder AdodbRecordset::CursorLocation(const Arguments& arguments) {
     if (arguments.count() == 1)
-        recordset_.SetCursorLocation(static_cast<host::CursorLocation>(server::ToInt(arguments[0])));
-    return VariantHolder(static_cast<int>(recordset_.GetCursorLocation()));
+        recordset_->SetCursorLocation(static_cast<host::CursorLocation>(server::ToInt(arguments[0])));
+    return VariantHolder(static_cast<int>(recordset_->GetCursorLocation()));
 }
 
 VariantHolder AdodbRecordset::Fields(const Arguments& arguments) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/ado/Recordset.h"
+#include "host/Database.h"
 #include "server/inproc/Automation.h"
 #include "tests/ado/TraceFile.h"
 
@@ -13,7 +13,7 @@ class AdodbRecordset final : public server::Automation<AdodbRecordset> {
 public:
     AdodbRecordset();
 
-    const refhost::Recordset& recordset() const noexcept { return recordset_; }
+    const host::Recordset& recordset() const noexcept { return *recordset_; }
 
     /// `ActiveConnection` is an object; a connection string in its place is not taken.
     server::VariantHolder Open(const server::Arguments& arguments);
@@ -43,7 +43,7 @@ public:
 
 private:
     std::shared_ptr<refhost::Trace> trace_;
-    refhost::Recordset recordset_;
+    std::unique_ptr<host::Recordset> recordset_;
 };
 
 } // namespace test

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "refhost/trace/HostCall.h"
 #include "refhost/trace/Trace.h"
 
 #include <memory>

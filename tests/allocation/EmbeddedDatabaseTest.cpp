@@ -1,6 +1,6 @@
 #include "host/Error.h"
 #include "refhost/OpenDatabase.h"
-#include "refhost/trace/JsonRow.h"
+#include "refhost/ado/JsonRow.h"
 #include "tests/allocation/FailingNew.h"
 #include "tests/support/TestAccount.h"
 

@@ -45,8 +45,7 @@ TEST(ConnectionRelease, RollsBackAndClosesWhateverTheRollbackThrows) {
     for (const Rolling::Fail fail : fails) {
         std::vector<std::string> log;
         {
-            refhost::Connection connection(nullptr,
-                                           [&](const std::string&) { return std::make_unique<Rolling>(log, fail); });
+            refhost::Connection connection([&](const std::string&) { return std::make_unique<Rolling>(log, fail); });
             connection.Open("", "", "", host::command_option::unspecified);
             connection.BeginTrans();
         }
@@ -57,8 +56,7 @@ TEST(ConnectionRelease, RollsBackAndClosesWhateverTheRollbackThrows) {
 TEST(ConnectionRelease, LeavesAnEndedTransactionAlone) {
     std::vector<std::string> log;
     {
-        refhost::Connection connection(nullptr,
-                                       [&](const std::string&) { return std::make_unique<Rolling>(log, [] {}); });
+        refhost::Connection connection([&](const std::string&) { return std::make_unique<Rolling>(log, [] {}); });
         connection.Open("", "", "", host::command_option::unspecified);
         connection.BeginTrans();
         connection.CommitTrans();

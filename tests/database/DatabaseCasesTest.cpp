@@ -52,7 +52,7 @@ std::vector<Kind> Kinds() {
 class DatabaseCases : public testing::TestWithParam<Kind> {
 protected:
     void SetUp() override {
-        refhost::Connection creator(nullptr, refhost::OpenOrCreate());
+        refhost::Connection creator(refhost::OpenOrCreate());
         creator.Open(EmbeddedText(), "", "", host::command_option::unspecified);
         connection_ = Connect();
         Execute("if exists (select * from sysobjects where id = object_id(N'[dbo].[kovra_case]')) "
@@ -60,7 +60,7 @@ protected:
     }
 
     std::unique_ptr<refhost::Connection> Connect() const {
-        auto connection = std::make_unique<refhost::Connection>(nullptr, refhost::OpenExisting());
+        auto connection = std::make_unique<refhost::Connection>(refhost::OpenExisting());
         connection->Open(ConnectionText(), "", "", host::command_option::unspecified);
         return connection;
     }
@@ -69,7 +69,7 @@ protected:
 
     std::unique_ptr<refhost::Recordset> Open(std::string_view sql, CursorType cursor = CursorType::openStatic,
                                              CursorLocation location = CursorLocation::server) {
-        auto recordset = std::make_unique<refhost::Recordset>(nullptr);
+        auto recordset = std::make_unique<refhost::Recordset>();
         recordset->SetCursorLocation(location);
         recordset->Open(sql, *connection_, cursor, LockType::readOnly, host::command_option::text);
         return recordset;

@@ -1,6 +1,6 @@
 #include "tests/eai/CalendarEnvironment.h"
 
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 #include "refhost/xml/Document.h"
 
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #include "refhost/eai/Login.h"
 
 #include "host/Error.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/HostCall.h"
 #include "tests/eai/CalendarEnvironment.h"
 
 #include <stdexcept>

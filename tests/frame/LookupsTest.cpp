@@ -1,7 +1,7 @@
 #include "ModPub/GetNodeText.h"
 #include "ModPub/IsYearEndOpen.h"
 #include "ModPub/ReadAccOption.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/Traced.h"
 #include "refhost/xml/Document.h"
 #include "tests/support/Import.h"
 
@@ -19,7 +19,7 @@ protected:
         const std::filesystem::path path = account.folder() / "trace.jsonl";
         {
             refhost::Trace trace(path.string());
-            refhost::Environment environment(&trace);
+            refhost::Traced<refhost::Environment> environment(&trace);
             const std::unique_ptr<host::Connection> connection = environment.CreateConnection();
             connection->Open(account.connectionString(), "", "", host::command_option::unspecified);
             ask(environment, *connection);

@@ -1,6 +1,6 @@
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/Traced.h"
 #include "tests/support/TestAccount.h"
 
 #include <algorithm>
@@ -47,7 +47,7 @@ protected:
 
     test::TestAccount account;
     refhost::Trace trace{(account.folder() / "trace.jsonl").string()};
-    refhost::Environment environment{&trace};
+    refhost::Traced<refhost::Environment> environment{&trace};
     refhost::Login login{account.LoginXml(), environment};
     std::unique_ptr<host::Connection> connection = environment.CreateConnection();
 };

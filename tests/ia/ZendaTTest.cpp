@@ -4,7 +4,7 @@
 #include "refhost/eai/Login.h"
 #include "refhost/ia/RsXmlHelper.h"
 #include "refhost/ia/VoucherContext.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/Traced.h"
 #include "tests/support/TestAccount.h"
 
 #include <memory>
@@ -113,7 +113,7 @@ GO
 
     test::TestAccount account_;
     refhost::Trace trace_;
-    refhost::Environment environment_;
+    refhost::Traced<refhost::Environment> environment_;
     refhost::Login login_;
     std::shared_ptr<host::VoucherContext> context_;
     std::unique_ptr<host::Connection> connection_;

@@ -42,9 +42,8 @@ private:
 class SystemDatabase : public testing::Test {
 protected:
     void Ensure(bool hasSystemDatabase, bool mayCreate) {
-        refhost::Connection connection(nullptr, [&](const std::string&) {
-            return std::make_unique<Server>(hasSystemDatabase, mayCreate, executed_);
-        });
+        refhost::Connection connection(
+            [&](const std::string&) { return std::make_unique<Server>(hasSystemDatabase, mayCreate, executed_); });
         connection.Open("DSN=any", "", "", host::command_option::unspecified);
         refhost::odbc::EnsureSystemDatabase(connection);
     }

@@ -1,10 +1,10 @@
 // Files that the program reads: of any encoding, and of any size.
 
-#include "ModPub/Utf8.h"
 #include "refhost/xml/FileText.h"
 #include "tests/reliability/HostileTexts.h"
 #include "tests/reliability/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "text/Utf8.h"
 
 #include <array>
 #include <cstdio>
@@ -104,7 +104,7 @@ TEST_F(HostileFile, OfAnyEncodingIsReadOrRefused) {
                 ++refused;
                 continue;
             }
-            EXPECT_TRUE(ModPub::IsUtf8(text)) << encoding;
+            EXPECT_TRUE(text::IsUtf8(text)) << encoding;
             if (TellsItsEncoding(*bytes)) {
                 EXPECT_EQ(text, request) << encoding;
                 ++read;

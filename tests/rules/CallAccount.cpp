@@ -1,8 +1,8 @@
 #include "tests/rules/CallAccount.h"
 
 #include "refhost/account/Batches.h"
+#include "refhost/ado/JsonRow.h"
 #include "refhost/eai/Login.h"
-#include "refhost/trace/JsonRow.h"
 #include "tests/rules/Tape.h"
 
 #include <algorithm>

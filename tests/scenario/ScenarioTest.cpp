@@ -4,7 +4,7 @@
 #include "refhost/Environment.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/eai/Login.h"
-#include "refhost/trace/Trace.h"
+#include "refhost/trace/Traced.h"
 #include "refhost/xml/Document.h"
 #include "tests/support/Paths.h"
 #include "tests/support/ScenarioFolder.h"
@@ -50,7 +50,7 @@ void Scenario::Check(const refhost::DatabaseOpener& opener) {
     std::string result;
     {
         refhost::Trace trace("trace.jsonl");
-        refhost::Environment environment(&trace, opener);
+        refhost::Traced<refhost::Environment> environment(&trace, opener);
         refhost::Login login(test::ReadText(folder / "login.xml"), environment);
         const std::string request = test::ReadText(folder / "request.xml");
         const std::string className = folder.parent_path().filename().string();

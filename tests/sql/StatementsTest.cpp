@@ -29,7 +29,7 @@ std::vector<Place> Places() {
 /// An account with the few rows that the statements below look for.
 class Statements : public testing::TestWithParam<Place> {
 protected:
-    Statements() : connection_(nullptr, refhost::OpenOrCreate()) {
+    Statements() : connection_(refhost::OpenOrCreate()) {
         Connect();
         for (const char* sql : {
                  "insert into AccInformation (cSysID, cName, cValue, cDefault) values ('IA', 'cValueStyle', "

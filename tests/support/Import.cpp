@@ -1,6 +1,6 @@
 #include "tests/support/Import.h"
 
-#include "refhost/trace/Json.h"
+#include "text/Json.h"
 
 namespace test {
 namespace {
@@ -14,7 +14,7 @@ std::string Close(std::string line, int error) {
 
 std::string Opened(std::string_view sql, std::string_view settings, int error) {
     std::string line = "{\"op\":\"Open\",\"sql\":";
-    refhost::AppendJsonString(line, sql);
+    text::AppendJsonString(line, sql);
     return Close(line.append(settings), error);
 }
 
@@ -42,7 +42,7 @@ std::string ResultDocument(std::string_view proc, const std::vector<Outcome>& ou
 
 std::string Connected(std::string_view connectionString, int error) {
     std::string line = "{\"op\":\"Connect\",\"connection\":";
-    refhost::AppendJsonString(line, connectionString);
+    text::AppendJsonString(line, connectionString);
     return Close(line.append(",\"user\":\"\",\"password\":\"\",\"options\":-1"), error);
 }
 
@@ -60,7 +60,7 @@ std::string Queried(std::string_view sql, int error) {
 
 std::string Executed(std::string_view sql, int error) {
     std::string line = "{\"op\":\"Execute\",\"sql\":";
-    refhost::AppendJsonString(line, sql);
+    text::AppendJsonString(line, sql);
     return Close(line.append(",\"options\":-1"), error);
 }
 

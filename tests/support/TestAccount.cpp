@@ -4,7 +4,7 @@
 #include "refhost/account/Account.h"
 #include "refhost/account/Batches.h"
 #include "refhost/ado/Connection.h"
-#include "refhost/trace/JsonRow.h"
+#include "refhost/ado/JsonRow.h"
 
 #include <fstream>
 #include <iterator>
@@ -52,7 +52,7 @@ void CopyFiles(const std::filesystem::path& from, const std::filesystem::path& t
 class NewAccount {
 public:
     explicit NewAccount(AccountContent content) {
-        refhost::Connection connection(nullptr, Create);
+        refhost::Connection connection(Create);
         connection.Open(ConnectionString(folder_.path()), "", "", host::command_option::unspecified);
         refhost::CreateAccount(connection, "001", content == AccountContent::demo);
     }
@@ -90,7 +90,7 @@ std::string TestAccount::LoginXml(std::string_view more) const {
 }
 
 void TestAccount::Run(std::string_view batches) const {
-    refhost::Connection connection(nullptr, Open);
+    refhost::Connection connection(Open);
     connection.Open(connectionString(), "", "", host::command_option::unspecified);
     for (const std::string& batch : refhost::SplitBatches(batches)) {
         connection.Execute(batch, host::command_option::unspecified);
@@ -98,7 +98,7 @@ void TestAccount::Run(std::string_view batches) const {
 }
 
 std::vector<std::string> TestAccount::Rows(std::string_view sql) const {
-    refhost::Connection connection(nullptr, Open);
+    refhost::Connection connection(Open);
     connection.Open(connectionString(), "", "", host::command_option::unspecified);
     const refhost::ResultSet result = connection.database().Query(sql);
     std::vector<std::string> rows(result.rowCount);

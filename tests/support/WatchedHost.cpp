@@ -260,7 +260,7 @@ private:
 } // namespace
 
 WatchedEnvironment::WatchedEnvironment(BeforeOperation before, refhost::DatabaseOpener opener, refhost::Trace* trace)
-    : refhost::Environment(trace, std::move(opener)), watch_(std::move(before)) {}
+    : Traced(trace, std::move(opener)), watch_(std::move(before)) {}
 
 WatchedEnvironment::~WatchedEnvironment() = default;
 
@@ -270,23 +270,23 @@ std::unique_ptr<host::HostLogin> WatchedEnvironment::Watch(host::HostLogin& logi
 
 std::unique_ptr<host::DOMDocument> WatchedEnvironment::CreateDOMDocument() {
     watch_.Notice({.kind = Kind::creation, .name = "DOMDocument"});
-    return refhost::Environment::CreateDOMDocument();
+    return Traced::CreateDOMDocument();
 }
 
 std::unique_ptr<host::Connection> WatchedEnvironment::CreateConnection() {
     watch_.Notice({.kind = Kind::creation, .name = "Connection"});
-    return std::make_unique<WatchedConnection>(refhost::Environment::CreateConnection(), watch_);
+    return std::make_unique<WatchedConnection>(Traced::CreateConnection(), watch_);
 }
 
 std::unique_ptr<host::Recordset> WatchedEnvironment::CreateRecordset() {
     watch_.Notice({.kind = Kind::creation, .name = "Recordset"});
-    return std::make_unique<WatchedRecordset>(refhost::Environment::CreateRecordset(), watch_);
+    return std::make_unique<WatchedRecordset>(Traced::CreateRecordset(), watch_);
 }
 
 host::EaiHelper& WatchedEnvironment::GetEaiHelper() {
     if (!eaiHelper_) {
         watch_.Notice({.kind = Kind::creation, .name = "EaiHelper"});
-        eaiHelper_ = std::make_unique<WatchedEaiHelper>(refhost::Environment::GetEaiHelper(), watch_);
+        eaiHelper_ = std::make_unique<WatchedEaiHelper>(Traced::GetEaiHelper(), watch_);
     }
     return *eaiHelper_;
 }
@@ -294,29 +294,29 @@ host::EaiHelper& WatchedEnvironment::GetEaiHelper() {
 host::RsXmlHelper& WatchedEnvironment::GetRsXmlHelper() {
     if (!rsXmlHelper_) {
         watch_.Notice({.kind = Kind::creation, .name = "RsXmlHelper"});
-        rsXmlHelper_ = std::make_unique<WatchedRsXmlHelper>(refhost::Environment::GetRsXmlHelper(), watch_);
+        rsXmlHelper_ = std::make_unique<WatchedRsXmlHelper>(Traced::GetRsXmlHelper(), watch_);
     }
     return *rsXmlHelper_;
 }
 
 std::unique_ptr<host::EaiXmlConverter> WatchedEnvironment::CreateEaiXmlConverter() {
     watch_.Notice({.kind = Kind::creation, .name = "EaiXmlConverter"});
-    return std::make_unique<WatchedConverter>(refhost::Environment::CreateEaiXmlConverter(), watch_);
+    return std::make_unique<WatchedConverter>(Traced::CreateEaiXmlConverter(), watch_);
 }
 
 std::unique_ptr<host::IaVoucherService> WatchedEnvironment::CreateIaVoucherService() {
     watch_.Notice({.kind = Kind::creation, .name = "IaVoucherService"});
-    return std::make_unique<WatchedVoucherService>(refhost::Environment::CreateIaVoucherService(), watch_);
+    return std::make_unique<WatchedVoucherService>(Traced::CreateIaVoucherService(), watch_);
 }
 
 std::unique_ptr<host::ProvisionPreCheck> WatchedEnvironment::CreateProvisionPreCheck() {
     watch_.Notice({.kind = Kind::creation, .name = "ProvisionPreCheck"});
-    return std::make_unique<WatchedPreCheck>(refhost::Environment::CreateProvisionPreCheck(), watch_);
+    return std::make_unique<WatchedPreCheck>(Traced::CreateProvisionPreCheck(), watch_);
 }
 
 std::unique_ptr<host::ZendaT> WatchedEnvironment::CreateZendaT() {
     watch_.Notice({.kind = Kind::creation, .name = "ZendaT"});
-    return std::make_unique<WatchedZendaT>(refhost::Environment::CreateZendaT(), watch_);
+    return std::make_unique<WatchedZendaT>(Traced::CreateZendaT(), watch_);
 }
 
 void WatchedEnvironment::ShowMessage(std::string_view text) {

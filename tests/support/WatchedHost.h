@@ -2,6 +2,7 @@
 
 #include "refhost/Environment.h"
 #include "refhost/OpenDatabase.h"
+#include "refhost/trace/Traced.h"
 
 #include <functional>
 #include <memory>
@@ -63,7 +64,7 @@ private:
 };
 
 /// The reference host, every operation of which is seen before it runs.
-class WatchedEnvironment : public refhost::Environment {
+class WatchedEnvironment : public refhost::Traced<refhost::Environment> {
 public:
     /// @param opener how its connections open their databases
     /// @param trace where to note what is asked of the databases, or nullptr; it outlives everything created here

@@ -266,7 +266,7 @@ void LengthFunction(Call& call) {
     if (call.IsNull(0)) {
         return call.ReturnNull();
     }
-    call.Return(static_cast<std::int64_t>(ModPub::Utf16Length(WithoutTrailingBlanks(call.Text(0)))));
+    call.Return(static_cast<std::int64_t>(text::Utf16Length(WithoutTrailingBlanks(call.Text(0)))));
 }
 
 [[noreturn]] void FailLength(std::string_view function) {
@@ -290,7 +290,7 @@ void RightFunction(Call& call) {
     if (call.Integer(1) < 0) {
         FailLength("right");
     }
-    const auto units = static_cast<std::int64_t>(ModPub::Utf16Length(call.Text(0)));
+    const auto units = static_cast<std::int64_t>(text::Utf16Length(call.Text(0)));
     const std::int64_t length = std::min(call.Integer(1), units);
     call.Return(Slice(call.Text(0), units - length, length));
 }

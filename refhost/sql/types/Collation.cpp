@@ -1,7 +1,7 @@
 #include "refhost/sql/types/Collation.h"
 
-#include "ModPub/Utf8.h"
 #include "refhost/sql/types/CharacterOrder.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 
@@ -133,7 +133,7 @@ private:
 } // namespace
 
 char32_t NextCodePoint(std::string_view text, std::size_t& position) {
-    const ModPub::Utf8Character character = ModPub::ReadUtf8(text, position);
+    const text::Utf8Character character = text::ReadUtf8(text, position);
     const char32_t codePoint = character.valid ? character.codePoint : strangeByte + ByteAt(text, position);
     position += character.length;
     return codePoint;
@@ -141,7 +141,7 @@ char32_t NextCodePoint(std::string_view text, std::size_t& position) {
 
 void AppendCodePoint(std::string& text, char32_t codePoint) {
     if (codePoint < strangeByte) {
-        ModPub::AppendUtf8(text, codePoint);
+        text::AppendUtf8(text, codePoint);
     } else {
         text += static_cast<char>(codePoint - strangeByte);
     }

@@ -548,7 +548,7 @@ void ToGuid(Cell& cell, const Type& from, const Type& to) {
 
 std::size_t MeasuredLength(std::string_view text, bool national) {
     if (national) {
-        return ModPub::Utf16Length(text);
+        return text::Utf16Length(text);
     }
     std::size_t bytes = 0;
     for (std::size_t position = 0; position < text.size();) {

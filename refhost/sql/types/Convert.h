@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ModPub/Utf16.h"
 #include "refhost/sql/types/DateTime.h"
 #include "refhost/sql/types/ExactNumber.h"
 #include "refhost/sql/types/Types.h"
+#include "text/Utf16.h"
 
 #include <cstdint>
 #include <string>
@@ -71,8 +71,8 @@ enum class Surplus {
 /// ASCII).
 std::size_t MeasuredLength(std::string_view text, bool national);
 /// UTF-8 to UTF-16 and back, lone surrogates kept.
-inline std::u16string ToUtf16(std::string_view text) { return ModPub::ToUtf16<char16_t>(text); }
-inline std::string FromUtf16(std::u16string_view text) { return ModPub::FromUtf16(text); }
+inline std::u16string ToUtf16(std::string_view text) { return text::ToUtf16<char16_t>(text); }
+inline std::string FromUtf16(std::u16string_view text) { return text::FromUtf16(text); }
 
 /// Converts a value as SQL Server does. `cell` holds a value of type `from` and receives one of type `to`.
 /// `style` is convert's third argument, 0 without one. Throws SQL Server's conversion errors.

@@ -1,6 +1,6 @@
-#include "refhost/trace/JsonRow.h"
+#include "refhost/ado/JsonRow.h"
 
-#include "refhost/trace/Json.h"
+#include "text/Json.h"
 
 #include <chrono>
 #include <cmath>
@@ -37,8 +37,8 @@ struct AppendValue {
     void operator()(std::int64_t value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
     void operator()(double value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
     void operator()(const host::Decimal& value) const { json.append(value.text); }
-    void operator()(const std::string& value) const { AppendJsonString(json, value); }
-    void operator()(host::Date value) const { AppendJsonString(json, DateText(value)); }
+    void operator()(const std::string& value) const { text::AppendJsonString(json, value); }
+    void operator()(host::Date value) const { text::AppendJsonString(json, DateText(value)); }
     void operator()(const host::Bytes& value) const {
         json.append("\"0x");
         for (const std::uint8_t byte : value.data) {
@@ -57,7 +57,7 @@ void AppendJsonRow(std::string& json, const ResultSet& result, std::size_t row) 
         if (column > 0) {
             json.push_back(',');
         }
-        AppendJsonString(json, fields[column].name);
+        text::AppendJsonString(json, fields[column].name);
         json.push_back(':');
         std::visit(AppendValue{json}, result.cells[row * fields.size() + column].storage());
     }

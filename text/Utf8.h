@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace ModPub {
+namespace text {
 
 /// A character read from UTF-8.
 struct Utf8Character {
@@ -29,4 +29,4 @@ void AppendUtf8(std::string& text, char32_t codePoint);
 /// Whether the whole text is well-formed UTF-8, without surrogates.
 bool IsUtf8(std::string_view text) noexcept;
 
-} // namespace ModPub
+} // namespace text

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-namespace ModPub {
+namespace text {
 
 /// The text in UTF-16, in units of whatever type the platform has for them. A surrogate in its three-byte form becomes
 /// that surrogate, so that every UTF-16 text comes back as it was; a byte that begins no character becomes U+FFFD.
@@ -45,4 +45,7 @@ template <class Unit> std::string FromUtf16(std::basic_string_view<Unit> units) 
     return text;
 }
 
-} // namespace ModPub
+/// Length of `text` (UTF-8) in UTF-16 units, the characters of the run-time; an invalid byte counts as one.
+std::size_t Utf16Length(std::string_view text) noexcept;
+
+} // namespace text

@@ -1,10 +1,10 @@
-#include "refhost/trace/Json.h"
+#include "text/Json.h"
 
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 #include <cstddef>
 
-namespace refhost {
+namespace text {
 namespace {
 
 /// What stands for a byte or surrogate that JSON text cannot hold.
@@ -22,9 +22,9 @@ void AppendControl(std::string& json, unsigned char c) {
 void AppendJsonString(std::string& json, std::string_view text) {
     json.push_back('"');
     for (std::size_t position = 0; position < text.size();) {
-        const auto [codePoint, length, valid] = ModPub::ReadUtf8(text, position);
-        if (!valid || ModPub::IsSurrogate(codePoint)) {
-            ModPub::AppendUtf8(json, replacement);
+        const auto [codePoint, length, valid] = ReadUtf8(text, position);
+        if (!valid || IsSurrogate(codePoint)) {
+            AppendUtf8(json, replacement);
             position += length;
             continue;
         }
@@ -50,4 +50,4 @@ void AppendJsonString(std::string& json, std::string_view text) {
     json.push_back('"');
 }
 
-} // namespace refhost
+} // namespace text

@@ -1,9 +1,9 @@
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 #include <cstdint>
 #include <cstring>
 
-namespace ModPub {
+namespace text {
 namespace {
 
 struct Lead {
@@ -98,4 +98,4 @@ bool IsUtf8(std::string_view text) noexcept {
     return true;
 }
 
-} // namespace ModPub
+} // namespace text

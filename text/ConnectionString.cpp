@@ -1,11 +1,11 @@
-#include "refhost/ado/ConnectionString.h"
+#include "text/ConnectionString.h"
 
-#include "refhost/ado/SameName.h"
+#include "text/SameName.h"
 
 #include <algorithm>
 #include <cstddef>
 
-namespace refhost {
+namespace text {
 namespace {
 
 struct Part {
@@ -85,4 +85,4 @@ std::string MaskPasswords(std::string_view connectionString) {
     return masked.append(connectionString.substr(copied));
 }
 
-} // namespace refhost
+} // namespace text

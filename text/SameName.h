@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-namespace refhost {
+namespace text {
 
 /// Whether two names are the same but for the case of ASCII letters.
 inline bool SameName(std::string_view a, std::string_view b) {
@@ -11,4 +11,4 @@ inline bool SameName(std::string_view a, std::string_view b) {
     return std::ranges::equal(a, b, {}, lower, lower);
 }
 
-} // namespace refhost
+} // namespace text

@@ -1,6 +1,4 @@
-#include "ModPub/Utf8.h"
-
-#include "ModPub/Utf16.h"
+#include "text/Utf8.h"
 
 #include <string>
 
@@ -8,11 +6,9 @@
 
 namespace {
 
-using ModPub::AppendUtf8;
-using ModPub::FromUtf16;
-using ModPub::IsUtf8;
-using ModPub::ReadUtf8;
-using ModPub::ToUtf16;
+using text::AppendUtf8;
+using text::IsUtf8;
+using text::ReadUtf8;
 
 struct Sample {
     std::string bytes;
@@ -42,7 +38,7 @@ const std::string broken[] = {
 
 TEST(Utf8, ReadsAndWritesTheBoundsOfEveryLength) {
     for (const Sample& sample : samples) {
-        const ModPub::Utf8Character character = ReadUtf8("x" + sample.bytes + "z", 1);
+        const text::Utf8Character character = ReadUtf8("x" + sample.bytes + "z", 1);
         EXPECT_TRUE(character.valid);
         EXPECT_EQ(character.codePoint, sample.codePoint);
         EXPECT_EQ(character.length, sample.bytes.size());
@@ -55,7 +51,7 @@ TEST(Utf8, ReadsAndWritesTheBoundsOfEveryLength) {
 
 TEST(Utf8, ABrokenByteStandsAlone) {
     for (const std::string& bytes : broken) {
-        const ModPub::Utf8Character character = ReadUtf8(bytes, 0);
+        const text::Utf8Character character = ReadUtf8(bytes, 0);
         EXPECT_FALSE(character.valid) << testing::PrintToString(bytes);
         EXPECT_EQ(character.codePoint, U'\xFFFD');
         EXPECT_EQ(character.length, 1u);
@@ -66,17 +62,9 @@ TEST(Utf8, ABrokenByteStandsAlone) {
 
 TEST(Utf8, SurrogatesAreCharactersButNoUtf8) {
     for (const auto& [bytes, codePoint] : {Sample{"\xED\xA0\x80", 0xD800}, Sample{"\xED\xBF\xBF", 0xDFFF}}) {
-        const ModPub::Utf8Character character = ReadUtf8(bytes, 0);
+        const text::Utf8Character character = ReadUtf8(bytes, 0);
         EXPECT_TRUE(character.valid);
         EXPECT_EQ(character.codePoint, codePoint);
         EXPECT_FALSE(IsUtf8(bytes));
     }
-}
-
-TEST(Utf16, EveryTextComesBackAsItWas) {
-    for (const std::u16string_view units :
-         {u"", u"abc", u"仓库", u"\xD83D\xDE00", u"a\xD800z", u"\xDC00\xD800", u"\xD800\xD800\xDC00", u"\xFFFF"})
-        EXPECT_EQ(ToUtf16<char16_t>(FromUtf16(units)), units);
-    EXPECT_EQ(FromUtf16(std::u16string_view(u"\xD83D\xDE00")), "😀");
-    EXPECT_EQ(ToUtf16<char16_t>("a\xFFz"), u"a\xFFFDz");
 }

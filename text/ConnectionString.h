@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace refhost {
+namespace text {
 
 /// The value of `key` in a connection string ("Key=Value;Key=Value"), letter case of keys ignored; a value may stand
 /// between braces or quotes. Nothing when the key is absent.
@@ -13,4 +13,4 @@ std::optional<std::string> ConnectionStringValue(std::string_view connectionStri
 /// The connection string with the values of `Pwd` and `Password` replaced by "***".
 std::string MaskPasswords(std::string_view connectionString);
 
-} // namespace refhost
+} // namespace text

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-namespace refhost {
+namespace text {
 
 /// Appends `text` as a JSON string, quotes included. Bytes that are no UTF-8 become U+FFFD.
 void AppendJsonString(std::string& json, std::string_view text);
 
-} // namespace refhost
+} // namespace text

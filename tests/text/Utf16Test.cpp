@@ -1,0 +1,27 @@
+#include "text/Utf16.h"
+
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+using text::FromUtf16;
+using text::ToUtf16;
+using text::Utf16Length;
+
+TEST(Utf16, EveryTextComesBackAsItWas) {
+    for (const std::u16string_view units :
+         {u"", u"abc", u"仓库", u"\xD83D\xDE00", u"a\xD800z", u"\xDC00\xD800", u"\xD800\xD800\xDC00", u"\xFFFF"})
+        EXPECT_EQ(ToUtf16<char16_t>(FromUtf16(units)), units);
+    EXPECT_EQ(FromUtf16(std::u16string_view(u"\xD83D\xDE00")), "😀");
+    EXPECT_EQ(ToUtf16<char16_t>("a\xFFz"), u"a\xFFFDz");
+}
+
+TEST(Utf16Length, CountsUnits) {
+    EXPECT_EQ(Utf16Length(""), 0u);
+    EXPECT_EQ(Utf16Length("abc"), 3u);
+    EXPECT_EQ(Utf16Length("仓库é"), 3u);
+    EXPECT_EQ(Utf16Length("😀"), 2u);
+    EXPECT_EQ(Utf16Length("\xED\xA0\x80"), 1u) << "a lone surrogate";
+    EXPECT_EQ(Utf16Length("\x80\xFF"), 2u);
+    EXPECT_EQ(Utf16Length("\xE4z"), 2u);
+}
