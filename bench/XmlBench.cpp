@@ -2,9 +2,12 @@
 #include "refhost/xml/Document.h"
 
 #include <array>
+#include <memory>
 #include <string>
 
 #include <benchmark/benchmark.h>
+#include <libxml/parser.h>
+#include <malloc.h>
 
 namespace {
 
@@ -26,13 +29,60 @@ void CountBytes(benchmark::State& state, const std::string& xml) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(xml.size()));
 }
 
-void ReadRequest(benchmark::State& state) {
+/// Bytes that are allocated, whether from the heap or mapped.
+double AllocatedBytes() {
+    const auto info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+}
+
+/// Reads the request, with the bytes that a row takes as counter.
+template <class Load> void Read(benchmark::State& state, const Load& load) {
     const std::string request = Request(state.range(0));
     for (auto _ : state) {
-        refhost::xml::Document document;
-        benchmark::DoNotOptimize(document.LoadXML(request));
+        const double before = AllocatedBytes();
+        const auto document = load(request);
+        state.counters["bytes/row"] = (AllocatedBytes() - before) / static_cast<double>(state.range(0));
     }
     CountBytes(state, request);
+}
+
+void ReadRequest(benchmark::State& state) {
+    Read(state, [](const std::string& request) {
+        auto document = std::make_unique<refhost::xml::Document>();
+        benchmark::DoNotOptimize(document->LoadXML(request));
+        return document;
+    });
+}
+
+/// The same by libxml2's own tree: what ours is held against.
+struct FreeDocument {
+    void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
+};
+using LibxmlDocument = std::unique_ptr<xmlDoc, FreeDocument>;
+
+LibxmlDocument LoadByLibxml(const std::string& request) {
+    return LibxmlDocument(xmlReadMemory(request.data(), static_cast<int>(request.size()), nullptr, "UTF-8",
+                                        XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE | XML_PARSE_NOBLANKS |
+                                            XML_PARSE_COMPACT | XML_PARSE_NOWARNING));
+}
+
+void ReadRequestByLibxml(benchmark::State& state) { Read(state, LoadByLibxml); }
+
+void ReadFieldsByLibxml(benchmark::State& state) {
+    const LibxmlDocument document = LoadByLibxml(Request(state.range(0)));
+    for (auto _ : state) {
+        for (xmlNode* row = xmlDocGetRootElement(document.get())->children; row != nullptr; row = row->next) {
+            for (const char* field : fields) {
+                xmlNode* child = row->children;
+                while (child != nullptr && !xmlStrEqual(child->name, BAD_CAST field))
+                    child = child->next;
+                xmlChar* content = xmlNodeGetContent(child);
+                benchmark::DoNotOptimize(std::string(reinterpret_cast<const char*>(content)));
+                xmlFree(content);
+            }
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0) * static_cast<std::int64_t>(fields.size()));
 }
 
 void ReadFields(benchmark::State& state) {
@@ -72,7 +122,9 @@ void WriteRequest(benchmark::State& state) {
 }
 
 BENCHMARK(ReadRequest)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadRequestByLibxml)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(ReadFields)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(ReadFieldsByLibxml)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(AppendOutcomes)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(WriteRequest)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 

@@ -66,7 +66,9 @@ inline std::string_view Node::Data() const noexcept { return {static_cast<const 
 /// The node that follows `node` in document order within `top`, or nullptr behind the last one.
 const Node* NextInOrder(const Node& node, const Node& top) noexcept;
 
-/// The content of a document: nodes a third as large as libxml2's own, since a request has millions of them.
+/// The content of a document. A request has millions of nodes, and libxml2's own tree would take more of everything:
+/// of a request of 100,000 rows with eight fields each this one takes 1,160 bytes a row and is read in 0.15 s of
+/// processor time, libxml2's 2,180 bytes and 0.38 s (bench/XmlBench.cpp, ReadRequest and ReadRequestByLibxml).
 class Tree {
 public:
     Tree();
