@@ -3,7 +3,7 @@
 #include "ModPub/Utf8.h"
 #include "refhost/xml/FileText.h"
 #include "tests/reliability/HostileTexts.h"
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 
 #include <array>
