@@ -3,6 +3,7 @@
 #include "ModPub/Conversions.h"
 #include "ModPub/Lookup.h"
 #include "ModPub/XmlText.h"
+#include "refhost/ia/NumberLock.h"
 #include "refhost/ia/SqlText.h"
 #include "text/SameName.h"
 
@@ -100,8 +101,8 @@ std::string ProvisionVoucher::Save(host::DOMDocument& result) {
     if (ListRows(result)) {
         return {};
     }
-    const std::unique_ptr<host::Recordset> next =
-        ModPub::OpenLookup(environment_, connection_, "Select isnull(max(ID),0)+1 as ID From IA_DecReady");
+    const std::unique_ptr<host::Recordset> next = ModPub::OpenLookup(
+        environment_, connection_, "Select isnull(max(ID),0)+1 as ID From IA_DecReady" + std::string(numberLock));
     const std::string id = std::to_string(ModPub::ToInt32(next->FieldValue(0)));
     next->Close();
 

@@ -1,6 +1,7 @@
 #include "refhost/ia/ZendaT.h"
 
 #include "ModPub/Conversions.h"
+#include "refhost/ia/NumberLock.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/VouchData.h"
@@ -44,10 +45,11 @@ host::Value ZendaT::GetVouchNum(std::shared_ptr<host::VoucherContext>&, std::str
     const std::string date = ModPub::FormatDate(ModPub::ToDate(head->Text("dCJVDate")));
     const std::string month = date.substr(0, 4) + date.substr(5, 2);
     // The highest number of the month so far; longer ones are higher.
-    const host::Value latest = QueryValue(
-        environment_, *latestConnection_,
-        "SELECT TOP 1 SUBSTRING(cCode, 7, 20) FROM CostJustVouch WHERE cCode LIKE N'" + month +
-            "[0-9][0-9][0-9][0-9]%' AND cCode NOT LIKE N'" + month + "%[^0-9]%' ORDER BY LEN(cCode) DESC, cCode DESC");
+    const host::Value latest =
+        QueryValue(environment_, *latestConnection_,
+                   "SELECT TOP 1 SUBSTRING(cCode, 7, 20) FROM CostJustVouch" + std::string(numberLock) +
+                       " WHERE cCode LIKE N'" + month + "[0-9][0-9][0-9][0-9]%' AND cCode NOT LIKE N'" + month +
+                       "%[^0-9]%' ORDER BY LEN(cCode) DESC, cCode DESC");
     std::string number = std::to_string(ModPub::ToInt32(latest) + 1);
     number.insert(0, number.size() < 4 ? 4 - number.size() : 0, '0');
     return month + number;

@@ -1,5 +1,6 @@
 #include "ModPub/Conversions.h"
 #include "refhost/ia/AllOrNothing.h"
+#include "refhost/ia/NumberLock.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
 #include "refhost/ia/Stock.h"
@@ -59,7 +60,7 @@ std::string InsertHead(const host::DOMNode& head) {
     for (const std::string_view column : {"cCode", "dCJVDate", "cMaker", "cMemo", "VT_ID", "VouchType"}) {
         sql.append(", ").append(SqlTextOrNull(head.GetAttribute(column)));
     }
-    return sql.append(" FROM CostJustVouch");
+    return sql.append(" FROM CostJustVouch").append(numberLock);
 }
 
 void InsertRows(host::Connection& connection, const std::string& id, const host::DOMNodeList& rows) {

@@ -105,6 +105,18 @@ void RaiseDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle) {
     throw ErrorOf(diagnostic);
 }
 
+std::vector<std::string> MessagesOf(SQLSMALLINT handleType, SQLHANDLE handle) {
+    constexpr std::array silent = {5701, 5703}; // Changed database context …; Changed language setting …
+    std::vector<std::string> messages;
+    Diagnostic diagnostic;
+    for (SQLSMALLINT record = 1; ReadDiagnostic(handleType, handle, record, diagnostic); ++record) {
+        if (diagnostic.state.starts_with("01") && std::ranges::find(silent, diagnostic.native) == silent.end()) {
+            messages.emplace_back(WithoutPrefixes(diagnostic.message));
+        }
+    }
+    return messages;
+}
+
 void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle) {
     if (!SQL_SUCCEEDED(result) && result != SQL_NO_DATA) {
         RaiseDiagnostic(handleType, handle);

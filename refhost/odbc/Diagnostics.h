@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <sql.h>
 
@@ -25,6 +26,10 @@ host::Error ErrorOf(const Diagnostic& diagnostic);
 
 /// Throws the first error of the handle's last call.
 [[noreturn]] void RaiseDiagnostic(SQLSMALLINT handleType, SQLHANDLE handle);
+
+/// What the server told beside the handle's last answer (PRINT's texts, warnings), without the driver's prefixes. That
+/// it uses another database or language is not told.
+std::vector<std::string> MessagesOf(SQLSMALLINT handleType, SQLHANDLE handle);
 
 /// Throws when `result` is a failure; success with information is success.
 void Check(SQLRETURN result, SQLSMALLINT handleType, SQLHANDLE handle);

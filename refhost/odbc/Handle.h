@@ -1,5 +1,7 @@
 #pragma once
 
+#include "refhost/odbc/Diagnostics.h"
+
 #include <utility>
 
 #include <sql.h>
@@ -36,5 +38,12 @@ private:
 using EnvironmentHandle = Handle<SQL_HANDLE_ENV>;
 using ConnectionHandle = Handle<SQL_HANDLE_DBC>;
 using StatementHandle = Handle<SQL_HANDLE_STMT>;
+
+/// Makes a handle below another. Throws what the driver manager reports.
+template <class Child, class Parent> Child Allocate(const Parent& parent) {
+    SQLHANDLE handle = nullptr;
+    Check(SQLAllocHandle(Child::type(), parent.get(), &handle), Parent::type(), parent.get());
+    return Child(handle);
+}
 
 } // namespace refhost::odbc

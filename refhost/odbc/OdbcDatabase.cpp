@@ -3,30 +3,20 @@
 #include "refhost/odbc/Column.h"
 #include "refhost/odbc/Diagnostics.h"
 #include "refhost/odbc/Handle.h"
+#include "refhost/odbc/Statement.h"
+#include "refhost/odbc/Transaction.h"
 #include "refhost/odbc/Utf16.h"
 #include "text/ConnectionString.h"
 
 #include <chrono>
 #include <optional>
 #include <utility>
-#include <vector>
 
 namespace refhost::odbc {
 namespace {
 
-/// ADO's `ConnectionTimeout` and `CommandTimeout` as they are when nobody sets them, in seconds.
+/// ADO's `ConnectionTimeout` as it is when nobody sets it, in seconds.
 constexpr SQLULEN connectSeconds = 15;
-constexpr SQLULEN statementSeconds = 30;
-
-SQLPOINTER Number(SQLULEN value) {
-    return reinterpret_cast<SQLPOINTER>(value); // NOLINT(performance-no-int-to-ptr): ODBC's own convention
-}
-
-template <class Child, class Parent> Child Allocate(const Parent& parent) {
-    SQLHANDLE handle = nullptr;
-    Check(SQLAllocHandle(Child::type(), parent.get(), &handle), Parent::type(), parent.get());
-    return Child(handle);
-}
 
 EnvironmentHandle AllocateEnvironment() {
     SQLHANDLE handle = nullptr;
@@ -34,7 +24,7 @@ EnvironmentHandle AllocateEnvironment() {
         throw host::Error(host::error_number::unspecified, "The ODBC driver manager does not start.");
     }
     EnvironmentHandle environment(handle);
-    Check(SQLSetEnvAttr(handle, SQL_ATTR_ODBC_VERSION, Number(SQL_OV_ODBC3), 0), SQL_HANDLE_ENV, handle);
+    Check(SQLSetEnvAttr(handle, SQL_ATTR_ODBC_VERSION, AttributeNumber(SQL_OV_ODBC3), 0), SQL_HANDLE_ENV, handle);
     return environment;
 }
 
@@ -57,7 +47,7 @@ class OdbcDatabase : public Database {
 public:
     explicit OdbcDatabase(const std::string& connectionString)
         : environment_(AllocateEnvironment()), connection_(Allocate<ConnectionHandle>(environment_)) {
-        SQLSetConnectAttrW(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, Number(connectSeconds), 0);
+        SQLSetConnectAttrW(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, AttributeNumber(connectSeconds), 0);
         Utf16Text text = ToUtf16(connectionString);
         try {
             Check(SQLDriverConnectW(connection_.get(), nullptr, text.data(), static_cast<SQLSMALLINT>(text.size()),
@@ -72,8 +62,12 @@ public:
     ~OdbcDatabase() override {
         if (connected_) {
             // A driver keeps a connection with an open transaction: end it first.
-            if (!autocommit_) {
-                SQLEndTran(SQL_HANDLE_DBC, connection_.get(), SQL_ROLLBACK);
+            try {
+                if (transaction_.IsOpen()) {
+                    transaction_.RollBack();
+                }
+            } catch (...) {
+                // A connection that is lost has no transaction any more.
             }
             SQLDisconnect(connection_.get());
         }
@@ -83,57 +77,61 @@ public:
     OdbcDatabase& operator=(const OdbcDatabase&) = delete;
 
     ResultSet Query(std::string_view sql) override {
-        const StatementHandle statement = Run(sql);
-        ResultSet answer;
-        do {
-            SQLSMALLINT columns = 0;
-            Check(SQLNumResultCols(statement.get(), &columns), SQL_HANDLE_STMT, statement.get());
-            if (columns > 0 && !answer.fields) {
-                ReadAnswer(statement.get(), columns, answer);
+        return transaction_.Run([&] {
+            const StatementHandle statement = RunStatement(connection_, sql, commandSeconds);
+            ResultSet answer = ReadRows(statement);
+            // A batch runs to its end only when every answer was asked for.
+            while (NextAnswer(statement)) {
+                if (!answer.fields) {
+                    answer = ReadRows(statement);
+                }
             }
-        } while (NextAnswer(statement.get()));
-        return answer;
+            return answer;
+        });
     }
 
     void Execute(std::string_view sql) override {
-        const StatementHandle statement = Run(sql);
-        // A batch runs to its end only when every answer was asked for.
-        while (NextAnswer(statement.get())) {
-        }
+        transaction_.Run([&] {
+            const StatementHandle statement = RunStatement(connection_, sql, commandSeconds);
+            while (NextAnswer(statement)) {
+            }
+        });
     }
 
     void RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) override {
+        StatementHandle statement;
+        SQLRETURN result = SQL_SUCCESS;
         try {
-            const StatementHandle statement = Run(sql, SecondsOf(limit));
-            do {
-                SQLSMALLINT columns = 0;
-                Check(SQLNumResultCols(statement.get(), &columns), SQL_HANDLE_STMT, statement.get());
-                if (columns > 0) {
-                    ResultSet rows;
-                    ReadAnswer(statement.get(), columns, rows);
-                    sink(std::move(rows));
-                    continue;
-                }
-                SQLLEN written = 0;
-                Check(SQLRowCount(statement.get(), &written), SQL_HANDLE_STMT, statement.get());
-                if (written >= 0) {
-                    sink(RowsWritten{written});
-                }
-            } while (NextAnswer(statement.get()));
+            transaction_.RequireAlive();
+            statement = AllocateStatement(connection_, SecondsOf(limit));
+            result = StartStatement(statement, sql);
         } catch (const host::Error& error) {
-            sink(error);
+            return sink(error);
+        }
+        for (; result != SQL_NO_DATA; result = SQLMoreResults(statement.get())) {
+            for (std::string& message : MessagesOf(SQL_HANDLE_STMT, statement.get())) {
+                sink(ServerMessage{std::move(message)});
+            }
+            BatchAnswer answer = AnswerOf(statement, result);
+            const auto* const error = std::get_if<host::Error>(&answer);
+            // After an error of the driver's own (a lost connection, a time limit) there is nothing more to come.
+            const bool over = error != nullptr && error->native() == 0;
+            if (error != nullptr) {
+                transaction_.Note(*error);
+            }
+            if (const auto* const written = std::get_if<RowsWritten>(&answer);
+                written == nullptr || written->count >= 0) {
+                sink(std::move(answer));
+            }
+            if (over) {
+                return;
+            }
         }
     }
 
-    void BeginTrans() override {
-        if (!autocommit_) {
-            throw host::Error(host::error_number::unspecified, "Only one transaction can be active on this session.");
-        }
-        SetAutocommit(false);
-    }
-
-    void CommitTrans() override { EndTransaction(SQL_COMMIT); }
-    void RollbackTrans() override { EndTransaction(SQL_ROLLBACK); }
+    void BeginTrans() override { transaction_.Begin(); }
+    void CommitTrans() override { transaction_.Commit(); }
+    void RollbackTrans() override { transaction_.RollBack(); }
 
 private:
     /// Whole seconds, a part of one counted as one; 0 is no limit to ODBC.
@@ -141,61 +139,25 @@ private:
         return limit ? static_cast<SQLULEN>(std::chrono::ceil<std::chrono::seconds>(*limit).count()) : 0;
     }
 
-    StatementHandle Run(std::string_view sql, SQLULEN seconds = statementSeconds) {
-        StatementHandle statement = Allocate<StatementHandle>(connection_);
-        SQLSetStmtAttrW(statement.get(), SQL_ATTR_QUERY_TIMEOUT, Number(seconds), 0);
-        Utf16Text text = ToUtf16(sql);
-        Check(SQLExecDirectW(statement.get(), text.data(), static_cast<SQLINTEGER>(text.size())), SQL_HANDLE_STMT,
-              statement.get());
-        return statement;
-    }
-
-    static bool NextAnswer(SQLHSTMT statement) {
-        const SQLRETURN result = SQLMoreResults(statement);
-        Check(result, SQL_HANDLE_STMT, statement);
-        return result != SQL_NO_DATA;
-    }
-
-    static void ReadAnswer(SQLHSTMT statement, SQLSMALLINT count, ResultSet& answer) {
-        std::vector<Column> columns;
-        auto fields = std::make_shared<Fields>();
-        for (SQLUSMALLINT index = 1; index <= static_cast<SQLUSMALLINT>(count); ++index) {
-            columns.push_back(DescribeColumn(statement, index));
-            fields->push_back(columns.back().field);
-        }
-        answer.fields = std::move(fields);
-        for (;;) {
-            const SQLRETURN result = SQLFetch(statement);
-            Check(result, SQL_HANDLE_STMT, statement);
-            if (result == SQL_NO_DATA) {
-                return;
+    /// Rows, the error or the number of rows written (-1 for a statement that writes none) at which a batch stands.
+    static BatchAnswer AnswerOf(const StatementHandle& statement, SQLRETURN result) {
+        try {
+            Check(result, SQL_HANDLE_STMT, statement.get());
+            if (ResultSet rows = ReadRows(statement); rows.fields) {
+                return rows;
             }
-            for (std::size_t index = 0; index < columns.size(); ++index) {
-                answer.cells.push_back(ReadValue(statement, static_cast<SQLUSMALLINT>(index + 1), columns[index]));
-            }
-            ++answer.rowCount;
+            SQLLEN written = -1;
+            Check(SQLRowCount(statement.get(), &written), SQL_HANDLE_STMT, statement.get());
+            return RowsWritten{written};
+        } catch (const host::Error& error) {
+            return error;
         }
-    }
-
-    void SetAutocommit(bool autocommit) {
-        Check(SQLSetConnectAttrW(connection_.get(), SQL_ATTR_AUTOCOMMIT,
-                                 Number(autocommit ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF), 0),
-              SQL_HANDLE_DBC, connection_.get());
-        autocommit_ = autocommit;
-    }
-
-    void EndTransaction(SQLSMALLINT how) {
-        if (autocommit_) {
-            throw host::Error(host::error_number::unspecified, "No transaction is active.");
-        }
-        Check(SQLEndTran(SQL_HANDLE_DBC, connection_.get(), how), SQL_HANDLE_DBC, connection_.get());
-        SetAutocommit(true);
     }
 
     EnvironmentHandle environment_;
     ConnectionHandle connection_;
     bool connected_ = false;
-    bool autocommit_ = true;
+    Transaction transaction_{connection_};
 };
 
 } // namespace

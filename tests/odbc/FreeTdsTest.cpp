@@ -2,7 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/odbc/OdbcDatabase.h"
-#include "tests/odbc/TdsServer.h"
+#include "tests/support/TdsServer.h"
 
 #include <string>
 
@@ -43,14 +43,14 @@ TEST(FreeTds, ReportsADataSourceThatIsNotDefined) {
 }
 
 TEST(FreeTds, ReportsARefusedLoginWithTheServersOwnText) {
-    const test::TdsServer server(test::TdsServer::Behaviour::refuseLogin);
+    const test::TdsServer server({}, {.refuseLogin = true});
     const host::Error error = ConnectError(server.ConnectionString());
     EXPECT_EQ(error.number(), host::error_number::unspecified);
     EXPECT_EQ(error.description(), "Login failed for user 'kovra'.");
 }
 
 TEST(FreeTds, ReportsALostConnectionAndStaysSound) {
-    const test::TdsServer server(test::TdsServer::Behaviour::hangUp);
+    const test::TdsServer server({}, {.hangUpAt = "select 1"});
     const std::unique_ptr<refhost::Database> database = refhost::odbc::OpenOdbc(server.ConnectionString());
     for (int attempt = 0; attempt < 2; ++attempt) {
         try {

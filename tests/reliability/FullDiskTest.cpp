@@ -3,7 +3,7 @@
 
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "refhost/sql/types/Errors.h"
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 
 #include <csignal>

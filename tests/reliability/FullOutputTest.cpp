@@ -1,6 +1,6 @@
 // The program's own output where there is no room for it.
 
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 
 #include <fcntl.h>

@@ -2,7 +2,7 @@
 
 #include "refhost/xml/FileText.h"
 #include "tests/reliability/HostileTexts.h"
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 #include "text/Utf8.h"
 

@@ -3,7 +3,7 @@
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
 #include "tests/reliability/HostileTexts.h"
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 
 #include <cstdio>

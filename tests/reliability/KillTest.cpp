@@ -2,7 +2,7 @@
 
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 #include "tests/support/FaultyEnvironment.h"
 

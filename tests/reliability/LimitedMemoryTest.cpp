@@ -1,7 +1,7 @@
 // Imports that find no more memory.
 
 #include "tests/reliability/HostileTexts.h"
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 
 #include <cstdio>

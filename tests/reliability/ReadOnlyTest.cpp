@@ -1,6 +1,6 @@
 // Accounts that may be read only.
 
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 
 #include <gtest/gtest.h>

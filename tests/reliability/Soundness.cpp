@@ -1,7 +1,7 @@
 #include "tests/reliability/Soundness.h"
 
 #include "refhost/sql/engine/Runtime.h"
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 
 #include <array>
 #include <stdexcept>

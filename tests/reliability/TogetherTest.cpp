@@ -1,6 +1,6 @@
 // Several processes that import into one account at once.
 
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "tests/reliability/Program.h"
+#include "tests/support/Program.h"
 
 #include "tests/support/Paths.h"
 

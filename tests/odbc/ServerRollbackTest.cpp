@@ -1,0 +1,160 @@
+// SQL Server ends the whole transaction itself after some errors. What becomes of it here, on the real FreeTDS driver.
+
+#include "ClsKovraProof/ClsKovraProof.h"
+#include "ClsPriceJustVou/ClsPriceJustVou.h"
+#include "host/Error.h"
+#include "refhost/Environment.h"
+#include "refhost/eai/Login.h"
+#include "refhost/odbc/OdbcDatabase.h"
+#include "tests/support/TdsServer.h"
+#include "tests/support/TestAccount.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr std::string_view noDate = "Conversion failed when converting date and/or time from character string.";
+
+class ServerRollback : public testing::Test {
+protected:
+    std::unique_ptr<refhost::Database> Open() const { return refhost::odbc::OpenOdbc(server_.ConnectionString()); }
+
+    /// The description of the error that `action` raises.
+    template <class Action> static std::string Raised(const Action& action) {
+        try {
+            action();
+        } catch (const host::Error& error) {
+            return error.description();
+        }
+        return "no error";
+    }
+
+    /// Begins a transaction that the server then ends with an error of conversion.
+    static void LoseTransaction(refhost::Database& database) {
+        database.BeginTrans();
+        database.Execute("insert into t (a) values (1)");
+        EXPECT_EQ(Raised([&] { database.Execute("insert into t (d) values ('no date')"); }), noDate);
+    }
+
+    template <class Class> std::string Transact(std::string_view request) const {
+        refhost::Environment environment;
+        refhost::Login login("<login QxDbName=\"" + server_.ConnectionString() +
+                                 "\" cAcc_Id=\"001\" cIYear=\"2024\" cUserId=\"demo\" cUserName=\"王敏\" "
+                                 "cUserPassWord=\"\" CurDate=\"2024-01-15\" cServer=\"\" cSerial=\"\" iMonth=\"1\" "
+                                 "iStartPeriod=\"1\"/>",
+                             environment);
+        Class instance(environment);
+        return instance.Transact(request, &login);
+    }
+
+    test::TestAccount account_{test::AccountContent::demo};
+    test::TdsServer server_{account_.connectionString(), {}};
+};
+
+TEST_F(ServerRollback, IsASuccessToRollBackAndLeavesTheConnectionInAutocommit) {
+    account_.Run("create table t (a int, d datetime)");
+    const auto database = Open();
+    LoseTransaction(*database);
+    database->RollbackTrans();
+    EXPECT_EQ(account_.Rows("select a from t"), std::vector<std::string>{});
+
+    database->Execute("insert into t (a) values (2)");
+    EXPECT_EQ(account_.Rows("select a from t"), std::vector<std::string>{R"({"a":2})"});
+    database->BeginTrans();
+    database->Execute("insert into t (a) values (3)");
+    database->CommitTrans();
+    EXPECT_EQ(account_.Rows("select count(*) as n from t"), std::vector<std::string>{R"({"n":2})"});
+}
+
+TEST_F(ServerRollback, MakesACommitFailWithTheErrorThatDidIt) {
+    account_.Run("create table t (a int, d datetime)");
+    const auto database = Open();
+    LoseTransaction(*database);
+    EXPECT_EQ(Raised([&] { database->CommitTrans(); }),
+              "The server has rolled the transaction back after this error: " + std::string(noDate));
+    database->RollbackTrans();
+    EXPECT_EQ(account_.Rows("select a from t"), std::vector<std::string>{});
+    database->BeginTrans();
+    database->CommitTrans();
+}
+
+TEST_F(ServerRollback, LetsNothingMoreInThatWouldBeCommittedAtOnce) {
+    account_.Run("create table t (a int, d datetime)");
+    const auto database = Open();
+    LoseTransaction(*database);
+    EXPECT_EQ(Raised([&] { database->Execute("insert into t (a) values (4)"); }),
+              "The server has rolled the transaction back after this error: " + std::string(noDate));
+    database->RollbackTrans();
+    EXPECT_EQ(account_.Rows("select a from t"), std::vector<std::string>{});
+}
+
+TEST_F(ServerRollback, IsNotSupposedAfterAnErrorThatKeepsTheTransaction) {
+    account_.Run("create table t (a int not null primary key)");
+    const auto database = Open();
+    database->BeginTrans();
+    database->Execute("insert into t (a) values (1)");
+    EXPECT_NE(Raised([&] { database->Execute("insert into t (a) values (1)"); }), "no error");
+    database->Execute("insert into t (a) values (2)");
+    database->CommitTrans();
+    EXPECT_EQ(account_.Rows("select count(*) as n from t"), std::vector<std::string>{R"({"n":2})"});
+}
+
+TEST_F(ServerRollback, EndsWithTheConnectionThatIsReleased) {
+    account_.Run("create table t (a int, d datetime)");
+    {
+        const auto database = Open();
+        LoseTransaction(*database);
+    }
+    EXPECT_EQ(account_.Rows("select a from t"), std::vector<std::string>{});
+}
+
+TEST_F(ServerRollback, RefusesOneProvisionWithItsOwnErrorAndLetsTheNextOnesGoOn) {
+    const auto document = [](std::string_view number, std::string_view date) {
+        return "<doc><header><Deccode>" + std::string(number) + "</Deccode><vouchtype>48</vouchtype><dDecDate>" +
+               std::string(date) + "</dDecDate></header><body><entry><cInvCode>1001</cInvCode></entry></body></doc>";
+    };
+    const std::string result = Transact<kovra::ClsKovraProof>(
+        "<qxinterface roottag=\"doc\" docid=\"r1\" proc=\"ADD\">" + document("D1", "someday") +
+        document("D2", "2024-01-15") + document("D3", "2024-01-16") + "</qxinterface>");
+
+    EXPECT_EQ(result, "<qxinterface docid=\"r1\" proc=\"ADD\"><item key=\"D1\" code=\"101\" dsc=\"" +
+                          std::string(noDate) +
+                          "\"/><item key=\"D2\" code=\"0\" dsc=\"ok\"/><item key=\"D3\" code=\"0\" dsc=\"ok\"/>"
+                          "</qxinterface>");
+    EXPECT_EQ(account_.Rows("select cDecCode from IA_DecReady where cDecCode like 'D_' order by cDecCode"),
+              (std::vector<std::string>{R"({"cDecCode":"D2"})", R"({"cDecCode":"D3"})"}));
+}
+
+TEST_F(ServerRollback, StopsAPriceVoucherWithItsOwnErrorAndLetsTheNextRequestsGoOn) {
+    const auto request = [](std::string_view id, std::string_view free) {
+        return "<qxinterface roottag=\"voucher\" docid=\"r1\" proc=\"ADD\"><voucher><header><ID>" + std::string(id) +
+               "</ID><cMaker>李工</cMaker><cAccounter/><dCJVDate>2024-01-12</dCJVDate><cMemo/></header><body><entry>"
+               "<cInvCode>1004</cInvCode><cFree1>" +
+               std::string(free) + "</cFree1><iCJVACost>26.5</iCJVACost></entry></body></voucher></qxinterface>";
+    };
+    // A free item whose text becomes a comparison of text and number.
+    const std::string refused =
+        Transact<kovra::ClsPriceJustVou>(request("P1", "' or cInvCode = 7 or cast('x' as int) = 1 or cFree1 = '"));
+    const std::string error = "Conversion failed when converting the varchar value 'x' to data type int.";
+    EXPECT_NE(refused.find("key=\"-2147217913\" code=\"999\" dsc=\"" + error + "\""), std::string::npos) << refused;
+    EXPECT_NE(refused.find("key=\"产生未知异常，导入失败！\" code=\"999\" dsc=\"The server has rolled the transaction "
+                           "back after this error: " +
+                           error + "\""),
+              std::string::npos)
+        << refused;
+    EXPECT_EQ(account_.Rows("select name from sysobjects where name like 'IA_tmp%'"), std::vector<std::string>{});
+
+    for (const std::string_view id : {"P2", "P3"}) {
+        EXPECT_EQ(Transact<kovra::ClsPriceJustVou>(request(id, "")),
+                  "<qxinterface docid=\"r1\" proc=\"ADD\"><item key=\"单据" + std::string(id) +
+                      "\" code=\"0\" dsc=\"成功导入：\"/></qxinterface>");
+    }
+    EXPECT_EQ(account_.Rows("select count(*) as n from CostJustVouch where dCJVDate = '2024-01-12'"),
+              std::vector<std::string>{R"({"n":2})"});
+}
+
+} // namespace

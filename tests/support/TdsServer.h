@@ -1,0 +1,58 @@
+#pragma once
+
+#include <atomic>
+#include <list>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace test {
+
+/// A SQL Server on this machine, as far as a client sees it over the wire: it speaks Microsoft's TDS 7.4 (MS-TDS) and
+/// puts the embedded account database behind it, so that the real FreeTDS driver has a server to talk to. Like SQL
+/// Server it ends a transaction itself after an error of conversion, and says so by a change of the environment.
+///
+/// It keeps to its `Manners` where a test wants something to go wrong. Each connection is served by a thread of its
+/// own.
+class TdsServer {
+public:
+    struct Manners {
+        bool refuseLogin = false;
+        /// Takes connections and never says a word.
+        bool muteLogin = false;
+        /// Hangs up when a batch holds this text.
+        std::string hangUpAt = {};
+        /// Leaves a batch that holds this text without an answer until the client cancels it.
+        std::string muteAt = {};
+    };
+
+    /// @param account connection string of the embedded account database behind; empty for none
+    TdsServer(std::string account, Manners manners);
+    ~TdsServer();
+    TdsServer(const TdsServer&) = delete;
+    TdsServer& operator=(const TdsServer&) = delete;
+
+    /// What a client connects with.
+    std::string ConnectionString() const;
+    /// How often a client cancelled a statement.
+    int Cancelled() const { return cancelled_; }
+
+private:
+    class Session;
+
+    void Serve();
+
+    std::string account_;
+    Manners manners_;
+    int listener_;
+    int port_ = 0;
+    std::atomic<int> cancelled_ = 0;
+    std::mutex mutex_;
+    bool closing_ = false;
+    std::vector<int> clients_;
+    std::list<std::thread> sessions_;
+    std::thread thread_;
+};
+
+} // namespace test
