@@ -186,8 +186,7 @@ std::vector<std::string> Pages() {
     return pages;
 }
 
-INSTANTIATE_TEST_SUITE_P(Docs, PageOfMessages, testing::ValuesIn(Pages()),
-                         [](const auto& page) { return page.param; });
+INSTANTIATE_TEST_SUITE_P(Docs, PageOfMessages, testing::ValuesIn(Pages()), [](const auto& page) { return page.param; });
 
 TEST(Pages, AreThereForEveryClass) {
     std::vector<std::string> classes;
