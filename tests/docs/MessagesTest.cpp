@@ -153,8 +153,8 @@ TEST_P(PageOfMessages, HasTheMessagesOfItsSourcesAndNoOther) {
     const Texts messages = MessagesOf(SourcesOf(GetParam()));
     ASSERT_FALSE(messages.empty());
     for (const char* language : {"zh", "en"}) {
-        EXPECT_EQ(Joined(Differences(MessagesOfPage(language, GetParam()), messages)), "")
-            << "docs/" << language << "/" << GetParam() << ".md";
+        const std::vector<std::string> wrong = Differences(MessagesOfPage(language, GetParam()), messages);
+        EXPECT_TRUE(wrong.empty()) << "docs/" << language << "/" << GetParam() << ".md\n" << Joined(wrong);
     }
 }
 
