@@ -1,6 +1,7 @@
 #include "refhost/xml/Document.h"
 
 #include "host/Error.h"
+#include "refhost/xml/Declarations.h"
 #include "refhost/xml/NodeHandle.h"
 #include "refhost/xml/Parser.h"
 #include "refhost/xml/Writer.h"
@@ -48,11 +49,11 @@ host::DOMNodeList Document::SelectNodes(std::string_view path) const {
 }
 
 host::DOMNodePtr Document::CreateElement(std::string_view name) {
-    const std::size_t colon = name.find(':');
+    const std::string_view prefix = PrefixOf(name);
     // What nobody declares would make a document that cannot be read again.
-    if (colon != std::string_view::npos && !tree_->HasPrefix(name.substr(0, colon)))
+    if (!prefix.empty() && !tree_->HasPrefix(prefix))
         throw host::Error(host::error_number::unspecified,
-                          "Reference to undeclared namespace prefix: '" + std::string(name.substr(0, colon)) + "'.");
+                          "Reference to undeclared namespace prefix: '" + std::string(prefix) + "'.");
     return MakeHandle(*tree_, *selector_, {&tree_->NewElement(tree_->Name(name)), nullptr});
 }
 

@@ -1,6 +1,7 @@
 #include "refhost/xml/Path.h"
 
 #include "host/Error.h"
+#include "refhost/xml/Declarations.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -29,11 +30,8 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) {
 
 /// Throws for a prefix that neither the tree declares nor every path may use.
 void CheckPrefix(std::string_view name, const Tree& tree) {
-    const std::size_t colon = name.find(':');
-    if (colon == std::string_view::npos)
-        return;
-    const std::string_view prefix = name.substr(0, colon);
-    const bool known = prefix == "xml" || prefix == "xmlns" || tree.HasPrefix(prefix) ||
+    const std::string_view prefix = PrefixOf(name);
+    const bool known = prefix.empty() || prefix == "xml" || prefix == "xmlns" || tree.HasPrefix(prefix) ||
                        std::find(recordsetPrefixes.begin(), recordsetPrefixes.end(), prefix) != recordsetPrefixes.end();
     if (!known)
         throw host::Error(host::error_number::unspecified,

@@ -1,6 +1,7 @@
 #include "refhost/xml/Tree.h"
 
 #include "host/Error.h"
+#include "refhost/xml/Declarations.h"
 
 #include <cstring>
 #include <limits>
@@ -8,8 +9,6 @@
 
 namespace refhost::xml {
 namespace {
-
-constexpr std::string_view declaresPrefix = "xmlns:";
 
 const xmlChar* Bytes(const char* text) { return reinterpret_cast<const xmlChar*>(text); }
 
@@ -126,6 +125,15 @@ void Tree::Append(Element& parent, Node& child) {
     if (child.parent != nullptr)
         Unlink(child);
     AppendNew(parent, child);
+    if (child.kind == NodeKind::element)
+        Declare(child.AsElement());
+}
+
+void Tree::Declare(Element& element) {
+    const std::string prefix(PrefixOf(element.name));
+    const auto known = prefixes_.find(prefix);
+    if (known != prefixes_.end() && !IsDeclaredAt(element, prefix))
+        SetAttribute(element, "xmlns:" + prefix, std::string(known->second));
 }
 
 void Tree::Unlink(Node& child) noexcept {
@@ -193,9 +201,8 @@ Attribute& Tree::AddAttribute(Element& element, Attribute* last, const char* nam
     added->size = size;
     (last == nullptr ? element.attributes : last->next) = added;
     ++revision_;
-    const std::string_view text = name;
-    if (text.starts_with(declaresPrefix))
-        prefixes_.emplace(text.substr(declaresPrefix.size()));
+    if (const auto prefix = DeclaredPrefix(name); prefix && !prefix->empty())
+        prefixes_.insert_or_assign(std::string(*prefix), std::string(value));
     return *added;
 }
 

@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 
 #include <libxml/parser.h>
 
@@ -111,7 +110,9 @@ public:
 
     /// Whether `prefix` is declared anywhere in the tree.
     bool HasPrefix(std::string_view prefix) const;
-    const std::unordered_set<std::string>& Prefixes() const noexcept { return prefixes_; }
+    /// The prefixes that are declared anywhere, each with the latest URI that it was declared for.
+    using PrefixMap = std::unordered_map<std::string, std::string>;
+    const PrefixMap& Prefixes() const noexcept { return prefixes_; }
 
     /// Counts the changes made by all members above.
     std::uint64_t Revision() const noexcept { return revision_; }
@@ -129,6 +130,8 @@ private:
     template <class T> T& Make(NodeKind kind);
     const char* Copy(std::string_view text);
     void Unlink(Node& child) noexcept;
+    /// Declares the prefix of the element's name at the element where it is not declared there or above.
+    void Declare(Element& element);
     void Overwrite(const char*& data, std::uint32_t& size, std::string_view text);
 
     std::pmr::monotonic_buffer_resource arena_;
@@ -137,7 +140,7 @@ private:
     std::unique_ptr<xmlDict, DictDeleter> dict_;
     /// Names that were asked for and found valid.
     std::unordered_map<std::string, const char*, TextHash, std::equal_to<>> checkedNames_;
-    std::unordered_set<std::string> prefixes_;
+    PrefixMap prefixes_;
     Element* document_;
 };
 

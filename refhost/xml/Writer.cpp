@@ -1,6 +1,9 @@
 #include "refhost/xml/Writer.h"
 
 #include "ModPub/XmlText.h"
+#include "refhost/xml/Declarations.h"
+
+#include <vector>
 
 namespace refhost::xml {
 namespace {
@@ -20,7 +23,8 @@ std::string_view DeclarationText(Tree::Declaration declaration) {
 }
 
 /// Writes what stands before the node's children; all of it for a node without any.
-void AppendStart(std::string& out, const Tree& tree, const Node& node) {
+/// @param above declarations that an element needs beside its own attributes
+void AppendStart(std::string& out, const Tree& tree, const Node& node, const std::vector<Declaration>& above = {}) {
     switch (node.kind) {
     case NodeKind::document:
         out.append(DeclarationText(tree.declaration));
@@ -28,6 +32,9 @@ void AppendStart(std::string& out, const Tree& tree, const Node& node) {
     case NodeKind::element: {
         const Element& element = node.AsElement();
         out.append("<").append(element.name);
+        for (const auto& [prefix, uri] : above) {
+            ModPub::AppendXmlAttribute(out, prefix.empty() ? "xmlns" : "xmlns:" + std::string(prefix), uri);
+        }
         for (const Attribute* at = element.attributes; at != nullptr; at = at->next) {
             ModPub::AppendXmlAttribute(out, at->name, at->Value());
         }
@@ -65,7 +72,8 @@ std::string ToXml(const Tree& tree, const Node& node) {
     if (node.kind == NodeKind::document)
         out.reserve(tree.BytesUsed());
     const Node* at = &node;
-    AppendStart(out, tree, *at);
+    AppendStart(out, tree, *at,
+                node.kind == NodeKind::element ? NeededFromAbove(node.AsElement()) : std::vector<Declaration>());
     while (true) {
         if (at->IsParent() && at->AsElement().first != nullptr) {
             at = at->AsElement().first;

@@ -11,7 +11,8 @@ namespace refhost::xml {
 /// element without content. The document starts with a declaration, without encoding, when its text had one.
 ///
 /// Line breaks and tabs in attributes, and carriage returns in text, are written as character references, so that
-/// reading gives them back. A character that XML cannot hold is written as U+FFFD.
+/// reading gives them back. An element carries the declarations of namespaces that stand above it and that it needs. A
+/// character that XML cannot hold is written as U+FFFD.
 std::string ToXml(const Tree& tree, const Node& node);
 /// `name="value"`.
 std::string ToXml(const Attribute& attribute);

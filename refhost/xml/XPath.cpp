@@ -187,7 +187,7 @@ std::vector<Selected> Mirror::Select(const XPath& path, const Node& context) con
     const auto declare = [&](const std::string& prefix) {
         xmlXPathRegisterNs(engine.get(), Bytes(prefix), Bytes(prefix));
     };
-    for (const std::string& prefix : prefixes_)
+    for (const auto& [prefix, uri] : prefixes_)
         declare(prefix);
     for (const char* prefix : recordsetPrefixes)
         declare(prefix);

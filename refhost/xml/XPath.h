@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include <libxml/xpath.h>
@@ -62,7 +61,7 @@ private:
 
     const Node* top_;
     std::uint64_t revision_;
-    const std::unordered_set<std::string>& prefixes_;
+    const Tree::PrefixMap& prefixes_;
     /// Declared before the document, whose nodes point to them.
     std::unordered_map<std::string, std::unique_ptr<xmlNs, NamespaceDeleter>> namespaces_;
     std::unique_ptr<xmlDoc, Deleter> document_;

@@ -36,10 +36,17 @@ host::Field Named(std::string name, FieldType type = FieldType::varWideChar, int
     return {std::move(name), type, size, 0, 0, true};
 }
 
+/// The first empty element of this name as it stands in the document.
+std::string Written(const Document& document, const std::string& name) {
+    const std::string xml = document.Xml();
+    const std::size_t begin = xml.find("<" + name);
+    return xml.substr(begin, xml.find("/>", begin) + 2 - begin);
+}
+
 std::string RowXml(std::vector<Column> columns) {
     Document document;
     WriteRowset(OneRow(std::move(columns)), document);
-    return document.SelectSingleNode("//rs:data/z:row")->Xml();
+    return Written(document, "z:row");
 }
 
 /// The row of one column `v`.
@@ -126,7 +133,7 @@ TEST(RowsetXml, ColumnsWithoutAnXmlNameAreNumbered) {
                         {Named("_a-b.1Üж"), "8"},
                         {Named("a×"), "9"}}),
                 document);
-    EXPECT_EQ(document.SelectSingleNode("//z:row")->Xml(),
+    EXPECT_EQ(Written(document, "z:row"),
               "<z:row c0=\"1\" c1=\"2\" 名称=\"3\" c3=\"4\" c4=\"5\" c5=\"6\" c6=\"7\" _a-b.1Üж=\"8\" c8=\"9\"/>");
     const host::DOMNodeList columns = document.SelectNodes("//s:AttributeType");
     EXPECT_EQ(columns[0]->GetAttribute("name"), "c0");
@@ -150,7 +157,7 @@ class RowsetDatatype : public testing::TestWithParam<TypeCase> {};
 TEST_P(RowsetDatatype, IsDescribedAsAdoDoes) {
     Document document;
     WriteRowset(OneRow({{GetParam().field, host::Null{}}}), document);
-    EXPECT_EQ(document.SelectSingleNode("//s:datatype")->Xml(), GetParam().datatype);
+    EXPECT_EQ(Written(document, "s:datatype"), GetParam().datatype);
 }
 
 INSTANTIATE_TEST_SUITE_P(
