@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModPub/FunctionRef.h"
 #include "ModPub/ImportState.h"
 
 #include <memory>
@@ -24,14 +25,21 @@ public:
     /// @return the result document or an error result. Never throws.
     std::string Transact(std::string_view sXml, host::HostLogin* login);
 
+    /// Reads the caller's list of conditions.
+    using ConditionList = ModPub::FunctionRef<const host::DOMNodeList&()>;
+
     /// Queries stock documents. `Transact` has opened the instance's connection before; a request without rows does.
-    /// @param eleList condition elements with the attributes `name`, `operation`, `value` and `logic`
+    /// @param eleList gives the condition elements, with the attributes `name`, `operation`, `value` and `logic`. Where
+    ///        it throws, as for an object that is no list of nodes, the query runs without any condition.
     /// @param sRetXml in: the envelope, whose root names in `roottag` the element of a document, and whose element
     ///        `storeinout` holds the kind, "出库单" or "入库单", in its first attribute. Out: the envelope's root with
     ///        one element a document. Unchanged when an error is thrown.
     /// @return always false, which is no failure. Throws `host::Error`: 91 where the envelope lacks what is read of it
     ///         or the connection was never made, else the error of the database, a document or the converter.
-    bool QueryProc(const host::DOMNodeList& eleList, std::string& sRetXml);
+    bool QueryProc(ConditionList eleList, std::string& sRetXml);
+    bool QueryProc(const host::DOMNodeList& eleList, std::string& sRetXml) {
+        return QueryProc([&]() -> const host::DOMNodeList& { return eleList; }, sRetXml);
+    }
 
     /// The message of a save's check results: items beyond their stock (`zeroout`) and beyond their project's budget
     /// (`itemcheck`); empty when there are none.
@@ -51,8 +59,7 @@ private:
     std::string CheckHeadRows(const ProvisionDoc& doc, host::IaVoucherService& service, host::DOMDocument& head);
     std::string CheckBodyRows(const ProvisionDoc& doc, const host::DOMDocument& body);
 
-    std::string GetQueryCondition(const host::DOMNodeList& eleList, host::Connection& connection,
-                                  std::string_view kind);
+    std::string GetQueryCondition(ConditionList eleList, host::Connection& connection, std::string_view kind);
 
     ModPub::ImportState state_;
     /// Of `QueryProc`: the envelope being filled and the converter, both created on first use.

@@ -27,15 +27,16 @@ std::string_view KindFilter(std::string_view kind) {
     return {};
 }
 
-/// Conditions joined by their connectives; the last one's is not used.
+/// Conditions joined by their connectives; the last one's is not even read.
 class Conjunction {
 public:
     explicit Conjunction(std::size_t count) : count_(count) {}
 
-    void Append(std::string_view condition, std::string_view logic) {
+    /// @param readLogic gives the connective
+    void Append(std::string_view condition, ModPub::FunctionRef<std::string()> readLogic) {
         text_.append(condition);
         if (++appended_ < count_) {
-            text_.append(" ").append(logic).append(" ");
+            text_.append(" ").append(readLogic()).append(" ");
         }
     }
     const std::string& text() const { return text_; }
@@ -58,27 +59,29 @@ std::string Condition(const host::Field& field, const std::string& operation, co
 } // namespace
 
 /// The WHERE clause of the head query, as far as there is one.
-std::string ClsKovraProof::GetQueryCondition(const host::DOMNodeList& eleList, host::Connection& connection,
+std::string ClsKovraProof::GetQueryCondition(ConditionList eleList, host::Connection& connection,
                                              std::string_view kind) {
     try {
         const std::unique_ptr<host::Recordset> columns = state_.environment.CreateRecordset();
         columns->Open("select * from Rdrecord where 1>1", connection, host::CursorType::forwardOnly,
                       host::LockType::readOnly, host::command_option::unspecified);
+        const host::DOMNodeList& elements = eleList();
         host::EaiHelper& eaiHelper = state_.environment.GetEaiHelper();
         const auto fieldOf = [&](const host::DOMNodePtr& element) -> const host::Field& {
             return columns->FieldAt(columns->FieldIndex(eaiHelper.GetAttr(element.get(), "name")));
         };
         const auto timestampCount = static_cast<std::size_t>(
-            std::ranges::count_if(eleList, [&](const host::DOMNodePtr& each) { return IsTimestamp(fieldOf(each)); }));
+            std::ranges::count_if(elements, [&](const host::DOMNodePtr& each) { return IsTimestamp(fieldOf(each)); }));
 
-        Conjunction ordinary(eleList.size() - timestampCount);
+        Conjunction ordinary(elements.size() - timestampCount);
         Conjunction timestamps(timestampCount);
-        for (const host::DOMNodePtr& element : eleList) {
+        for (const host::DOMNodePtr& element : elements) {
             const host::Field& field = fieldOf(element);
             const std::string operation = eaiHelper.GetAttr(element.get(), "operation");
             const std::string value = eaiHelper.GetAttr(element.get(), "value");
             Conjunction& target = IsTimestamp(field) ? timestamps : ordinary;
-            target.Append(Condition(field, operation, value), eaiHelper.GetAttr(element.get(), "logic"));
+            target.Append(Condition(field, operation, value),
+                          [&] { return eaiHelper.GetAttr(element.get(), "logic"); });
         }
 
         std::string clause(KindFilter(kind));

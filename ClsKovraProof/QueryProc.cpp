@@ -2,6 +2,8 @@
 #include "ModPub/Conversions.h"
 #include "ModPub/Required.h"
 
+#include <utility>
+
 namespace kovra {
 namespace {
 
@@ -43,15 +45,14 @@ std::string DocumentKind(const host::DOMDocument& description) {
 
 } // namespace
 
-bool ClsKovraProof::QueryProc(const host::DOMNodeList& eleList, std::string& sRetXml) {
+bool ClsKovraProof::QueryProc(ConditionList eleList, std::string& sRetXml) {
     host::Environment& environment = state_.environment;
     const std::unique_ptr<host::DOMDocument> description = environment.CreateDOMDocument();
     description->LoadXML(sRetXml);
-    if (!envelope_) {
-        envelope_ = environment.CreateDOMDocument();
-    }
-    envelope_->LoadXML(sRetXml);
-    const host::DOMNodePtr root = envelope_->DocumentElement();
+    // Out of reach of a call that comes from inside of this one; an error leaves the next call to make its own.
+    std::unique_ptr<host::DOMDocument> envelope = envelope_ ? std::move(envelope_) : environment.CreateDOMDocument();
+    envelope->LoadXML(sRetXml);
+    const host::DOMNodePtr root = envelope->DocumentElement();
     Required(root).SetText("");
 
     host::Connection& connection = Required(state_.connection);
@@ -67,19 +68,20 @@ bool ClsKovraProof::QueryProc(const host::DOMNodeList& eleList, std::string& sRe
     OpenRecords(*head, headQuery, connection);
     while (!head->AtEOF()) {
         const host::DOMNodePtr element =
-            envelope_->CreateElement(environment.GetEaiHelper().GetAttr(root.get(), "roottag"));
+            envelope->CreateElement(environment.GetEaiHelper().GetAttr(root.get(), "roottag"));
         if (!converter_) {
             converter_ = environment.CreateEaiXmlConverter();
         }
-        converter_->HeadToXml(*envelope_, *element, stockMapping, *head);
+        converter_->HeadToXml(*envelope, *element, stockMapping, *head);
         OpenRecords(*body, "select * from rdrecords where id=" + ModPub::ToText(head->FieldValue("id")), connection);
-        converter_->BodyToXml(*envelope_, *element, stockMapping, *body);
+        converter_->BodyToXml(*envelope, *element, stockMapping, *body);
         body->Close();
         root->AppendChild(*element);
         head->MoveNext();
     }
     head->Close();
-    sRetXml = envelope_->Xml();
+    sRetXml = envelope->Xml();
+    envelope_ = std::move(envelope);
     return false;
 }
 

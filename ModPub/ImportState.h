@@ -26,6 +26,8 @@ struct ImportState {
     std::unique_ptr<host::DOMDocument> resultDocument;
     /// The latest caller's login. It outlives the instance, since calls after `Transact` read it too.
     host::HostLogin* login = nullptr;
+    /// Whether a call is under way.
+    bool inTransact = false;
     /// The request's `roottag`.
     std::string rowTag;
     /// The request's `proc` in upper case.

@@ -23,6 +23,13 @@ std::string Refuse(ImportState& state, const RequestError& error) {
 
 } // namespace
 
+TransactInProgress::TransactInProgress(ImportState& state) : state_(state) {
+    if (state.inTransact) {
+        throw host::Error(host::error_number::objectOpen, "Operation is not allowed when the object is open.");
+    }
+    state.inTransact = true;
+}
+
 std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
                      host::HostLogin* login) {
     host::Environment& environment = state.environment;

@@ -57,12 +57,27 @@ struct FrameVariation {
 std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
                      host::HostLogin* login);
 
+/// A call of `Transact` that is under way. The host can call the same instance again during anything that it is asked
+/// for; such an inner call ends here, before it touches what the outer one works with.
+class TransactInProgress {
+public:
+    /// Throws 3705, as the open connection would, when a call is under way.
+    explicit TransactInProgress(ImportState& state);
+    ~TransactInProgress() { state_.inTransact = false; }
+    TransactInProgress(const TransactInProgress&) = delete;
+    TransactInProgress& operator=(const TransactInProgress&) = delete;
+
+private:
+    ImportState& state_;
+};
+
 /// Runs one call of `Transact` as its class varies it. Never throws: every failure becomes an error result.
 /// @param makeVariation gives the `FrameVariation`; called inside, since it takes memory to make one
 template <class MakeVariation>
 std::string RunTransact(ImportState& state, const MakeVariation& makeVariation, std::string_view sXml,
                         host::HostLogin* login) noexcept {
     try {
+        const TransactInProgress inProgress(state);
         return RunSteps(state, makeVariation(), sXml, login);
     } catch (...) {
         return ErrorResult(state.environment);

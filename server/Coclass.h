@@ -86,8 +86,16 @@ private:
             ComPtr<IDispatch> object = readLogin();
             if (!object)
                 return class_.Transact(request, nullptr);
-            login_.emplace(DispatchObject(std::move(object)));
-            return class_.Transact(request, &*login_);
+            // The class refuses a call from inside of another; the login that it works with stays.
+            if (inTransact_)
+                return class_.Transact(request, nullptr);
+            inTransact_ = true;
+            // The former login goes when the call has ended: letting it go may bring another call.
+            const std::optional<ComLogin> former =
+                std::exchange(login_, std::optional<ComLogin>(ComLogin(DispatchObject(std::move(object)))));
+            std::string result = class_.Transact(request, &*login_);
+            inTransact_ = false;
+            return result;
         } catch (...) {
             return ModPub::ErrorResult(environment_);
         }
@@ -96,6 +104,7 @@ private:
     ComEnvironment environment_;
     /// The latest login, always in the same place: the class reads it in later calls too.
     std::optional<ComLogin> login_;
+    bool inTransact_ = false;
     Class class_{environment_};
 };
 

@@ -108,9 +108,13 @@ private:
     }
 
     bool Query(const ComPtr<IDispatch>& list, std::string& envelope) {
-        const ComPtr<IXMLDOMNodeList> conditions = list.As<IXMLDOMNodeList>();
-        ThrowIfFailed(conditions->reset());
-        return instance().QueryProc(WrapNodes(*conditions.Get()), envelope);
+        host::DOMNodeList conditions;
+        const auto read = [&]() -> const host::DOMNodeList& {
+            const ComPtr<IXMLDOMNodeList> nodes = list.As<IXMLDOMNodeList>();
+            ThrowIfFailed(nodes->reset());
+            return conditions = WrapNodes(*nodes.Get());
+        };
+        return instance().QueryProc(read, envelope);
     }
 };
 

@@ -53,12 +53,14 @@ DISPID DispatchObject::Id(const wchar_t* name) const {
 }
 
 VariantHolder DispatchObject::Invoke(const wchar_t* name, WORD flags, VARIANT* reversed, std::size_t count) const {
+    // Held here too: the call may bring another one that puts a new object in this place.
+    const ComPtr<IDispatch> object = object_;
     const DISPID id = Id(name);
     DISPPARAMS parameters{reversed, nullptr, static_cast<UINT>(count), 0};
     VariantHolder result;
     EXCEPINFO exception{};
     const HRESULT status =
-        object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result.Put(), &exception, nullptr);
+        object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result.Put(), &exception, nullptr);
     EndCall(status, exception);
     return result;
 }
@@ -84,13 +86,14 @@ VariantHolder DispatchObject::CallWith(const wchar_t* name, VARIANT* reversed, s
 }
 
 void DispatchObject::Put(const wchar_t* name, const VariantHolder& value) const {
+    const ComPtr<IDispatch> object = object_;
     const DISPID id = Id(name);
     VARIANT argument = value.Get();
     DISPID put = DISPID_PROPERTYPUT;
     DISPPARAMS parameters{&argument, &put, 1, 1};
     EXCEPINFO exception{};
-    const HRESULT status = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters,
-                                           nullptr, &exception, nullptr);
+    const HRESULT status = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters, nullptr,
+                                          &exception, nullptr);
     EndCall(status, exception);
 }
 

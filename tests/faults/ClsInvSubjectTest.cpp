@@ -1,6 +1,6 @@
 #include "ClsInvSubject/ClsInvSubject.h"
 
-#include "tests/faults/FailEveryOperation.h"
+#include "tests/faults/DisturbEveryOperation.h"
 #include "tests/rules/SettingRules.h"
 #include "tests/support/Import.h"
 
@@ -9,7 +9,7 @@
 namespace {
 
 using test::CheckedCode;
-using test::FailEveryOperation;
+using test::DisturbEveryOperation;
 using test::Play;
 using test::SettingRow;
 
@@ -114,77 +114,77 @@ std::string PlayRequest(Play& play, const std::vector<SettingRow>& settings) {
 }
 
 TEST(InventorySettingsFaults, Add) {
-    FailEveryOperation({.name = "ClsInvSubject ADD",
-                        .proc = "ADD",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("ADD", rows)),
-                        .rules = [](Play& play) {
-                            return PlayRequest(play, {EveryAccount(),
-                                                      ItemAndClass(),
-                                                      UnknownAccount(),
-                                                      NewClass(),
-                                                      {.key = "仓库编码：02， ， ",
-                                                       .checks = {Warehouse("02"), Account("1402")},
-                                                       .match = "Where cWhCode = '02' And iyear = 2023"},
-                                                      {.key = "存货编码：A2",
-                                                       .checks = {Item("A2"), Account("1402")},
-                                                       .match = "Where cInvCode = 'A2' And iyear = 2023"},
-                                                      NewWarehouse()});
-                        }});
+    DisturbEveryOperation({.name = "ClsInvSubject ADD",
+                           .proc = "ADD",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {contents},
+                           .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("ADD", rows)),
+                           .rules = [](Play& play) {
+                               return PlayRequest(play, {EveryAccount(),
+                                                         ItemAndClass(),
+                                                         UnknownAccount(),
+                                                         NewClass(),
+                                                         {.key = "仓库编码：02， ， ",
+                                                          .checks = {Warehouse("02"), Account("1402")},
+                                                          .match = "Where cWhCode = '02' And iyear = 2023"},
+                                                         {.key = "存货编码：A2",
+                                                          .checks = {Item("A2"), Account("1402")},
+                                                          .match = "Where cInvCode = 'A2' And iyear = 2023"},
+                                                         NewWarehouse()});
+                           }});
 }
 
 TEST(InventorySettingsFaults, Edit) {
-    FailEveryOperation({.name = "ClsInvSubject EDIT",
-                        .proc = "EDIT",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EDIT", rows)),
-                        .rules = [](Play& play) {
-                            return PlayRequest(play, {EveryAccount(),
-                                                      ItemAndClass(),
-                                                      UnknownAccount(),
-                                                      NewClass(),
-                                                      // Without an item code the update lacks a comma.
-                                                      {.key = "仓库编码：02， ， ",
-                                                       .checks = {Warehouse("02"), Account("1402")},
-                                                       .match = "Where cWhCode = '02' And iyear = 2023",
-                                                       .write = "Update IA_HeadSet Set",
-                                                       .writeError = "Incorrect syntax near 'iYear'."},
-                                                      {.key = "存货编码：A2",
-                                                       .checks = {Item("A2"), Account("1402")},
-                                                       .match = "Where cInvCode = 'A2' And iyear = 2023",
-                                                       .write = "Update IA_HeadSet Set",
-                                                       .stored = Stored("null", "null", otherHead, R"("A2")"),
-                                                       .storedName = "item"},
-                                                      NewWarehouse()});
-                        }});
+    DisturbEveryOperation({.name = "ClsInvSubject EDIT",
+                           .proc = "EDIT",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {contents},
+                           .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EDIT", rows)),
+                           .rules = [](Play& play) {
+                               return PlayRequest(play, {EveryAccount(),
+                                                         ItemAndClass(),
+                                                         UnknownAccount(),
+                                                         NewClass(),
+                                                         // Without an item code the update lacks a comma.
+                                                         {.key = "仓库编码：02， ， ",
+                                                          .checks = {Warehouse("02"), Account("1402")},
+                                                          .match = "Where cWhCode = '02' And iyear = 2023",
+                                                          .write = "Update IA_HeadSet Set",
+                                                          .writeError = "Incorrect syntax near 'iYear'."},
+                                                         {.key = "存货编码：A2",
+                                                          .checks = {Item("A2"), Account("1402")},
+                                                          .match = "Where cInvCode = 'A2' And iyear = 2023",
+                                                          .write = "Update IA_HeadSet Set",
+                                                          .stored = Stored("null", "null", otherHead, R"("A2")"),
+                                                          .storedName = "item"},
+                                                         NewWarehouse()});
+                           }});
 }
 
 TEST(InventorySettingsFaults, Empty) {
-    FailEveryOperation({.name = "ClsInvSubject EMPTY",
-                        .proc = "EMPTY",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EMPTY", rows)),
-                        .rules =
-                            [](Play& play) {
-                                PutStored(play);
-                                return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                                               PlayYearEnd(play);
-                                                               return std::nullopt;
-                                                           },
-                                                           .run =
-                                                               [&] {
-                                                                   play.Execute("Delete * From IA_HeadSet");
-                                                                   play.EraseAll();
-                                                                   return std::string();
-                                                               }});
-                            },
-                        .connectionMore = ";Delete Star=Accept"});
+    DisturbEveryOperation({.name = "ClsInvSubject EMPTY",
+                           .proc = "EMPTY",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {contents},
+                           .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EMPTY", rows)),
+                           .rules =
+                               [](Play& play) {
+                                   PutStored(play);
+                                   return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
+                                                                  PlayYearEnd(play);
+                                                                  return std::nullopt;
+                                                              },
+                                                              .run =
+                                                                  [&] {
+                                                                      play.Execute("Delete * From IA_HeadSet");
+                                                                      play.EraseAll();
+                                                                      return std::string();
+                                                                  }});
+                               },
+                           .connectionMore = ";Delete Star=Accept"});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "ClsKovraProof/ClsKovraProof.h"
 
-#include "tests/faults/FailEveryOperation.h"
+#include "tests/faults/DisturbEveryOperation.h"
 #include "tests/rules/ProvisionRules.h"
 #include "tests/support/Import.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-using test::FailEveryOperation;
+using test::DisturbEveryOperation;
 using test::Play;
 using test::ProvisionDoc;
 using test::ProvisionRules;
@@ -55,18 +55,18 @@ const std::vector<ProvisionDoc> docs = {
     {.number = "P4", .items = {"1005"}},
 };
 
-void FailEveryOperationOf(const std::string& proc) {
-    FailEveryOperation({.name = "ClsKovraProof " + proc,
-                        .proc = proc,
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {heads, bodies},
-                        .run = test::TransactOf<kovra::ClsKovraProof>(test::Request(proc, Rows())),
-                        .rules = [&](Play& play) { return ProvisionRules(play, proc == "EDIT").Transact(docs); }});
+void DisturbEveryOperationOf(const std::string& proc) {
+    DisturbEveryOperation({.name = "ClsKovraProof " + proc,
+                           .proc = proc,
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {heads, bodies},
+                           .run = test::TransactOf<kovra::ClsKovraProof>(test::Request(proc, Rows())),
+                           .rules = [&](Play& play) { return ProvisionRules(play, proc == "EDIT").Transact(docs); }});
 }
 
-TEST(ProvisionsFaults, Add) { FailEveryOperationOf("ADD"); }
+TEST(ProvisionsFaults, Add) { DisturbEveryOperationOf("ADD"); }
 
-TEST(ProvisionsFaults, Edit) { FailEveryOperationOf("EDIT"); }
+TEST(ProvisionsFaults, Edit) { DisturbEveryOperationOf("EDIT"); }
 
 } // namespace

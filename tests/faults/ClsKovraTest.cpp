@@ -1,6 +1,6 @@
 #include "ClsKovra/ClsKovra.h"
 
-#include "tests/faults/FailEveryOperation.h"
+#include "tests/faults/DisturbEveryOperation.h"
 #include "tests/rules/OpeningRules.h"
 #include "tests/support/Import.h"
 
@@ -11,7 +11,7 @@
 namespace {
 
 using test::CallMarks;
-using test::FailEveryOperation;
+using test::DisturbEveryOperation;
 using test::OpeningRow;
 using test::OpeningRules;
 using test::Play;
@@ -91,61 +91,63 @@ std::vector<OpeningRow> Rows() {
     };
 }
 
-void FailEveryOperationOf(const std::string& proc) {
-    FailEveryOperation({.name = "ClsKovra " + proc,
-                        .proc = proc,
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsKovra>(test::Request(proc, rows)),
-                        .rules = [](Play& play) { return OpeningRules(play).Transact(Rows()); }});
+void DisturbEveryOperationOf(const std::string& proc) {
+    DisturbEveryOperation({.name = "ClsKovra " + proc,
+                           .proc = proc,
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {contents},
+                           .run = test::TransactOf<kovra::ClsKovra>(test::Request(proc, rows)),
+                           .rules = [](Play& play) { return OpeningRules(play).Transact(Rows()); }});
 }
 
-TEST(OpeningBalancesFaults, Add) { FailEveryOperationOf("ADD"); }
+TEST(OpeningBalancesFaults, Add) { DisturbEveryOperationOf("ADD"); }
 
-TEST(OpeningBalancesFaults, Edit) { FailEveryOperationOf("EDIT"); }
+TEST(OpeningBalancesFaults, Edit) { DisturbEveryOperationOf("EDIT"); }
 
 TEST(OpeningBalancesFaults, RefusedLedger) {
-    FailEveryOperation({.name = "ClsKovra ADD, ledger refused",
-                        .proc = "ADD",
-                        .setup = std::string(setup) +
-                                 "GO\nINSERT INTO CostJustVouch (ID, cCode, dCJVDate) VALUES (1, N'1', '2023-01-02')",
-                        .restore = restore,
-                        .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsKovra>(test::Request("ADD", rows)),
-                        .rules = [](Play& play) { return OpeningRules(play).RefusedTransact(); }});
+    DisturbEveryOperation(
+        {.name = "ClsKovra ADD, ledger refused",
+         .proc = "ADD",
+         .setup =
+             std::string(setup) + "GO\nINSERT INTO CostJustVouch (ID, cCode, dCJVDate) VALUES (1, N'1', '2023-01-02')",
+         .restore = restore,
+         .contents = {contents},
+         .run = test::TransactOf<kovra::ClsKovra>(test::Request("ADD", rows)),
+         .rules = [](Play& play) { return OpeningRules(play).RefusedTransact(); }});
 }
 
 /// An unknown item is shown to the user and counts as false; an error is the caller's.
 TEST(OpeningBalancesFaults, InvCodeIsTorF) {
-    FailEveryOperation({.name = "ClsKovra InvCodeIsTorF",
-                        .proc = "ADD",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {contents},
-                        .run =
-                            [](host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
-                                kovra::ClsKovra instance(environment);
-                                instance.Transact(test::Request("ADD", ""), &login);
-                                marks.begin();
-                                std::string told;
-                                try {
-                                    told = instance.InvCodeIsTorF("X9", "bInvBatch") ? "true" : "false";
-                                } catch (const host::Error& error) {
-                                    told = error.description();
-                                }
-                                marks.returned();
-                                return told;
-                            },
-                        .rules = [](Play& play) -> std::string {
-                            try {
-                                play.LookUp("SELECT bInvBatch FROM Inventory WHERE cInvCode='X9'");
-                                play.Do("ShowMessage", "该存货没有找到！");
-                                return "false";
-                            } catch (const host::Error& error) {
-                                return error.description();
-                            }
-                        }});
+    DisturbEveryOperation({.name = "ClsKovra InvCodeIsTorF",
+                           .proc = "ADD",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {contents},
+                           .run =
+                               [](host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
+                                   kovra::ClsKovra instance(environment);
+                                   instance.Transact(test::Request("ADD", ""), &login);
+                                   test::TellMade(marks, instance);
+                                   marks.begin();
+                                   std::string told;
+                                   try {
+                                       told = instance.InvCodeIsTorF("X9", "bInvBatch") ? "true" : "false";
+                                   } catch (const host::Error& error) {
+                                       told = error.description();
+                                   }
+                                   marks.returned();
+                                   return told;
+                               },
+                           .rules = [](Play& play) -> std::string {
+                               try {
+                                   play.LookUp("SELECT bInvBatch FROM Inventory WHERE cInvCode='X9'");
+                                   play.Do("ShowMessage", "该存货没有找到！");
+                                   return "false";
+                               } catch (const host::Error& error) {
+                                   return error.description();
+                               }
+                           }});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
 
-#include "tests/faults/FailEveryOperation.h"
+#include "tests/faults/DisturbEveryOperation.h"
 #include "tests/rules/SettingRules.h"
 #include "tests/support/Import.h"
 
@@ -11,7 +11,7 @@
 namespace {
 
 using test::CheckedCode;
-using test::FailEveryOperation;
+using test::DisturbEveryOperation;
 using test::Play;
 using test::SettingRow;
 
@@ -145,7 +145,7 @@ std::string PlayRequest(Play& play, const std::function<std::string()>& run) {
 }
 
 TEST(StandardCostSettingsFaults, Add) {
-    FailEveryOperation(
+    DisturbEveryOperation(
         {.name = "ClsOppSubjectST ADD",
          .proc = "ADD",
          .setup = setup,
@@ -165,35 +165,36 @@ TEST(StandardCostSettingsFaults, Edit) {
     // The accounts are cleared and the item stays.
     update.stored = Stored(OfCategory("102", R"("A")"), "null", "null");
     update.storedName = "keys";
-    FailEveryOperation({.name = "ClsOppSubjectST EDIT",
-                        .proc = "EDIT",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {ContentsQuery()},
-                        .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EDIT", Rows())),
-                        .rules = [&](Play& play) {
-                            return PlayRequest(play, [&] {
-                                return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), update, NewKeys()});
-                            });
-                        }});
+    DisturbEveryOperation(
+        {.name = "ClsOppSubjectST EDIT",
+         .proc = "EDIT",
+         .setup = setup,
+         .restore = restore,
+         .contents = {ContentsQuery()},
+         .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EDIT", Rows())),
+         .rules = [&](Play& play) {
+             return PlayRequest(play, [&] {
+                 return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), update, NewKeys()});
+             });
+         }});
 }
 
 TEST(StandardCostSettingsFaults, Empty) {
-    FailEveryOperation({.name = "ClsOppSubjectST EMPTY",
-                        .proc = "EMPTY",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {ContentsQuery()},
-                        .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EMPTY", Rows())),
-                        .rules =
-                            [](Play& play) {
-                                return PlayRequest(play, [&] {
-                                    play.Execute("Delete * From IA_OppHead");
-                                    play.EraseAll();
-                                    return std::string();
-                                });
-                            },
-                        .connectionMore = ";Delete Star=Accept"});
+    DisturbEveryOperation({.name = "ClsOppSubjectST EMPTY",
+                           .proc = "EMPTY",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {ContentsQuery()},
+                           .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EMPTY", Rows())),
+                           .rules =
+                               [](Play& play) {
+                                   return PlayRequest(play, [&] {
+                                       play.Execute("Delete * From IA_OppHead");
+                                       play.EraseAll();
+                                       return std::string();
+                                   });
+                               },
+                           .connectionMore = ";Delete Star=Accept"});
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "ClsOppSubject/ClsOppSubject.h"
 
-#include "tests/faults/FailEveryOperation.h"
+#include "tests/faults/DisturbEveryOperation.h"
 #include "tests/rules/SettingRules.h"
 #include "tests/support/Import.h"
 
@@ -9,7 +9,7 @@
 namespace {
 
 using test::CheckedCode;
-using test::FailEveryOperation;
+using test::DisturbEveryOperation;
 using test::Play;
 using test::SettingRow;
 
@@ -115,18 +115,18 @@ std::string PlayRequest(Play& play, const std::function<std::string()>& run) {
 }
 
 TEST(OppositeSettingsFaults, Add) {
-    FailEveryOperation({.name = "ClsOppSubject ADD",
-                        .proc = "ADD",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("ADD", rows)),
-                        .rules = [](Play& play) {
-                            return PlayRequest(play, [&] {
-                                return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(),
-                                                           OneAccount("101"), NewCategory()});
-                            });
-                        }});
+    DisturbEveryOperation({.name = "ClsOppSubject ADD",
+                           .proc = "ADD",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {contents},
+                           .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("ADD", rows)),
+                           .rules = [](Play& play) {
+                               return PlayRequest(play, [&] {
+                                   return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(),
+                                                              OneAccount("101"), NewCategory()});
+                               });
+                           }});
 }
 
 TEST(OppositeSettingsFaults, Edit) {
@@ -135,7 +135,7 @@ TEST(OppositeSettingsFaults, Edit) {
     // The account that the row leaves out is cleared.
     update.stored = OfCategory("101", R"("1402")", "null");
     update.storedName = "category";
-    FailEveryOperation(
+    DisturbEveryOperation(
         {.name = "ClsOppSubject EDIT",
          .proc = "EDIT",
          .setup = setup,
@@ -150,21 +150,21 @@ TEST(OppositeSettingsFaults, Edit) {
 }
 
 TEST(OppositeSettingsFaults, Empty) {
-    FailEveryOperation({.name = "ClsOppSubject EMPTY",
-                        .proc = "EMPTY",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {contents},
-                        .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EMPTY", rows)),
-                        .rules =
-                            [](Play& play) {
-                                return PlayRequest(play, [&] {
-                                    play.Execute("Delete * From IA_OppHead");
-                                    play.EraseAll();
-                                    return std::string();
-                                });
-                            },
-                        .connectionMore = ";Delete Star=Accept"});
+    DisturbEveryOperation({.name = "ClsOppSubject EMPTY",
+                           .proc = "EMPTY",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {contents},
+                           .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EMPTY", rows)),
+                           .rules =
+                               [](Play& play) {
+                                   return PlayRequest(play, [&] {
+                                       play.Execute("Delete * From IA_OppHead");
+                                       play.EraseAll();
+                                       return std::string();
+                                   });
+                               },
+                           .connectionMore = ";Delete Star=Accept"});
 }
 
 } // namespace

@@ -1,9 +1,9 @@
 #include "tests/faults/FailEveryOperation.h"
 
+#include "tests/faults/Difference.h"
 #include "tests/rules/CallAccount.h"
 #include "tests/rules/Tape.h"
 
-#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <optional>
@@ -14,48 +14,6 @@ namespace test {
 namespace {
 
 using Kind = HostOperation::Kind;
-
-bool Matches(const Step& played, const Step& asked) {
-    return played.what == asked.what && asked.text.find(played.text) != std::string::npos;
-}
-
-std::string Told(const Step& step) { return step.what + " " + step.text; }
-
-/// Holds one run against the rules; says what differs, in words.
-std::string Difference(const PlayedCall& call, CallAccount& account, const Tape& tape, const std::string& result,
-                       std::optional<Fault> fault) {
-    Play play(call.proc, std::move(fault));
-    const std::string prescribed = call.rules(play);
-    std::string difference;
-    if (result != prescribed) {
-        difference += "result:     " + result + "\nprescribed: " + prescribed + "\n";
-    }
-    const std::size_t asked = tape.stepsOfCall();
-    for (std::size_t step = 0; step < std::max(asked, play.steps().size()); ++step) {
-        const bool isAsked = step < asked;
-        const bool isPlayed = step < play.steps().size();
-        if (!isAsked || !isPlayed || !Matches(play.steps()[step], tape.steps()[step])) {
-            difference += "step " + std::to_string(step) + ": asked " +
-                          (isAsked ? Told(tape.steps()[step]) : "nothing more") + "\nprescribed " +
-                          (isPlayed ? Told(play.steps()[step]) : "nothing more") + "\n";
-            break;
-        }
-    }
-    if (const std::vector<std::string> contents = account.Contents(); contents != play.Contents()) {
-        difference += "contents:\n";
-        for (const std::string& row : contents) {
-            difference += "  " + row + "\n";
-        }
-        difference += "prescribed:\n";
-        for (const std::string& row : play.Contents()) {
-            difference += "  " + row + "\n";
-        }
-    }
-    if (account.transactionLeftOpen()) {
-        difference += "a transaction was left open\n";
-    }
-    return difference;
-}
 
 /// The errors that fail an operation by itself: the kind of the operation and its position choose.
 host::Error ErrorFor(const Noted& operation, std::size_t at) {
@@ -85,7 +43,8 @@ public:
 
     void Undisturbed() {
         const std::string result = account_.Run(undisturbed_);
-        Expect(Difference(call_, account_, undisturbed_, result, std::nullopt), "undisturbed");
+        Play play(call_.proc);
+        Expect(Difference(call_, account_, undisturbed_, result, play), "undisturbed");
         account_.Restore();
     }
 
@@ -94,7 +53,8 @@ public:
         Tape tape(failure);
         const std::string result = account_.Run(tape);
         const Step& step = undisturbed_.steps()[undisturbed_.operations()[at].step];
-        Expect(Difference(call_, account_, tape, result, undisturbed_.FaultAt(failure)),
+        Play play(call_.proc, undisturbed_.FaultAt(failure));
+        Expect(Difference(call_, account_, tape, result, play),
                "operation " + std::to_string(at) + std::string(lostLabels.at(lost)) + " of " + Told(step));
         EXPECT_GT(tape.operations().size(), at) << "the operation did not come again";
         ++failed_;

@@ -1,6 +1,6 @@
 #include "ClsKovraProof/ClsKovraProof.h"
 #include "refhost/xml/Document.h"
-#include "tests/faults/FailEveryOperation.h"
+#include "tests/faults/DisturbEveryOperation.h"
 #include "tests/support/Import.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 namespace {
 
 using test::CallMarks;
-using test::FailEveryOperation;
+using test::DisturbEveryOperation;
 using test::Play;
 
 constexpr const char* setup =
@@ -21,8 +21,8 @@ constexpr const char* restore =
     "N'IsView') = 1) drop view [dbo].[RdRecordView] ";
 
 constexpr const char* envelope = "<q roottag=\"stock\"><storeinout type=\"入库单\"/></q>";
-constexpr const char* conditions =
-    "<eleList><condition name=\"cWhCode\" operation=\"=\" value=\"01\" logic=\"\"/></eleList>";
+constexpr const char* conditions = "<eleList><condition name=\"cWhCode\" operation=\"=\" value=\"01\" logic=\"and\"/>"
+                                   "<condition name=\"ID\" operation=\"&lt;\" value=\"9\" logic=\"or\"/></eleList>";
 
 std::string Told(std::size_t documents) { return std::to_string(documents) + " documents"; }
 std::string Told(const host::Error& error) { return std::to_string(error.number()) + " " + error.description(); }
@@ -31,6 +31,7 @@ std::string Told(const host::Error& error) { return std::to_string(error.number(
 std::string Query(host::Environment& environment, host::HostLogin& login, const CallMarks& marks) {
     kovra::ClsKovraProof instance(environment);
     instance.Transact(test::Request("ADD", ""), &login);
+    test::TellMade(marks, instance);
     const auto list = refhost::xml::CreateDocument();
     list->LoadXML(conditions);
     std::string text = envelope;
@@ -54,14 +55,21 @@ bool PlayCondition(Play& play) {
     try {
         play.Create("Recordset");
         play.Do("Open", "select * from Rdrecord where 1>1", Play::main);
+        const auto lookUpField = [&] {
+            play.Helper("GetAttr", "name");
+            play.Do("Read", "select * from Rdrecord where 1>1", Play::main);
+        };
         // Once to count the timestamps, once to build the condition.
-        play.Helper("GetAttr", "name");
-        play.Do("Read", "select * from Rdrecord where 1>1", Play::main);
-        play.Helper("GetAttr", "name");
-        play.Do("Read", "select * from Rdrecord where 1>1", Play::main);
+        lookUpField();
+        lookUpField();
+        lookUpField();
         play.Helper("GetAttr", "operation");
         play.Helper("GetAttr", "value");
         play.Helper("GetAttr", "logic");
+        lookUpField();
+        play.Helper("GetAttr", "operation");
+        play.Helper("GetAttr", "value");
+        // The last one's logic joins nothing.
         return true;
     } catch (const host::Error&) {
         return false;
@@ -77,7 +85,7 @@ std::string PlayQuery(Play& play) {
         play.Execute("create  View RdRecordView AS");
         play.Put("view", R"({"name":"RdRecordView"})");
         const bool filtered = PlayCondition(play);
-        const std::string head = filtered ? "brdflag=1) and (cWhCode='01')" : "select * from rdrecordView ";
+        const std::string head = filtered ? "brdflag=1) and (cWhCode='01' and ID<9)" : "select * from rdrecordView ";
         play.Create("Recordset");
         play.Create("Recordset");
         play.Do("SetCursorLocation");
@@ -107,13 +115,13 @@ std::string PlayQuery(Play& play) {
 }
 
 TEST(StockQueryFaults, QueryProc) {
-    FailEveryOperation({.name = "ClsKovraProof QueryProc",
-                        .proc = "ADD",
-                        .setup = setup,
-                        .restore = restore,
-                        .contents = {"select name from sysobjects where name = N'RdRecordView'"},
-                        .run = Query,
-                        .rules = PlayQuery});
+    DisturbEveryOperation({.name = "ClsKovraProof QueryProc",
+                           .proc = "ADD",
+                           .setup = setup,
+                           .restore = restore,
+                           .contents = {"select name from sysobjects where name = N'RdRecordView'"},
+                           .run = Query,
+                           .rules = PlayQuery});
 }
 
 } // namespace

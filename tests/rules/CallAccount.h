@@ -26,6 +26,9 @@ public:
     using Through = std::function<std::unique_ptr<refhost::Database>(std::unique_ptr<refhost::Database> database)>;
     std::string Run(const BeforeOperation& before, const CallMarks& marks, const Through& through = {});
 
+    /// The login of the runs.
+    std::string LoginXml() const;
+
     /// What the account holds, in order.
     std::vector<std::string> Contents();
     /// Brings the account back to what it was before the call.
@@ -34,7 +37,6 @@ public:
 
 private:
     std::string ConnectionString() const { return account_.connectionString() + call_.connectionMore; }
-    std::string LoginXml() const;
 
     const PlayedCall& call_;
     TestAccount account_;

@@ -78,7 +78,7 @@ void Play::OpenReadClose(std::string_view sql) {
 }
 
 void Play::Helper(std::string_view what, std::string_view text) {
-    if (!hasHelper_) {
+    if (!hasHelper_ && (helperMadeIn_ == Fault::noStep || steps_.size() <= helperMadeIn_)) {
         Create("EaiHelper");
         hasHelper_ = true;
     }

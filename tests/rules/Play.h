@@ -75,6 +75,8 @@ public:
     void Helper(std::string_view what, std::string_view text = {});
     /// An earlier call has created the helper.
     void HelperIsThere() { hasHelper_ = true; }
+    /// Another call creates the helper in the course of this step.
+    void HelperIsThereBehind(std::size_t step) { helperMadeIn_ = step; }
     /// An operation of the recordset translator, created likewise.
     void Translator(std::string_view what, int connection = noConnection);
     /// A point between the operations where nothing but memory is asked for.
@@ -122,6 +124,7 @@ private:
     int lostConnection_ = noConnection;
     bool helperLost_ = false;
     bool hasHelper_ = false;
+    std::size_t helperMadeIn_ = Fault::noStep;
     bool hasTranslator_ = false;
     std::string items_;
     Rows contents_;

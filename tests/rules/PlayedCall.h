@@ -11,12 +11,25 @@
 
 namespace test {
 
+/// A further call of `Transact` of an instance.
+using TransactAgain = std::function<std::string(std::string_view request, host::HostLogin& login)>;
+
 /// Where a call begins and ends among what its instance asks of the host: what comes before is not failed, and what
 /// comes after is the instance's release.
 struct CallMarks {
     std::function<void()> begin;
     std::function<void()> returned;
+    /// Gets a way to call `Transact` of the instance once it is made, for a call from inside of another.
+    std::function<void(const TransactAgain& again)> made = {};
 };
+
+/// Tells of an instance that has just been made; it outlives the call.
+template <class Class> void TellMade(const CallMarks& marks, Class& instance) {
+    if (marks.made) {
+        marks.made(
+            [&](std::string_view request, host::HostLogin& login) { return instance.Transact(request, &login); });
+    }
+}
 
 /// A call on an account, with what the rules make of it.
 struct PlayedCall {
@@ -48,6 +61,7 @@ template <class Class> auto TransactOf(std::string request) {
                 marks.returned();
                 return "raised " + std::to_string(ModPub::PendingError().number());
             }
+            TellMade(marks, *instance);
             std::string result = instance->Transact(request, &login);
             marks.returned();
             return result;

@@ -324,10 +324,17 @@ TEST_F(QueryProc, LeavesAnEnvelopeByValueAlone) {
     EXPECT_EQ(server::ToText(envelope.Get()), envelope_);
 }
 
-TEST_F(QueryProc, NeedsAListOfElements) {
+TEST_F(QueryProc, RunsUnfilteredForWhatIsNoListOfElements) {
     const DispatchObject instance = Opened(L"Kovra.ClsKovraProof");
-    ExpectError(91, objectNotSet, [&] { instance.Call(L"QueryProc", Nothing(), Text(envelope_)); });
-    ExpectError(13, typeMismatch, [&] { instance.Call(L"QueryProc", Holder(instance), Text(envelope_)); });
+    VariantHolder envelope = Text(envelope_);
+    instance.Call(L"QueryProc", Nothing(), VariantHolder::VariantReference(envelope));
+    EXPECT_EQ(Numbers(server::ToText(envelope.Get())), " R1 I1 R2") << "the kind's own filter is lost too";
+    envelope = Text(envelope_);
+    instance.Call(L"QueryProc", Holder(instance), VariantHolder::VariantReference(envelope));
+    EXPECT_EQ(Numbers(server::ToText(envelope.Get())), " R1 I1 R2");
+}
+
+TEST_F(QueryProc, NeedsAConnection) {
     ExpectError(91, objectNotSet,
                 [&] { Make(L"Kovra.ClsKovraProof").Call(L"QueryProc", Conditions(""), Text(envelope_)); });
 }
