@@ -56,6 +56,8 @@ set(KOVRA_ARCHITECTURE x86)
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
   set(KOVRA_ARCHITECTURE amd64)
 endif()
+include(cmake/ComClasses.cmake)
+kovra_com_classes(${PROJECT_SOURCE_DIR}/server/Kovra.idl)
 configure_file(server/Kovra.X.manifest.in ${PROJECT_BINARY_DIR}/Kovra.X.manifest @ONLY)
 configure_file(server/client.manifest.in ${PROJECT_BINARY_DIR}/client.manifest @ONLY)
 

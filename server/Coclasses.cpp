@@ -163,27 +163,20 @@ public:
     };
 };
 
-template <class Object> ComPtr<IDispatch> Create() { return ComPtr<IDispatch>::Adopt(new Object); }
-
+/// Every class, with its interface of the same name from Kovra.idl.
 constexpr ClassEntry classes[] = {
-    {&CLSID_ClsInvSubject, L"Kovra.ClsInvSubject", &Create<InvSubject>},
-    {&CLSID_ClsOppSubject, L"Kovra.ClsOppSubject", &Create<OppSubject>},
-    {&CLSID_ClsOppSubjectST, L"Kovra.ClsOppSubjectST", &Create<OppSubjectST>},
-    {&CLSID_ClsKovra, L"Kovra.ClsKovra", &Create<OpeningBalances>},
-    {&CLSID_ClsKovraProof, L"Kovra.ClsKovraProof", &Create<Proof>},
-    {&CLSID_ClsPriceJustVou, L"Kovra.ClsPriceJustVou", &Create<PriceJustVou>},
-};
-
-constexpr InterfaceEntry interfaces[] = {
-    {&IID__ClsInvSubject, L"_ClsInvSubject"},     {&IID__ClsOppSubject, L"_ClsOppSubject"},
-    {&IID__ClsOppSubjectST, L"_ClsOppSubjectST"}, {&IID__ClsKovra, L"_ClsKovra"},
-    {&IID__ClsKovraProof, L"_ClsKovraProof"},     {&IID__ClsPriceJustVou, L"_ClsPriceJustVou"},
+    {&CLSID_ClsInvSubject, L"Kovra.ClsInvSubject", &CreateObject<InvSubject>, &IID__ClsInvSubject},
+    {&CLSID_ClsOppSubject, L"Kovra.ClsOppSubject", &CreateObject<OppSubject>, &IID__ClsOppSubject},
+    {&CLSID_ClsOppSubjectST, L"Kovra.ClsOppSubjectST", &CreateObject<OppSubjectST>, &IID__ClsOppSubjectST},
+    {&CLSID_ClsKovra, L"Kovra.ClsKovra", &CreateObject<OpeningBalances>, &IID__ClsKovra},
+    {&CLSID_ClsKovraProof, L"Kovra.ClsKovraProof", &CreateObject<Proof>, &IID__ClsKovraProof},
+    {&CLSID_ClsPriceJustVou, L"Kovra.ClsPriceJustVou", &CreateObject<PriceJustVou>, &IID__ClsPriceJustVou},
 };
 
 } // namespace
 
 const Registrant& LibraryContents() noexcept {
-    static const Registrant contents{classes, interfaces, &LIBID_Kovra, L"Kovra"};
+    static const Registrant contents{classes, &LIBID_Kovra, L"Kovra"};
     return contents;
 }
 

@@ -14,8 +14,6 @@ namespace {
 
 namespace com = refhost::com;
 
-template <class Object> ComPtr<IDispatch> Create() { return ComPtr<IDispatch>::Adopt(new Object); }
-
 constexpr CLSID loginId = {0x3ABDDCCC, 0xD2EF, 0x42FD, {0xA8, 0x5F, 0x8F, 0xCB, 0x79, 0x0D, 0x77, 0xB9}};
 constexpr CLSID eaiHelperId = {0x6FAC9708, 0xEEE6, 0x482C, {0xBC, 0xB4, 0x74, 0x51, 0x3B, 0x94, 0xC5, 0x50}};
 constexpr CLSID eaiXmlConverterId = {0x0D93E2E8, 0x4765, 0x4E1E, {0xBA, 0x2A, 0x68, 0x25, 0xF4, 0x4E, 0x3C, 0xE5}};
@@ -25,13 +23,13 @@ constexpr CLSID rsXmlHelperId = {0xB88932AB, 0xC1EE, 0x4665, {0x92, 0x02, 0x11, 
 constexpr CLSID zendaTId = {0xBF91FE03, 0xCCE7, 0x46A9, {0x91, 0x90, 0x15, 0x30, 0x22, 0xEC, 0x75, 0x5F}};
 
 constexpr ClassEntry classes[] = {
-    {&loginId, L"KovraHost.Login", &Create<com::LoginObject>},
-    {&eaiHelperId, progid::eaiHelper, &Create<com::EaiHelperObject>},
-    {&eaiXmlConverterId, progid::eaiXmlConverter, &Create<com::EaiXmlConverterObject>},
-    {&iaVoucherServiceId, progid::iaVoucherService, &Create<com::IaVoucherServiceObject>},
-    {&provisionPreCheckId, progid::provisionPreCheck, &Create<com::ProvisionPreCheckObject>},
-    {&rsXmlHelperId, progid::rsXmlHelper, &Create<com::RsXmlHelperObject>},
-    {&zendaTId, progid::zendaT, &Create<com::ZendaTObject>},
+    {&loginId, L"KovraHost.Login", &CreateObject<com::LoginObject>},
+    {&eaiHelperId, progid::eaiHelper, &CreateObject<com::EaiHelperObject>},
+    {&eaiXmlConverterId, progid::eaiXmlConverter, &CreateObject<com::EaiXmlConverterObject>},
+    {&iaVoucherServiceId, progid::iaVoucherService, &CreateObject<com::IaVoucherServiceObject>},
+    {&provisionPreCheckId, progid::provisionPreCheck, &CreateObject<com::ProvisionPreCheckObject>},
+    {&rsXmlHelperId, progid::rsXmlHelper, &CreateObject<com::RsXmlHelperObject>},
+    {&zendaTId, progid::zendaT, &CreateObject<com::ZendaTObject>},
 };
 
 } // namespace

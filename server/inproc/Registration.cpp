@@ -93,11 +93,19 @@ void RegisterTypeLibrary(const Registrant& registrant, Scope scope, const std::w
     Write(scope, path + L"\\HELPDIR", nullptr, file.substr(0, file.find_last_of(L'\\')));
 }
 
-void RegisterInterface(const Registrant& registrant, const InterfaceEntry& entry, Scope scope) {
+std::wstring InterfacePath(const ClassEntry& entry) { return L"Interface\\" + GuidText(*entry.interfaceId); }
+
+/// An interface is named after its class: `_ClsKovra` that of "Kovra.ClsKovra".
+std::wstring InterfaceName(const ClassEntry& entry) {
+    const std::wstring progId = entry.progId;
+    return L"_" + progId.substr(progId.find(L'.') + 1);
+}
+
+void RegisterInterface(const Registrant& registrant, const ClassEntry& entry, Scope scope) {
     // OLE Automation's own marshaler.
     constexpr const wchar_t* marshaler = L"{00020424-0000-0000-C000-000000000046}";
-    const std::wstring path = L"Interface\\" + GuidText(*entry.interfaceId);
-    Write(scope, path, nullptr, entry.name);
+    const std::wstring path = InterfacePath(entry);
+    Write(scope, path, nullptr, InterfaceName(entry));
     Write(scope, path + L"\\ProxyStubClsid32", nullptr, marshaler);
     Write(scope, path + L"\\TypeLib", nullptr, GuidText(*registrant.typeLibrary));
     Write(scope, path + L"\\TypeLib", L"Version", registrant.typeLibraryVersion);
@@ -115,8 +123,10 @@ LSTATUS TakeAway(const Registrant& registrant, Scope scope) {
         else
             removal.Remove(entry.progId);
     }
-    for (const InterfaceEntry& entry : registrant.interfaces)
-        removal.Remove(L"Interface\\" + GuidText(*entry.interfaceId));
+    for (const ClassEntry& entry : registrant.classes) {
+        if (entry.interfaceId)
+            removal.Remove(InterfacePath(entry));
+    }
     if (registrant.typeLibrary)
         removal.Remove(shared ? TypeLibraryFilePath(registrant) : L"TypeLib\\" + GuidText(*registrant.typeLibrary));
     return removal.FirstFailure();
@@ -129,8 +139,10 @@ void Register(const Registrant& registrant, Scope scope) {
     try {
         for (const ClassEntry& entry : registrant.classes)
             RegisterClass(registrant, entry, scope, file);
-        for (const InterfaceEntry& entry : registrant.interfaces)
-            RegisterInterface(registrant, entry, scope);
+        for (const ClassEntry& entry : registrant.classes) {
+            if (entry.interfaceId)
+                RegisterInterface(registrant, entry, scope);
+        }
         if (registrant.typeLibrary)
             RegisterTypeLibrary(registrant, scope, file);
     } catch (...) {

@@ -10,17 +10,9 @@ namespace server {
 /// For whom classes are registered: everybody on the machine, which needs administrator rights, or the current user.
 enum class Scope { machine, user };
 
-/// A dual interface, which OLE Automation marshals between apartments by its description in the type library.
-struct InterfaceEntry {
-    const IID* interfaceId;
-    const wchar_t* name;
-};
-
 /// What a library registers.
 struct Registrant {
     std::span<const ClassEntry> classes;
-    /// The interfaces of the embedded type library.
-    std::span<const InterfaceEntry> interfaces = {};
     /// The embedded type library, or null for none.
     const GUID* typeLibrary = nullptr;
     /// Name and version of the type library.

@@ -7,14 +7,12 @@ namespace server {
 
 namespace {
 
-template <class Object> ComPtr<IDispatch> Create() { return ComPtr<IDispatch>::Adopt(new Object); }
-
 constexpr CLSID connectionId = {0x6D6A5B5E, 0x3A0F, 0x4B7C, {0x9B, 0x55, 0x14, 0x0A, 0x2F, 0x8C, 0x61, 0xD1}};
 constexpr CLSID recordsetId = {0xB2C0E0B7, 0x90C4, 0x4E0D, {0xA6, 0x3B, 0x77, 0x5E, 0x0D, 0x41, 0xC9, 0x32}};
 
 constexpr ClassEntry classes[] = {
-    {&connectionId, L"ADODB.Connection", &Create<test::AdodbConnection>},
-    {&recordsetId, L"ADODB.Recordset", &Create<test::AdodbRecordset>},
+    {&connectionId, L"ADODB.Connection", &CreateObject<test::AdodbConnection>},
+    {&recordsetId, L"ADODB.Recordset", &CreateObject<test::AdodbRecordset>},
 };
 
 } // namespace
