@@ -1,6 +1,7 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
 #include "ClsPriceJustVou/PriceVoucher.h"
 #include "ModPub/Conversions.h"
+#include "ModPub/Required.h"
 #include "ModPub/Trap.h"
 
 namespace kovra {
@@ -45,7 +46,7 @@ bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::str
         cAccounter_ = header.cAccounter;
         cMaker_ = header.cMaker;
         if (ModPub::Trim(cMaker_).empty()) {
-            cMaker_ = voucherContext_->Login().UserName();
+            cMaker_ = ModPub::Required(voucherContext_).Login().UserName();
         }
         voucherDate_ = ModPub::FormatDate(header.dCJVDate);
         if (ModPub::Trim(voucherDate_).empty()) {

@@ -3,12 +3,10 @@
 #include "ModPub/RuntimeErrors.h"
 #include "host/Error.h"
 
-#include <memory>
-
 namespace ModPub {
 
-/// The object behind `object`. Throws the run-time's error 91 when there is none.
-template <class Object> Object& Required(const std::unique_ptr<Object>& object) {
+/// The object behind `object`, a `unique_ptr` or `shared_ptr`. Throws the run-time's error 91 when there is none.
+template <class Pointer> typename Pointer::element_type& Required(const Pointer& object) {
     if (!object) {
         RaiseRuntimeError(host::error_number::objectNotSet);
     }

@@ -56,7 +56,7 @@ std::string RunSteps(ImportState& state, const FrameVariation& variation, std::s
     if (variation.testsRootFirst && !root) {
         return Refuse(state, noRoot);
     }
-    state.rowTag = eaiHelper.GetAttr(root.get(), "roottag");
+    state.rowTag = eaiHelper.GetAttr(request->DocumentElement().get(), "roottag");
     if (!root) {
         return Refuse(state, noRoot);
     }

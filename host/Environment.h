@@ -13,6 +13,14 @@
 
 namespace host {
 
+/// What stands behind a handle.
+///
+/// A document, node, connection or recordset is a handle on an object, as a variable of the host's language is. An
+/// operation of a host component that takes one by reference (and not `const`) may put another object behind it, or
+/// none, just as it may replace a `shared_ptr` or `unique_ptr` that it is given: what stands there after the call,
+/// ended well or by an error, is what the caller goes on with. An object of another type throws 13 from the operation.
+/// A handle with no object behind it throws 91 at its next use.
+///
 /// The world a class works in: it creates documents, connections, recordsets and host components.
 /// Every member throws `Error` 429 when what it is asked for cannot be created.
 class Environment {

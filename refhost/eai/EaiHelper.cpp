@@ -5,7 +5,7 @@
 
 namespace refhost {
 
-std::string EaiHelper::GetAttr(const host::DOMNode* element, std::string_view name) {
+std::string EaiHelper::GetAttr(host::DOMNode* element, std::string_view name) {
     return element == nullptr ? std::string() : element->GetAttribute(name).value_or(std::string());
 }
 

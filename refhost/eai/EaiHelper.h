@@ -11,7 +11,7 @@ namespace refhost {
 /// Error result: `<error code="C" dsc="M" detail="T"/>`, `detail` only when it is not empty.
 class EaiHelper final : public host::EaiHelper {
 public:
-    std::string GetAttr(const host::DOMNode* element, std::string_view name) override;
+    std::string GetAttr(host::DOMNode* element, std::string_view name) override;
     std::string GetChildText(const host::DOMNode* node, std::string_view name) override;
     std::string MakeErrorResult(std::string_view code, std::string_view message, std::string_view detail) override;
     std::string MakeResultDoc(std::string_view docid, std::string_view proc) override;

@@ -14,6 +14,8 @@ public:
     explicit AdoConnection(DispatchObject connection) noexcept : connection_(std::move(connection)) {}
 
     const DispatchObject& connection() const noexcept { return connection_; }
+    /// Puts another connection behind this handle, or none.
+    void Hold(DispatchObject connection) noexcept { connection_ = std::move(connection); }
 
     void Open(const std::string& connectionString, const std::string& userId, const std::string& password,
               int options) override;

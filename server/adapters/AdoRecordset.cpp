@@ -59,14 +59,14 @@ host::CursorLocation AdoRecordset::GetCursorLocation() const {
 
 void AdoRecordset::Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
                         host::LockType lockType, int options) {
-    Refresh();
+    columns_.clear();
     recordset_.Call(L"Open", VariantHolder(source), VariantHolder(ComConnection(connection).object().Get()),
                     VariantHolder(static_cast<int>(cursorType)), VariantHolder(static_cast<int>(lockType)),
                     VariantHolder(options));
 }
 
 void AdoRecordset::Close() {
-    Refresh();
+    columns_.clear();
     recordset_.Call(L"Close");
 }
 

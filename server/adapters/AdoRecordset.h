@@ -16,8 +16,11 @@ public:
     explicit AdoRecordset(DispatchObject recordset) noexcept : recordset_(std::move(recordset)) {}
 
     const DispatchObject& recordset() const noexcept { return recordset_; }
-    /// Forgets the columns, after another component has opened or closed the recordset.
-    void Refresh() noexcept { columns_.clear(); }
+    /// Puts another recordset behind this handle, or none, or the same one after a component may have opened it anew.
+    void Hold(DispatchObject recordset) noexcept {
+        recordset_ = std::move(recordset);
+        columns_.clear();
+    }
 
     void SetCursorLocation(host::CursorLocation location) override;
     host::CursorLocation GetCursorLocation() const override;

@@ -1,5 +1,6 @@
 #include "server/adapters/ComLogin.h"
 
+#include "server/adapters/ObjectArguments.h"
 #include "server/com/Utf16.h"
 
 namespace server {
@@ -27,9 +28,8 @@ int ComLogin::StartPeriod() const { return ToInt(login_.Get(L"StartPeriod").Get(
 host::HostLogin::PeriodRange ComLogin::PeriodDates(int period, int year) {
     VariantHolder first{host::Value(host::Null{})};
     VariantHolder last{host::Value(host::Null{})};
-    VariantHolder wanted(period);
-    login_.Call(L"PeriodDates", VariantHolder::ByReference(wanted), VariantHolder(year),
-                VariantHolder::VariantReference(first), VariantHolder::VariantReference(last));
+    login_.Call(L"PeriodDates", UnreadReference(period), VariantHolder(year), VariantHolder::VariantReference(first),
+                VariantHolder::VariantReference(last));
     return {ToValue(first.Get()), ToValue(last.Get())};
 }
 

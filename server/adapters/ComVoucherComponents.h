@@ -19,6 +19,19 @@ private:
     std::unique_ptr<ComLogin> login_;
 };
 
+/// Voucher data on its way from one component to the other.
+class ComVouchData final : public host::RsXmlHelper::VouchData {
+public:
+    explicit ComVouchData(DispatchObject data) noexcept : data_(std::move(data)) {}
+
+    const DispatchObject& data() const noexcept { return data_; }
+    /// Puts other data behind this handle, or none.
+    void Hold(DispatchObject data) noexcept { data_ = std::move(data); }
+
+private:
+    DispatchObject data_;
+};
+
 /// The host's inventory-accounting voucher component. Every constructor below throws error 429 when the component
 /// cannot be created.
 class ComIaVoucherService final : public host::IaVoucherService {

@@ -15,6 +15,8 @@ public:
     explicit XmlDocument(ComPtr<IXMLDOMDocument> document) noexcept : document_(std::move(document)) {}
 
     const ComPtr<IXMLDOMDocument>& document() const noexcept { return document_; }
+    /// Puts another document behind this handle, or none.
+    void Hold(ComPtr<IXMLDOMDocument> document) noexcept { document_ = std::move(document); }
 
     bool LoadXML(std::string_view xml) override;
     std::string LoadError() const override;

@@ -9,16 +9,18 @@ namespace server {
 namespace {
 
 /// The text that `getter` hands out.
-std::string TextOf(IXMLDOMNode* node, HRESULT (STDMETHODCALLTYPE IXMLDOMNode::*getter)(BSTR*)) {
+std::string TextOf(const ComPtr<IXMLDOMNode>& node, HRESULT (STDMETHODCALLTYPE IXMLDOMNode::*getter)(BSTR*)) {
+    if (!node)
+        RaiseObjectNotSet();
     BString text;
-    ThrowIfFailed((node->*getter)(text.Put()));
+    ThrowIfFailed((node.Get()->*getter)(text.Put()));
     return ToUtf8(text.View());
 }
 
 } // namespace
 
-std::string XmlNode::BaseName() const { return TextOf(node_.Get(), &IXMLDOMNode::get_baseName); }
-std::string XmlNode::NodeName() const { return TextOf(node_.Get(), &IXMLDOMNode::get_nodeName); }
+std::string XmlNode::BaseName() const { return TextOf(node_, &IXMLDOMNode::get_baseName); }
+std::string XmlNode::NodeName() const { return TextOf(node_, &IXMLDOMNode::get_nodeName); }
 
 bool XmlNode::IsElement() const {
     DOMNodeType type = NODE_INVALID;
@@ -26,14 +28,14 @@ bool XmlNode::IsElement() const {
     return type == NODE_ELEMENT;
 }
 
-std::string XmlNode::Text() const { return TextOf(node_.Get(), &IXMLDOMNode::get_text); }
+std::string XmlNode::Text() const { return TextOf(node_, &IXMLDOMNode::get_text); }
 
 void XmlNode::SetText(std::string_view text) {
     const BString wide(ToUtf16(text));
     ThrowIfFailed(node_->put_text(wide.Get()));
 }
 
-std::string XmlNode::Xml() const { return TextOf(node_.Get(), &IXMLDOMNode::get_xml); }
+std::string XmlNode::Xml() const { return TextOf(node_, &IXMLDOMNode::get_xml); }
 
 host::DOMNodePtr XmlNode::SelectSingleNode(std::string_view path) const {
     const BString query(ToUtf16(path));
@@ -72,7 +74,7 @@ std::optional<std::string> XmlNode::AttributeAt(std::size_t index) const {
         ThrowIfFailed(attributes->get_item(static_cast<long>(index), attribute.Put()));
     if (!attribute)
         return std::nullopt;
-    return TextOf(attribute.Get(), &IXMLDOMNode::get_text);
+    return TextOf(attribute, &IXMLDOMNode::get_text);
 }
 
 void XmlNode::SetAttribute(std::string_view name, std::string_view value) {

@@ -12,6 +12,8 @@ public:
     explicit XmlNode(ComPtr<IXMLDOMNode> node) noexcept : node_(std::move(node)) {}
 
     const ComPtr<IXMLDOMNode>& node() const noexcept { return node_; }
+    /// Puts another node behind this handle, or none.
+    void Hold(ComPtr<IXMLDOMNode> node) noexcept { node_ = std::move(node); }
 
     std::string BaseName() const override;
     std::string NodeName() const override;

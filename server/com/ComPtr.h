@@ -35,7 +35,12 @@ public:
     }
 
     T* Get() const noexcept { return object_; }
-    T* operator->() const noexcept { return object_; }
+    /// Throws error 91 for no object.
+    T* operator->() const {
+        if (!object_)
+            RaiseObjectNotSet();
+        return object_;
+    }
     explicit operator bool() const noexcept { return object_ != nullptr; }
 
     /// Where a function stores the reference that it hands out; what was held is released.

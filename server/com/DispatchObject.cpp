@@ -2,9 +2,17 @@
 
 #include "ModPub/RuntimeErrors.h"
 
+#include <exception>
+
 namespace server {
 
 namespace {
+
+HRESULT LookUp(IDispatch& object, const wchar_t* name, DISPID& id) noexcept {
+    // The parameter is not const for historical reasons; no object writes to it.
+    auto* names = const_cast<wchar_t*>(name);
+    return object.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
+}
 
 /// Throws when a call failed. Whether it did or not, no error object of its own stays behind to describe a later one.
 void EndCall(HRESULT status, EXCEPINFO& exception) {
@@ -29,13 +37,18 @@ DispatchObject DispatchObject::Create(const wchar_t* progId) {
     return DispatchObject(std::move(object));
 }
 
+bool DispatchObject::Offers(const wchar_t* member) const noexcept {
+    DISPID id = DISPID_UNKNOWN;
+    const bool offered = object_ && SUCCEEDED(LookUp(*object_.Get(), member, id));
+    ForgetErrorObject();
+    return offered;
+}
+
 DISPID DispatchObject::Id(const wchar_t* name) const {
     if (!object_)
         RaiseObjectNotSet();
     DISPID id = DISPID_UNKNOWN;
-    // The parameter is not const for historical reasons; no object writes to it.
-    auto* names = const_cast<wchar_t*>(name);
-    ThrowIfFailed(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id));
+    ThrowIfFailed(LookUp(*object_.Get(), name, id));
     return id;
 }
 
@@ -49,6 +62,26 @@ VariantHolder DispatchObject::Invoke(const wchar_t* name, WORD flags, VARIANT* r
     const HRESULT status =
         object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result.Put(), &exception, nullptr);
     EndCall(status, exception);
+    return result;
+}
+
+VariantHolder DispatchObject::CallWith(const wchar_t* name, VARIANT* reversed, std::size_t count,
+                                       std::span<Reference* const> references) const {
+    VariantHolder result;
+    std::exception_ptr failure;
+    const auto attempt = [&failure](auto&& action) {
+        try {
+            action();
+        } catch (...) {
+            if (!failure)
+                failure = std::current_exception();
+        }
+    };
+    attempt([&] { result = Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, reversed, count); });
+    for (Reference* const reference : references)
+        attempt([&] { reference->TakeBack(); });
+    if (failure)
+        std::rethrow_exception(failure);
     return result;
 }
 

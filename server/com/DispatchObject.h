@@ -4,9 +4,27 @@
 #include "server/com/Platform.h"
 #include "server/com/VariantHolder.h"
 
+#include <span>
 #include <utility>
 
 namespace server {
+
+/// An argument that goes along by reference. `DispatchObject::Call` takes back what stands there after the call,
+/// whether the call succeeded or raised an error: it is the caller's variable that the called one writes to.
+class Reference {
+public:
+    Reference() = default;
+    Reference(const Reference&) = delete;
+    Reference& operator=(const Reference&) = delete;
+
+    /// The argument: a VARIANT of a type with VT_BYREF.
+    virtual const VARIANT& Get() const noexcept = 0;
+    /// Gives the variable what stands in the reference now. Throws error 13 when that is of another type.
+    virtual void TakeBack() = 0;
+
+protected:
+    ~Reference() = default;
+};
 
 /// An automation object whose members are reached by name. Every call throws `host::Error`: 91 on no object, 438 for a
 /// member that it lacks, else what the object raises.
@@ -27,16 +45,27 @@ public:
     /// Sets a property.
     void Put(const wchar_t* name, const VariantHolder& value) const;
 
-    /// Calls a method with `arguments`, `VariantHolder`s in the order of its parameters. @return its result
-    template <class... Argument> VariantHolder Call(const wchar_t* name, const Argument&... arguments) const {
+    /// Whether the object has a member of this name.
+    bool Offers(const wchar_t* member) const noexcept;
+
+    /// Calls a method with `arguments`, `VariantHolder`s and `Reference`s in the order of its parameters. @return its
+    /// result
+    template <class... Argument> VariantHolder Call(const wchar_t* name, Argument&&... arguments) const {
         // Automation takes the last argument first.
         VARIANT reversed[sizeof...(arguments) + 1];
         std::size_t at = sizeof...(arguments);
         ((reversed[--at] = arguments.Get()), ...);
-        return Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, reversed, sizeof...(arguments));
+        Reference* references[sizeof...(arguments) + 1];
+        Reference** end = references;
+        (Note(arguments, end), ...);
+        return CallWith(name, reversed, sizeof...(arguments), {references, end});
     }
 
 private:
+    static void Note(const VariantHolder&, Reference**&) noexcept {}
+    static void Note(Reference& reference, Reference**& end) noexcept { *end++ = &reference; }
+    VariantHolder CallWith(const wchar_t* name, VARIANT* reversed, std::size_t count,
+                           std::span<Reference* const> references) const;
     VariantHolder Invoke(const wchar_t* name, WORD flags, VARIANT* reversed, std::size_t count) const;
     DISPID Id(const wchar_t* name) const;
 

@@ -35,7 +35,7 @@ class NotingHelper : public host::EaiHelper {
 public:
     NotingHelper(host::EaiHelper& inner, std::vector<Outcome>& outcomes) : inner_(inner), outcomes_(outcomes) {}
 
-    std::string GetAttr(const host::DOMNode* element, std::string_view name) override {
+    std::string GetAttr(host::DOMNode* element, std::string_view name) override {
         return inner_.GetAttr(element, name);
     }
     std::string GetChildText(const host::DOMNode* node, std::string_view name) override {

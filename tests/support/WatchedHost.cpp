@@ -81,7 +81,7 @@ class WatchedEaiHelper : public host::EaiHelper, Watched {
 public:
     WatchedEaiHelper(host::EaiHelper& inner, HostWatch& watch) : Watched(watch, Kind::helper), inner_(inner) {}
 
-    std::string GetAttr(const host::DOMNode* element, std::string_view name) override {
+    std::string GetAttr(host::DOMNode* element, std::string_view name) override {
         const auto inside = Enter("GetAttr", name);
         return inner_.GetAttr(element, name);
     }
