@@ -1,6 +1,5 @@
 #include "server/adapters/ComVoucherComponents.h"
 
-#include "server/adapters/AdoRecordset.h"
 #include "server/adapters/ObjectArguments.h"
 #include "server/adapters/ProgIds.h"
 #include "server/adapters/XmlDocument.h"
