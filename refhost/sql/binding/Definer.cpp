@@ -1,5 +1,6 @@
 #include "refhost/sql/binding/Definer.h"
 
+#include "refhost/sql/engine/Storage.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -31,7 +32,7 @@ std::string Qualified(Schema schema, std::string_view name) {
 /// The column's line in CREATE TABLE. An identity column is SQLite's own row number: numbers given once never return.
 std::string ColumnLine(const Column& column) {
     if (column.identity) {
-        return Quoted(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
+        return IdentityLine(column);
     }
     return fmt::format("{} {}{}", Quoted(column.name), SqliteDeclaration(column.type),
                        column.nullable ? "" : " NOT NULL");
@@ -42,6 +43,8 @@ Column ColumnOf(const ColumnDefinition& definition) {
     column.name = definition.name;
     column.type = definition.type;
     column.identity = definition.identity;
+    column.seed = definition.seed;
+    column.step = definition.increment;
     column.defaultText = definition.defaultText;
     column.nullable =
         definition.nullable.value_or(true) && !definition.identity && definition.type.base != Base::timestamp;
@@ -117,7 +120,7 @@ std::string Definer::FreeConstraintName(const Constraint& constraint, const Tabl
 }
 
 void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
-                            const std::vector<Constraint>& constraints, std::int64_t seed) {
+                            const std::vector<Constraint>& constraints) {
     if (path.owner != "dbo") {
         Fail(2760,
              "The specified schema name \"{}\" either does not exist or you do not have permission to use "
@@ -187,10 +190,8 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
     for (const auto& [constraint, name] : keys) {
         AddKey(*table, *constraint, name);
     }
-    if (seed != 1) {
-        Command sequence(
-            db_, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES (?, ?)", SqliteName(path.schema)));
-        sequence.Bind(path.name).Bind(seed - 1).Step();
+    if (identities > 0) {
+        catalog_.RestartIdentity(*table);
     }
 }
 
@@ -271,12 +272,10 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
 void Definer::Create(const CreateTable& create) {
     Atomic atomic(db_);
     std::vector<Column> columns;
-    std::int64_t seed = 1;
     for (const ColumnDefinition& definition : create.columns) {
         columns.push_back(ColumnOf(definition));
-        seed = definition.identity ? definition.seed : seed;
     }
-    CreateTableAt(catalog_.Resolve(create.table), std::move(columns), create.constraints, seed);
+    CreateTableAt(catalog_.Resolve(create.table), std::move(columns), create.constraints);
     atomic.Commit();
 }
 
@@ -304,7 +303,7 @@ void Definer::CreateFor(const Name& name, const std::vector<OutputColumn>& colum
         }
         made.push_back(std::move(column));
     }
-    CreateTableAt(catalog_.Resolve(name), std::move(made), {}, 1);
+    CreateTableAt(catalog_.Resolve(name), std::move(made), {});
     atomic.Commit();
 }
 
@@ -340,6 +339,13 @@ void Definer::Create(const CreateView& create) {
     }
     Run(db_,
         fmt::format("CREATE VIEW {} ({}) AS {}", Qualified(path.schema, path.name), names, select.Text(false, false)));
+    atomic.Commit();
+}
+
+void Definer::Replace(const CreateView& create) {
+    Atomic atomic(db_);
+    DropView(create.view, false);
+    Create(create);
     atomic.Commit();
 }
 
@@ -534,8 +540,7 @@ void Definer::Truncate(const sql::Truncate& truncate) {
     }
     Run(db_, "DELETE FROM " + table->source);
     if (table->Identity() >= 0) {
-        Command reset(db_, fmt::format("DELETE FROM {}.sqlite_sequence WHERE name = ?", SqliteName(table->schema)));
-        reset.Bind(table->name).Step();
+        catalog_.RestartIdentity(*table);
     }
     atomic.Commit();
 }

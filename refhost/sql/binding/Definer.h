@@ -17,6 +17,8 @@ public:
 
     void Create(const CreateTable& create);
     void Create(const CreateView& create);
+    /// Creates a view in place of the one of its name.
+    void Replace(const CreateView& create);
     void Create(const CreateIndex& create);
     void Drop(const sql::Drop& drop);
     void Alter(const AlterTable& alter);
@@ -27,8 +29,7 @@ public:
 private:
     class Atomic;
 
-    void CreateTableAt(const ObjectPath& path, std::vector<Column> columns, const std::vector<Constraint>& constraints,
-                       std::int64_t seed);
+    void CreateTableAt(const ObjectPath& path, std::vector<Column> columns, const std::vector<Constraint>& constraints);
     void AddKey(const Table& table, const Constraint& constraint, const std::string& name);
     /// Makes an index; unique ones as SQL Server has them, where Null equals Null.
     void MakeIndex(const Table& table, const std::string& name, const std::vector<IndexColumn>& columns, bool unique);

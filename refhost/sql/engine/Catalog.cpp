@@ -91,10 +91,11 @@ std::shared_ptr<const Table> Catalog::Load(const ObjectPath& path) {
     table->name = object.Text(1);
     table->view = object.Text(2) == "V ";
     table->source = fmt::format("{}.{}", SqliteName(path.schema), Quoted(table->name));
-    Command columns(db_,
-                    fmt::format("SELECT name, type, nullable, is_identity, default_text, blank_index FROM {} WHERE "
-                                "id = ? ORDER BY colid",
-                                Internal(path.schema, "columns")));
+    Command columns(
+        db_,
+        fmt::format("SELECT name, type, nullable, is_identity, default_text, blank_index, seed, step FROM {} WHERE "
+                    "id = ? ORDER BY colid",
+                    Internal(path.schema, "columns")));
     columns.Bind(table->id);
     while (columns.Step()) {
         Column column;
@@ -104,6 +105,8 @@ std::shared_ptr<const Table> Catalog::Load(const ObjectPath& path) {
         column.identity = columns.Integer(3) != 0;
         column.defaultText = columns.Text(4);
         column.blankIndex = columns.Integer(5) != 0;
+        column.seed = columns.Integer(6);
+        column.step = columns.Integer(7);
         table->columns.push_back(std::move(column));
     }
     return table;
@@ -122,7 +125,8 @@ void Catalog::CreateTables(sqlite3* db, Schema schema) {
         fmt::format("CREATE TABLE {}.\"sys:columns\" (id INTEGER NOT NULL, colid INTEGER NOT NULL, name TEXT COLLATE "
                     "{} NOT NULL, type INTEGER NOT NULL, type_name TEXT COLLATE {} NOT NULL, length INTEGER, "
                     "prec INTEGER, scale INTEGER, nullable INTEGER NOT NULL, is_identity INTEGER NOT NULL, "
-                    "default_text TEXT NOT NULL, blank_index INTEGER NOT NULL, PRIMARY KEY (id, colid))",
+                    "default_text TEXT NOT NULL, blank_index INTEGER NOT NULL, seed INTEGER NOT NULL DEFAULT 1, "
+                    "step INTEGER NOT NULL DEFAULT 1, PRIMARY KEY (id, colid))",
                     in, textCollation, textCollation));
     Run(db, fmt::format("CREATE TABLE {}.\"sys:counter\" (value INTEGER NOT NULL)", in));
     // Where SQL Server's row versions begin.
@@ -143,12 +147,15 @@ void Catalog::AddColumn(Schema schema, std::int64_t table, int position, const C
     const Family family = FamilyOf(type);
     const host::Field field = FieldOf(column.name, type, column.nullable);
     Command insert(
-        db_, fmt::format("INSERT INTO {} VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)", Internal(schema, "columns")));
+        db_,
+        fmt::format("INSERT INTO {} (id, colid, name, type, type_name, length, prec, scale, nullable, is_identity, "
+                    "default_text, seed, step, blank_index) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)",
+                    Internal(schema, "columns")));
     insert.Bind(table).Bind(std::int64_t{position}).Bind(column.name).Bind(Pack(type)).Bind(NameOf(type.base));
     insert.Bind(std::int64_t{family == Family::text || family == Family::binary ? type.length : 0});
     insert.Bind(std::int64_t{field.precision}).Bind(std::int64_t{field.scale});
     insert.Bind(std::int64_t{column.nullable ? 1 : 0}).Bind(std::int64_t{column.identity ? 1 : 0});
-    insert.Bind(column.defaultText).Step();
+    insert.Bind(column.defaultText).Bind(column.seed).Bind(column.step).Step();
 }
 
 void Catalog::RemoveObject(Schema schema, std::int64_t id) {
@@ -184,6 +191,18 @@ void Catalog::SetNotNull(Schema schema, std::int64_t table, std::string_view col
         .Bind(table)
         .Bind(column)
         .Step();
+}
+
+void Catalog::RestartIdentity(const Table& table) {
+    const std::string_view in = SqliteName(table.schema);
+    Command(db_, fmt::format("DELETE FROM {}.sqlite_sequence WHERE name = ?", in)).Bind(table.name).Step();
+    const std::int64_t seed = table.columns.at(static_cast<std::size_t>(table.Identity())).seed;
+    if (seed != 1) {
+        Command(db_, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES (?, ?)", in))
+            .Bind(table.name)
+            .Bind(seed - 1)
+            .Step();
+    }
 }
 
 bool Catalog::HasObject(Schema schema, std::string_view name) {

@@ -15,6 +15,9 @@ struct Column {
     Type type;
     bool nullable = true;
     bool identity = false;
+    /// Of an identity column: its first number, and what it counts by.
+    std::int64_t seed = 1;
+    std::int64_t step = 1;
     /// The default's expression in T-SQL, empty without one.
     std::string defaultText;
     /// Whether an index over `isnull(column, '')` exists, see Ddl.cpp.
@@ -76,6 +79,8 @@ public:
     void SetDefault(Schema schema, std::int64_t table, std::string_view column, std::string_view text);
     void SetBlankIndex(Schema schema, std::int64_t table, std::string_view column);
     void SetNotNull(Schema schema, std::int64_t table, std::string_view column);
+    /// Makes a table's identity column begin at its seed.
+    void RestartIdentity(const Table& table);
     bool HasObject(Schema schema, std::string_view name);
     /// Name of the first constraint of a kind at a table, empty without one.
     std::string ConstraintName(Schema schema, std::int64_t table, std::string_view xtype);

@@ -1,6 +1,7 @@
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 
 #include "refhost/sql/binding/Definer.h"
+#include "refhost/sql/engine/Storage.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -12,8 +13,6 @@ namespace {
 
 using host::error_number::unspecified;
 
-/// Marks SQLite files as account databases ("Kvra").
-constexpr std::int64_t applicationId = 0x4B767261;
 /// How long a statement waits for another process that writes, as imports do side by side.
 constexpr int busyMilliseconds = 30'000;
 /// Steps of SQLite's machine from one look at the clock to the next: some milliseconds.
@@ -155,8 +154,10 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     // A plan does not depend on the values that it is run with.
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
-    Initialize(Schema::account, settings.mode == Mode::create || settings.file == inMemory);
+    InitializeFile(db_.get(), Schema::account, settings.mode == Mode::create || settings.file == inMemory);
+    SetDurability(Schema::account);
     Attach(settings);
+    UpgradeFile(db_.get(), *catalog_, Schema::account);
     sqlite3_set_authorizer(db_.get(), Authorize, this);
     sqlite3_progress_handler(db_.get(), stepsPerCheck, CheckTime, this);
 }
@@ -178,29 +179,15 @@ void EmbeddedDatabase::Attach(const Settings& settings) {
         return; // an account without a system database; naming one gives "Invalid object name"
     }
     catalog_->SetSystemAttached(true);
-    Initialize(Schema::system, settings.mode == Mode::create || file == inMemory);
+    InitializeFile(db_.get(), Schema::system, settings.mode == Mode::create || file == inMemory);
+    SetDurability(Schema::system);
+    UpgradeFile(db_.get(), *catalog_, Schema::system);
 }
 
-void EmbeddedDatabase::Initialize(Schema schema, bool mayCreate) {
-    const std::string_view name = SqliteName(schema);
-    const auto pragma = [&](std::string_view text) {
-        Command command(db_.get(), fmt::format("PRAGMA {}.{}", name, text));
-        return command.Step() ? command.Integer(0) : 0;
-    };
-    if (pragma("application_id") != applicationId) {
-        Command known(db_.get(), fmt::format("SELECT 1 FROM {}.sqlite_schema LIMIT 1", name));
-        if (!mayCreate || known.Step()) {
-            FailOwn(unspecified, "The file is not an account database.");
-        }
-        pragma("journal_mode = WAL");
-        Run(db_.get(), "BEGIN IMMEDIATE");
-        Catalog::CreateTables(db_.get(), schema);
-        Run(db_.get(), fmt::format("PRAGMA {}.application_id = {}", name, applicationId));
-        Run(db_.get(), "COMMIT");
-    }
+void EmbeddedDatabase::SetDurability(Schema schema) {
     // With a write-ahead log this is enough for a commit to outlive its process; only a power failure may take the
     // latest commits, never the database's consistency.
-    pragma("synchronous = NORMAL");
+    Run(db_.get(), fmt::format("PRAGMA {}.synchronous = NORMAL", SqliteName(schema)));
 }
 
 int EmbeddedDatabase::CheckTime(void* self) {

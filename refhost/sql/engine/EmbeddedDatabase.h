@@ -70,7 +70,7 @@ public:
 
 private:
     void Attach(const Settings& settings);
-    void Initialize(Schema schema, bool mayCreate);
+    void SetDurability(Schema schema);
     void Batch(std::string_view sql, const BatchSink& sink);
     const Plan* CachedPlan(std::string_view sql);
     void RunStatement(const Statement& statement, const std::vector<Literal>& literals, const BatchSink& sink);

@@ -1,6 +1,7 @@
 #include "refhost/sql/engine/Violation.h"
 
 #include "refhost/sql/binding/Definer.h"
+#include "refhost/sql/engine/Storage.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -105,6 +106,10 @@ void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
                 "Cannot insert the value NULL into column '{}', table 'dbo.{}'; column does not allow nulls. {} fails.",
                 subject.substr(std::min(table.name.size() + 1, subject.size())), table.name, Verb(plan.kind));
         case SQLITE_CONSTRAINT_CHECK:
+            if (subject.starts_with(identityEnd)) {
+                Fail(8115, "Arithmetic overflow error converting IDENTITY to data type {}.",
+                     subject.substr(identityEnd.size()));
+            }
             Fail(547,
                  "The {} statement conflicted with the CHECK constraint \"{}\". The conflict occurred in database "
                  "\"{}\", table \"dbo.{}\".",

@@ -13,6 +13,8 @@ namespace {
 
 struct Row {
     Base base;
+    /// What stands for the type in files; never another, whatever order the types have here.
+    std::uint8_t code;
     std::string_view name;
     Family family;
     std::string_view affinity;
@@ -20,35 +22,48 @@ struct Row {
 };
 
 constexpr std::array rows{
-    Row{Base::null, "int", Family::null, "", host::FieldType::integer},
-    Row{Base::binary, "binary", Family::binary, "BLOB ", host::FieldType::binary},
-    Row{Base::varbinary, "varbinary", Family::binary, "BLOB ", host::FieldType::varBinary},
-    Row{Base::character, "char", Family::text, "", host::FieldType::character},
-    Row{Base::varchar, "varchar", Family::text, "", host::FieldType::varChar},
-    Row{Base::nchar, "nchar", Family::text, "", host::FieldType::wideCharacter},
-    Row{Base::nvarchar, "nvarchar", Family::text, "", host::FieldType::varWideChar},
-    Row{Base::uniqueidentifier, "uniqueidentifier", Family::guid, "TEXT ", host::FieldType::guid},
-    Row{Base::timestamp, "timestamp", Family::binary, "BLOB ", host::FieldType::binary},
-    Row{Base::image, "image", Family::binary, "BLOB ", host::FieldType::longVarBinary},
-    Row{Base::text, "text", Family::text, "", host::FieldType::longVarChar},
-    Row{Base::ntext, "ntext", Family::text, "", host::FieldType::longVarWideChar},
-    Row{Base::bit, "bit", Family::integer, "", host::FieldType::boolean},
-    Row{Base::tinyint, "tinyint", Family::integer, "", host::FieldType::unsignedTinyInt},
-    Row{Base::smallint, "smallint", Family::integer, "", host::FieldType::smallInt},
-    Row{Base::integer, "int", Family::integer, "", host::FieldType::integer},
-    Row{Base::bigint, "bigint", Family::integer, "", host::FieldType::bigInt},
-    Row{Base::smallmoney, "smallmoney", Family::exact, "TEXT ", host::FieldType::currency},
-    Row{Base::money, "money", Family::exact, "TEXT ", host::FieldType::currency},
-    Row{Base::decimal, "numeric", Family::exact, "TEXT ", host::FieldType::numeric},
-    Row{Base::real, "real", Family::real, "", host::FieldType::single},
-    Row{Base::floating, "float", Family::real, "", host::FieldType::doubleFloat},
-    Row{Base::date, "date", Family::date, "", host::FieldType::dbDate},
-    Row{Base::smalldatetime, "smalldatetime", Family::date, "", host::FieldType::dbTimeStamp},
-    Row{Base::datetime, "datetime", Family::date, "", host::FieldType::dbTimeStamp},
-    Row{Base::datetime2, "datetime2", Family::date, "", host::FieldType::dbTimeStamp},
+    Row{Base::null, 0, "int", Family::null, "", host::FieldType::integer},
+    Row{Base::binary, 1, "binary", Family::binary, "BLOB ", host::FieldType::binary},
+    Row{Base::varbinary, 2, "varbinary", Family::binary, "BLOB ", host::FieldType::varBinary},
+    Row{Base::character, 3, "char", Family::text, "", host::FieldType::character},
+    Row{Base::varchar, 4, "varchar", Family::text, "", host::FieldType::varChar},
+    Row{Base::nchar, 5, "nchar", Family::text, "", host::FieldType::wideCharacter},
+    Row{Base::nvarchar, 6, "nvarchar", Family::text, "", host::FieldType::varWideChar},
+    Row{Base::uniqueidentifier, 7, "uniqueidentifier", Family::guid, "TEXT ", host::FieldType::guid},
+    Row{Base::timestamp, 8, "timestamp", Family::binary, "BLOB ", host::FieldType::binary},
+    Row{Base::image, 9, "image", Family::binary, "BLOB ", host::FieldType::longVarBinary},
+    Row{Base::text, 10, "text", Family::text, "", host::FieldType::longVarChar},
+    Row{Base::ntext, 11, "ntext", Family::text, "", host::FieldType::longVarWideChar},
+    Row{Base::bit, 12, "bit", Family::integer, "", host::FieldType::boolean},
+    Row{Base::tinyint, 13, "tinyint", Family::integer, "", host::FieldType::unsignedTinyInt},
+    Row{Base::smallint, 14, "smallint", Family::integer, "", host::FieldType::smallInt},
+    Row{Base::integer, 15, "int", Family::integer, "", host::FieldType::integer},
+    Row{Base::bigint, 16, "bigint", Family::integer, "", host::FieldType::bigInt},
+    Row{Base::smallmoney, 17, "smallmoney", Family::exact, "TEXT ", host::FieldType::currency},
+    Row{Base::money, 18, "money", Family::exact, "TEXT ", host::FieldType::currency},
+    Row{Base::decimal, 19, "numeric", Family::exact, "TEXT ", host::FieldType::numeric},
+    Row{Base::real, 20, "real", Family::real, "", host::FieldType::single},
+    Row{Base::floating, 21, "float", Family::real, "", host::FieldType::doubleFloat},
+    Row{Base::date, 22, "date", Family::date, "", host::FieldType::dbDate},
+    Row{Base::smalldatetime, 23, "smalldatetime", Family::date, "", host::FieldType::dbTimeStamp},
+    Row{Base::datetime, 24, "datetime", Family::date, "", host::FieldType::dbTimeStamp},
+    Row{Base::datetime2, 25, "datetime2", Family::date, "", host::FieldType::dbTimeStamp},
 };
 
 const Row& RowOf(Base base) { return rows.at(static_cast<std::size_t>(base)); }
+
+constexpr int codeCount = 256;
+
+constexpr std::array<Base, codeCount> MakeBases() {
+    std::array<Base, codeCount> bases{};
+    for (const Row& row : rows) {
+        bases.at(row.code) = row.base;
+    }
+    return bases;
+}
+
+/// The type of each code.
+constexpr std::array<Base, codeCount> bases = MakeBases();
 
 constexpr int maxPrecision = 38;
 /// What ADO reports as the defined size of (max) types.
@@ -180,13 +195,13 @@ Type CommonType(const Type& left, const Type& right) {
 }
 
 std::int64_t Pack(const Type& type) {
-    return static_cast<std::int64_t>(type.base) | (static_cast<std::int64_t>(type.length + 1) << 8) |
+    return std::int64_t{RowOf(type.base).code} | (static_cast<std::int64_t>(type.length + 1) << 8) |
            (static_cast<std::int64_t>(type.precision) << 40) | (static_cast<std::int64_t>(type.scale) << 48);
 }
 
 Type Unpack(std::int64_t code) {
     Type type;
-    type.base = static_cast<Base>(code & 0xff);
+    type.base = bases.at(static_cast<std::size_t>(code & 0xff));
     type.length = static_cast<int>((code >> 8) & 0xffffffff) - 1;
     type.precision = static_cast<int>((code >> 40) & 0xff);
     type.scale = static_cast<int>((code >> 48) & 0xff);

@@ -88,7 +88,8 @@ Type FitDecimal(int precision, int scale);
 /// The type that both convert to when they meet in a comparison, a union or a case.
 Type CommonType(const Type& left, const Type& right);
 
-/// The type in one whole number, for arguments of SQLite functions.
+/// The type in one whole number, for arguments of SQLite functions. It stands in files: in the SQL of views and in the
+/// catalog, so that a type's code stays what it is.
 std::int64_t Pack(const Type& type);
 Type Unpack(std::int64_t code);
 

@@ -1,0 +1,214 @@
+#include "refhost/sql/engine/Storage.h"
+
+#include "refhost/sql/binding/Definer.h"
+#include "refhost/sql/syntax/Parser.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <limits>
+#include <utility>
+
+namespace refhost::sql {
+namespace {
+
+using host::error_number::unspecified;
+
+/// Marks SQLite files as account databases ("Kvra").
+constexpr std::int64_t applicationId = 0x4B767261;
+
+std::int64_t Pragma(sqlite3* db, Schema schema, std::string_view text) {
+    Command command(db, fmt::format("PRAGMA {}.{}", SqliteName(schema), text));
+    return command.Step() ? command.Integer(0) : 0;
+}
+
+std::string FileName(sqlite3* db, Schema schema) {
+    const char* name = sqlite3_db_filename(db, std::string(SqliteName(schema)).c_str());
+    return name == nullptr ? std::string() : std::string(name);
+}
+
+/// The names that a query of one column gives.
+std::vector<std::string> Names(sqlite3* db, const std::string& query) {
+    Command command(db, query);
+    std::vector<std::string> names;
+    while (command.Step()) {
+        names.push_back(command.Text(0));
+    }
+    return names;
+}
+
+/// The line of an identity column before it had an end.
+std::string EndlessIdentityLine(const Column& column) {
+    return Quoted(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
+}
+
+/// A file's way from one format to the next, inside one transaction.
+class Upgrade {
+public:
+    Upgrade(sqlite3* db, Catalog& catalog, Schema schema) : db_(db), catalog_(catalog), schema_(schema) {}
+
+    void FromFormat0() {
+        RebuildIndexes();
+        Run(db_, fmt::format("ALTER TABLE {}.\"sys:columns\" ADD COLUMN seed INTEGER NOT NULL DEFAULT 1", In()));
+        Run(db_, fmt::format("ALTER TABLE {}.\"sys:columns\" ADD COLUMN step INTEGER NOT NULL DEFAULT 1", In()));
+        EndIdentities();
+        RebuildViews();
+    }
+
+private:
+    std::string_view In() const { return SqliteName(schema_); }
+
+    /// What is stored in an index follows the order of texts.
+    void RebuildIndexes() {
+        for (const std::string& index :
+             Names(db_, fmt::format("SELECT name FROM {}.sqlite_schema WHERE type = 'index'", In()))) {
+            try {
+                Run(db_, fmt::format("REINDEX {}.{}", In(), Quoted(index)));
+            } catch (const host::Error&) {
+                if ((sqlite3_extended_errcode(db_) & 0xff) != SQLITE_CONSTRAINT) {
+                    throw;
+                }
+                const std::size_t bar = index.find('|');
+                FailOwn(
+                    unspecified,
+                    "The account database \"{}\" cannot be brought up to date: two rows of table '{}' have the same "
+                    "key '{}' now that full-width and half-width forms are alike. Change one of them with the program "
+                    "that wrote the file.",
+                    FileName(db_, schema_), index.substr(0, bar),
+                    bar == std::string::npos ? std::string() : index.substr(bar + 1));
+            }
+        }
+    }
+
+    /// Writes the end of their types into the tables that have identity columns.
+    void EndIdentities() {
+        struct Identity {
+            std::string table;
+            Column column;
+        };
+        std::vector<Identity> identities;
+        {
+            Command find(db_, fmt::format("SELECT o.name, c.name, c.type FROM {0}.\"sys:columns\" c JOIN "
+                                          "{0}.\"sys:objects\" o ON o.id = c.id WHERE c.is_identity AND o.xtype = 'U '",
+                                          In()));
+            while (find.Step()) {
+                Column column;
+                column.name = find.Text(1);
+                column.type = Unpack(find.Integer(2));
+                identities.push_back({find.Text(0), std::move(column)});
+            }
+        }
+        Run(db_, "PRAGMA writable_schema = ON");
+        for (const Identity& identity : identities) {
+            Command(db_, fmt::format("UPDATE {}.sqlite_schema SET sql = replace(sql, ?, ?) WHERE type = 'table' AND "
+                                     "name = ?",
+                                     In()))
+                .Bind(EndlessIdentityLine(identity.column))
+                .Bind(IdentityLine(identity.column))
+                .Bind(identity.table)
+                .Step();
+        }
+        Pragma(db_, schema_, fmt::format("schema_version = {}", Pragma(db_, schema_, "schema_version") + 1));
+        Run(db_, "PRAGMA writable_schema = RESET");
+    }
+
+    /// Translates views anew from their own text. One that cannot be, such as a view over a table that is gone, stays
+    /// as it was.
+    void RebuildViews() {
+        struct View {
+            std::string name;
+            std::string text;
+        };
+        std::vector<View> views;
+        {
+            Command find(db_,
+                         fmt::format("SELECT name, text FROM {}.\"sys:objects\" WHERE xtype = 'V ' ORDER BY id", In()));
+            while (find.Step()) {
+                views.push_back({find.Text(0), find.Text(1)});
+            }
+        }
+        for (const View& view : views) {
+            RebuildView(view.name, view.text);
+        }
+    }
+
+    void RebuildView(const std::string& name, const std::string& text) {
+        Run(db_, "SAVEPOINT rebuilt_view");
+        try {
+            Parser parser(text, {});
+            const std::optional<Statement> statement = parser.ParseBatch();
+            if (!statement || !statement->createView) {
+                FailOwn(unspecified, "The text of view '{}' is none of a view.", name);
+            }
+            const SessionState session;
+            Definer definer(db_, catalog_, session, parser.Literals());
+            definer.Replace(*statement->createView);
+        } catch (const host::Error&) {
+            Run(db_, "ROLLBACK TO rebuilt_view");
+        }
+        Run(db_, "RELEASE rebuilt_view");
+        catalog_.Forget();
+    }
+
+    sqlite3* db_;
+    Catalog& catalog_;
+    Schema schema_;
+};
+
+} // namespace
+
+std::string IdentityLine(const Column& column) {
+    const std::int64_t last = column.type.base == Base::tinyint    ? std::numeric_limits<std::uint8_t>::max()
+                              : column.type.base == Base::smallint ? std::numeric_limits<std::int16_t>::max()
+                                                                   : std::numeric_limits<std::int32_t>::max();
+    if (column.type.base == Base::bigint) {
+        return EndlessIdentityLine(column);
+    }
+    return fmt::format("{} CONSTRAINT {} CHECK ({} <= {})", EndlessIdentityLine(column),
+                       Quoted(std::string(identityEnd) + std::string(NameOf(column.type.base))), Quoted(column.name),
+                       last);
+}
+
+std::int64_t FileFormat(sqlite3* db, Schema schema) { return Pragma(db, schema, "user_version"); }
+
+void InitializeFile(sqlite3* db, Schema schema, bool mayCreate) {
+    if (Pragma(db, schema, "application_id") != applicationId) {
+        Command known(db, fmt::format("SELECT 1 FROM {}.sqlite_schema LIMIT 1", SqliteName(schema)));
+        if (!mayCreate || known.Step()) {
+            FailOwn(unspecified, "The file is not an account database.");
+        }
+        Pragma(db, schema, "journal_mode = WAL");
+        Run(db, "BEGIN IMMEDIATE");
+        Catalog::CreateTables(db, schema);
+        Pragma(db, schema, fmt::format("application_id = {}", applicationId));
+        Pragma(db, schema, fmt::format("user_version = {}", formatVersion));
+        Run(db, "COMMIT");
+        return;
+    }
+    const std::int64_t format = FileFormat(db, schema);
+    if (format > formatVersion) {
+        FailOwn(
+            unspecified,
+            "The account database \"{}\" has format {}, and this program knows formats up to {}. Use a newer program.",
+            FileName(db, schema), format, formatVersion);
+    }
+}
+
+void UpgradeFile(sqlite3* db, Catalog& catalog, Schema schema) {
+    if (FileFormat(db, schema) == formatVersion) {
+        return;
+    }
+    Run(db, "BEGIN IMMEDIATE");
+    try {
+        // Another process may have been faster.
+        if (FileFormat(db, schema) == 0) {
+            Upgrade(db, catalog, schema).FromFormat0();
+            Pragma(db, schema, fmt::format("user_version = {}", formatVersion));
+        }
+        Run(db, "COMMIT");
+    } catch (...) {
+        sqlite3_exec(db, "ROLLBACK; PRAGMA writable_schema = RESET", nullptr, nullptr, nullptr);
+        throw;
+    }
+    catalog.Forget();
+}
+
+} // namespace refhost::sql
