@@ -23,10 +23,13 @@ Kind KindOf(std::string_view sql) {
     if (!statement) {
         return Kind::other;
     }
-    if (statement->select) {
-        return statement->select->into ? Kind::write : Kind::query;
+    if (const refhost::sql::Select* select = statement->Query()) {
+        return select->into ? Kind::write : Kind::query;
     }
-    return statement->insert || statement->update || statement->del ? Kind::write : Kind::other;
+    const bool writes = statement->As<refhost::sql::Insert>() != nullptr ||
+                        statement->As<refhost::sql::Update>() != nullptr ||
+                        statement->As<refhost::sql::Delete>() != nullptr;
+    return writes ? Kind::write : Kind::other;
 }
 
 /// Runs a text in a transaction that is taken back; whether the database took it.

@@ -5,6 +5,7 @@
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
+#include <array>
 
 namespace refhost::sql {
 namespace {
@@ -416,19 +417,60 @@ Bound Binder::BindSubquery(const Expression& expression) {
     return result;
 }
 
+std::size_t Binder::VariableAt(const std::string& name) const {
+    const std::optional<std::size_t> found =
+        session_.variables != nullptr ? session_.variables->Find(name) : std::nullopt;
+    if (!found) {
+        Fail(137, "Must declare the scalar variable \"{}\".", name);
+    }
+    return *found;
+}
+
 Bound Binder::BindVariable(const Expression& expression) {
     Bound result;
-    if (EqualNames(expression.text, "@@identity")) {
-        result.type = {Base::decimal, 0, 38, 0};
-        result.text = "k_identity()";
+    static constexpr Type integer{Base::integer, 0, 0, 0};
+    struct Global {
+        std::string_view name;
+        std::string_view text;
+        Type type;
+    };
+    static constexpr std::array globals{
+        Global{"@@identity", "k_identity()", {Base::decimal, 0, 38, 0}},
+        Global{"@@version", "'Kovra account database'", {Base::nvarchar, 300, 0, 0}},
+        Global{"@@rowcount", "k_rowcount()", integer},
+        Global{"@@error", "k_lasterror()", integer},
+        Global{"@@trancount", "k_trancount()", integer},
+        Global{"@@spid", "1", {Base::smallint, 0, 0, 0}},
+    };
+    for (const Global& global : globals) {
+        if (EqualNames(expression.text, global.name)) {
+            result.text = global.text;
+            result.type = global.type;
+            return result;
+        }
+    }
+    const std::size_t index = VariableAt(expression.text);
+    result.type = (*session_.variables)[index].type;
+    if (use_ == LiteralUse::inlined) {
+        result.text = Spelled((*session_.variables)[index].value);
         return result;
     }
-    if (EqualNames(expression.text, "@@version")) {
-        result.type = {Base::nvarchar, 300, 0, 0};
-        result.text = "'Kovra account database'";
+    if (assigned_.contains(index)) {
+        accumulates_ = true;
+        result.text = fmt::format("k_variable({})", index);
         return result;
     }
-    Fail(137, "Must declare the scalar variable \"{}\".", expression.text);
+    // One parameter for all its places: GROUP BY compares the text.
+    const auto known =
+        std::find_if(slots_.begin(), slots_.end(), [index](const Slot& slot) { return slot.variable == index; });
+    if (known != slots_.end()) {
+        result.text = fmt::format("?{}", known - slots_.begin() + 1);
+        return result;
+    }
+    Slot& slot = slots_.emplace_back();
+    slot.variable = index;
+    result.text = fmt::format("?{}", slots_.size());
+    return result;
 }
 
 // Conditions.

@@ -13,6 +13,11 @@ namespace refhost::sql {
 struct SessionState {
     /// Id of the table whose identity column takes explicit values, 0 for none.
     std::int64_t identityInsert = 0;
+    /// Variables of the batch at hand, nullptr where it has none.
+    Variables* variables = nullptr;
+    /// SET NOCOUNT and SET XACT_ABORT.
+    bool noCount = false;
+    bool xactAbort = false;
 };
 
 /// A value expression in SQLite's language, with its type. A literal stays apart until its place says what type it
@@ -69,6 +74,8 @@ public:
     Plan BindInsert(const Insert& insert);
     Plan BindUpdate(const Update& update);
     Plan BindDelete(const Delete& del);
+    /// A value converted to a type, as a query of it.
+    Plan BindValuePlan(const Expression& expression, const Type& type);
     /// A condition as a query of one truth value.
     Plan BindConditionPlan(const Expression& condition);
     /// INSERT of a query's rows into a table that was made for it.
@@ -121,6 +128,8 @@ private:
     // Queries.
     BoundSelect::Member BindMember(const Select& select, std::vector<OutputColumn>& columns, const Select* orderOf);
     void BindItems(const Select& select, std::vector<OutputColumn>& columns);
+    /// A query that sets variables. Throws where it gives columns too.
+    Plan BindAssigningSelect(const Select& select);
     void ExpandStar(const Name& name, std::vector<OutputColumn>& columns);
     std::string BindGroupBy(const Select& select);
     std::string BindOrderBy(const std::vector<OrderItem>& items, const std::vector<OutputColumn>& columns,
@@ -142,6 +151,8 @@ private:
     Bound BindCase(const Expression& expression);
     Bound BindSubquery(const Expression& expression);
     Bound BindVariable(const Expression& expression);
+    /// The place of a variable of the batch. Throws SQL Server's error when it has none of that name.
+    std::size_t VariableAt(const std::string& name) const;
 
     // Functions, in FunctionBinder.cpp.
     Bound BindFunction(const Expression& expression);
@@ -194,6 +205,10 @@ private:
     int sourceCount_ = 0;
     std::vector<Slot> slots_;
     std::set<std::size_t> pinned_;
+    /// Variables that the query at hand sets: their values change from row to row.
+    std::set<std::size_t> assigned_;
+    /// Whether it uses what it has set at the row before.
+    bool accumulates_ = false;
 };
 
 /// Throws the error of a list of column names that does not fit its query.

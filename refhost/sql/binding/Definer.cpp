@@ -101,7 +101,8 @@ void Definer::RefuseKnown(Schema schema, const std::string& name) {
 std::shared_ptr<const Table> Definer::Reload(const Table& table) {
     catalog_.Forget();
     return catalog_.Get(
-        {{std::string(table.schema == Schema::account ? "" : SqliteName(table.schema)), "", table.name}});
+        {{table.schema == Schema::account ? catalog_.DatabaseName() : std::string(SqliteName(table.schema)), "",
+          table.name}});
 }
 
 std::string Definer::FreeConstraintName(const Constraint& constraint, const Table& table) {

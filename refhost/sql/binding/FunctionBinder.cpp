@@ -230,10 +230,18 @@ Bound Binder::BindTextFunction(const std::string& name, const Expression& expres
         RequireArguments(expression, 1, 1);
         return Expressed("k_char(" + number(0) + ")", {name == "char" ? Base::character : Base::nchar, 1, 0, 0});
     }
+    if (name == "error_message") {
+        RequireArguments(expression, 0, 0);
+        return Expressed("k_errormessage()", {Base::nvarchar, 4000, 0, 0});
+    }
+    if (name == "error_number") {
+        RequireArguments(expression, 0, 0);
+        return Expressed("k_errornumber()", integerType);
+    }
     if (name == "db_name") {
         RequireArguments(expression, 0, 0);
         Cell cell;
-        cell.SetText(catalog_.DatabaseName());
+        cell.SetText(catalog_.CurrentName());
         return Expressed(Spelled(cell), {Base::nvarchar, 128, 0, 0});
     }
     return {};

@@ -244,6 +244,9 @@ void Binder::ExpandStar(const Name& name, std::vector<OutputColumn>& columns) {
 
 void Binder::BindItems(const Select& select, std::vector<OutputColumn>& columns) {
     for (const SelectItem& item : select.items) {
+        if (!item.variable.empty() && assigned_.empty()) {
+            Fail(102, "Incorrect syntax near '='.");
+        }
         if (item.value->node == Node::star) {
             ExpandStar(item.value->name, columns);
             continue;
@@ -442,7 +445,36 @@ Plan Binder::Finish(PlanKind kind, std::string text) {
     return plan;
 }
 
+Plan Binder::BindAssigningSelect(const Select& select) {
+    std::vector<std::size_t> targets;
+    for (const SelectItem& item : select.items) {
+        if (item.variable.empty() || select.next) {
+            Fail(141, "A SELECT statement that assigns a value to a variable must not be combined with "
+                      "data-retrieval operations.");
+        }
+        targets.push_back(VariableAt(item.variable));
+    }
+    assigned_.insert(targets.begin(), targets.end());
+    BoundSelect bound = BindSelect(select);
+    if (accumulates_ && !select.orderBy.empty()) {
+        // SQLite computes the values before it sorts.
+        FailOwn(host::error_number::unspecified,
+                "The embedded database does not carry a variable from row to row of a sorted query. Use STRING_AGG.");
+    }
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        Bound& value = bound.members.front().values[i];
+        value = Converted(std::move(value), (*session_.variables)[targets[i]].type, 0, Surplus::cut);
+    }
+    Plan plan = Finish(PlanKind::select, bound.Text(false, false));
+    plan.assigned = std::move(targets);
+    return plan;
+}
+
 Plan Binder::BindSelectPlan(const Select& select) {
+    if (std::any_of(select.items.begin(), select.items.end(),
+                    [](const SelectItem& item) { return !item.variable.empty(); })) {
+        return BindAssigningSelect(select);
+    }
     const BoundSelect bound = BindSelect(select);
     Plan plan = Finish(PlanKind::select, bound.Text(false, false));
     auto fields = std::make_shared<Fields>();
@@ -451,6 +483,14 @@ Plan Binder::BindSelectPlan(const Select& select) {
         plan.types.push_back(column.value.type);
     }
     plan.fields = std::move(fields);
+    return plan;
+}
+
+Plan Binder::BindValuePlan(const Expression& expression, const Type& type) {
+    const ScopeGuard guard(*this, nullptr);
+    std::string text = "SELECT " + As(BindValue(expression), type);
+    Plan plan = Finish(PlanKind::select, std::move(text));
+    plan.types.push_back(type);
     return plan;
 }
 

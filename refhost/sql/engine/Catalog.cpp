@@ -45,13 +45,37 @@ ObjectPath Catalog::Resolve(const Name& name) const {
             refuse();
         }
     }
-    if (count == 3 && !name.parts[0].empty() && !EqualNames(name.parts[0], databaseName_)) {
-        if (!systemAttached_ || !EqualNames(name.parts[0], SqliteName(Schema::system))) {
+    path.schema = current_;
+    if (count == 3 && !name.parts[0].empty()) {
+        const std::optional<Schema> schema = SchemaNamed(name.parts[0]);
+        if (!schema) {
             refuse();
         }
-        path.schema = Schema::system;
+        path.schema = *schema;
     }
     return path;
+}
+
+std::optional<Schema> Catalog::SchemaNamed(std::string_view database) const {
+    if (EqualNames(database, databaseName_)) {
+        return Schema::account;
+    }
+    if (systemAttached_ && EqualNames(database, SqliteName(Schema::system))) {
+        return Schema::system;
+    }
+    return std::nullopt;
+}
+
+std::string Catalog::CurrentName() const {
+    return current_ == Schema::account ? databaseName_ : std::string(SqliteName(current_));
+}
+
+void Catalog::Use(const std::string& database) {
+    const std::optional<Schema> schema = SchemaNamed(database);
+    if (!schema) {
+        Fail(911, "Database '{}' does not exist. Make sure that the name is entered correctly.", database);
+    }
+    current_ = *schema;
 }
 
 std::shared_ptr<const Table> Catalog::Find(const Name& name) {

@@ -57,6 +57,10 @@ public:
 
     /// The account database's own name, of which three-part names may make use.
     const std::string& DatabaseName() const { return databaseName_; }
+    /// The name of the database that names without one mean: the account's own, unless `Use` chose another.
+    std::string CurrentName() const;
+    /// Throws SQL Server's error for a database that there is not.
+    void Use(const std::string& database);
     void SetSystemAttached(bool attached) { systemAttached_ = attached; }
 
     /// Throws "Invalid object name" for a database or owner that there is not.
@@ -88,11 +92,14 @@ public:
     std::string ConstraintKindOf(Schema schema, std::int64_t table, std::string_view name);
 
 private:
+    /// The database of that name, nothing when there is none.
+    std::optional<Schema> SchemaNamed(std::string_view database) const;
     std::shared_ptr<const Table> Load(const ObjectPath& path);
 
     sqlite3* db_;
     std::string databaseName_;
     bool systemAttached_ = false;
+    Schema current_ = Schema::account;
     std::unordered_map<std::string, std::shared_ptr<const Table>> tables_;
 };
 

@@ -1,6 +1,7 @@
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 
 #include "refhost/sql/binding/Definer.h"
+#include "refhost/sql/engine/BatchRunner.h"
 #include "refhost/sql/engine/Storage.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
@@ -113,9 +114,6 @@ private:
     bool& inBatch_;
 };
 
-/// Another connection changed definitions since the plan was made.
-struct DefinitionsMoved {};
-
 host::Value ValueOf(const Cell& cell) {
     switch (cell.kind) {
     case Cell::Kind::null:
@@ -133,6 +131,8 @@ host::Value ValueOf(const Cell& cell) {
 }
 
 } // namespace
+
+void FailMoving() { FailOwn(unspecified, "Could not complete the statement because definitions keep changing."); }
 
 std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString) {
     return OpenEmbedded(connectionString, Mode::open);
@@ -231,48 +231,58 @@ void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
     constexpr int attempts = 5;
     limit_ = batchTime_;
     const BatchTime time(inBatch_, deadline_);
-    for (int attempt = 1;; ++attempt) {
+    for (int attempt = 1; attempt <= attempts; ++attempt) {
+        const Plan* plan = CachedPlan(sql);
+        if (plan == nullptr) {
+            return RunSingle(sql, sink);
+        }
+        RequireLiveTransaction();
         try {
-            if (const Plan* plan = CachedPlan(sql)) {
-                RequireLiveTransaction();
-                RunPlan(*plan, scanner_.Literals(), sink);
-                return;
-            }
-            Parser parser(sql, options_);
-            if (const std::optional<Statement> statement = parser.ParseBatch()) {
-                if (!statement->transaction) {
-                    RequireLiveTransaction();
-                }
-                RunStatement(*statement, parser.Literals(), sink);
-            }
-            return;
+            return RunPlan(*plan, scanner_.Literals(), sink);
         } catch (const DuplicateKey& duplicate) {
             Parser parser(sql, options_);
             const std::optional<Statement> statement = parser.ParseBatch();
             FailDuplicate(duplicate, *statement, parser.Literals());
         } catch (const DefinitionsMoved&) {
             ForgetPlans();
-            if (attempt == attempts) {
-                FailOwn(unspecified, "Could not complete the statement because definitions keep changing.");
-            }
         }
+    }
+    FailMoving();
+}
+
+void EmbeddedDatabase::RunSingle(std::string_view sql, const BatchSink& sink) {
+    Parser parser(sql, options_);
+    const std::optional<Statement> statement = parser.ParseBatch();
+    if (!statement) {
+        return;
+    }
+    // An IF may go on behind an error; its first one is the batch's.
+    std::optional<host::Error> failure;
+    const BatchSink keepFailure = [&](BatchAnswer answer) {
+        if (const auto* error = std::get_if<host::Error>(&answer)) {
+            failure = failure ? failure : *error;
+        } else if (sink) {
+            sink(std::move(answer));
+        }
+    };
+    BatchRunner(*this, parser, keepFailure).Run(*statement);
+    if (failure) {
+        throw host::Error(*failure);
     }
 }
 
 void EmbeddedDatabase::RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) {
     limit_ = limit;
     const BatchTime time(inBatch_, deadline_);
+    Parser parser(sql, options_);
+    Statements statements;
     try {
-        Parser parser(sql, options_);
-        for (const Statement& statement : parser.ParseScript()) {
-            if (!statement.transaction) {
-                RequireLiveTransaction();
-            }
-            RunStatement(statement, parser.Literals(), sink);
-        }
+        statements = parser.ParseScript();
     } catch (const host::Error& error) {
-        sink(error);
+        NoteError(error);
+        return sink(error);
     }
+    BatchRunner(*this, parser, sink).Run(statements);
 }
 
 /// The plan of a SELECT, INSERT, UPDATE or DELETE that stands alone; nullptr for everything else, which is rare.
@@ -285,22 +295,29 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     }
     Parser parser(sql, options_);
     const std::optional<Statement> statement = parser.ParseBatch();
-    if (!statement || !(statement->select || statement->insert || statement->update || statement->del) ||
-        (statement->select && statement->select->into) || parser.Literals().size() != scanner_.Literals().size()) {
+    const Select* select = statement ? statement->Query() : nullptr;
+    const bool manipulates = statement && (select != nullptr || statement->As<Insert>() != nullptr ||
+                                           statement->As<Update>() != nullptr || statement->As<Delete>() != nullptr);
+    if (!manipulates || (select != nullptr && select->into) || parser.Literals().size() != scanner_.Literals().size()) {
         return nullptr;
     }
-    Plan plan = MakePlan(*statement, parser.Literals());
+    Plan plan = BindPlan(*statement, parser.Literals());
+    PreparePlan(plan);
     return plans_.Add(scanner_.Shape(), scanner_.Literals(), std::move(plan));
 }
 
-Plan EmbeddedDatabase::MakePlan(const Statement& statement, const std::vector<Literal>& literals) {
+Plan EmbeddedDatabase::BindPlan(const Statement& statement, const std::vector<Literal>& literals) {
     Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
-    Plan plan = statement.select   ? binder.BindSelectPlan(*statement.select)
-                : statement.insert ? binder.BindInsert(*statement.insert)
-                : statement.update ? binder.BindUpdate(*statement.update)
-                                   : binder.BindDelete(*statement.del);
-    PreparePlan(plan);
-    return plan;
+    if (const Select* select = statement.Query()) {
+        return binder.BindSelectPlan(*select);
+    }
+    if (const auto* insert = statement.As<Insert>()) {
+        return binder.BindInsert(*insert);
+    }
+    if (const auto* update = statement.As<Update>()) {
+        return binder.BindUpdate(*update);
+    }
+    return binder.BindDelete(*statement.As<Delete>());
 }
 
 void EmbeddedDatabase::PreparePlan(Plan& plan) {
@@ -322,59 +339,22 @@ void EmbeddedDatabase::PreparePlan(Plan& plan) {
     }
 }
 
-void EmbeddedDatabase::RunStatement(const Statement& statement, const std::vector<Literal>& literals,
-                                    const BatchSink& sink) {
-    if (statement.select && statement.select->into) {
-        RunSelectInto(*statement.select, literals, sink);
-    } else if (statement.select || statement.insert || statement.update || statement.del) {
-        const Plan plan = MakePlan(statement, literals);
-        try {
-            RunPlan(plan, literals, sink);
-        } catch (const DuplicateKey& duplicate) {
-            FailDuplicate(duplicate, statement, literals);
-        }
-    } else if (statement.conditional) {
-        RunConditional(*statement.conditional, literals, sink);
-    } else if (statement.transaction) {
-        RunTransaction(*statement.transaction);
-    } else if (statement.setOption) {
-        RunSetOption(*statement.setOption);
-    } else {
-        RunDefinition(statement, literals);
-    }
-}
-
-void EmbeddedDatabase::RunConditional(const Conditional& conditional, const std::vector<Literal>& literals,
-                                      const BatchSink& sink) {
-    Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
-    Plan plan = binder.BindConditionPlan(*conditional.condition);
-    PreparePlan(plan);
-    ResultSet truth;
-    BindLiterals(plan, literals);
-    Step(plan, &truth);
-    plan.statement.reset();
-    const bool holds = *truth.cells.at(0).As<std::int64_t>() != 0;
-    for (const Statement& statement : holds ? conditional.then : conditional.otherwise) {
-        RunStatement(statement, literals, sink);
-    }
-}
-
 void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vector<Literal>& literals) {
     Definer definer(db_.get(), *catalog_, session_, literals);
     definitionsChanged_ = true;
     try {
-        if (statement.createTable) {
-            definer.Create(*statement.createTable);
-        } else if (statement.createView) {
-            definer.Create(*statement.createView);
-        } else if (statement.createIndex) {
-            definer.Create(*statement.createIndex);
-        } else if (statement.drop) {
-            definer.Drop(*statement.drop);
-        } else if (statement.alterTable) {
-            definer.Alter(*statement.alterTable);
-        } else if (statement.truncate) {
-            definer.Truncate(*statement.truncate);
+        if (const auto* table = statement.As<CreateTable>()) {
+            definer.Create(*table);
+        } else if (const auto* view = statement.As<CreateView>()) {
+            definer.Create(*view);
+        } else if (const auto* index = statement.As<CreateIndex>()) {
+            definer.Create(*index);
+        } else if (const auto* dropped = statement.As<Drop>()) {
+            definer.Drop(*dropped);
+        } else if (const auto* altered = statement.As<AlterTable>()) {
+            definer.Alter(*altered);
+        } else if (const auto* truncated = statement.As<Truncate>()) {
+            definer.Truncate(*truncated);
         }
     } catch (...) {
         ForgetPlans();
@@ -399,44 +379,66 @@ void EmbeddedDatabase::RunSelectInto(const Select& select, const std::vector<Lit
 }
 
 void EmbeddedDatabase::RunSetOption(const SetOption& option) {
-    if (!option.identityInsert) {
+    switch (option.option) {
+    case Option::identityInsert: {
+        const std::shared_ptr<const Table> table = catalog_->Get(*option.table);
+        if (table->Identity() < 0) {
+            Fail(8106, "Table '{}' does not have the identity property. Cannot perform SET operation.", table->name);
+        }
+        session_.identityInsert = option.on ? table->id : 0;
+        return ForgetPlans();
+    }
+    case Option::noCount:
+        session_.noCount = option.on;
+        return;
+    case Option::xactAbort:
+        session_.xactAbort = option.on;
+        return;
+    case Option::other:
         return;
     }
-    const std::shared_ptr<const Table> table = catalog_->Get(*option.identityInsert);
-    if (table->Identity() < 0) {
-        Fail(8106, "Table '{}' does not have the identity property. Cannot perform SET operation.", table->name);
-    }
-    session_.identityInsert = option.on ? table->id : 0;
+}
+
+std::string EmbeddedDatabase::RunUse(const Use& use) {
+    catalog_->Use(use.database);
     ForgetPlans();
+    return catalog_->CurrentName();
 }
 
 void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
     switch (transaction.verb) {
     case TransactionVerb::begin:
+        if (inTransaction_) {
+            RequireLiveTransaction();
+            ++runtime_->tranCount;
+            return;
+        }
         BeginTrans();
-        break;
+        transactionName_ = transaction.name;
+        return;
     case TransactionVerb::commit:
         if (!inTransaction_) {
             Fail(3902, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
         }
+        if (runtime_->tranCount > 1) {
+            --runtime_->tranCount;
+            return;
+        }
         CommitTrans();
-        break;
+        return;
     case TransactionVerb::rollback:
         if (!inTransaction_) {
             Fail(3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
         }
-        if (transaction.savepoint.empty()) {
-            RollbackTrans();
-        } else {
-            RollbackTo(transaction.savepoint);
+        if (transaction.name.empty() || EqualNames(transaction.name, transactionName_)) {
+            return RollbackTrans();
         }
-        break;
+        return RollbackTo(transaction.name);
     case TransactionVerb::save:
         if (!inTransaction_) {
             Fail(628, "Cannot issue SAVE TRANSACTION when there is no active transaction.");
         }
-        Save(transaction.savepoint);
-        break;
+        return Save(transaction.name);
     }
 }
 
@@ -448,27 +450,37 @@ void EmbeddedDatabase::Save(const std::string& savepoint) {
 
 void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
     RequireLiveTransaction();
-    if (std::ranges::find(savepoints_, savepoint) == savepoints_.end()) {
+    const auto found = std::find(savepoints_.rbegin(), savepoints_.rend(), savepoint);
+    if (found == savepoints_.rend()) {
         Fail(6401, "Cannot roll back {}. No transaction or savepoint of that name was found.", savepoint);
     }
     Run(db_.get(), "ROLLBACK TO " + Quoted(savepoint));
+    savepoints_.erase(found.base(), savepoints_.end()); // later ones are gone
     if (definitionsChanged_) {
         ForgetPlans();
     }
 }
 
 void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink) {
-    BindLiterals(plan, literals);
-    if (!sink) {
+    BindParameters(plan, literals, session_.variables);
+    if (!sink || !plan.assigned.empty()) {
         return Step(plan, nullptr);
     }
     ResultSet rows;
     Step(plan, &rows);
     if (rows.fields) {
         sink(std::move(rows));
-    } else {
-        sink(RowsWritten{sqlite3_changes64(db_.get())});
+    } else if (!session_.noCount) {
+        sink(RowsWritten{runtime_->rowCount});
     }
+}
+
+Cell EmbeddedDatabase::StepValue(const Plan& plan) {
+    const Reset reset(plan.statement.get(), runtime_->stepping);
+    if (sqlite3_step(plan.statement.get()) != SQLITE_ROW) {
+        FailStep(plan);
+    }
+    return Copied(ReadCell(plan.statement.get(), 0));
 }
 
 void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
@@ -478,8 +490,14 @@ void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
     if (read) {
         rows->fields = plan.fields;
     }
+    std::int64_t count = 0;
     int code = 0;
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        ++count;
+        int assigned = 0;
+        for (const std::size_t variable : plan.assigned) {
+            session_.variables->Set(variable, ReadCell(statement, assigned++));
+        }
         if (!read) {
             continue;
         }
@@ -492,6 +510,7 @@ void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
     if (code != SQLITE_DONE) {
         FailStep(plan);
     }
+    runtime_->rowCount = plan.kind == PlanKind::select ? count : sqlite3_changes64(db_.get());
     if (plan.kind == PlanKind::insert) {
         NoteIdentity(plan);
     }
@@ -519,9 +538,9 @@ void EmbeddedDatabase::FailStep(const Plan& plan) {
 
 void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statement& statement,
                                      const std::vector<Literal>& literals) {
-    if (statement.insert) {
+    if (const auto* insert = statement.As<Insert>()) {
         Binder binder(*catalog_, session_, literals, LiteralUse::inlined);
-        const std::string select = binder.BindKeyOf(*statement.insert, *duplicate.table, duplicate.columns);
+        const std::string select = binder.BindKeyOf(*insert, *duplicate.table, duplicate.columns);
         if (!select.empty()) {
             std::vector<Type> types;
             for (const std::string& column : duplicate.columns) {
@@ -538,6 +557,7 @@ void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statem
 }
 
 void EmbeddedDatabase::ForgetPlans() {
+    ++generation_;
     plans_.Clear();
     catalog_->Forget();
 }
@@ -550,6 +570,23 @@ void EmbeddedDatabase::RequireLiveTransaction() const {
     }
 }
 
+void EmbeddedDatabase::RequireTime() {
+    if (CheckTime(this) != 0) {
+        FailOwn(unspecified, "Query timeout expired");
+    }
+}
+
+void EmbeddedDatabase::Abort() {
+    if (inTransaction_) {
+        RollbackTrans();
+    }
+}
+
+void EmbeddedDatabase::NoteError(const host::Error& error) {
+    runtime_->lastError = error.native();
+    runtime_->rowCount = 0;
+}
+
 void EmbeddedDatabase::BeginTrans() {
     if (inTransaction_) {
         FailOwn(transactionOpen, "Cannot start more transactions on this session.");
@@ -557,6 +594,8 @@ void EmbeddedDatabase::BeginTrans() {
     // Takes the right to write at once: a transaction that found out later that another writes could not go on.
     Run(db_.get(), "BEGIN IMMEDIATE");
     inTransaction_ = true;
+    runtime_->tranCount = 1;
+    transactionName_.clear();
     savepoints_.clear();
     definitionsChanged_ = false;
 }
@@ -568,6 +607,7 @@ void EmbeddedDatabase::CommitTrans() {
     RequireLiveTransaction();
     Run(db_.get(), "COMMIT");
     inTransaction_ = false;
+    runtime_->tranCount = 0;
 }
 
 void EmbeddedDatabase::RollbackTrans() {
@@ -578,6 +618,7 @@ void EmbeddedDatabase::RollbackTrans() {
         Run(db_.get(), "ROLLBACK");
     }
     inTransaction_ = false;
+    runtime_->tranCount = 0;
     if (std::exchange(definitionsChanged_, false)) {
         ForgetPlans();
     }

@@ -69,25 +69,37 @@ public:
     std::size_t TranslationCount() const { return translations_; }
 
 private:
+    friend class BatchRunner;
+
     void Attach(const Settings& settings);
     void SetDurability(Schema schema);
     void Batch(std::string_view sql, const BatchSink& sink);
+    /// A batch of one statement that has no plan of its own kept.
+    void RunSingle(std::string_view sql, const BatchSink& sink);
     const Plan* CachedPlan(std::string_view sql);
-    void RunStatement(const Statement& statement, const std::vector<Literal>& literals, const BatchSink& sink);
-    void RunConditional(const Conditional& conditional, const std::vector<Literal>& literals, const BatchSink& sink);
     void RunDefinition(const Statement& statement, const std::vector<Literal>& literals);
     void RunSelectInto(const Select& select, const std::vector<Literal>& literals, const BatchSink& sink);
     void RunSetOption(const SetOption& option);
+    /// The name of the database that is used from here on.
+    std::string RunUse(const Use& use);
     void RunTransaction(const Transaction& transaction);
     void Save(const std::string& savepoint);
     void RollbackTo(const std::string& savepoint);
     /// Throws when the open transaction was ended by an error, so that nothing runs outside of it unnoticed.
     void RequireLiveTransaction() const;
-    Plan MakePlan(const Statement& statement, const std::vector<Literal>& literals);
+    /// Throws when the batch at hand has had its time.
+    void RequireTime();
+    /// Takes an open transaction back, after an error under XACT_ABORT.
+    void Abort();
+    void NoteError(const host::Error& error);
+    /// The translation of a SELECT, INSERT, UPDATE or DELETE.
+    Plan BindPlan(const Statement& statement, const std::vector<Literal>& literals);
     void PreparePlan(Plan& plan);
     void RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
     /// Steps a bound plan to its end; `rows` receives what it selects, unless it is nullptr.
     void Step(const Plan& plan, ResultSet* rows);
+    /// The one value of a bound plan that selects one.
+    Cell StepValue(const Plan& plan);
     [[noreturn]] void FailStep(const Plan& plan);
     void NoteIdentity(const Plan& plan);
     /// Completes the error of a duplicate key with the key's value. Throws it.
@@ -117,12 +129,23 @@ private:
     bool inBatch_ = false;
     /// Whether a transaction is open for the caller; one that SQLite itself ended stays so until it is rolled back.
     bool inTransaction_ = false;
+    /// The open transaction's own name, empty without one.
+    std::string transactionName_;
     /// Names of the open transaction's savepoints.
     std::vector<std::string> savepoints_;
     /// Whether the open transaction changed definitions.
     bool definitionsChanged_ = false;
     /// Whether SQLite was kept from compiling a statement anew because another connection changed definitions.
     bool definitionsMoved_ = false;
+    /// Counts up whenever plans are forgotten.
+    std::size_t generation_ = 1;
+    /// How many texts run inside one another.
+    int nesting_ = 0;
 };
+
+/// SQLite refused to run a plan, before it did anything: another connection changed definitions since it was made.
+struct DefinitionsMoved {};
+/// Throws the error of a statement whose definitions never stay.
+[[noreturn]] void FailMoving();
 
 } // namespace refhost::sql

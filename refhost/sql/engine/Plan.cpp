@@ -180,11 +180,15 @@ Cell Evaluate(const Literal& literal, const Slot& slot) {
     return cell;
 }
 
-void BindLiterals(const Plan& plan, const std::vector<Literal>& literals) {
+void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables) {
     sqlite3_stmt* statement = plan.statement.get();
     int index = 0;
     for (const Slot& slot : plan.slots) {
         ++index;
+        if (slot.variable) {
+            BindCell(statement, index, (*variables)[*slot.variable].value, SQLITE_TRANSIENT);
+            continue;
+        }
         const Literal& literal = literals[slot.literal];
         if ((slot.plain && !literal.doubled) || FitsAsItStands(literal, slot)) {
             if (literal.kind == LiteralKind::text) {

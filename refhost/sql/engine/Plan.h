@@ -3,8 +3,10 @@
 #include "refhost/ado/Database.h"
 #include "refhost/sql/engine/Catalog.h"
 #include "refhost/sql/syntax/Literals.h"
+#include "refhost/sql/syntax/Variables.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,9 +19,11 @@ struct Step {
     Surplus surplus = Surplus::cut;
 };
 
-/// A parameter of the SQLite statement: which literal it comes from and what becomes of it.
+/// A parameter of the SQLite statement: which literal or variable it comes from and what becomes of it.
 struct Slot {
     std::size_t literal = 0;
+    /// Place among the batch's variables, which go in as they stand; nothing for a literal.
+    std::optional<std::size_t> variable;
     bool negated = false;
     /// Whether the literal goes in as it stands, text as text and 32-bit number as number.
     bool plain = false;
@@ -40,6 +44,8 @@ struct Plan {
     std::shared_ptr<const Fields> fields;
     /// Their types.
     std::vector<Type> types;
+    /// Of a select that sets variables: which one each column sets.
+    std::vector<std::size_t> assigned;
     /// Table that an insert, update or delete writes.
     std::shared_ptr<const Table> target;
     StatementHandle statement;
@@ -53,7 +59,8 @@ Cell CellOf(const Literal& literal, bool negated);
 Cell Evaluate(const Literal& literal, const Slot& slot);
 
 /// Binds every parameter of the plan. What is bound may point into the statement's text.
-void BindLiterals(const Plan& plan, const std::vector<Literal>& literals);
+/// @param variables of the batch, nullptr where it has none
+void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables);
 
 /// The current row's value in a column.
 host::Value ReadValue(sqlite3_stmt* statement, int column, const Type& type);

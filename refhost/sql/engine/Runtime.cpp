@@ -779,6 +779,25 @@ void IdentityFunction(Call& call) {
     call.Return(std::to_string(*identity));
 }
 
+template <std::int64_t Runtime::*Member> void SessionFunction(Call& call) { call.Return(call.GetRuntime().*Member); }
+
+/// k_errormessage(): that of the CATCH block at hand.
+void ErrorMessageFunction(Call& call) {
+    const std::optional<host::Error>& caught = call.GetRuntime().caught;
+    caught ? call.Return(std::string_view(caught->description())) : call.ReturnNull();
+}
+
+/// k_errornumber(): likewise.
+void ErrorNumberFunction(Call& call) {
+    const std::optional<host::Error>& caught = call.GetRuntime().caught;
+    caught ? call.Return(std::int64_t{caught->native()}) : call.ReturnNull();
+}
+
+/// k_variable(place): the value as it is at this row.
+void VariableFunction(Call& call) {
+    call.Return((*call.GetRuntime().variables)[static_cast<std::size_t>(call.Integer(0))].value);
+}
+
 // Aggregates over exact numbers, and the mean of whole ones, which is whole.
 
 struct Sum {
@@ -870,6 +889,18 @@ constexpr std::array functions{
     FunctionRow{"k_dateadd", 4, Entry<DateAddFunction>},
 };
 
+/// Functions whose result depends on the session.
+constexpr std::array sessionFunctions{
+    FunctionRow{"k_rowversion", 1, Entry<RowVersionFunction>},
+    FunctionRow{"k_identity", 0, Entry<IdentityFunction>},
+    FunctionRow{"k_rowcount", 0, Entry<SessionFunction<&Runtime::rowCount>>},
+    FunctionRow{"k_lasterror", 0, Entry<SessionFunction<&Runtime::lastError>>},
+    FunctionRow{"k_trancount", 0, Entry<SessionFunction<&Runtime::tranCount>>},
+    FunctionRow{"k_errormessage", 0, Entry<ErrorMessageFunction>},
+    FunctionRow{"k_errornumber", 0, Entry<ErrorNumberFunction>},
+    FunctionRow{"k_variable", 1, Entry<VariableFunction>},
+};
+
 } // namespace
 
 std::string_view SqliteName(Schema schema) { return schema == Schema::account ? "main" : "QxSystem"; }
@@ -879,10 +910,10 @@ Runtime::Runtime(sqlite3* db) : db_(db) {
     for (const FunctionRow& row : functions) {
         sqlite3_create_function_v2(db, row.name, row.arguments, pure, this, row.entry, nullptr, nullptr, nullptr);
     }
-    sqlite3_create_function_v2(db, "k_rowversion", 1, SQLITE_UTF8, this, Entry<RowVersionFunction>, nullptr, nullptr,
-                               nullptr);
-    sqlite3_create_function_v2(db, "k_identity", 0, SQLITE_UTF8, this, Entry<IdentityFunction>, nullptr, nullptr,
-                               nullptr);
+    for (const FunctionRow& row : sessionFunctions) {
+        sqlite3_create_function_v2(db, row.name, row.arguments, SQLITE_UTF8, this, row.entry, nullptr, nullptr,
+                                   nullptr);
+    }
     sqlite3_create_function_v2(db, "k_sum", 1, pure, this, nullptr, SumStep, SumFinal<false>, nullptr);
     sqlite3_create_function_v2(db, "k_avg", 1, pure, this, nullptr, SumStep, SumFinal<true>, nullptr);
     sqlite3_create_collation_v2(db, std::string(textCollation).c_str(), SQLITE_UTF8, nullptr, Collate<CompareText>,

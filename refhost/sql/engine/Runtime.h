@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/sql/engine/Sqlite.h"
+#include "refhost/sql/syntax/Variables.h"
 
 #include <array>
 #include <optional>
@@ -34,6 +35,14 @@ public:
     bool stepping = false;
     /// The last identity value made, as @@identity gives it; nothing before the first.
     std::optional<std::int64_t> identity;
+    /// What @@rowcount, @@error and @@trancount give.
+    std::int64_t rowCount = 0;
+    std::int64_t lastError = 0;
+    std::int64_t tranCount = 0;
+    /// Variables of the batch at hand, nullptr where it has none.
+    Variables* variables = nullptr;
+    /// The error of the CATCH block at hand.
+    std::optional<host::Error> caught;
 
 private:
     sqlite3* db_;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace refhost::sql {
@@ -37,7 +38,7 @@ enum class Node {
     convert,  ///< cast or convert: `type`, arguments value and, if given, style
     caseOf,   ///< pairs of when and then; `flag`: the first argument is the operand; an odd one out is the else
     subquery, ///< `select` as a value
-    variable, ///< @@name in `text`
+    variable, ///< @name or @@name in `text`
     // Conditions from here on.
     compare, ///< `text` is one of = <> < <= > >=
     conjunction,
@@ -64,9 +65,29 @@ struct Expression {
     SelectPtr select;
 };
 
+inline ExpressionPtr Make(Node node) {
+    auto expression = std::make_unique<Expression>();
+    expression->node = node;
+    return expression;
+}
+
+inline ExpressionPtr Make(Node node, ExpressionPtr first) {
+    ExpressionPtr expression = Make(node);
+    expression->arguments.push_back(std::move(first));
+    return expression;
+}
+
+inline ExpressionPtr Make(Node node, ExpressionPtr first, ExpressionPtr second) {
+    ExpressionPtr expression = Make(node, std::move(first));
+    expression->arguments.push_back(std::move(second));
+    return expression;
+}
+
 struct SelectItem {
     ExpressionPtr value;
     std::string alias;
+    /// "@name" where the item sets a variable and is no column.
+    std::string variable;
 };
 
 struct OrderItem {
@@ -213,40 +234,119 @@ enum class TransactionVerb { begin, commit, rollback, save };
 
 struct Transaction {
     TransactionVerb verb = TransactionVerb::begin;
-    /// What SAVE TRANSACTION names, and where ROLLBACK TRANSACTION goes back to; empty for the whole transaction.
-    std::string savepoint;
+    /// The name written, of the transaction or of a savepoint; empty without one.
+    std::string name;
 };
 
-/// SET IDENTITY_INSERT, or another option that only affects what clients are told.
+enum class Option {
+    identityInsert,
+    noCount,
+    xactAbort,
+    other, ///< one that changes nothing that this database does
+};
+
+/// SET option ON or OFF.
 struct SetOption {
-    std::optional<Name> identityInsert;
+    Option option = Option::other;
+    /// Of IDENTITY_INSERT.
+    std::optional<Name> table;
     bool on = false;
 };
 
-struct Statement;
-
-/// IF condition statement [ELSE statement]; either may be a BEGIN … END block.
-struct Conditional {
-    ExpressionPtr condition;
-    std::vector<Statement> then;
-    std::vector<Statement> otherwise;
+struct VariableDefinition {
+    std::string name;
+    Type type;
+    /// nullptr without one.
+    ExpressionPtr value;
 };
 
-/// A statement: the one member that is set.
+struct Declare {
+    std::vector<VariableDefinition> variables;
+};
+
+struct SetVariable {
+    std::string name;
+    ExpressionPtr value;
+};
+
+struct Print {
+    ExpressionPtr value;
+};
+
+/// USE: the database that names without one mean from here on.
+struct Use {
+    std::string database;
+};
+
+/// EXEC ('text' + …).
+struct ExecuteText {
+    ExpressionPtr text;
+};
+
+struct ProcedureArgument {
+    /// "@name" of a named one, else empty.
+    std::string name;
+    ExpressionPtr value;
+    bool output = false;
+};
+
+struct ExecuteProcedure {
+    Name procedure;
+    std::vector<ProcedureArgument> arguments;
+};
+
+/// RAISERROR (message, severity, state, arguments …).
+struct RaiseError {
+    std::vector<ExpressionPtr> arguments;
+};
+
+/// THROW number, message, state; or THROW alone, which throws again what was caught.
+struct Throw {
+    std::vector<ExpressionPtr> arguments;
+};
+
+enum class Jump { breakLoop, continueLoop, endBatch };
+
+struct Statement;
+using Statements = std::vector<Statement>;
+
+/// BEGIN … END.
+struct Block {
+    Statements statements;
+};
+
+/// IF condition statement [ELSE statement].
+struct Conditional {
+    ExpressionPtr condition;
+    Statements then;
+    Statements otherwise;
+};
+
+/// WHILE condition statement.
+struct Loop {
+    ExpressionPtr condition;
+    Statements body;
+};
+
+/// BEGIN TRY … END TRY BEGIN CATCH … END CATCH.
+struct TryCatch {
+    Statements tried;
+    Statements caught;
+};
+
 struct Statement {
-    SelectPtr select;
-    std::unique_ptr<Insert> insert;
-    std::unique_ptr<Update> update;
-    std::unique_ptr<Delete> del;
-    std::unique_ptr<CreateTable> createTable;
-    std::unique_ptr<CreateView> createView;
-    std::unique_ptr<CreateIndex> createIndex;
-    std::unique_ptr<Drop> drop;
-    std::unique_ptr<AlterTable> alterTable;
-    std::unique_ptr<Truncate> truncate;
-    std::unique_ptr<Transaction> transaction;
-    std::unique_ptr<SetOption> setOption;
-    std::unique_ptr<Conditional> conditional;
+    std::variant<SelectPtr, Insert, Update, Delete, CreateTable, CreateView, CreateIndex, Drop, AlterTable, Truncate,
+                 Transaction, SetOption, Use, Declare, SetVariable, Print, ExecuteText, ExecuteProcedure, RaiseError,
+                 Throw, Jump, Block, Conditional, Loop, TryCatch>
+        kind;
+
+    /// The statement when it is of this kind, else nullptr.
+    template <class Kind> const Kind* As() const { return std::get_if<Kind>(&kind); }
+    /// The query when the statement is one, else nullptr.
+    const Select* Query() const {
+        const SelectPtr* select = As<SelectPtr>();
+        return select != nullptr ? select->get() : nullptr;
+    }
 };
 
 } // namespace refhost::sql

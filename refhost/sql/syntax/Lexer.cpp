@@ -113,7 +113,8 @@ Token Lexer::Next() {
         token.kind = TokenKind::symbol;
         const char next = At(position_ + 1);
         const bool pair = (c == '<' && (next == '=' || next == '>')) || (c == '>' && next == '=') ||
-                          (c == '!' && (next == '=' || next == '<' || next == '>'));
+                          (c == '!' && (next == '=' || next == '<' || next == '>')) ||
+                          (next == '=' && std::string_view("+-*/%").find(c) != std::string_view::npos);
         position_ += pair ? 2 : 1;
         token.text = std::string(sql_.substr(token.position, position_ - token.position));
     }

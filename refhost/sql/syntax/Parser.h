@@ -2,6 +2,7 @@
 
 #include "refhost/sql/syntax/Ast.h"
 #include "refhost/sql/syntax/Lexer.h"
+#include "refhost/sql/syntax/Variables.h"
 
 #include <optional>
 #include <string_view>
@@ -12,6 +13,8 @@ namespace refhost::sql {
 struct ParserOptions {
     /// Whether `Delete * From …` is taken.
     bool deleteStar = false;
+    /// Whether the batch comes from a client tool and may hold what steers a batch: DECLARE, WHILE, PRINT and so on.
+    bool script = false;
 };
 
 /// Reads a batch. Every member throws SQL Server's syntax errors.
@@ -22,7 +25,12 @@ public:
     /// A batch of one statement, as a class sends it; nothing for a batch of blanks and comments.
     std::optional<Statement> ParseBatch();
     /// A batch of any number of statements, as a client tool sends it.
-    std::vector<Statement> ParseScript();
+    /// @param parameters variables that the batch has from its beginning
+    Statements ParseScript(Variables parameters = {});
+    /// Definitions of parameters alone: "@a int, @b nvarchar(10) output".
+    Variables ParseParameters();
+    /// The variables that the batch declares, its parameters in front.
+    const Variables& Declared() const { return declared_; }
     /// An expression alone, the text of a default.
     ExpressionPtr ParseExpressionText();
     /// A condition alone, the text of a check.
@@ -32,7 +40,25 @@ public:
     const std::vector<Literal>& Literals() const { return lexer_.Literals(); }
 
 private:
-    class Depth;
+    /// How deeply parentheses, subqueries, cases and blocks may nest; guards the stack.
+    static constexpr int maxDepth = 250;
+
+    /// Counts a level of nesting for the life of the object. Throws beyond the deepest.
+    class Depth {
+    public:
+        explicit Depth(Parser& parser) : parser_(parser) {
+            if (++parser_.depth_ > maxDepth) {
+                --parser_.depth_;
+                FailDepth();
+            }
+        }
+        ~Depth() { --parser_.depth_; }
+        Depth(const Depth&) = delete;
+        Depth& operator=(const Depth&) = delete;
+
+    private:
+        Parser& parser_;
+    };
 
     // Tokens.
     void Advance();
@@ -44,9 +70,13 @@ private:
     void Expect(std::string_view word);
     void ExpectSymbol(std::string_view symbol);
     [[noreturn]] void FailHere() const;
+    [[noreturn]] static void FailDepth();
     [[noreturn]] void FailCondition() const;
     void ExpectEnd();
     bool AtNameToken() const;
+    bool AtVariable() const;
+    /// Whether the statement at hand is over: at the end, a semicolon, or the first word of another.
+    bool AtStatementEnd() const;
     std::string TakeName();
     std::string TakeAlias();
     Name TakeObjectName();
@@ -55,21 +85,39 @@ private:
 
     // Statements.
     Statement ParseStatement();
-    std::vector<Statement> ParseBlock();
-    std::unique_ptr<Conditional> ParseConditional();
-    std::unique_ptr<Insert> ParseInsert();
-    std::unique_ptr<Update> ParseUpdate();
-    std::unique_ptr<Delete> ParseDelete();
-    Statement ParseCreate();
-    std::unique_ptr<CreateTable> ParseCreateTable();
-    std::unique_ptr<CreateView> ParseCreateView(std::size_t start);
-    std::unique_ptr<CreateIndex> ParseCreateIndex(bool unique);
-    std::unique_ptr<Drop> ParseDrop();
-    std::unique_ptr<AlterTable> ParseAlterTable();
-    std::unique_ptr<Transaction> ParseTransaction(TransactionVerb verb);
-    std::unique_ptr<SetOption> ParseSet();
+    /// The statement that steers a batch which begins here; nothing when none does.
+    std::optional<Statement> ParseSteering();
+    Statements ParseBlock();
+    /// Statements up to `end`, which stays.
+    Statements ParseStatementsUntilEnd();
+    Statements ParseBranch();
+    Conditional ParseConditional();
+    TryCatch ParseTryCatch();
+    Declare ParseDeclare();
+    SetVariable ParseSetVariable();
+    Statement ParseExecute();
+    RaiseError ParseRaiseError();
+    Throw ParseThrow();
+    std::string TakeVariable();
+    /// Throws SQL Server's error when a script uses a variable that nothing above has declared.
+    void RequireDeclared(const std::string& variable) const;
+    /// Whether a symbol assigns: = or one of += -= *= /= %=.
+    static bool IsAssignment(const Token& token);
+    /// `name operation= value` as the value that it gives `name`; behind the name, at the operator.
+    ExpressionPtr ParseAssigned(ExpressionPtr name);
+    Insert ParseInsert();
+    Update ParseUpdate();
+    Delete ParseDelete();
+    Transaction ParseTransaction(TransactionVerb verb);
+    Statement ParseSet();
 
     // Definitions.
+    Statement ParseCreate();
+    CreateTable ParseCreateTable();
+    CreateView ParseCreateView(std::size_t start);
+    CreateIndex ParseCreateIndex(bool unique);
+    Drop ParseDrop();
+    AlterTable ParseAlterTable();
     Type ParseType(int defaultLength);
     ColumnDefinition ParseColumn(std::vector<Constraint>& constraints);
     bool ParseTableConstraint(std::vector<Constraint>& constraints);
@@ -118,6 +166,9 @@ private:
     /// The token before the current one, which messages name at the end of the text.
     std::string previous_;
     int depth_ = 0;
+    /// Whether a default or a check is read, which hold no variables.
+    bool inDefinition_ = false;
+    Variables declared_;
 };
 
 } // namespace refhost::sql

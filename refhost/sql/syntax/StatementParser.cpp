@@ -1,0 +1,420 @@
+#include "refhost/sql/syntax/Parser.h"
+#include "refhost/sql/types/Errors.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace refhost::sql {
+namespace {
+
+/// The operators of compound assignments.
+constexpr std::array<std::string_view, 5> compoundOperators{"+=", "-=", "*=", "/=", "%="};
+
+} // namespace
+
+Statement Parser::ParseStatement() {
+    const Depth depth(*this);
+    if (At("select") || AtSymbol("(")) {
+        return {ParseSelect()};
+    }
+    if (Accept("insert")) {
+        return {ParseInsert()};
+    }
+    if (Accept("update")) {
+        return {ParseUpdate()};
+    }
+    if (Accept("delete")) {
+        return {ParseDelete()};
+    }
+    if (At("create")) {
+        return ParseCreate();
+    }
+    if (Accept("drop")) {
+        return {ParseDrop()};
+    }
+    if (Accept("alter")) {
+        return {ParseAlterTable()};
+    }
+    if (Accept("truncate")) {
+        Expect("table");
+        return {Truncate{TakeObjectName()}};
+    }
+    if (At("begin") && (Peek().Is("tran") || Peek().Is("transaction"))) {
+        Advance();
+        return {ParseTransaction(TransactionVerb::begin)};
+    }
+    if (Accept("commit")) {
+        return {ParseTransaction(TransactionVerb::commit)};
+    }
+    if (Accept("rollback")) {
+        return {ParseTransaction(TransactionVerb::rollback)};
+    }
+    if (Accept("save")) {
+        return {ParseTransaction(TransactionVerb::save)};
+    }
+    if (Accept("set")) {
+        return ParseSet();
+    }
+    if (Accept("if")) {
+        return {ParseConditional()};
+    }
+    if (options_.script) {
+        if (std::optional<Statement> steering = ParseSteering()) {
+            return std::move(*steering);
+        }
+    }
+    FailHere();
+}
+
+std::optional<Statement> Parser::ParseSteering() {
+    if (At("begin")) {
+        if (Peek().Is("try")) {
+            return Statement{ParseTryCatch()};
+        }
+        return Statement{Block{ParseBlock()}};
+    }
+    if (Accept("while")) {
+        Loop loop;
+        loop.condition = ParseCondition();
+        loop.body = ParseBranch();
+        return Statement{std::move(loop)};
+    }
+    if (Accept("declare")) {
+        return Statement{ParseDeclare()};
+    }
+    if (Accept("print")) {
+        return Statement{Print{ParseValue()}};
+    }
+    if (Accept("use")) {
+        return Statement{Use{TakeName()}};
+    }
+    if (Accept("exec") || Accept("execute")) {
+        return ParseExecute();
+    }
+    if (Accept("raiserror")) {
+        return Statement{ParseRaiseError()};
+    }
+    if (Accept("throw")) {
+        return Statement{ParseThrow()};
+    }
+    if (Accept("break")) {
+        return Statement{Jump::breakLoop};
+    }
+    if (Accept("continue")) {
+        return Statement{Jump::continueLoop};
+    }
+    if (Accept("return")) {
+        if (!AtStatementEnd()) {
+            Fail(178, "A RETURN statement with a return value cannot be used in this context.");
+        }
+        return Statement{Jump::endBatch};
+    }
+    return std::nullopt;
+}
+
+Statements Parser::ParseStatementsUntilEnd() {
+    Statements statements;
+    do {
+        while (AcceptSymbol(";")) {
+        }
+        statements.push_back(ParseStatement());
+        while (AcceptSymbol(";")) {
+        }
+    } while (!At("end"));
+    return statements;
+}
+
+Statements Parser::ParseBlock() {
+    Expect("begin");
+    Statements statements = ParseStatementsUntilEnd();
+    Expect("end");
+    return statements;
+}
+
+Statements Parser::ParseBranch() {
+    if (At("begin") && !Peek().Is("tran") && !Peek().Is("transaction") && !Peek().Is("try")) {
+        return ParseBlock();
+    }
+    Statements statements;
+    statements.push_back(ParseStatement());
+    return statements;
+}
+
+Conditional Parser::ParseConditional() {
+    Conditional conditional;
+    conditional.condition = ParseCondition();
+    conditional.then = ParseBranch();
+    if (AtSymbol(";") && Peek().Is("else")) {
+        Advance();
+    }
+    if (Accept("else")) {
+        conditional.otherwise = ParseBranch();
+    }
+    return conditional;
+}
+
+TryCatch Parser::ParseTryCatch() {
+    TryCatch statement;
+    const auto part = [this](std::string_view word) {
+        Expect("begin");
+        Expect(word);
+        Statements statements = At("end") ? Statements() : ParseStatementsUntilEnd();
+        Expect("end");
+        Expect(word);
+        return statements;
+    };
+    statement.tried = part("try");
+    AcceptSymbol(";");
+    statement.caught = part("catch");
+    return statement;
+}
+
+std::string Parser::TakeVariable() {
+    if (!AtVariable() || token_.text.compare(0, 2, "@@") == 0) {
+        FailHere();
+    }
+    std::string name = token_.text;
+    Advance();
+    return name;
+}
+
+void Parser::RequireDeclared(const std::string& variable) const {
+    if (options_.script && variable.compare(0, 2, "@@") != 0 && !declared_.Find(variable)) {
+        Fail(137, "Must declare the scalar variable \"{}\".", variable);
+    }
+}
+
+bool Parser::IsAssignment(const Token& token) {
+    return token.IsSymbol("=") || (token.kind == TokenKind::symbol &&
+                                   std::ranges::find(compoundOperators, token.text) != compoundOperators.end());
+}
+
+ExpressionPtr Parser::ParseAssigned(ExpressionPtr name) {
+    if (AcceptSymbol("=")) {
+        return ParseValue();
+    }
+    for (const std::string_view compound : compoundOperators) {
+        if (AcceptSymbol(compound)) {
+            ExpressionPtr value = Make(Node::binary, std::move(name), ParseValue());
+            value->text = compound.front();
+            return value;
+        }
+    }
+    FailHere();
+}
+
+Declare Parser::ParseDeclare() {
+    Declare declare;
+    do {
+        VariableDefinition& variable = declare.variables.emplace_back();
+        variable.name = TakeVariable();
+        Accept("as");
+        if (At("table") || At("cursor")) {
+            FailOwn(host::error_number::unspecified, "The embedded database has no {} variables.{}", token_.text,
+                    At("table") ? " Use a table whose name begins with #." : "");
+        }
+        variable.type = ParseType(1);
+        declared_.Declare(variable.name, variable.type);
+        if (AcceptSymbol("=")) {
+            variable.value = ParseValue();
+        }
+    } while (AcceptSymbol(","));
+    return declare;
+}
+
+SetVariable Parser::ParseSetVariable() {
+    SetVariable set;
+    ExpressionPtr variable = Make(Node::variable);
+    variable->text = set.name = TakeVariable();
+    RequireDeclared(set.name);
+    set.value = ParseAssigned(std::move(variable));
+    return set;
+}
+
+Statement Parser::ParseExecute() {
+    if (AcceptSymbol("(")) {
+        ExecuteText execute{ParseValue()};
+        ExpectSymbol(")");
+        return {std::move(execute)};
+    }
+    ExecuteProcedure execute;
+    execute.procedure = TakeObjectName();
+    while (!AtStatementEnd()) {
+        ProcedureArgument& argument = execute.arguments.emplace_back();
+        if (AtVariable() && Peek().IsSymbol("=")) {
+            argument.name = TakeVariable();
+            Advance();
+        }
+        argument.value = ParseValue();
+        argument.output = Accept("output") || Accept("out");
+        if (!AcceptSymbol(",")) {
+            break;
+        }
+    }
+    return {std::move(execute)};
+}
+
+RaiseError Parser::ParseRaiseError() {
+    RaiseError raise;
+    ExpectSymbol("(");
+    do {
+        raise.arguments.push_back(ParseValue());
+    } while (AcceptSymbol(","));
+    ExpectSymbol(")");
+    if (Accept("with")) {
+        do {
+            TakeName(); // NOWAIT and LOG say nothing here
+        } while (AcceptSymbol(","));
+    }
+    if (raise.arguments.size() < 3) {
+        FailHere();
+    }
+    return raise;
+}
+
+Throw Parser::ParseThrow() {
+    Throw thrown;
+    if (AtStatementEnd()) {
+        return thrown;
+    }
+    thrown.arguments.push_back(ParseValue());
+    ExpectSymbol(",");
+    thrown.arguments.push_back(ParseValue());
+    ExpectSymbol(",");
+    thrown.arguments.push_back(ParseValue());
+    return thrown;
+}
+
+Insert Parser::ParseInsert() {
+    Insert insert;
+    Accept("into");
+    insert.table = TakeObjectName();
+    if (AtSymbol("(") && !Peek().Is("select")) {
+        Advance();
+        do {
+            // A column may carry the names of its table.
+            insert.columns.push_back(TakeObjectName().Last());
+        } while (AcceptSymbol(","));
+        ExpectSymbol(")");
+    }
+    if (Accept("default")) {
+        Expect("values");
+        insert.defaultValues = true;
+    } else if (Accept("values")) {
+        do {
+            ExpectSymbol("(");
+            std::vector<ExpressionPtr>& row = insert.rows.emplace_back();
+            do {
+                if (Accept("default")) {
+                    row.push_back(Make(Node::default_));
+                } else {
+                    row.push_back(ParseValue());
+                }
+            } while (AcceptSymbol(","));
+            ExpectSymbol(")");
+        } while (AcceptSymbol(","));
+    } else if (At("select") || AtSymbol("(")) {
+        insert.select = ParseSelect();
+    } else {
+        FailHere();
+    }
+    return insert;
+}
+
+Update Parser::ParseUpdate() {
+    Update update;
+    update.target = TakeObjectName();
+    SkipTableHints();
+    Expect("set");
+    do {
+        Assignment assignment;
+        assignment.column = TakeObjectName().Last();
+        if (AtSymbol("=") && Peek().Is("default")) {
+            Advance();
+            Advance();
+            assignment.value = Make(Node::default_);
+        } else {
+            ExpressionPtr column = Make(Node::column);
+            column->name.parts = {update.target.Last(), assignment.column};
+            assignment.value = ParseAssigned(std::move(column));
+        }
+        update.assignments.push_back(std::move(assignment));
+    } while (AcceptSymbol(","));
+    if (Accept("from")) {
+        update.from = ParseFrom();
+    }
+    if (Accept("where")) {
+        update.where = ParseCondition();
+    }
+    return update;
+}
+
+Delete Parser::ParseDelete() {
+    Delete del;
+    if (options_.deleteStar && AtSymbol("*") && Peek().Is("from")) {
+        // Some databases take the star, and callers send it to all of them.
+        Advance();
+    }
+    Accept("from");
+    del.target = TakeObjectName();
+    SkipTableHints();
+    if (Accept("from")) {
+        del.from = ParseFrom();
+    }
+    if (Accept("where")) {
+        del.where = ParseCondition();
+    }
+    return del;
+}
+
+Transaction Parser::ParseTransaction(TransactionVerb verb) {
+    Transaction transaction;
+    transaction.verb = verb;
+    if (Accept("tran") || Accept("transaction")) {
+        if (verb == TransactionVerb::save || AtNameToken()) {
+            transaction.name = TakeName();
+        }
+    } else if (verb == TransactionVerb::save) {
+        FailHere();
+    } else if (verb != TransactionVerb::begin) {
+        Accept("work");
+    }
+    return transaction;
+}
+
+Statement Parser::ParseSet() {
+    if (options_.script && AtVariable()) {
+        return {ParseSetVariable()};
+    }
+    static constexpr std::array<std::pair<std::string_view, Option>, 8> known{{
+        {"nocount", Option::noCount},
+        {"xact_abort", Option::xactAbort},
+        {"ansi_nulls", Option::other},
+        {"ansi_padding", Option::other},
+        {"ansi_warnings", Option::other},
+        {"quoted_identifier", Option::other},
+        {"arithabort", Option::other},
+        {"concat_null_yields_null", Option::other},
+    }};
+    SetOption option;
+    if (Accept("identity_insert")) {
+        option.option = Option::identityInsert;
+        option.table = TakeObjectName();
+    } else {
+        const auto* const found =
+            std::find_if(known.begin(), known.end(), [this](const auto& each) { return At(each.first); });
+        if (found == known.end()) {
+            FailHere();
+        }
+        option.option = found->second;
+        Advance();
+    }
+    option.on = At("on");
+    if (!Accept("on")) {
+        Expect("off");
+    }
+    return {std::move(option)};
+}
+
+} // namespace refhost::sql
