@@ -1,8 +1,8 @@
 #include "tests/support/TdsServer.h"
 
-#include "ModPub/Utf16.h"
 #include "refhost/OpenDatabase.h"
 #include "tests/support/TdsTokens.h"
+#include "text/Utf16.h"
 
 #include <algorithm>
 #include <array>
@@ -102,7 +102,7 @@ std::string TextOf(std::string_view bytes) {
         units.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[index]) |
                                               static_cast<unsigned char>(bytes[index + 1]) << 8));
     }
-    return ModPub::FromUtf16(std::u16string_view(units));
+    return text::FromUtf16(std::u16string_view(units));
 }
 
 /// Whether SQL Server rolls the whole transaction back after this error: those of conversion, and a deadlock's victim.

@@ -1,7 +1,7 @@
 #include "tests/support/TdsTokens.h"
 
 #include "ModPub/Conversions.h"
-#include "ModPub/Utf16.h"
+#include "text/Utf16.h"
 
 #include <algorithm>
 #include <array>
@@ -18,7 +18,7 @@ namespace {
 using host::FieldType;
 
 std::string Utf16(std::string_view text) {
-    const auto units = ModPub::ToUtf16<char16_t>(text);
+    const auto units = ::text::ToUtf16<char16_t>(text);
     std::string bytes;
     for (const char16_t unit : units) {
         AppendLittle(bytes, unit, 2);

@@ -135,12 +135,13 @@ private:
         try {
             Parser parser(text, {});
             const std::optional<Statement> statement = parser.ParseBatch();
-            if (!statement || !statement->createView) {
+            const CreateView* const create = statement ? statement->As<CreateView>() : nullptr;
+            if (create == nullptr) {
                 FailOwn(unspecified, "The text of view '{}' is none of a view.", name);
             }
             const SessionState session;
             Definer definer(db_, catalog_, session, parser.Literals());
-            definer.Replace(*statement->createView);
+            definer.Replace(*create);
         } catch (const host::Error&) {
             Run(db_, "ROLLBACK TO rebuilt_view");
         }
