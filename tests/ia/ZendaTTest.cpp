@@ -204,13 +204,14 @@ TEST_F(ZendaT, UpdateTakesThePriceOfTheFreeItemsElseTheItems) {
     StageRow("B", "390", "进口");
     StageRow("B", "390", "无");
     StageRow("C", "1");
+    // In the collation's order: guó, jìn, wú.
     EXPECT_THAT(Updated(byItem),
                 ElementsAre(HasSubstr(R"("cFree1":"国产","cValueStyle":"计划价法","iQuantity":10.000000,)"
                                       R"("iMoney":3800.0000,"iCJVBCost":380.0000000000)"),
-                            HasSubstr(R"("cFree1":"无","cValueStyle":"计划价法","iQuantity":0.000000,)"
-                                      R"("iMoney":0.0000,"iCJVBCost":400.0000000000)"),
                             HasSubstr(R"("cFree1":"进口","cValueStyle":"计划价法","iQuantity":3.000000,)"
                                       R"("iMoney":1200.0000,"iCJVBCost":400.0000000000)"),
+                            HasSubstr(R"("cFree1":"无","cValueStyle":"计划价法","iQuantity":0.000000,)"
+                                      R"("iMoney":0.0000,"iCJVBCost":400.0000000000)"),
                             HasSubstr(R"("cInvCode":"C","cFree1":"","cValueStyle":"计划价法","iQuantity":0.000000,)"
                                       R"("iMoney":0.0000,"iCJVBCost":0.0000000000)")));
 }
