@@ -32,7 +32,10 @@ std::string ProjectFailure(ModPub::ImportState& state, const OpeningRow& row) {
         return "项目大类不合法。";
     }
     SetChildText(row.element, "cItemCName", ModPub::ToText((*projectClass)[1]));
-    const auto project = ModPub::FirstRow<2>(state, ProjectStatement(ModPub::ToText((*projectClass)[2]), cItemCode));
+    // Without a table's name the query has none either and fails.
+    const host::Value& ctable = (*projectClass)[2];
+    const std::string table = ctable.IsNull() ? std::string() : ModPub::ToText(ctable);
+    const auto project = ModPub::FirstRow<2>(state, ProjectStatement(table, cItemCode));
     if (!project) {
         return "项目不合法。";
     }

@@ -2,7 +2,8 @@
 
 namespace kovra {
 
-ClsPriceJustVou::ClsPriceJustVou(host::Environment& environment) : state_(environment) {
+ClsPriceJustVou::ClsPriceJustVou(host::Environment& environment, std::size_t reportBound)
+    : state_(environment), reportBound_(reportBound) {
     companion_ = environment.CreateZendaT();
     voucherRecordset_ = environment.CreateRecordset();
 }

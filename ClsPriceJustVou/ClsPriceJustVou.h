@@ -1,7 +1,9 @@
 #pragma once
 
+#include "ClsPriceJustVou/Report.h"
 #include "ModPub/ImportState.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -18,7 +20,8 @@ class ClsPriceJustVou {
 public:
     /// Creates the companion component and the voucher recordset. Throws what the environment throws, 429 where the
     /// companion cannot be created.
-    explicit ClsPriceJustVou(host::Environment& environment);
+    /// @param reportBound bytes that the report of a request's refused documents may grow to
+    explicit ClsPriceJustVou(host::Environment& environment, std::size_t reportBound = Report::defaultBound);
     ~ClsPriceJustVou();
     ClsPriceJustVou(const ClsPriceJustVou&) = delete;
     ClsPriceJustVou& operator=(const ClsPriceJustVou&) = delete;
@@ -41,7 +44,7 @@ private:
     std::string ImportVouchers(const host::DOMNodeList& documents);
     void CreatePriceWorkTable(std::string_view name);
     void DropWorkTable(std::string_view name);
-    bool ImportPriceVoucher(const host::DOMNode& document, std::string& message);
+    bool ImportPriceVoucher(const host::DOMNode& document, std::string& message, Report& report);
     bool StageRow(const PriceHeader& header, const PriceEntry& entry, std::string& message);
     bool SaveVoucher(const PriceHeader& header, std::string& message);
     bool CheckPriceRow(const PriceHeader& header, const PriceEntry& entry, std::string& message);
@@ -50,6 +53,7 @@ private:
     void OpenDBS(std::string_view sql);
 
     ModPub::ImportState state_;
+    std::size_t reportBound_;
     std::unique_ptr<host::ZendaT> companion_;
     std::unique_ptr<host::Recordset> voucherRecordset_;
     /// Operations of the companion may replace it.

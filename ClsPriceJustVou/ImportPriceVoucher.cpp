@@ -38,7 +38,7 @@ std::string StageStatement(const PriceEntry& entry, std::int16_t priceDecimals) 
 
 } // namespace
 
-bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::string& message) {
+bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::string& message, Report& report) {
     bool imported = false;
     try {
         const PriceHeader header = PriceHeader::Read(document);
@@ -72,7 +72,7 @@ bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::str
     } catch (...) {
         const host::Error error = ModPub::PendingError();
         state_.AddOutcome(std::to_string(error.number()), ModPub::outcome::stopped, error.description());
-        message = state_.resultDocument->Xml();
+        message = report.ErrorMessage(*state_.resultDocument, error.description());
     }
     return imported;
 }

@@ -2,17 +2,10 @@
 #include "ClsPriceJustVou/PriceVoucher.h"
 #include "ModPub/Conversions.h"
 #include "ModPub/ReadAccOption.h"
-#include "ModPub/RuntimeErrors.h"
 #include "ModPub/Trap.h"
-
-#include <cstddef>
 
 namespace kovra {
 namespace {
-
-/// Bytes that the report may grow to. Each document that ends in an error adds the whole result document to it and is
-/// told of with all of it, so both more than double: a short request of some dozen documents would take all memory.
-constexpr std::size_t maxReport = 16'000'000;
 
 /// A number of decimals from the options of system "AA"; 0 where the option is missing.
 std::int16_t ReadDecimals(ModPub::ImportState& state, std::string_view option) {
@@ -39,20 +32,21 @@ std::string ClsPriceJustVou::ImportVouchers(const host::DOMNodeList& documents) 
 
         // Message and report go on from document to document: the outcome of a second refused document repeats what
         // the first one's said, and callers know it so.
-        std::string report;
+        Report report(reportBound_);
         for (const host::DOMNodePtr& document : documents) {
-            if (ImportPriceVoucher(*document, message)) {
+            if (report.isFull()) {
+                message.clear();
+            }
+            std::string_view told;
+            if (ImportPriceVoucher(*document, message, report)) {
                 if (ModPub::Trim(cAccounter_).empty() || PostPriceVoucher(message) || message.empty()) {
                     continue;
                 }
-                report = message;
+                told = report.Replace(message);
             } else {
-                report.append(message).append("\r\n");
-                if (report.size() > maxReport) {
-                    ModPub::RaiseRuntimeError(host::error_number::outOfMemory);
-                }
+                told = report.Refuse(message);
             }
-            state_.AddOutcome({}, ModPub::outcome::stopped, report);
+            state_.AddOutcome({}, ModPub::outcome::stopped, told);
         }
         std::string result = state_.resultDocument->Xml();
         connection.CommitTrans();

@@ -1,6 +1,7 @@
 #include "refhost/ia/ZendaT.h"
 
 #include "ModPub/Conversions.h"
+#include "ModPub/ReadAccOption.h"
 #include "refhost/ia/NumberLock.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/SqlText.h"
@@ -62,10 +63,7 @@ host::Value ZendaT::GetMaxID(host::Connection& connection, bool) {
 }
 
 bool ZendaT::OptionIsSet(host::Connection& connection, std::string_view cName) {
-    const host::Value option =
-        QueryValue(environment_, connection,
-                   "SELECT ISNULL(cValue, N'') FROM AccInformation WHERE cSysID = N'IA' AND cName = " + SqlText(cName));
-    return ModPub::Trim(ModPub::ToText(option)) == "1";
+    return ModPub::ReadAccOption(environment_, connection, "IA", cName) == "1";
 }
 
 } // namespace refhost

@@ -1,4 +1,5 @@
 #include "ModPub/Conversions.h"
+#include "ModPub/ReadAccOption.h"
 #include "refhost/ia/QueryValue.h"
 #include "refhost/ia/Stock.h"
 #include "refhost/ia/ZendaT.h"
@@ -64,10 +65,7 @@ void ZendaT::Update(std::string_view workTable, std::string_view resultTable,
                                 ? context->Login().CurrentDate()
                                 : QueryValue(environment_, connection,
                                              "SELECT dCJVDate FROM CostJustVouch WHERE AutoID = " + std::to_string(id));
-    const host::Value valuation = QueryValue(
-        environment_, connection,
-        "SELECT ISNULL(cValue, cDefault) FROM AccInformation WHERE cSysID = N'IA' AND cName = N'cValueStyle'");
-    const bool byItem = !valuation.IsNull() && ModPub::Trim(ModPub::ToText(valuation)) == "按存货核算";
+    const bool byItem = ModPub::ReadAccOption(environment_, connection, "IA", "cValueStyle") == "按存货核算";
 
     connection.Execute(CreateStatement(resultTable));
     connection.Execute(FillStatement(workTable, resultTable, byItem, ModPub::ToDate(day)));

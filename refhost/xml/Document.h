@@ -12,8 +12,8 @@ namespace refhost::xml {
 
 /// A document as MSXML 3 offers it, read by libxml2's parser and held in nodes of our own.
 ///
-/// Differences from MSXML: no text is trimmed, a document type is not kept (its internal entities are expanded), and
-/// what would be read from outside the text makes the load fail.
+/// Differences from MSXML: no text is trimmed, a document type is not kept (its internal entities are expanded and its
+/// defaults added), and a reference to what lies outside the text makes the load fail.
 class Document final : public host::DOMDocument {
 public:
     Document();

@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -16,7 +19,7 @@ namespace refhost::xml {
 namespace {
 
 /// libxml2 compares each attribute of an element with all others, so their number must be bounded.
-constexpr int maxAttributes = 2048;
+constexpr std::size_t maxAttributes = 2048;
 /// Bytes that the different names of a text may take together: libxml2's table of names grows slow beyond.
 constexpr std::size_t maxNames = 1'000'000;
 /// Entities may multiply a text by this much, beyond a first megabyte.
@@ -62,7 +65,15 @@ private:
     static void Stop(void* context, const char* message, ...);
     static int Read(void* context, char* buffer, int length);
 
-    void StartElement(const char* name, const char* const* attributes);
+    /// An attribute that the document type declares, with its default or fixed value.
+    struct DeclaredAttribute {
+        const char* name;
+        std::optional<std::string> value;
+    };
+
+    void Declare(const char* element, const char* attribute, const xmlChar* value);
+    std::vector<const char*> WithDefaults(const char* element, const char* const* attributes) const;
+    void StartElement(const char* name, const char* const* written);
     void EndElement();
     void AddText(std::string_view text);
     void AddNode(Node& node) { tree_->AppendNew(*current_, node); }
@@ -79,6 +90,10 @@ private:
     Element* current_ = &tree_->document();
     std::string text_;
     PrefixScope prefixes_;
+    /// What the document type declares: attributes by their element, and entities that lie outside the text, each
+    /// behind "&" or "%".
+    std::unordered_map<std::string_view, std::vector<DeclaredAttribute>> declared_;
+    std::unordered_set<std::string> outside_;
     /// Elements with `xml:space`, and whether they preserve.
     std::vector<std::pair<const Element*, bool>> spaces_;
     bool failed_ = false;
@@ -100,8 +115,44 @@ void Builder::Spend(std::size_t bytes) {
         budget_ -= bytes;
 }
 
-void Builder::StartElement(const char* name, const char* const* attributes) {
+void Builder::Declare(const char* element, const char* attribute, const xmlChar* value) {
+    std::vector<DeclaredAttribute>& declared = declared_[element];
+    const auto same = [&](const DeclaredAttribute& other) { return other.name == attribute; };
+    // The first declaration counts.
+    if (std::ranges::any_of(declared, same))
+        return;
+    declared.push_back({attribute, value == nullptr ? std::nullopt : std::optional<std::string>(View(value))});
+    if (declared.size() > maxAttributes)
+        Refuse("An element has too many attributes.");
+}
+
+/// Names and values, nullptr behind the last: what the start tag gives, and what the document type adds to it.
+std::vector<const char*> Builder::WithDefaults(const char* element, const char* const* attributes) const {
+    std::vector<const char*> all;
+    for (const char* const* at = attributes; at != nullptr && *at != nullptr; ++at)
+        all.push_back(*at);
+    const std::size_t given = all.size();
+    if (const auto declared = declared_.find(element); declared != declared_.end()) {
+        for (const auto& [name, value] : declared->second) {
+            bool isGiven = false;
+            for (std::size_t at = 0; at < given && !isGiven; at += 2)
+                isGiven = std::strcmp(all[at], name) == 0;
+            if (value && !isGiven)
+                all.insert(all.end(), {name, value->c_str()});
+        }
+    }
+    all.push_back(nullptr);
+    return all;
+}
+
+void Builder::StartElement(const char* name, const char* const* written) {
     FlushText();
+    std::vector<const char*> withDefaults;
+    const char* const* attributes = written;
+    if (!declared_.empty()) {
+        withDefaults = WithDefaults(name, written);
+        attributes = withDefaults.data();
+    }
     if (std::string reason = prefixes_.Enter(name, attributes); !reason.empty()) {
         Refuse(std::move(reason));
         return;
@@ -111,11 +162,13 @@ void Builder::StartElement(const char* name, const char* const* attributes) {
     current_ = &element;
     Spend(1);
     Attribute* last = nullptr;
-    int count = 0;
+    std::size_t count = 0;
     for (const char* const* at = attributes; at != nullptr && *at != nullptr; at += 2) {
         const std::string_view value = at[1];
-        last = &tree_->AddAttribute(element, last, at[0], value);
         Spend(value.size() + 1);
+        if (failed_)
+            return;
+        last = &tree_->AddAttribute(element, last, at[0], value);
         if (std::strcmp(at[0], "xml:space") == 0)
             spaces_.emplace_back(&element, value == "preserve");
         ++count;
@@ -191,37 +244,45 @@ xmlSAXHandler Builder::Handler() {
             builder.AddNode(builder.tree_->NewInstruction(reinterpret_cast<const char*>(target), View(data)));
         });
     };
-    handler.internalSubset = [](void* context, const xmlChar* name, const xmlChar* externalId,
-                                const xmlChar* systemId) {
+    // An external subset is left out; its address is kept nowhere, so that nothing can ask for it.
+    handler.internalSubset = [](void* context, const xmlChar* name, const xmlChar*, const xmlChar*) {
         Report(context, [&](Builder& builder) {
-            if (externalId != nullptr || systemId != nullptr)
-                builder.Refuse("An external document type is not read.");
             // Entities are at hand from here on: libxml2's own bounds shall hold again.
             builder.parser_->options &= ~XML_PARSE_HUGE;
-            xmlSAX2InternalSubset(context, name, externalId, systemId);
+            xmlSAX2InternalSubset(context, name, nullptr, nullptr);
         });
     };
+    // What lies outside is not made known to libxml2: a reference to it is one to an entity that nobody declared.
     handler.entityDecl = [](void* context, const xmlChar* name, int type, const xmlChar* publicId,
                             const xmlChar* systemId, xmlChar* content) {
         Report(context, [&](Builder& builder) {
-            if (type != XML_INTERNAL_GENERAL_ENTITY)
-                builder.Refuse("The entity '" + std::string(View(name)) + "' is external or a parameter entity.");
-            else
+            const bool isParameter = type == XML_INTERNAL_PARAMETER_ENTITY || type == XML_EXTERNAL_PARAMETER_ENTITY;
+            const bool isInternal = type == XML_INTERNAL_PARAMETER_ENTITY || type == XML_INTERNAL_GENERAL_ENTITY;
+            const std::string known = (isParameter ? "%" : "&") + std::string(View(name));
+            // The first declaration of a name counts.
+            if (!isInternal)
+                builder.outside_.insert(known);
+            else if (!builder.outside_.contains(known))
                 xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
         });
     };
     handler.unparsedEntityDecl = [](void* context, const xmlChar* name, const xmlChar*, const xmlChar*,
                                     const xmlChar*) {
-        Report(context,
-               [&](Builder& builder) { builder.Refuse("The entity '" + std::string(View(name)) + "' is external."); });
+        Report(context, [&](Builder& builder) { builder.outside_.insert("&" + std::string(View(name))); });
+    };
+    handler.getParameterEntity = [](void* context, const xmlChar* name) -> xmlEntityPtr {
+        xmlEntity* const entity = xmlSAX2GetParameterEntity(context, name);
+        if (entity != nullptr) {
+            // Each reference puts the content in its place, where it may refer to others.
+            Report(context, [&](Builder& builder) { builder.Spend(static_cast<std::size_t>(entity->length) + 1); });
+        }
+        return Of(context).failed_ ? nullptr : entity;
     };
     handler.attributeDecl = [](void* context, const xmlChar* element, const xmlChar* name, int, int,
                                const xmlChar* value, xmlEnumerationPtr choices) {
         xmlFreeEnumeration(choices);
         Report(context, [&](Builder& builder) {
-            if (value != nullptr)
-                builder.Refuse("The document type gives '" + std::string(View(element)) + "' a default for '" +
-                               std::string(View(name)) + "'.");
+            builder.Declare(reinterpret_cast<const char*>(element), reinterpret_cast<const char*>(name), value);
         });
     };
     handler.error = &Stop;
@@ -233,6 +294,9 @@ xmlSAXHandler Builder::Handler() {
 /// The first error is the last: libxml2 itself would go on to the end of the text, though each further error in a
 /// comment costs it a copy of the comment so far. What it has read ahead becomes NULs, which end every text for it.
 void Builder::Stop(void* context, const char*, ...) {
+    // An address that nothing will ask for may be written as it likes.
+    if (static_cast<xmlParserCtxt*>(context)->lastError.code == XML_ERR_INVALID_URI)
+        return;
     Of(context).illFormed_ = true;
     const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
     // Only the buffer that `Read` filled; the content of an entity is not ours to write.
@@ -242,7 +306,7 @@ void Builder::Stop(void* context, const char*, ...) {
 
 int Builder::Read(void* context, char* buffer, int length) {
     auto& builder = *static_cast<Builder*>(context);
-    if (builder.parser_ != nullptr && builder.parser_->maxatts > 4 * maxAttributes) {
+    if (builder.parser_ != nullptr && builder.parser_->maxatts > static_cast<int>(4 * maxAttributes)) {
         // The start tag being read is far beyond the bound already; its attributes are not to be compared any more.
         builder.Refuse("An element has too many attributes.");
         return -1;

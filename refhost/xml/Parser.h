@@ -19,9 +19,9 @@ struct ParseResult {
 /// Reads a document strictly: what is not well-formed is refused, never mended.
 ///
 /// Texts of white space alone are dropped outside `xml:space="preserve"`. Nothing outside the text is ever read: an
-/// external subset and external entities are refused where they are declared. Internal entities expand within
-/// libxml2's bounds; parameter entities and attribute defaults are refused, and the document type itself is not kept.
-/// An element has at most 2,048 attributes.
+/// external subset is left out, and a reference to an external entity is refused. Internal entities, parameter entities
+/// and the defaults of attributes may multiply the text tenfold beyond a first megabyte. The document type itself is
+/// not kept. An element has at most 2,048 attributes.
 ParseResult Parse(std::string_view xml);
 
 } // namespace refhost::xml

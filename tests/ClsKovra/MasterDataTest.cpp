@@ -237,6 +237,14 @@ TEST_F(ProjectTest, RefusesWithoutAMessageWhenANameIsNull) {
                   After({lookup::ProjectClass("97"), lookup::Project("fitemss97", "RD01")}));
 }
 
+TEST_F(ProjectTest, AsksATableWithoutANameWhenItIsNull) {
+    account.Run("UPDATE fitem SET ctable = NULL WHERE citem_class = '97'");
+    std::string failed = Opened("Select cItemCode,cItemName from  Where cItemCode ='RD01' ");
+    failed.insert(failed.size() - 1, R"(,"error":-2147217900)");
+    ExpectRefused(Row("<cItem_class>97</cItem_class><cItemCode>RD01</cItemCode><cItemCName/><cName/>"), "",
+                  After({lookup::ProjectClass("97"), failed}));
+}
+
 TEST_F(MasterDataTest, GivesTheFirstOfTwoFailures) {
     struct Case {
         std::string setup;

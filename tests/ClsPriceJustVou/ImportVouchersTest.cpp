@@ -209,24 +209,52 @@ TEST(ImportVouchers, ReportGrowsFromRefusalToRefusal) {
                                       Outcome{"", "999", first + "单据P1导入失败：数字不正确或小于零！\r\n"}));
 }
 
-TEST(ImportVouchers, ReportBeyondItsBoundRollsBack) {
-    PriceAccount account;
-    // The report doubles with every document that has no header.
+/// A request of one good document between this many that have no header, which ends them in error 91.
+std::string GoodOneAmong(int before, int behind) {
     std::string request = Request({{.ID = "P1", .entries = OneRow()}});
-    for (int document = 0; document < 1000; ++document) {
+    for (int document = 0; document < before; ++document) {
+        request.insert(request.find("<voucher>"), "<voucher/>");
+    }
+    for (int document = 0; document < behind; ++document) {
         request.insert(request.rfind("</"), "<voucher/>");
     }
-    const std::string result = account.Import(request);
-    EXPECT_LT(result.size(), 100'000'000U);
-    const std::vector<Outcome> outcomes = Outcomes(result);
-    ASSERT_GT(outcomes.size(), 10U);
-    EXPECT_EQ(outcomes.front(), saved);
-    EXPECT_EQ(outcomes.back(), (Outcome{unexpected, "999", "内存溢出"}));
-    // The error of the document that was too much is the last of the ordinary ones.
-    EXPECT_EQ(outcomes[outcomes.size() - 2].key, "91");
-    EXPECT_EQ(account.log().back(), "RollbackTrans");
-    EXPECT_THAT(account.Rows("SELECT ID FROM CostJustVouch"), IsEmpty());
-    EXPECT_THAT(account.WorkTables(), IsEmpty());
+    return request;
+}
+
+const Outcome noHeader{"91", "999", "对象变量或 With 块变量未设置"};
+const Outcome noHeaderAlone{"", "999", "对象变量或 With 块变量未设置"};
+
+TEST(ImportVouchers, ReportAtItsBoundGrowsNoMoreAndKeepsWhatIsSaved) {
+    PriceAccount account;
+    // The first report: the result document, which holds the error alone, and the end of a line.
+    const std::string first = "<qxinterface docid=\"J1\" proc=\"ADD\"><item key=\"91\" code=\"999\" "
+                              "dsc=\"对象变量或 With 块变量未设置\"/></qxinterface>\r\n";
+    EXPECT_THAT(
+        Outcomes(account.Import(GoodOneAmong(2, 1), first.size())),
+        ElementsAre(noHeader, Outcome{"", "999", first}, noHeader, noHeaderAlone, saved, noHeader, noHeaderAlone));
+    EXPECT_EQ(account.log().back(), "CommitTrans");
+    EXPECT_THAT(account.Rows("SELECT cCode FROM CostJustVouch"), ElementsAre(R"({"cCode":"2023010001"})"));
+    // One byte less, and it takes none.
+    EXPECT_THAT(Outcomes(account.Import(GoodOneAmong(1, 0), first.size() - 1)),
+                ElementsAre(noHeader, noHeaderAlone, saved));
+}
+
+TEST(ImportVouchers, RefusalBehindTheBoundCarriesItsOwnMessageAlone) {
+    PriceAccount account;
+    std::string request = Request({{.ID = "P1", .entries = Entry("1004", "-1") + Entry("1007", "x")}});
+    request.insert(request.find("<voucher>"), "<voucher/>");
+    EXPECT_THAT(Outcomes(account.Import(request, 100)),
+                ElementsAre(noHeader, noHeaderAlone, Outcome{"", "999", "单据P1导入失败：数字不正确或小于零！"}));
+}
+
+TEST(ImportVouchers, ThirtyErringDocumentsAroundAGoodOneKeepIt) {
+    PriceAccount account;
+    const std::vector<Outcome> outcomes = Outcomes(account.Import(GoodOneAmong(15, 15), 1'000'000));
+    ASSERT_EQ(outcomes.size(), 61U);
+    EXPECT_EQ(outcomes[30], saved);
+    EXPECT_EQ(outcomes.back(), noHeaderAlone);
+    EXPECT_EQ(account.log().back(), "CommitTrans");
+    EXPECT_THAT(account.Rows("SELECT cCode FROM CostJustVouch"), ElementsAre(R"({"cCode":"2023010001"})"));
 }
 
 TEST(ImportVouchers, ErrorInTheWorkTableRollsBack) {

@@ -131,10 +131,10 @@ std::string PriceAccount::LoginXml() const {
            login.CurDate + "\" cUserName=\"" + login.cUserName + "\" iMonth=\"" + login.iMonth + "\"/>";
 }
 
-std::string PriceAccount::Import(const std::string& request) {
+std::string PriceAccount::Import(const std::string& request, std::size_t reportBound) {
     FaultyEnvironment environment(LoggedFaults());
     refhost::Login hostLogin(LoginXml(), environment);
-    kovra::ClsPriceJustVou instance(environment);
+    kovra::ClsPriceJustVou instance(environment, reportBound);
     return instance.Transact(request, &hostLogin);
 }
 

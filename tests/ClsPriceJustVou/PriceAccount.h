@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ClsPriceJustVou/Report.h"
 #include "tests/support/FaultyEnvironment.h"
 #include "tests/support/TestAccount.h"
 
@@ -67,7 +68,7 @@ public:
 
     std::string LoginXml() const;
     /// Imports one request through a new instance; the log then holds what the class asked for.
-    std::string Import(const std::string& request);
+    std::string Import(const std::string& request, std::size_t reportBound = kovra::Report::defaultBound);
     /// What the class itself asked of the database, in order: "BeginTrans", …, and statements by their labels.
     const std::vector<std::string>& log() const { return log_; }
     /// The statements as they were sent.

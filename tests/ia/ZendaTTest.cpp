@@ -194,6 +194,16 @@ TEST_F(ZendaT, UpdateByWarehouseGivesARowForEachPlannedOrRetailPriceWarehouse) {
                     R"("iAdjustMoney":-8.0000})"));
 }
 
+TEST_F(ZendaT, UpdateReadsTheValuationAsTheClassesDo) {
+    StageRow("A", "24");
+    // A value counts without blanks around it, a default as it stands.
+    EXPECT_EQ(Updated(" " + std::string(byItem) + " ").size(), 1U);
+    account_.Run("UPDATE AccInformation SET cValue = NULL, cDefault = N' 按存货核算' WHERE cName = N'cValueStyle'\nGO\n"
+                 "DROP TABLE W_Result");
+    component_.Update("W", "W_Result", context_, *connection_, "-1", false);
+    EXPECT_EQ(account_.Rows("SELECT cInvCode FROM W_Result").size(), 2U);
+}
+
 TEST_F(ZendaT, UpdateByDepartmentGivesTheSameRows) {
     StageRow("A", "24");
     EXPECT_EQ(Updated("按部门核算").size(), 2U);

@@ -1,0 +1,70 @@
+// What a document type adds to a document, and what it may hold.
+#include "refhost/xml/Document.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using refhost::xml::Document;
+
+/// The document as it is written; empty when it is refused.
+std::string Read(const std::string& xml) {
+    Document document;
+    return document.LoadXML(xml) ? document.Xml() : std::string();
+}
+
+TEST(DocumentType, DefaultAndFixedValuesAreAddedBehindWhatIsWritten) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ATTLIST a b CDATA \"1\" c CDATA #FIXED \"&lt;2\" d CDATA #IMPLIED>]><a e='3'/>"),
+              "<a e=\"3\" b=\"1\" c=\"&lt;2\"/>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ATTLIST a b (x|y) 'y'>]><a b='x'><a/></a>"), "<a b=\"x\"><a b=\"y\"/></a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ATTLIST b c CDATA '1'>]><a/>"), "<a/>") << "of another element";
+}
+
+TEST(DocumentType, FirstDeclarationOfAnAttributeCounts) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ATTLIST a b CDATA '1'><!ATTLIST a b CDATA '2' c CDATA '3'>]><a/>"),
+              "<a b=\"1\" c=\"3\"/>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ATTLIST a b CDATA #IMPLIED><!ATTLIST a b CDATA '2'>]><a/>"), "<a/>");
+}
+
+TEST(DocumentType, DefaultsDeclareNamespacesAndKeepBlanks) {
+    EXPECT_EQ(Read("<!DOCTYPE x:a [<!ATTLIST x:a xmlns:x CDATA #FIXED 'u'>]><x:a/>"), "<x:a xmlns:x=\"u\"/>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ATTLIST a xml:space (default|preserve) 'preserve'>]><a> <b/></a>"),
+              "<a xml:space=\"preserve\"> <b/></a>");
+}
+
+TEST(DocumentType, InternalParameterEntitiesHoldDeclarations) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p \"<!ENTITY e 'v'><!ATTLIST a b CDATA '1'>\"> %p; ]><a>&e;</a>"),
+              "<a b=\"1\">v</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p 'never used'>]><a/>"), "<a/>");
+}
+
+TEST(DocumentType, NotationsAndElementsMayBeDeclared) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!NOTATION n PUBLIC 'p'><!NOTATION m SYSTEM 's'><!ELEMENT a ANY>]><a/>"), "<a/>");
+}
+
+TEST(DocumentType, ExternalEntitiesThatNothingRefersToMayBeDeclared) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY e SYSTEM '数据.xml'><!ENTITY % f SYSTEM 'f.ent'>]><a>1</a>"), "<a>1</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY e SYSTEM 'e.xml'><!ENTITY e 'v'>]><a>&e;</a>"), "")
+        << "the first declaration counts";
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY e 'v'><!ENTITY e SYSTEM 'e.xml'>]><a>&e;</a>"), "<a>v</a>");
+}
+
+TEST(DocumentType, ExternalSubsetIsLeftOut) {
+    EXPECT_EQ(Read("<!DOCTYPE a SYSTEM \"a.dtd\"><a>1</a>"), "<a>1</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a PUBLIC \"p\" \"a.dtd\" [<!ENTITY e 'v'>]><a>&e;</a>"), "<a>v</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a SYSTEM \"a.dtd\"><a>&e;</a>"), "") << "which may have declared it";
+}
+
+TEST(DocumentType, WhatIsIllFormedStaysRefused) {
+    for (const char* xml :
+         {"<!DOCTYPE a [%p;]><a/>", "<!DOCTYPE a [<!ENTITY % p \"<!ENTITY\"> %p;]><a/>", "<!DOCTYPE a SYSTEM><a/>",
+          "<!DOCTYPE a [<!ATTLIST a b CDATA '<'>]><a/>", "<!DOCTYPE a [<!ATTLIST a b CDATA>]><a/>",
+          "<!DOCTYPE a [<!NOTATION n>]><a/>", "<!DOCTYPE a [<!ENTITY e SYSTEM 'u' NDATA>]><a/>",
+          "<!DOCTYPE a [<!ATTLIST a b CDATA '&e;'>]><a/>", "<!DOCTYPE a [<!ENTITY % p 'x'>]><a>%p;</a><b/>"}) {
+        EXPECT_EQ(Read(xml), "") << xml;
+    }
+}
+
+} // namespace
