@@ -13,12 +13,11 @@ template <class Signature> class FunctionRef;
 template <class Result, class... Arguments> class FunctionRef<Result(Arguments...)> {
 public:
     template <class Callable>
-    requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef> &&
-             std::is_invocable_r_v<Result, Callable&, Arguments...>) FunctionRef(Callable&& callable)
+    requires(!std::is_same_v<Callable, FunctionRef> && std::is_invocable_r_v<Result, const Callable&, Arguments...>)
+        FunctionRef(const Callable& callable)
     noexcept
         : callable_(std::addressof(callable)), call_([](const void* object, Arguments... arguments) -> Result {
-              return (*static_cast<const std::remove_reference_t<Callable>*>(object))(
-                  std::forward<Arguments>(arguments)...);
+              return (*static_cast<const Callable*>(object))(std::forward<Arguments>(arguments)...);
           }) {}
 
     Result operator()(Arguments... arguments) const { return call_(callable_, std::forward<Arguments>(arguments)...); }
