@@ -3,8 +3,8 @@
 
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "refhost/sql/types/Errors.h"
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/Program.h"
 
 #include <csignal>
 #include <cstdio>

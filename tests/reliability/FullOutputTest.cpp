@@ -1,7 +1,7 @@
 // The program's own output where there is no room for it.
 
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/Program.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 
 #include "refhost/xml/FileText.h"
 #include "tests/reliability/HostileTexts.h"
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/Program.h"
 #include "text/Utf8.h"
 
 #include <array>

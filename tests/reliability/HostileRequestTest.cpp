@@ -3,8 +3,8 @@
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
 #include "tests/reliability/HostileTexts.h"
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/Program.h"
 
 #include <cstdio>
 

@@ -2,9 +2,9 @@
 
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
 #include "tests/support/FaultyEnvironment.h"
+#include "tests/support/Program.h"
 
 #include <atomic>
 #include <chrono>

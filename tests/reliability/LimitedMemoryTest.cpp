@@ -1,8 +1,8 @@
 // Imports that find no more memory.
 
 #include "tests/reliability/HostileTexts.h"
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/Program.h"
 
 #include <cstdio>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // Accounts that may be read only.
 
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/Program.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,7 +1,7 @@
 // Several processes that import into one account at once.
 
-#include "tests/support/Program.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/Program.h"
 
 #include <algorithm>
 #include <cstdio>
