@@ -104,35 +104,36 @@ struct Expected {
 
 /// By hand, from the numbers that VBScript documents for its own errors.
 constexpr Expected expected[] = {
-    {0x80004001, 445},         // E_NOTIMPL
-    {0x80004002, 430},         // E_NOINTERFACE
-    {0x80070005, 70},          // E_ACCESSDENIED
-    {0x8007000E, 7},           // E_OUTOFMEMORY
-    {0x80070057, 5},           // E_INVALIDARG
-    {0x80020003, 438},         // DISP_E_MEMBERNOTFOUND
-    {0x80020004, 448},         // DISP_E_PARAMNOTFOUND
-    {0x80020005, 13},          // DISP_E_TYPEMISMATCH
-    {0x80020006, 438},         // DISP_E_UNKNOWNNAME
-    {0x80020007, 446},         // DISP_E_NONAMEDARGS
-    {0x80020008, 458},         // DISP_E_BADVARTYPE
-    {0x8002000A, 6},           // DISP_E_OVERFLOW
-    {0x8002000B, 9},           // DISP_E_BADINDEX
-    {0x8002000C, 447},         // DISP_E_UNKNOWNLCID
-    {0x8002000D, 10},          // DISP_E_ARRAYISLOCKED
-    {0x8002000E, 450},         // DISP_E_BADPARAMCOUNT
-    {0x8002000F, 449},         // DISP_E_PARAMNOTOPTIONAL
-    {0x80020011, 451},         // DISP_E_NOTACOLLECTION
-    {0x80020012, 11},          // DISP_E_DIVBYZERO
-    {0x800706BA, 462},         // RPC server unavailable
-    {0x80040154, 429},         // REGDB_E_CLASSNOTREG
-    {0x800401F3, 429},         // CO_E_CLASSSTRING
-    {0x80040111, 429},         // CLASS_E_CLASSNOTAVAILABLE
-    {0x800401F8, 429},         // CO_E_DLLNOTFOUND
-    {0x80004005, -2147467259}, // E_FAIL
-    {0x8000FFFF, -2147418113}, // E_UNEXPECTED
-    {0x80004003, -2147467261}, // E_POINTER
-    {0x80040E14, -2147217900}, // DB_E_ERRORSINCOMMAND
-    {0x800A0E79, 3705},        // ADO's
+    {0x80004001, 445},                               // E_NOTIMPL
+    {0x80004002, 430},                               // E_NOINTERFACE
+    {0x80070005, 70},                                // E_ACCESSDENIED
+    {0x8007000E, 7},                                 // E_OUTOFMEMORY
+    {0x80070057, 5},                                 // E_INVALIDARG
+    {0x80020003, 438},                               // DISP_E_MEMBERNOTFOUND
+    {0x80020004, 448},                               // DISP_E_PARAMNOTFOUND
+    {0x80020005, 13},                                // DISP_E_TYPEMISMATCH
+    {0x80020006, 438},                               // DISP_E_UNKNOWNNAME
+    {0x80020007, 446},                               // DISP_E_NONAMEDARGS
+    {0x80020008, 458},                               // DISP_E_BADVARTYPE
+    {0x8002000A, 6},                                 // DISP_E_OVERFLOW
+    {0x8002000B, 9},                                 // DISP_E_BADINDEX
+    {0x8002000C, 447},                               // DISP_E_UNKNOWNLCID
+    {0x8002000D, 10},                                // DISP_E_ARRAYISLOCKED
+    {0x8002000E, 450},                               // DISP_E_BADPARAMCOUNT
+    {0x8002000F, 449},                               // DISP_E_PARAMNOTOPTIONAL
+    {0x80020011, 451},                               // DISP_E_NOTACOLLECTION
+    {0x80020012, 11, "Wine's engine leaves it out"}, // DISP_E_DIVBYZERO
+    {0x800706BA, 462},                               // RPC server unavailable
+    {0x80040154, 429},                               // REGDB_E_CLASSNOTREG
+    {0x800401F3, 429},                               // CO_E_CLASSSTRING
+    // A component that cannot be made is 429 here, whatever kept it.
+    {0x80040111, 429, "Wine's engine leaves it out"}, // CLASS_E_CLASSNOTAVAILABLE
+    {0x800401F8, 429, "scripts show it as it is"},    // CO_E_DLLNOTFOUND
+    {0x80004005, -2147467259},                        // E_FAIL
+    {0x8000FFFF, -2147418113},                        // E_UNEXPECTED
+    {0x80004003, -2147467261},                        // E_POINTER
+    {0x80040E14, -2147217900},                        // DB_E_ERRORSINCOMMAND
+    {0x800A0E79, 3705},                               // ADO's
 };
 
 using ErrorNumbers = test::HostedTest;

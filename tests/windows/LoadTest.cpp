@@ -137,6 +137,9 @@ TEST_F(Load, MeasuringSeesWhatIsHeld) {
     CloseHandle(event);
     EXPECT_GT(after.memory - before.memory, freeMemory);
     EXPECT_EQ(after.handles, before.handles + 1);
+    const std::int64_t used = UsedBytes();
+    const auto piece = std::make_unique<char[]>(48);
+    EXPECT_GE(UsedBytes() - used, 48);
 }
 
 TEST_F(Load, ManyCallsLeaveNothingBehind) {

@@ -2,6 +2,7 @@
 #include "server/com/DispatchObject.h"
 #include "server/com/Utf16.h"
 #include "server/com/VariantHolder.h"
+#include "tests/windows/OnWine.h"
 #include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ServerFixture.h"
 
@@ -325,6 +326,12 @@ TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
 
 // The system's surrogate, a process of its own, serves a client whose size the library is not of.
 TEST_F(RegistrationTest, SurrogateRunsTheClasses) {
+    if (test::OnWine()) {
+        // Wine's own surrogate, which the empty name stands for, is that of 32 bits.
+        wchar_t folder[MAX_PATH];
+        GetSystemDirectoryW(folder, MAX_PATH);
+        Write(applicationPath, L"DllSurrogate", std::wstring(folder) + L"\\dllhost.exe");
+    }
     CLSID classId{};
     ASSERT_EQ(CLSIDFromProgID(L"Kovra.ClsInvSubject", &classId), S_OK);
     server::ComPtr<IDispatch> object;
