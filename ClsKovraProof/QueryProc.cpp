@@ -68,7 +68,7 @@ bool ClsKovraProof::QueryProc(ConditionList eleList, std::string& sRetXml) {
     OpenRecords(*head, headQuery, connection);
     while (!head->AtEOF()) {
         const host::DOMNodePtr element =
-            envelope->CreateElement(environment.GetEaiHelper().GetAttr(root.get(), "roottag"));
+            envelope->CreateElement(environment.GetEaiHelper().GetAttr(envelope->DocumentElement().get(), "roottag"));
         if (!converter_) {
             converter_ = environment.CreateEaiXmlConverter();
         }

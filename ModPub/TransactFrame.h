@@ -78,7 +78,12 @@ std::string RunTransact(ImportState& state, const MakeVariation& makeVariation, 
                         host::HostLogin* login) noexcept {
     try {
         const TransactInProgress inProgress(state);
-        return RunSteps(state, makeVariation(), sXml, login);
+        // The error result too is the helper's, which may call again.
+        try {
+            return RunSteps(state, makeVariation(), sXml, login);
+        } catch (...) {
+            return ErrorResult(state.environment);
+        }
     } catch (...) {
         return ErrorResult(state.environment);
     }

@@ -11,23 +11,35 @@ if(NOT MSVC)
 endif()
 
 set(KOVRA_IDL_DIR ${PROJECT_BINARY_DIR}/idl)
-set(KOVRA_TYPE_LIBRARY ${KOVRA_IDL_DIR}/Kovra.tlb)
 file(MAKE_DIRECTORY ${KOVRA_IDL_DIR})
-if(MSVC)
-  add_custom_command(
-    OUTPUT ${KOVRA_IDL_DIR}/Kovra.h ${KOVRA_IDL_DIR}/Kovra_i.c ${KOVRA_TYPE_LIBRARY}
-    COMMAND midl /nologo /out ${KOVRA_IDL_DIR} /h Kovra.h /iid Kovra_i.c /tlb Kovra.tlb ${PROJECT_SOURCE_DIR}/server/Kovra.idl
-    DEPENDS ${PROJECT_SOURCE_DIR}/server/Kovra.idl VERBATIM)
-else()
-  add_custom_command(
-    OUTPUT ${KOVRA_IDL_DIR}/Kovra.h ${KOVRA_IDL_DIR}/Kovra_i.c ${KOVRA_TYPE_LIBRARY}
-    COMMAND ${KOVRA_WIDL_COMMAND} -h -o ${KOVRA_IDL_DIR}/Kovra.h ${PROJECT_SOURCE_DIR}/server/Kovra.idl
-    COMMAND ${KOVRA_WIDL_COMMAND} -u -o ${KOVRA_IDL_DIR}/Kovra_i.c ${PROJECT_SOURCE_DIR}/server/Kovra.idl
-    COMMAND ${KOVRA_WIDL_COMMAND} -t -o ${KOVRA_TYPE_LIBRARY} ${PROJECT_SOURCE_DIR}/server/Kovra.idl
-    DEPENDS ${PROJECT_SOURCE_DIR}/server/Kovra.idl VERBATIM)
-endif()
-add_library(kovra_idl STATIC ${KOVRA_IDL_DIR}/Kovra_i.c ${KOVRA_IDL_DIR}/Kovra.h)
-target_include_directories(kovra_idl SYSTEM INTERFACE ${KOVRA_IDL_DIR})
+
+# kovra_interfaces(TARGET LIBRARY IDL DESCRIPTION): TARGET gives the header LIBRARY.h and the identifiers of the
+# interfaces; the resource script LIBRARY.rc holds the type library and the version.
+function(kovra_interfaces target library idl description)
+  set(header ${KOVRA_IDL_DIR}/${library}.h)
+  set(identifiers ${KOVRA_IDL_DIR}/${library}_i.c)
+  set(type_library ${KOVRA_IDL_DIR}/${library}.tlb)
+  if(MSVC)
+    add_custom_command(
+      OUTPUT ${header} ${identifiers} ${type_library}
+      COMMAND midl /nologo /out ${KOVRA_IDL_DIR} /h ${library}.h /iid ${library}_i.c /tlb ${library}.tlb ${idl}
+      DEPENDS ${idl} VERBATIM)
+  else()
+    add_custom_command(
+      OUTPUT ${header} ${identifiers} ${type_library}
+      COMMAND ${KOVRA_WIDL_COMMAND} -h -o ${header} ${idl}
+      COMMAND ${KOVRA_WIDL_COMMAND} -u -o ${identifiers} ${idl}
+      COMMAND ${KOVRA_WIDL_COMMAND} -t -o ${type_library} ${idl}
+      DEPENDS ${idl} VERBATIM)
+  endif()
+  add_library(${target} STATIC ${identifiers} ${header})
+  target_include_directories(${target} SYSTEM INTERFACE ${KOVRA_IDL_DIR})
+  configure_file(server/Library.rc.in ${KOVRA_IDL_DIR}/${library}.rc @ONLY)
+  set_property(SOURCE ${KOVRA_IDL_DIR}/${library}.rc PROPERTY OBJECT_DEPENDS ${type_library})
+endfunction()
+kovra_interfaces(kovra_idl Kovra ${PROJECT_SOURCE_DIR}/server/Kovra.idl "Kovra: inventory accounting imports")
+kovra_interfaces(kovrahost_idl KovraHost ${PROJECT_SOURCE_DIR}/refhost/com/KovraHost.idl
+                 "Kovra: a host without the ERP")
 
 add_library(kovra_windows INTERFACE)
 target_link_libraries(kovra_windows INTERFACE kovra_flags ole32 oleaut32 uuid advapi32 user32)
@@ -43,8 +55,6 @@ kovra_library(server/inproc server-com)
 # The entry points belong into the library that offers the classes.
 set_property(TARGET server-inproc PROPERTY POSITION_INDEPENDENT_CODE ON)
 
-configure_file(server/Kovra.rc.in ${KOVRA_IDL_DIR}/Kovra.rc @ONLY)
-set_source_files_properties(${KOVRA_IDL_DIR}/Kovra.rc PROPERTIES OBJECT_DEPENDS ${KOVRA_TYPE_LIBRARY})
 file(GLOB server_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/server/*.cpp)
 add_library(Kovra SHARED ${server_sources} server/Kovra.def ${KOVRA_IDL_DIR}/Kovra.rc)
 target_link_libraries(Kovra PRIVATE ${KOVRA_CLASSES} server-adapters server-inproc kovra_idl)
@@ -63,8 +73,8 @@ configure_file(server/client.manifest.in ${PROJECT_BINARY_DIR}/client.manifest @
 
 # KovraHost.dll: the reference host's components and login for machines without the ERP.
 file(GLOB host_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/refhost/com/*.cpp)
-add_library(KovraHost SHARED ${host_sources} refhost/com/KovraHost.def)
-target_link_libraries(KovraHost PRIVATE refhost-eai refhost-ia server-adapters server-inproc)
+add_library(KovraHost SHARED ${host_sources} refhost/com/KovraHost.def ${KOVRA_IDL_DIR}/KovraHost.rc)
+target_link_libraries(KovraHost PRIVATE kovrahost_idl refhost-eai refhost-ia server-adapters server-inproc)
 set_target_properties(KovraHost PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 
 if(NOT MSVC)

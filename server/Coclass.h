@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ModPub/ErrorResult.h"
-#include "server/TypeLibrary.h"
 #include "server/adapters/ComEnvironment.h"
 #include "server/adapters/ComLogin.h"
 #include "server/com/BString.h"
@@ -20,53 +19,17 @@ inline std::string TextOf(BSTR text) { return ToUtf8({text ? text : L"", SysStri
 /// A result text as VARIANT of type BSTR.
 inline VariantHolder TextResult(const std::string& text) { return VariantHolder(text); }
 
-/// Runs a member that an early-bound client calls: what it throws becomes the HRESULT with an error information object.
-template <class Action> HRESULT Answer(Action&& action) noexcept {
-    ForgetErrorObject();
-    try {
-        std::forward<Action>(action)();
-        return S_OK;
-    } catch (...) {
-        return SetErrorObject(CurrentError());
-    }
-}
-
 /// One of the six classes as COM object: `Class` is the class, `Interface` its dual interface from the type library.
 template <class Object, class Interface, class Class> class Coclass : public Automation<Object, Interface> {
 public:
     HRESULT STDMETHODCALLTYPE Transact(BSTR sXml, IDispatch** login, VARIANT* result) override {
         if (!result)
-            return E_POINTER;
+            return AnswerNoPlace();
         VariantInit(result);
         return Answer([&] {
             const ComPtr<IDispatch> loginObject(login ? *login : nullptr);
             TextResult(RunTransact([&] { return TextOf(sXml); }, [&] { return loginObject; })).DetachTo(result);
         });
-    }
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count)
-            return E_POINTER;
-        *count = 1;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** information) override {
-        if (!information)
-            return E_POINTER;
-        *information = nullptr;
-        if (index != 0)
-            return DISP_E_BADINDEX;
-        return Answer([&] { *information = LoadTypeInfo(__uuidof(Interface)).Detach(); });
-    }
-
-    /// Knows the names of parameters too, as the type library tells them.
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
-        if (count < 2 || !names || !ids)
-            return Automation<Object, Interface>::GetIDsOfNames(id, names, count, locale, ids);
-        HRESULT found = S_OK;
-        const HRESULT looked =
-            Answer([&] { found = LoadTypeInfo(__uuidof(Interface))->GetIDsOfNames(names, count, ids); });
-        return FAILED(looked) ? looked : found;
     }
 
     /// `Transact` for a late-bound client.

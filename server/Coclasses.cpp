@@ -36,7 +36,7 @@ class OpeningBalances final : public Coclass<OpeningBalances, _ClsKovra, kovra::
 public:
     HRESULT STDMETHODCALLTYPE InvCodeIsTorF(BSTR cCode, BSTR cType, VARIANT_BOOL* result) override {
         if (!result)
-            return E_POINTER;
+            return AnswerNoPlace();
         *result = VARIANT_FALSE;
         return Answer(
             [&] { *result = instance().InvCodeIsTorF(TextOf(cCode), TextOf(cType)) ? VARIANT_TRUE : VARIANT_FALSE; });
@@ -56,20 +56,20 @@ class Proof final : public Coclass<Proof, _ClsKovraProof, kovra::ClsKovraProof> 
 public:
     HRESULT STDMETHODCALLTYPE GetRetString(IDispatch** Dom, BSTR* result) override {
         if (!result)
-            return E_POINTER;
+            return AnswerNoPlace();
         *result = nullptr;
         return Answer([&] { *result = BString(ToUtf16(RetString(ComPtr(Dom ? *Dom : nullptr)))).Detach(); });
     }
 
     HRESULT STDMETHODCALLTYPE VerifyDomH(IDispatch**, IDispatch**, VARIANT* result) override {
         if (!result)
-            return E_POINTER;
+            return AnswerNoPlace();
         return Answer([&] { VerificationResult().DetachTo(result); });
     }
 
     HRESULT STDMETHODCALLTYPE QueryProc(IDispatch** eleList, BSTR* sRetXml, VARIANT_BOOL* result) override {
         if (!sRetXml || !result)
-            return E_POINTER;
+            return AnswerNoPlace();
         *result = VARIANT_FALSE;
         return Answer([&] {
             std::string envelope = TextOf(*sRetXml);
@@ -123,7 +123,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetStartEndDate(short* intMonth, short* intYear, VARIANT* varStart, VARIANT* varEnd,
                                               VARIANT_BOOL* result) override {
         if (!intMonth || !intYear || !result)
-            return E_POINTER;
+            return AnswerNoPlace();
         *result = VARIANT_FALSE;
         return Answer([&] {
             VARIANTARG reversed[4];
@@ -163,6 +163,9 @@ public:
     };
 };
 
+/// The identifier of the classes as an application.
+constexpr GUID application = {0xA913E70F, 0x77A7, 0x414C, {0xB7, 0x4C, 0x37, 0x71, 0x78, 0xCF, 0x58, 0xCF}};
+
 /// Every class, with its interface of the same name from Kovra.idl.
 constexpr ClassEntry classes[] = {
     {&CLSID_ClsInvSubject, L"Kovra.ClsInvSubject", &CreateObject<InvSubject>, &IID__ClsInvSubject},
@@ -176,7 +179,8 @@ constexpr ClassEntry classes[] = {
 } // namespace
 
 const Registrant& LibraryContents() noexcept {
-    static const Registrant contents{classes, &LIBID_Kovra, L"Kovra"};
+    static const Registrant contents{
+        .classes = classes, .typeLibrary = &LIBID_Kovra, .typeLibraryName = L"Kovra", .application = &application};
     return contents;
 }
 

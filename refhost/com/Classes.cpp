@@ -8,34 +8,34 @@
 #include "server/adapters/ProgIds.h"
 #include "server/inproc/Exports.h"
 
+#include <KovraHost.h>
+
 namespace server {
 
 namespace {
 
 namespace com = refhost::com;
 
-constexpr CLSID loginId = {0x3ABDDCCC, 0xD2EF, 0x42FD, {0xA8, 0x5F, 0x8F, 0xCB, 0x79, 0x0D, 0x77, 0xB9}};
-constexpr CLSID eaiHelperId = {0x6FAC9708, 0xEEE6, 0x482C, {0xBC, 0xB4, 0x74, 0x51, 0x3B, 0x94, 0xC5, 0x50}};
-constexpr CLSID eaiXmlConverterId = {0x0D93E2E8, 0x4765, 0x4E1E, {0xBA, 0x2A, 0x68, 0x25, 0xF4, 0x4E, 0x3C, 0xE5}};
-constexpr CLSID iaVoucherServiceId = {0x1FED39BE, 0x9B23, 0x4BFF, {0x9E, 0xB0, 0x06, 0xCC, 0xBF, 0xF1, 0x54, 0x68}};
-constexpr CLSID provisionPreCheckId = {0xA1F723F9, 0x9E7C, 0x450C, {0x9A, 0xA2, 0xE5, 0xC6, 0x6A, 0xD3, 0xA1, 0x8C}};
-constexpr CLSID rsXmlHelperId = {0xB88932AB, 0xC1EE, 0x4665, {0x92, 0x02, 0x11, 0x0A, 0x9F, 0x3E, 0xF5, 0x48}};
-constexpr CLSID zendaTId = {0xBF91FE03, 0xCCE7, 0x46A9, {0x91, 0x90, 0x15, 0x30, 0x22, 0xEC, 0x75, 0x5F}};
+/// The identifier of the classes as an application.
+constexpr GUID application = {0xE6867B85, 0x14A1, 0x46AE, {0x89, 0xB1, 0xE7, 0xC7, 0x20, 0x09, 0xFB, 0x76}};
 
 constexpr ClassEntry classes[] = {
-    {&loginId, L"KovraHost.Login", &CreateObject<com::LoginObject>},
-    {&eaiHelperId, progid::eaiHelper, &CreateObject<com::EaiHelperObject>},
-    {&eaiXmlConverterId, progid::eaiXmlConverter, &CreateObject<com::EaiXmlConverterObject>},
-    {&iaVoucherServiceId, progid::iaVoucherService, &CreateObject<com::IaVoucherServiceObject>},
-    {&provisionPreCheckId, progid::provisionPreCheck, &CreateObject<com::ProvisionPreCheckObject>},
-    {&rsXmlHelperId, progid::rsXmlHelper, &CreateObject<com::RsXmlHelperObject>},
-    {&zendaTId, progid::zendaT, &CreateObject<com::ZendaTObject>},
+    {&CLSID_Login, L"KovraHost.Login", &CreateObject<com::LoginObject>},
+    {&CLSID_EaiHelper, progid::eaiHelper, &CreateObject<com::EaiHelperObject>},
+    {&CLSID_EaiXmlConverter, progid::eaiXmlConverter, &CreateObject<com::EaiXmlConverterObject>},
+    {&CLSID_IaVoucherService, progid::iaVoucherService, &CreateObject<com::IaVoucherServiceObject>},
+    {&CLSID_ProvisionPreCheck, progid::provisionPreCheck, &CreateObject<com::ProvisionPreCheckObject>},
+    {&CLSID_RsXmlHelper, progid::rsXmlHelper, &CreateObject<com::RsXmlHelperObject>},
+    {&CLSID_clsZendaT, progid::zendaT, &CreateObject<com::ZendaTObject>},
 };
 
 } // namespace
 
 const Registrant& LibraryContents() noexcept {
-    static const Registrant contents{classes};
+    static const Registrant contents{.classes = classes,
+                                     .typeLibrary = &LIBID_KovraHost,
+                                     .typeLibraryName = L"KovraHost",
+                                     .application = &application};
     return contents;
 }
 

@@ -18,7 +18,8 @@ public:
 
     server::VariantHolder Login(const server::Arguments&);
 
-    static constexpr server::Method<VoucherContextObject> methods[] = {{L"Login", 0, 0, &VoucherContextObject::Login}};
+    static constexpr server::Method<VoucherContextObject> methods[] = {
+        {L"Login", 0, 0, &VoucherContextObject::Login, DISPATCH_PROPERTYGET}};
 
 private:
     server::ComPtr<IDispatch> login_;

@@ -108,11 +108,14 @@ const std::vector<AdoRecordset::Column>& AdoRecordset::Columns() const {
     if (columns_.empty()) {
         const DispatchObject fields(ToObject(recordset_.Get(L"Fields").Get()));
         const int count = ToInt(fields.Get(L"Count").Get());
+        // All or none: an error leaves them to be read again.
+        std::vector<Column> columns;
         for (int i = 0; i < count; ++i) {
             DispatchObject object(ToObject(fields.Call(L"Item", VariantHolder(i)).Get()));
             host::Field field = DescribeField(object);
-            columns_.push_back({std::move(object), std::move(field)});
+            columns.push_back({std::move(object), std::move(field)});
         }
+        columns_ = std::move(columns);
     }
     return columns_;
 }

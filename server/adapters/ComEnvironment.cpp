@@ -15,8 +15,12 @@ namespace {
 
 /// The helper in `place`, created on first use.
 template <class Helper, class Interface> Interface& Helped(std::unique_ptr<Interface>& place) {
-    if (!place)
-        place = std::make_unique<Helper>();
+    if (!place) {
+        std::unique_ptr<Interface> made = std::make_unique<Helper>();
+        // Making it may have brought a call that made one, which somebody may hold.
+        if (!place)
+            place = std::move(made);
+    }
     return *place;
 }
 

@@ -1,5 +1,7 @@
 #include "server/adapters/ThreadHelpers.h"
 
+#include <utility>
+
 namespace server {
 
 namespace {
@@ -15,14 +17,18 @@ void KeepLibraryLoaded() noexcept {
 } // namespace
 
 ThreadHelpers& ThreadHelpers::OfThisThread() {
-    // The thread's own reference is never given back: when a thread ends, nothing of COM may be called any more.
+    // COM's own reference keeps it until the thread ends. The thread's keeps it as long as there may be helpers: when a
+    // thread ends that has not left COM, nothing of COM may be called any more.
     thread_local ThreadHelpers* helpers = nullptr;
     if (!helpers) {
         helpers = new ThreadHelpers;
         KeepLibraryLoaded();
         ULARGE_INTEGER registration{};
         CoRegisterInitializeSpy(helpers, &registration);
+    } else if (!helpers->inUse_) {
+        helpers->AddRef();
     }
+    helpers->inUse_ = true;
     return *helpers;
 }
 
@@ -30,6 +36,8 @@ HRESULT STDMETHODCALLTYPE ThreadHelpers::PreUninitialize(DWORD initializations) 
     if (initializations == 1) {
         eaiHelper.reset();
         rsXmlHelper.reset();
+        if (std::exchange(inUse_, false))
+            Release();
     }
     return S_OK;
 }

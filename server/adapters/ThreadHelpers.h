@@ -26,6 +26,9 @@ public:
 
 private:
     ThreadHelpers() = default;
+
+    /// Whether the thread holds a reference of its own.
+    bool inUse_ = false;
 };
 
 } // namespace server

@@ -4,6 +4,8 @@
 #include "server/com/Utf16.h"
 #include "server/com/VariantHolder.h"
 
+#include <algorithm>
+
 namespace server {
 
 namespace {
@@ -15,6 +17,46 @@ std::string TextOf(const ComPtr<IXMLDOMNode>& node, HRESULT (STDMETHODCALLTYPE I
     BString text;
     ThrowIfFailed((node.Get()->*getter)(text.Put()));
     return ToUtf8(text.View());
+}
+
+/// Whether a path is a name and no more, without a prefix.
+bool IsPlainName(std::string_view path) noexcept {
+    constexpr std::string_view letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
+    const auto starts = [&](char c) {
+        return static_cast<unsigned char>(c) >= 0x80 || letters.find(c) != std::string_view::npos;
+    };
+    const auto continues = [&](char c) { return starts(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; };
+    return !path.empty() && starts(path.front()) && std::ranges::all_of(path, continues);
+}
+
+/// Whether a node is an element of this name, and the name is in no namespace: what a path means by it.
+bool IsNamed(const ComPtr<IXMLDOMNode>& node, std::wstring_view name) {
+    DOMNodeType type = NODE_INVALID;
+    ThrowIfFailed(node->get_nodeType(&type));
+    if (type != NODE_ELEMENT)
+        return false;
+    BString own;
+    ThrowIfFailed(node->get_nodeName(own.Put()));
+    if (own.View() != name)
+        return false;
+    BString space;
+    ThrowIfFailed(node->get_namespaceURI(space.Put()));
+    return space.View().empty();
+}
+
+/// Calls `found` with each child element of this name, in document order, as long as it returns true. The documents'
+/// path engine takes longer, and Wine's finds no names beyond ASCII.
+template <class Found> void ForEachChildNamed(const ComPtr<IXMLDOMNode>& parent, std::string_view name, Found found) {
+    const std::wstring wanted = ToUtf16(name);
+    ComPtr<IXMLDOMNode> child;
+    ThrowIfFailed(parent->get_firstChild(child.Put()));
+    while (child) {
+        if (IsNamed(child, wanted) && !found(child))
+            return;
+        ComPtr<IXMLDOMNode> next;
+        ThrowIfFailed(child->get_nextSibling(next.Put()));
+        child = std::move(next);
+    }
 }
 
 } // namespace
@@ -38,13 +80,28 @@ void XmlNode::SetText(std::string_view text) {
 std::string XmlNode::Xml() const { return TextOf(node_, &IXMLDOMNode::get_xml); }
 
 host::DOMNodePtr XmlNode::SelectSingleNode(std::string_view path) const {
-    const BString query(ToUtf16(path));
     ComPtr<IXMLDOMNode> found;
+    if (IsPlainName(path)) {
+        ForEachChildNamed(node_, path, [&](const ComPtr<IXMLDOMNode>& child) {
+            found = child;
+            return false;
+        });
+        return WrapNode(std::move(found));
+    }
+    const BString query(ToUtf16(path));
     ThrowIfFailed(node_->selectSingleNode(query.Get(), found.Put()));
     return WrapNode(std::move(found));
 }
 
 host::DOMNodeList XmlNode::SelectNodes(std::string_view path) const {
+    if (IsPlainName(path)) {
+        host::DOMNodeList children;
+        ForEachChildNamed(node_, path, [&](const ComPtr<IXMLDOMNode>& child) {
+            children.push_back(WrapNode(child));
+            return true;
+        });
+        return children;
+    }
     const BString query(ToUtf16(path));
     ComPtr<IXMLDOMNodeList> found;
     ThrowIfFailed(node_->selectNodes(query.Get(), found.Put()));

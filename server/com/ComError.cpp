@@ -3,10 +3,13 @@
 #include "ModPub/RuntimeErrors.h"
 #include "server/com/BString.h"
 #include "server/com/ComPtr.h"
+#include "server/com/RuntimeNumbers.h"
 #include "server/com/Utf16.h"
 
 #include <new>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace server {
@@ -15,29 +18,8 @@ namespace {
 
 namespace en = host::error_number;
 
-constexpr std::pair<HRESULT, host::ErrorNumber> runtimeNumbers[] = {
-    {DISP_E_UNKNOWNNAME, en::noSuchMember},
-    {DISP_E_MEMBERNOTFOUND, en::noSuchMember},
-    {DISP_E_TYPEMISMATCH, en::typeMismatch},
-    {E_NOINTERFACE, en::typeMismatch},
-    {DISP_E_OVERFLOW, en::overflow},
-    {E_OUTOFMEMORY, en::outOfMemory},
-    {REGDB_E_CLASSNOTREG, en::cannotCreateObject},
-    {CO_E_CLASSSTRING, en::cannotCreateObject},
-    {CLASS_E_CLASSNOTAVAILABLE, en::cannotCreateObject},
-    {CO_E_DLLNOTFOUND, en::cannotCreateObject},
-};
-
 constexpr HRESULT controlBase = static_cast<HRESULT>(0x800A0000);
 constexpr host::ErrorNumber lowWord = 0xFFFF;
-
-bool IsRuntimeNumber(host::ErrorNumber number) {
-    for (const auto& [result, known] : runtimeNumbers) {
-        if (known == number)
-            return true;
-    }
-    return number == en::invalidCall || number == en::objectNotSet || number == en::invalidUseOfNull;
-}
 
 /// The description of the thread's error information object, which is taken away; empty when there is none.
 std::string TakeErrorDescription() {
@@ -48,6 +30,26 @@ std::string TakeErrorDescription() {
     information->GetDescription(description.Put());
     return ToUtf8(description.View());
 }
+
+/// What the run-time says of an error of its own; empty for another number.
+std::string_view RuntimeDescription(host::ErrorNumber number) noexcept {
+    if (number == en::objectNotSet || number == en::invalidUseOfNull)
+        return ModPub::RuntimeErrorDescription(number);
+    return RuntimeNumberDescription(number);
+}
+
+host::Error ErrorOf(HRESULT result, std::string description) {
+    const host::ErrorNumber number = ErrorNumberOf(result);
+    if (description.empty())
+        description = RuntimeDescription(number);
+    if (description.empty())
+        description = SystemDescription(result);
+    if (description.empty())
+        description = ModPub::RuntimeErrorDescription(number);
+    return {number, std::move(description)};
+}
+
+} // namespace
 
 std::string SystemDescription(HRESULT result) {
     wchar_t* text = nullptr;
@@ -62,22 +64,9 @@ std::string SystemDescription(HRESULT result) {
     return description;
 }
 
-host::Error ErrorOf(HRESULT result, std::string description) {
-    const host::ErrorNumber number = ErrorNumberOf(result);
-    if (description.empty() && !IsRuntimeNumber(number))
-        description = SystemDescription(result);
-    if (description.empty())
-        description = ModPub::RuntimeErrorDescription(number);
-    return {number, std::move(description)};
-}
-
-} // namespace
-
 host::ErrorNumber ErrorNumberOf(HRESULT result) noexcept {
-    for (const auto& [known, number] : runtimeNumbers) {
-        if (known == result)
-            return number;
-    }
+    if (const std::optional<host::ErrorNumber> number = RuntimeNumberOf(result))
+        return *number;
     return HRESULT_FACILITY(result) == FACILITY_CONTROL ? result & lowWord : static_cast<host::ErrorNumber>(result);
 }
 

@@ -3,6 +3,8 @@
 #include "host/Error.h"
 #include "server/com/Platform.h"
 
+#include <string>
+
 namespace server {
 
 /// The error that a trap sees for a failed call: the run-time's own number where it has one for `result`, the low word
@@ -11,6 +13,9 @@ host::ErrorNumber ErrorNumberOf(HRESULT result) noexcept;
 
 /// The HRESULT by which `number` travels to a COM client; the opposite of the above.
 HRESULT HresultOf(host::ErrorNumber number) noexcept;
+
+/// What the system says of `result`, without the line break behind it; empty when it has no text.
+std::string SystemDescription(HRESULT result);
 
 /// Throws `host::Error` when `result` is a failure, with the description of the thread's error information object when
 /// there is one, else the run-time's or the system's text.

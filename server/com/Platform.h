@@ -5,4 +5,5 @@
 #include <windows.h>
 #include <objbase.h>
 #include <oleauto.h>
+#include <ocidl.h>
 // clang-format on

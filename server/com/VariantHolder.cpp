@@ -4,8 +4,10 @@
 #include "server/com/BString.h"
 #include "server/com/Utf16.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstdint>
-#include <cstring>
+#include <iterator>
 #include <utility>
 
 namespace server {
@@ -55,6 +57,16 @@ bool AddZero(DECIMAL& decimal) {
     return true;
 }
 
+/// The double that has a Single's seven digits: its text is that of the Single, "0.1" and not "0.100000001490116".
+double OfSingle(float value) {
+    constexpr int digits = 7;
+    char text[32];
+    const char* const end = std::to_chars(text, std::end(text), value, std::chars_format::general, digits).ptr;
+    double same = 0;
+    std::from_chars(text, end, same);
+    return same;
+}
+
 /// A copy of `variant`'s content, references followed.
 VariantHolder ContentOf(VARIANT variant) {
     VariantHolder content;
@@ -62,19 +74,31 @@ VariantHolder ContentOf(VARIANT variant) {
     return content;
 }
 
+/// The data of an array of bytes, locked as long as the object lives.
+class ArrayData {
+public:
+    explicit ArrayData(SAFEARRAY* array) : array_(array) { ThrowIfFailed(SafeArrayAccessData(array, &data_)); }
+    ~ArrayData() { SafeArrayUnaccessData(array_); }
+    ArrayData(const ArrayData&) = delete;
+    ArrayData& operator=(const ArrayData&) = delete;
+
+    std::uint8_t* begin() const noexcept { return static_cast<std::uint8_t*>(data_); }
+
+private:
+    SAFEARRAY* array_;
+    void* data_ = nullptr;
+};
+
 host::Bytes ToBytes(SAFEARRAY* array) {
     host::Bytes bytes;
     if (!array)
         return bytes;
-    void* data = nullptr;
-    ThrowIfFailed(SafeArrayAccessData(array, &data));
+    const ArrayData data(array);
     long first = 0;
     long last = -1;
     SafeArrayGetLBound(array, 1, &first);
     SafeArrayGetUBound(array, 1, &last);
-    const auto* begin = static_cast<const std::uint8_t*>(data);
-    bytes.data.assign(begin, begin + (last - first + 1));
-    SafeArrayUnaccessData(array);
+    bytes.data.assign(data.begin(), data.begin() + (last - first + 1));
     return bytes;
 }
 
@@ -124,10 +148,7 @@ void Store(VARIANT& variant, const host::Bytes& value) {
         throw std::bad_alloc();
     V_ARRAY(&variant) = array;
     V_VT(&variant) = VT_ARRAY | VT_UI1;
-    void* data = nullptr;
-    ThrowIfFailed(SafeArrayAccessData(array, &data));
-    std::memcpy(data, value.data.data(), value.data.size());
-    SafeArrayUnaccessData(array);
+    std::ranges::copy(value.data, ArrayData(array).begin());
 }
 
 } // namespace
@@ -234,7 +255,7 @@ host::Value PlainValue(const VARIANT& content) {
     case VT_I8:
         return std::int64_t{V_I8(&content)};
     case VT_R4:
-        return double{V_R4(&content)};
+        return OfSingle(V_R4(&content));
     case VT_R8:
         return V_R8(&content);
     case VT_DATE:
@@ -259,8 +280,9 @@ host::Value PlainValue(const VARIANT& content) {
 
 host::Value ToValue(const VARIANT& variant) {
     const VariantHolder content = ContentOf(variant);
-    if (V_VT(&content.Get()) == VT_DISPATCH)
-        return PlainValue(ContentOf(DefaultProperty(V_DISPATCH(&content.Get())).Get()).Get());
+    const VARTYPE type = V_VT(&content.Get());
+    if (type == VT_DISPATCH || type == VT_UNKNOWN)
+        return PlainValue(ContentOf(DefaultProperty(ToObject(content.Get()).Get()).Get()).Get());
     return PlainValue(content.Get());
 }
 

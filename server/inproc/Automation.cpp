@@ -89,6 +89,25 @@ int FindName(const wchar_t* name, const wchar_t* const* names, std::size_t strid
     return -1;
 }
 
+HRESULT CheckNamedArguments(const DISPPARAMS& parameters, WORD flags, std::size_t parameterCount,
+                            UINT* wrong) noexcept {
+    if (parameters.cNamedArgs > parameters.cArgs)
+        return DISP_E_BADPARAMCOUNT;
+    const DISPID positional = static_cast<DISPID>(parameters.cArgs - parameters.cNamedArgs);
+    const DISPID* const names = parameters.rgdispidNamedArgs;
+    for (UINT i = 0; i < parameters.cNamedArgs; ++i) {
+        const bool newValue =
+            names[i] == DISPID_PROPERTYPUT && i == 0 && (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
+        const bool known = names[i] >= positional && static_cast<std::size_t>(names[i]) < parameterCount;
+        if (!newValue && (!known || std::find(names, names + i, names[i]) != names + i)) {
+            if (wrong)
+                *wrong = i;
+            return DISP_E_PARAMNOTFOUND;
+        }
+    }
+    return S_OK;
+}
+
 HRESULT AnswerException(EXCEPINFO* exception) noexcept {
     const host::Error error = CurrentError();
     if (!exception)

@@ -1,7 +1,10 @@
 #include "server/inproc/Registration.h"
 
+#include "server/com/Utf16.h"
 #include "server/inproc/Module.h"
 
+#include <iterator>
+#include <optional>
 #include <string>
 
 namespace server {
@@ -16,9 +19,8 @@ constexpr const wchar_t* platform = L"win32";
 constexpr REGSAM otherSize = KEY_WOW64_64KEY;
 #endif
 
-HKEY Root(Scope scope) { return scope == Scope::machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER; }
-
-std::wstring ClassesPath(const std::wstring& path) { return L"Software\\Classes\\" + path; }
+/// Beside a replaced name's class: the class that the name stood for.
+constexpr const wchar_t* replacedClass = L"Replaced";
 
 std::wstring GuidText(const GUID& guid) {
     wchar_t text[40];
@@ -26,74 +28,61 @@ std::wstring GuidText(const GUID& guid) {
     return {text, static_cast<std::size_t>(length) - 1};
 }
 
-void ThrowIfRefused(LSTATUS status) { ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<unsigned long>(status))); }
-
-/// Writes one value under the classes' key; `name` null is the key's default value.
-void Write(Scope scope, const std::wstring& path, const wchar_t* name, const std::wstring& value) {
-    ThrowIfRefused(RegSetKeyValueW(Root(scope), ClassesPath(path).c_str(), name, REG_SZ, value.c_str(),
-                                   static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))));
+/// Identifiers and paths are the same in every letter case.
+bool Same(const std::wstring& a, const std::wstring& b) noexcept {
+    return CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_EQUAL;
 }
-
-/// Removes keys, and remembers the first that could not be removed.
-class Removal {
-public:
-    explicit Removal(Scope scope) noexcept : scope_(scope) {}
-
-    void Remove(const std::wstring& path) {
-        const LSTATUS status = RegDeleteTreeW(Root(scope_), ClassesPath(path).c_str());
-        if (first_ == ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND)
-            first_ = status;
-    }
-    LSTATUS FirstFailure() const noexcept { return first_; }
-
-private:
-    Scope scope_;
-    LSTATUS first_ = ERROR_SUCCESS;
-};
 
 std::wstring ClassPath(const ClassEntry& entry) { return L"CLSID\\" + GuidText(*entry.classId); }
-
-/// Whether the library of the other size has registered the class too. To be asked when this one's key is gone: a
-/// system of 32 bits has but one.
-bool OtherSizeHas(const ClassEntry& entry, Scope scope) {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(Root(scope), ClassesPath(ClassPath(entry)).c_str(), 0, KEY_READ | otherSize, &key) !=
-        ERROR_SUCCESS)
-        return false;
-    RegCloseKey(key);
-    return true;
-}
-
-void RegisterClass(const Registrant& registrant, const ClassEntry& entry, Scope scope, const std::wstring& file) {
-    const std::wstring classPath = ClassPath(entry);
-    Write(scope, entry.progId, nullptr, entry.progId);
-    Write(scope, std::wstring(entry.progId) + L"\\CLSID", nullptr, GuidText(*entry.classId));
-    Write(scope, classPath, nullptr, entry.progId);
-    Write(scope, classPath + L"\\InprocServer32", nullptr, file);
-    Write(scope, classPath + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
-    Write(scope, classPath + L"\\ProgID", nullptr, entry.progId);
-    Write(scope, classPath + L"\\Programmable", nullptr, L"");
-    if (registrant.typeLibrary)
-        Write(scope, classPath + L"\\TypeLib", nullptr, GuidText(*registrant.typeLibrary));
-}
-
-std::wstring TypeLibraryPath(const Registrant& registrant) {
-    return L"TypeLib\\" + GuidText(*registrant.typeLibrary) + L"\\" + registrant.typeLibraryVersion;
-}
-/// Where the file of this size stands, beside that of the other.
-std::wstring TypeLibraryFilePath(const Registrant& registrant) {
-    return TypeLibraryPath(registrant) + L"\\0\\" + platform;
-}
-
-void RegisterTypeLibrary(const Registrant& registrant, Scope scope, const std::wstring& file) {
-    const std::wstring path = TypeLibraryPath(registrant);
-    Write(scope, path, nullptr, registrant.typeLibraryName);
-    Write(scope, TypeLibraryFilePath(registrant), nullptr, file);
-    Write(scope, path + L"\\FLAGS", nullptr, L"0");
-    Write(scope, path + L"\\HELPDIR", nullptr, file.substr(0, file.find_last_of(L'\\')));
-}
-
+std::wstring NamedClassPath(const ClassEntry& entry) { return std::wstring(entry.progId) + L"\\CLSID"; }
+std::wstring ServerPath(const ClassEntry& entry) { return ClassPath(entry) + L"\\InprocServer32"; }
 std::wstring InterfacePath(const ClassEntry& entry) { return L"Interface\\" + GuidText(*entry.interfaceId); }
+std::wstring ApplicationPath(const Registrant& registrant) { return L"AppID\\" + GuidText(*registrant.application); }
+std::wstring TypeLibraryPath(const Registrant& registrant) { return L"TypeLib\\" + GuidText(*registrant.typeLibrary); }
+std::wstring VersionPath(const Registrant& registrant) {
+    return TypeLibraryPath(registrant) + L"\\" + registrant.typeLibraryVersion;
+}
+/// Where the type library's file of this size stands, beside that of the other.
+std::wstring FilePath(const Registrant& registrant) { return VersionPath(registrant) + L"\\0\\" + platform; }
+
+/// The class that a name stands for when it is another server's; empty when it is not.
+std::wstring ForeignClass(const ClassesRegistry& registry, const ClassEntry& entry) {
+    std::wstring named = registry.Read(NamedClassPath(entry));
+    return Same(named, GuidText(*entry.classId)) ? std::wstring() : named;
+}
+
+void RefuseForeignName(const ClassEntry& entry, Scope scope) {
+    // What the user registers hides what the machine has.
+    for (const Scope held : {scope, Scope::machine}) {
+        if (const std::wstring foreign = ForeignClass(ClassesRegistry(held), entry); !foreign.empty()) {
+            throw RegistrationError{HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS),
+                                    ToUtf8(entry.progId) + "已由另一组件" + ToUtf8(foreign) +
+                                        "占用；要替换它，请用 regsvr32 /n /i:replace 注册。"};
+        }
+    }
+}
+
+void RegisterName(ClassesRegistry& registry, const ClassEntry& entry) {
+    if (const std::wstring foreign = ForeignClass(registry, entry); !foreign.empty())
+        registry.Write(NamedClassPath(entry), replacedClass, foreign);
+    else
+        registry.Write(entry.progId, nullptr, entry.progId);
+    registry.Write(NamedClassPath(entry), nullptr, GuidText(*entry.classId));
+}
+
+void RegisterClass(ClassesRegistry& registry, const Registrant& registrant, const ClassEntry& entry,
+                   const std::wstring& file) {
+    const std::wstring path = ClassPath(entry);
+    registry.Write(path, nullptr, entry.progId);
+    registry.Write(ServerPath(entry), nullptr, file);
+    registry.Write(ServerPath(entry), L"ThreadingModel", L"Apartment");
+    registry.Write(path + L"\\ProgID", nullptr, entry.progId);
+    registry.Write(path + L"\\Programmable", nullptr, L"");
+    if (registrant.typeLibrary)
+        registry.Write(path + L"\\TypeLib", nullptr, GuidText(*registrant.typeLibrary));
+    if (registrant.application)
+        registry.Write(path, L"AppID", GuidText(*registrant.application));
+}
 
 /// An interface is named after its class: `_ClsKovra` that of "Kovra.ClsKovra".
 std::wstring InterfaceName(const ClassEntry& entry) {
@@ -101,56 +90,123 @@ std::wstring InterfaceName(const ClassEntry& entry) {
     return L"_" + progId.substr(progId.find(L'.') + 1);
 }
 
-void RegisterInterface(const Registrant& registrant, const ClassEntry& entry, Scope scope) {
+void RegisterInterface(ClassesRegistry& registry, const Registrant& registrant, const ClassEntry& entry) {
     // OLE Automation's own marshaler.
     constexpr const wchar_t* marshaler = L"{00020424-0000-0000-C000-000000000046}";
     const std::wstring path = InterfacePath(entry);
-    Write(scope, path, nullptr, InterfaceName(entry));
-    Write(scope, path + L"\\ProxyStubClsid32", nullptr, marshaler);
-    Write(scope, path + L"\\TypeLib", nullptr, GuidText(*registrant.typeLibrary));
-    Write(scope, path + L"\\TypeLib", L"Version", registrant.typeLibraryVersion);
+    registry.Write(path, nullptr, InterfaceName(entry));
+    registry.Write(path + L"\\ProxyStubClsid32", nullptr, marshaler);
+    registry.Write(path + L"\\TypeLib", nullptr, GuidText(*registrant.typeLibrary));
+    registry.Write(path + L"\\TypeLib", L"Version", registrant.typeLibraryVersion);
 }
 
-/// Takes away what `Register` writes. The libraries of both sizes share the classes' names and the type library's key:
-/// what the other still needs stays. @return the first failure, or ERROR_SUCCESS
-LSTATUS TakeAway(const Registrant& registrant, Scope scope) {
-    Removal removal(scope);
-    bool shared = false;
-    for (const ClassEntry& entry : registrant.classes) {
-        removal.Remove(ClassPath(entry));
-        if (OtherSizeHas(entry, scope))
-            shared = true;
-        else
-            removal.Remove(entry.progId);
+void RegisterTypeLibrary(ClassesRegistry& registry, const Registrant& registrant, const std::wstring& file) {
+    const std::wstring path = VersionPath(registrant);
+    registry.Write(path, nullptr, registrant.typeLibraryName);
+    registry.Write(FilePath(registrant), nullptr, file);
+    registry.Write(path + L"\\FLAGS", nullptr, L"0");
+    registry.Write(path + L"\\HELPDIR", nullptr, file.substr(0, file.find_last_of(L'\\')));
+}
+
+/// An empty surrogate is the system's own.
+void RegisterApplication(ClassesRegistry& registry, const Registrant& registrant) {
+    registry.Write(ApplicationPath(registrant), nullptr, registrant.typeLibraryName);
+    registry.Write(ApplicationPath(registrant), L"DllSurrogate", L"");
+}
+
+void UnregisterName(ClassesRegistry& registry, const ClassEntry& entry) {
+    if (!ForeignClass(registry, entry).empty())
+        return;
+    if (const std::wstring former = registry.Read(NamedClassPath(entry), replacedClass); !former.empty()) {
+        registry.Write(NamedClassPath(entry), nullptr, former);
+        registry.RemoveValue(NamedClassPath(entry), replacedClass);
+    } else {
+        registry.RemoveKey(entry.progId);
     }
-    for (const ClassEntry& entry : registrant.classes) {
-        if (entry.interfaceId)
-            removal.Remove(InterfacePath(entry));
-    }
-    if (registrant.typeLibrary)
-        removal.Remove(shared ? TypeLibraryFilePath(registrant) : L"TypeLib\\" + GuidText(*registrant.typeLibrary));
-    return removal.FirstFailure();
+}
+
+/// Takes the class away where it names `file`. @return whether it is registered still, by another file or by the
+/// library of the other size
+bool UnregisterClass(ClassesRegistry& registry, const ClassEntry& entry, const std::wstring& file) {
+    const std::wstring path = ClassPath(entry);
+    if (Same(registry.Read(ServerPath(entry)), file))
+        registry.RemoveKey(path);
+    // A system of 32 bits has but one size.
+    if (registry.Exists(path) || registry.Exists(path, otherSize))
+        return true;
+    UnregisterName(registry, entry);
+    return false;
+}
+
+void UnregisterTypeLibrary(ClassesRegistry& registry, const Registrant& registrant, const std::wstring& file) {
+    if (Same(registry.Read(FilePath(registrant)), file))
+        registry.RemoveKey(FilePath(registrant));
+    if (registry.HasKeys(VersionPath(registrant) + L"\\0"))
+        return;
+    registry.RemoveKey(VersionPath(registrant));
+    if (!registry.HasKeys(TypeLibraryPath(registrant)))
+        registry.RemoveKey(TypeLibraryPath(registrant));
+}
+
+/// An interface goes with the last file that describes it to this size.
+void UnregisterInterface(ClassesRegistry& registry, const Registrant& registrant, const ClassEntry& entry) {
+    const std::wstring described = InterfacePath(entry) + L"\\TypeLib";
+    if (!registry.Exists(FilePath(registrant)) && Same(registry.Read(described), GuidText(*registrant.typeLibrary)) &&
+        registry.Read(described, L"Version") == registrant.typeLibraryVersion)
+        registry.RemoveKey(InterfacePath(entry));
 }
 
 } // namespace
 
-void Register(const Registrant& registrant, Scope scope) {
+void Register(const Registrant& registrant, Scope scope, ForeignNames foreign) {
     const std::wstring file = ModulePath();
-    try {
+    if (foreign == ForeignNames::leave) {
         for (const ClassEntry& entry : registrant.classes)
-            RegisterClass(registrant, entry, scope, file);
+            RefuseForeignName(entry, scope);
+    }
+    ClassesRegistry registry(scope);
+    try {
         for (const ClassEntry& entry : registrant.classes) {
+            RegisterName(registry, entry);
+            RegisterClass(registry, registrant, entry, file);
             if (entry.interfaceId)
-                RegisterInterface(registrant, entry, scope);
+                RegisterInterface(registry, registrant, entry);
         }
         if (registrant.typeLibrary)
-            RegisterTypeLibrary(registrant, scope, file);
+            RegisterTypeLibrary(registry, registrant, file);
+        if (registrant.application)
+            RegisterApplication(registry, registrant);
     } catch (...) {
-        TakeAway(registrant, scope);
+        registry.GiveBack();
         throw;
     }
 }
 
-void Unregister(const Registrant& registrant, Scope scope) { ThrowIfRefused(TakeAway(registrant, scope)); }
+void Unregister(const Registrant& registrant, Scope scope) {
+    const std::wstring file = ModulePath();
+    ClassesRegistry registry(scope);
+    std::optional<RegistrationError> first;
+    const auto attempt = [&first](auto&& action) {
+        try {
+            action();
+        } catch (const RegistrationError& error) {
+            if (!first)
+                first = error;
+        }
+    };
+    bool used = false;
+    for (const ClassEntry& entry : registrant.classes)
+        attempt([&] { used = UnregisterClass(registry, entry, file) || used; });
+    if (registrant.typeLibrary)
+        attempt([&] { UnregisterTypeLibrary(registry, registrant, file); });
+    for (const ClassEntry& entry : registrant.classes) {
+        if (entry.interfaceId)
+            attempt([&] { UnregisterInterface(registry, registrant, entry); });
+    }
+    if (registrant.application && !used)
+        attempt([&] { registry.RemoveKey(ApplicationPath(registrant)); });
+    if (first)
+        throw *first;
+}
 
 } // namespace server

@@ -37,7 +37,7 @@ public:
         {L"BOF", 0, 0, &AdodbRecordset::AtBOF},
         {L"RecordCount", 0, 0, &AdodbRecordset::RecordCount},
         {L"State", 0, 0, &AdodbRecordset::State},
-        {L"CursorLocation", 0, 1, &AdodbRecordset::CursorLocation},
+        {L"CursorLocation", 0, 1, &AdodbRecordset::CursorLocation, DISPATCH_PROPERTYGET | DISPATCH_PROPERTYPUT},
         {L"Fields", 0, 1, &AdodbRecordset::Fields},
     };
 

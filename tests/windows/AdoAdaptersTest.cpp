@@ -301,3 +301,26 @@ TEST_F(AdoAdapters, ObjectWithoutTheMembersIsReported) {
     ExpectError(13, "类型不匹配", [&] { noRecordset.FieldCount(); });
     ExpectError(438, "对象不支持该属性或方法", [&] { noRecordset.AtEOF(); });
 }
+
+TEST_F(AdoAdapters, ColumnsThatCannotBeReadWholeAreReadAgain) {
+    account_.Run("INSERT INTO Warehouse (cWhCode, cWhName) VALUES (N'01', N'原料仓')");
+    AdoRecordset real;
+    Query(real, "SELECT cWhCode, cWhName FROM Warehouse");
+    bool fails = true;
+    const server::DispatchObject fields(server::ToObject(real.recordset().Get(L"Fields").Get()));
+    const auto failing = test::MakeObject({{L"Item",
+                                            [&](const server::Arguments& arguments) {
+                                                const int index = server::ToInt(arguments[0]);
+                                                if (index == 1 && fails)
+                                                    throw host::Error(host::error_number::outOfMemory, "内存溢出");
+                                                return fields.Call(L"Item", server::VariantHolder(index));
+                                            }}},
+                                          fields.object());
+    AdoRecordset recordset(server::DispatchObject(
+        test::MakeObject({{L"Fields", [&](const server::Arguments&) { return server::VariantHolder(failing.Get()); }}},
+                         real.recordset().object())));
+    ExpectError(7, "内存溢出", [&] { recordset.FieldCount(); });
+    fails = false;
+    EXPECT_EQ(recordset.FieldCount(), 2U);
+    EXPECT_EQ(recordset.FieldValue("cWhName"), Value("原料仓"));
+}

@@ -5,6 +5,7 @@
 #include "tests/windows/HostFixture.h"
 #include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ScriptedObject.h"
+#include "tests/windows/ServerFixture.h"
 
 #include <iterator>
 
@@ -24,7 +25,32 @@ constexpr test::RegisteredClass classes[] = {
     {L"ZendaTool.clsZendaT", L"{BF91FE03-CCE7-46A9-9190-153022EC755F}"},
 };
 
-void ExpectRegistered(HKEY root) { test::ExpectRegistered(root, classes, L"KovraHost.dll", L""); }
+void ExpectRegistered(HKEY root) {
+    test::ExpectRegistered(root, classes, L"KovraHost.dll", L"{E2C2B4D6-68BF-48E5-828F-5F494DA3613D}");
+}
+
+const std::wstring companionsClass = L"ZendaTool.clsZendaT\\CLSID";
+constexpr const wchar_t* foreignClass = L"{12345678-1234-1234-1234-123456789ABC}";
+
+/// The cost-adjustment component's name stands for another server's class as long as the object lives.
+class ForeignCompanion {
+public:
+    explicit ForeignCompanion(HKEY root = HKEY_LOCAL_MACHINE) : root_(root) {
+        EXPECT_EQ(RegSetKeyValueW(root, (L"Software\\Classes\\" + companionsClass).c_str(), nullptr, REG_SZ,
+                                  foreignClass, static_cast<DWORD>((wcslen(foreignClass) + 1) * sizeof(wchar_t))),
+                  ERROR_SUCCESS);
+    }
+    ~ForeignCompanion() {
+        EXPECT_EQ(test::ClassesValue(root_, companionsClass), foreignClass) << "nobody took it";
+        EXPECT_EQ(test::ClassesValue(root_, companionsClass, L"Replaced"), L"");
+        EXPECT_EQ(RegDeleteTreeW(root_, L"Software\\Classes\\ZendaTool.clsZendaT"), ERROR_SUCCESS);
+    }
+    ForeignCompanion(const ForeignCompanion&) = delete;
+    ForeignCompanion& operator=(const ForeignCompanion&) = delete;
+
+private:
+    HKEY root_;
+};
 
 class HostRegistration : public testing::Test {
 protected:
@@ -51,6 +77,47 @@ TEST_F(HostRegistration, RegistersForTheUser) {
     test::ExpectNotRegistered(HKEY_LOCAL_MACHINE, classes);
     EXPECT_EQ(host_.Install(false, L"user"), S_OK);
     test::ExpectNotRegistered(HKEY_CURRENT_USER, classes);
+}
+
+TEST_F(HostRegistration, NameOfAnotherServerIsNotTakenUnasked) {
+    constexpr HRESULT alreadyExists = static_cast<HRESULT>(0x800700B7);
+    EXPECT_EQ(host_.Install(false, nullptr), S_OK);
+    const ForeignCompanion foreign;
+    for (const wchar_t* const words : {L"", L"user"}) {
+        EXPECT_EQ(host_.Install(true, words), alreadyExists) << "the machine's name would be hidden from the user too";
+        EXPECT_EQ(test::ErrorDescription(),
+                  "ZendaTool.clsZendaT已由另一组件{12345678-1234-1234-1234-123456789ABC}占用；要替换它，请用 "
+                  "regsvr32 /n /i:replace 注册。");
+    }
+    EXPECT_EQ(host_.Entry<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer")(), alreadyExists);
+    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
+        EXPECT_EQ(test::ClassesValue(root, L"KovraHost.Login"), L"") << "nothing is registered";
+        EXPECT_EQ(test::ClassesValue(root, L"CLSID\\{3ABDDCCC-D2EF-42FD-A85F-8FCB790D77B9}"), L"");
+    }
+}
+
+TEST_F(HostRegistration, NameOfAnotherServerIsReplacedWhenAskedAndGivenBack) {
+    EXPECT_EQ(host_.Install(false, nullptr), S_OK);
+    const ForeignCompanion foreign;
+    EXPECT_EQ(host_.Install(true, L"replace"), S_OK);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, companionsClass), L"{BF91FE03-CCE7-46A9-9190-153022EC755F}");
+    EXPECT_EQ(host_.Install(true, nullptr), S_OK) << "now the name is this library's";
+    EXPECT_EQ(host_.Install(false, nullptr), S_OK);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, L"KovraHost.Login"), L"");
+}
+
+TEST_F(HostRegistration, UnregistrationLeavesTheNameOfAnotherServer) {
+    const ForeignCompanion foreign;
+    EXPECT_EQ(host_.Install(false, nullptr), S_OK);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, L"KovraHost.Login"), L"");
+}
+
+TEST_F(HostRegistration, WordsOfTheCommandLineComeTogether) {
+    EXPECT_EQ(host_.Install(false, nullptr), S_OK);
+    const ForeignCompanion foreign(HKEY_CURRENT_USER);
+    EXPECT_EQ(host_.Install(true, L"User  REPLACE"), S_OK);
+    EXPECT_EQ(test::ClassesValue(HKEY_CURRENT_USER, companionsClass), L"{BF91FE03-CCE7-46A9-9190-153022EC755F}");
+    EXPECT_EQ(host_.Install(false, L"user"), S_OK);
 }
 
 // In a process that has imported nothing: a thread that did keeps its helper.
@@ -95,7 +162,7 @@ TEST(FreshProcess, CanUnloadTheHostsLibrary) {
 }
 
 TEST_F(HostLibrary, RefusesUnknownMembersAndWrongNumbersOfArguments) {
-    constexpr host::ErrorNumber wrongNumber = -2147352562;
+    constexpr host::ErrorNumber wrongNumber = 450;
     for (const auto& [progId, classId] : classes) {
         const DispatchObject object = Make(progId);
         test::ExpectError(438, "对象不支持该属性或方法", [&] { object.Call(L"NoSuchMember"); });

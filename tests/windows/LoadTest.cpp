@@ -9,6 +9,7 @@
 #include <thread>
 #include <vector>
 
+#include <malloc.h>
 #include <psapi.h>
 
 namespace {
@@ -67,6 +68,29 @@ std::string Settings(std::string_view proc, int rows) {
     return request + "</qxinterface>";
 }
 
+/// The bytes in use of the heap that this program and the libraries share: that of the C run-time.
+std::int64_t UsedBytes() {
+    std::int64_t bytes = 0;
+    _HEAPINFO entry{};
+    while (_heapwalk(&entry) == _HEAPOK) {
+        if (entry._useflag == _USEDENTRY)
+            bytes += static_cast<std::int64_t>(entry._size);
+    }
+    return bytes;
+}
+
+template <class Action> DWORD WINAPI RunAction(void* action) {
+    (*static_cast<Action*>(action))();
+    return 0;
+}
+
+/// Runs `action` on a thread of the system's own making, which adds nothing to the heap by itself.
+template <class Action> void OnSystemThread(Action& action) {
+    const HANDLE thread = CreateThread(nullptr, 0, RunAction<Action>, &action, 0, nullptr);
+    WaitForSingleObject(thread, INFINITE);
+    CloseHandle(thread);
+}
+
 class Load : public test::HostedTest {
 protected:
     Load() { Fill(account_); }
@@ -113,6 +137,9 @@ TEST_F(Load, MeasuringSeesWhatIsHeld) {
     CloseHandle(event);
     EXPECT_GT(after.memory - before.memory, freeMemory);
     EXPECT_EQ(after.handles, before.handles + 1);
+    const std::int64_t used = UsedBytes();
+    const auto piece = std::make_unique<char[]>(48);
+    EXPECT_GE(UsedBytes() - used, 48);
 }
 
 TEST_F(Load, ManyCallsLeaveNothingBehind) {
@@ -189,4 +216,32 @@ TEST_F(Load, HelpersEndWithTheirApartmentAndAreMadeAnewInTheNext) {
             EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
         }
     }).join();
+}
+
+TEST_F(Load, ThreadsLeaveNothingBehind) {
+    constexpr int threads = 20;
+    const auto growth = [](auto action) {
+        for (int i = 0; i < 3; ++i)
+            OnSystemThread(action);
+        const std::int64_t before = UsedBytes();
+        for (int i = 0; i < threads; ++i)
+            OnSystemThread(action);
+        return UsedBytes() - before;
+    };
+    const auto inApartment = [](auto action) {
+        return [action] {
+            EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+            action();
+            CoUninitialize();
+        };
+    };
+    EXPECT_EQ(growth(inApartment([] {})), 0) << "nothing but an apartment";
+    EXPECT_EQ(growth(inApartment([] { DispatchObject::Create(settings); })), 0) << "an instance";
+    EXPECT_EQ(growth(inApartment([] {
+                  const VariantHolder nothing(static_cast<IDispatch*>(nullptr));
+                  const DispatchObject instance = DispatchObject::Create(settings);
+                  instance.Call(L"Transact", VariantHolder(std::string("<a/>")), nothing);
+              })),
+              0)
+        << "a helper, and an error";
 }

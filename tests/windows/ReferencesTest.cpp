@@ -52,7 +52,7 @@ struct Handles {
 
 /// A handle: what stands behind it, what fits there, and a use of it.
 struct Kind {
-    std::function<IDispatch*(const Handles&)> standing;
+    std::function<IDispatch*(Handles&)> standing;
     std::function<ComPtr<IDispatch>()> another;
     std::function<void(Handles&)> use;
     /// Whether objects of every type fit.
@@ -66,25 +66,24 @@ ComPtr<IDispatch> AnotherDocument() {
 }
 ComPtr<IDispatch> AnyObject() { return test::MakeObject({}); }
 
-const Kind document{[](const Handles& h) { return server::Standing(h.document); }, AnotherDocument,
+const Kind document{[](Handles& h) { return server::Standing(h.document); }, AnotherDocument,
                     [](Handles& h) { h.document.Xml(); }};
-const Kind rows{[](const Handles& h) { return server::Standing(h.rows); }, AnotherDocument,
-                [](Handles& h) { h.rows.Xml(); }};
-const Kind element{[](const Handles& h) { return server::Standing(h.element.get()); },
+const Kind rows{[](Handles& h) { return server::Standing(h.rows); }, AnotherDocument, [](Handles& h) { h.rows.Xml(); }};
+const Kind element{[](Handles& h) { return server::Standing(h.element.get()); },
                    [] {
                        const XmlDocument other(AnotherDocument().As<IXMLDOMDocument>());
                        return server::ComNode(other.DocumentElement().get()).As<IDispatch>();
                    },
                    [](Handles& h) { h.element->Text(); }};
-const Kind connection{[](const Handles& h) { return server::Standing(h.connection); },
+const Kind connection{[](Handles& h) { return server::Standing(h.connection); },
                       [] { return DispatchObject::Create(L"ADODB.Connection").object(); },
                       [](Handles& h) { h.connection.CommitTrans(); }};
-const Kind recordset{[](const Handles& h) { return server::Standing(h.recordset); },
+const Kind recordset{[](Handles& h) { return server::Standing(h.recordset); },
                      [] { return DispatchObject::Create(L"ADODB.Recordset").object(); },
                      [](Handles& h) { h.recordset.FieldCount(); }};
-const Kind opened{[](const Handles& h) { return server::Standing(h.opened); }, recordset.another, nullptr};
-const Kind context{[](const Handles& h) { return server::Standing(h.context); }, AnyObject, nullptr, true};
-const Kind data{[](const Handles& h) { return server::Standing(h.data); }, AnyObject, nullptr, true};
+const Kind opened{[](Handles& h) { return server::Standing(h.opened); }, recordset.another, nullptr};
+const Kind context{[](Handles& h) { return server::Standing(h.context); }, AnyObject, nullptr, true};
+const Kind data{[](Handles& h) { return server::Standing(h.data); }, AnyObject, nullptr, true};
 
 /// An operation and one of its by-reference objects.
 struct Operation {
@@ -168,7 +167,7 @@ protected:
         });
         operation.call(handles_);
     }
-    IDispatch* Standing() const { return GetParam().kind->standing(handles_); }
+    IDispatch* Standing() { return GetParam().kind->standing(handles_); }
 
     Handles handles_;
 };

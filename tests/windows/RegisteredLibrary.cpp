@@ -12,7 +12,7 @@ namespace test {
 RegisteredLibrary::RegisteredLibrary(const wchar_t* file) : library_(LoadLibraryW(file)) {
     if (!library_)
         throw std::runtime_error(server::ToUtf8(file) + " cannot be loaded");
-    EXPECT_EQ(Install(true, nullptr), S_OK) << server::ToUtf8(file);
+    EXPECT_EQ(Install(true, L"replace"), S_OK) << server::ToUtf8(file);
 }
 
 RegisteredLibrary::~RegisteredLibrary() {
@@ -20,8 +20,8 @@ RegisteredLibrary::~RegisteredLibrary() {
     FreeLibrary(library_);
 }
 
-HRESULT RegisteredLibrary::Install(bool install, const wchar_t* scope) const {
-    return Entry<HRESULT(STDAPICALLTYPE*)(BOOL, const wchar_t*)>("DllInstall")(install ? TRUE : FALSE, scope);
+HRESULT RegisteredLibrary::Install(bool install, const wchar_t* words) const {
+    return Entry<HRESULT(STDAPICALLTYPE*)(BOOL, const wchar_t*)>("DllInstall")(install ? TRUE : FALSE, words);
 }
 
 HRESULT RegisteredLibrary::CanUnload() const { return Entry<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")(); }

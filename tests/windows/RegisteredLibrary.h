@@ -4,8 +4,8 @@
 
 namespace test {
 
-/// A library from this program's folder, registered for the machine as long as the object lives: Wine looks for
-/// classes there alone.
+/// A library from this program's folder, registered for the machine as long as the object lives, since Wine looks for
+/// classes there alone. It takes the names that the system's own libraries hold, and gives them back.
 class RegisteredLibrary {
 public:
     /// Throws std::runtime_error when the library cannot be loaded; fails the running test when it cannot be
@@ -19,8 +19,11 @@ public:
     template <class Function> Function Entry(const char* name) const {
         return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library_, name)));
     }
-    /// Registers or unregisters; L"user" is the current user, nullptr the machine.
-    HRESULT Install(bool install, const wchar_t* scope) const;
+    /// Registers or unregisters.
+    /// @param words of the command line: L"user" is the current user, nullptr the machine; L"replace" takes the names
+    /// of
+    ///        others
+    HRESULT Install(bool install, const wchar_t* words) const;
     /// What `DllCanUnloadNow` says.
     HRESULT CanUnload() const;
 

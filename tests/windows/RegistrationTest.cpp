@@ -1,6 +1,8 @@
 #include "server/com/BString.h"
+#include "server/com/DispatchObject.h"
 #include "server/com/Utf16.h"
 #include "server/com/VariantHolder.h"
+#include "tests/windows/OnWine.h"
 #include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ServerFixture.h"
 
@@ -32,6 +34,7 @@ constexpr std::pair<const wchar_t*, const wchar_t*> interfaces[] = {
 };
 const std::wstring typeLibrary = L"{885BA465-EB2B-49AE-8EDA-6D545E15E02D}";
 const std::wstring typeLibraryPath = L"TypeLib\\" + typeLibrary + L"\\1.0";
+const std::wstring applicationPath = L"AppID\\{A913E70F-77A7-414C-B74C-377178CF58CF}";
 const std::wstring typeLibraryFile = typeLibraryPath + (sizeof(void*) == 8 ? L"\\0\\win64" : L"\\0\\win32");
 
 void ExpectRegistered(HKEY root) {
@@ -39,6 +42,10 @@ void ExpectRegistered(HKEY root) {
     EXPECT_EQ(test::ClassesValue(root, typeLibraryPath), L"Kovra");
     const std::wstring file = test::ClassesValue(root, typeLibraryFile);
     EXPECT_TRUE(file.ends_with(L"\\Kovra.dll")) << server::ToUtf8(file);
+    EXPECT_EQ(test::ClassesValue(root, applicationPath), L"Kovra");
+    for (const auto& [progId, classId] : classes) {
+        EXPECT_EQ(L"AppID\\" + test::ClassesValue(root, std::wstring(L"CLSID\\") + classId, L"AppID"), applicationPath);
+    }
     EXPECT_EQ(test::ClassesValue(root, typeLibraryPath + L"\\FLAGS"), L"0");
     EXPECT_EQ(test::ClassesValue(root, typeLibraryPath + L"\\HELPDIR") + L"\\Kovra.dll", file);
     for (const auto& [name, interfaceId] : interfaces) {
@@ -54,6 +61,7 @@ void ExpectNothing(HKEY root) {
     test::ExpectNotRegistered(root, classes);
     EXPECT_EQ(test::ClassesValue(root, typeLibraryPath), L"");
     EXPECT_EQ(test::ClassesValue(root, typeLibraryFile), L"");
+    EXPECT_EQ(test::ClassesValue(root, applicationPath), L"");
     for (const auto& [name, interfaceId] : interfaces) {
         EXPECT_EQ(test::ClassesValue(root, std::wstring(L"Interface\\") + interfaceId), L"");
         EXPECT_EQ(test::ClassesValue(root, std::wstring(L"Interface\\") + interfaceId + L"\\TypeLib"), L"");
@@ -87,6 +95,20 @@ private:
 
     HKEY key_ = nullptr;
 };
+
+/// Writes a value below the machine's Software\Classes; `name` null is the key's default value.
+void Write(const std::wstring& path, const wchar_t* name, const std::wstring& text) {
+    EXPECT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str(), name, REG_SZ, text.c_str(),
+                              static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS);
+}
+void Remove(const std::wstring& path) {
+    EXPECT_EQ(RegDeleteTreeW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str()), ERROR_SUCCESS);
+}
+std::wstring ServerPath(const test::RegisteredClass& of) {
+    return std::wstring(L"CLSID\\") + of.classId + L"\\InprocServer32";
+}
+const std::wstring otherFileName = L"C:\\newer\\Kovra.dll";
 
 /// Calls an object of another apartment by its dual interface. Releases `stream`.
 void CallThroughProxy(IStream* stream) {
@@ -166,9 +188,9 @@ TEST_F(RegistrationTest, NamesStayWhileTheLibraryOfTheOtherSizeNeedsThem) {
 
     for (const auto& [progId, classId] : classes)
         EXPECT_EQ(RegDeleteKeyExW(HKEY_LOCAL_MACHINE, keyOf(classId).c_str(), otherSize, 0), ERROR_SUCCESS);
+    Remove(otherFile);
     EXPECT_EQ(Install(false, nullptr), S_OK);
     ExpectNothing(HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, otherFile), L"");
 }
 
 TEST_F(RegistrationTest, KeyThatCannotBeRemovedIsReported) {
@@ -182,15 +204,83 @@ TEST_F(RegistrationTest, KeyThatCannotBeRemovedIsReported) {
     ExpectNothing(HKEY_LOCAL_MACHINE);
 }
 
-TEST_F(RegistrationTest, WhatCannotBeWrittenWholeIsTakenAway) {
+TEST_F(RegistrationTest, FailedRegistrationLeavesAnEarlierOneAsItWas) {
     {
         const LockedKey locked(L"Kovra.ClsKovraProof");
         EXPECT_EQ(Install(true, nullptr), E_ACCESSDENIED);
-        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, L"Kovra.ClsInvSubject"), L"");
-        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, typeLibraryPath), L"");
     }
+    ExpectRegistered(HKEY_LOCAL_MACHINE);
+}
+
+TEST_F(RegistrationTest, FailedRegistrationGivesBackWhatOthersHad) {
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    // The class of another file, with a value of its own; a name without a class; a version of the type library.
+    Write(ServerPath(classes[0]), nullptr, otherFileName);
+    Write(ServerPath(classes[0]), L"ThreadingModel", L"Both");
+    Write(classes[0].progId, nullptr, L"another description");
+    Write(L"TypeLib\\" + typeLibrary + L"\\2.0", nullptr, L"newer");
+    Write(L"Kovra.ClsPriceJustVou", nullptr, L"");
+    {
+        const LockedKey locked(L"Kovra.ClsPriceJustVou");
+        EXPECT_EQ(Install(true, nullptr), E_ACCESSDENIED);
+    }
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, ServerPath(classes[0])), otherFileName);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, ServerPath(classes[0]), L"ThreadingModel"), L"Both");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, std::wstring(L"CLSID\\") + classes[0].classId + L"\\ProgID"), L"");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, classes[0].progId), L"another description");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, std::wstring(classes[0].progId) + L"\\CLSID"), L"");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, L"Kovra.ClsOppSubject"), L"");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, ServerPath(classes[1])), L"");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, L"TypeLib\\" + typeLibrary + L"\\2.0"), L"newer");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, typeLibraryPath), L"");
+    Remove(L"TypeLib\\" + typeLibrary + L"\\2.0");
+    EXPECT_EQ(Install(true, nullptr), S_OK) << "takes the class over from the other file";
+    ExpectRegistered(HKEY_LOCAL_MACHINE);
+}
+
+// An upgrade registers the new file, and then unregisters the old one.
+TEST_F(RegistrationTest, WhatAnotherFileHasRegisteredSinceStays) {
+    for (const test::RegisteredClass& each : classes)
+        Write(ServerPath(each), nullptr, otherFileName);
+    Write(typeLibraryFile, nullptr, otherFileName);
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    for (const test::RegisteredClass& each : classes) {
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, ServerPath(each)), otherFileName);
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, std::wstring(each.progId) + L"\\CLSID"), each.classId);
+    }
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, typeLibraryFile), otherFileName);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, applicationPath), L"Kovra");
+    for (const auto& [name, interfaceId] : interfaces)
+        EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, std::wstring(L"Interface\\") + interfaceId), name);
     EXPECT_EQ(Install(true, nullptr), S_OK);
     ExpectRegistered(HKEY_LOCAL_MACHINE);
+}
+
+TEST_F(RegistrationTest, OneClassOfAnotherFileStays) {
+    Write(ServerPath(classes[2]), nullptr, otherFileName);
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, ServerPath(classes[2])), otherFileName);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, std::wstring(classes[2].progId) + L"\\CLSID"), classes[2].classId);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, ServerPath(classes[3])), L"");
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, classes[3].progId), L"");
+    EXPECT_EQ(Install(true, nullptr), S_OK);
+}
+
+TEST_F(RegistrationTest, OtherVersionsOfTheTypeLibraryStay) {
+    const std::wstring newer = L"TypeLib\\" + typeLibrary + L"\\2.0\\0\\win64";
+    Write(newer, nullptr, otherFileName);
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    ExpectNothing(HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, newer), otherFileName);
+    Remove(L"TypeLib\\" + typeLibrary);
+}
+
+TEST_F(RegistrationTest, InterfaceOfANewerVersionStays) {
+    const std::wstring described = std::wstring(L"Interface\\") + interfaces[0].second + L"\\TypeLib";
+    Write(described, L"Version", L"2.0");
+    EXPECT_EQ(Install(false, nullptr), S_OK);
+    EXPECT_EQ(test::ClassesValue(HKEY_LOCAL_MACHINE, described, L"Version"), L"2.0");
+    Remove(std::wstring(L"Interface\\") + interfaces[0].second);
 }
 
 TEST_F(RegistrationTest, TypeLibraryNamesEveryClassAndInterface) {
@@ -232,4 +322,23 @@ TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
         CloseHandle(done);
     }
     EXPECT_EQ(CanUnload(), S_OK);
+}
+
+// The system's surrogate, a process of its own, serves a client whose size the library is not of.
+TEST_F(RegistrationTest, SurrogateRunsTheClasses) {
+    if (test::OnWine()) {
+        // Wine's own surrogate, which the empty name stands for, is that of 32 bits.
+        wchar_t folder[MAX_PATH];
+        GetSystemDirectoryW(folder, MAX_PATH);
+        Write(applicationPath, L"DllSurrogate", std::wstring(folder) + L"\\dllhost.exe");
+    }
+    CLSID classId{};
+    ASSERT_EQ(CLSIDFromProgID(L"Kovra.ClsInvSubject", &classId), S_OK);
+    server::ComPtr<IDispatch> object;
+    ASSERT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, object.PutVoid()), S_OK);
+    EXPECT_EQ(CanUnload(), S_OK) << "no object of this process";
+    const server::VariantHolder nothing(static_cast<IDispatch*>(nullptr));
+    const server::VariantHolder request(std::string("<a/>"));
+    EXPECT_EQ(server::ToText(server::DispatchObject(object).Call(L"Transact", request, nothing).Get()),
+              "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>");
 }

@@ -3,11 +3,13 @@
 #include "server/adapters/XmlDocument.h"
 #include "tests/support/ScenarioFolder.h"
 #include "tests/windows/HostedTest.h"
+#include "tests/windows/Reentry.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -32,6 +34,9 @@ public:
 private:
     fs::path before_;
 };
+
+using server::DispatchObject;
+using server::VariantHolder;
 
 class Scenario : public test::HostedTest, public testing::WithParamInterface<fs::path> {};
 
@@ -70,6 +75,43 @@ TEST_P(Scenario, GivesResultAndStatements) {
                        test::Login(test::ReadText(folder / "login.xml")));
     EXPECT_EQ(libraries().server.CanUnload(), S_OK);
 
+    if (test::ExpectsEmptyResult(folder))
+        EXPECT_EQ(result, "");
+    else
+        EXPECT_EQ(Comparable(result), Comparable(test::ReadText(folder / "expected.xml")));
+    test::ExpectStatementsAndRows(folder, "trace.jsonl", account);
+}
+
+// An apartment takes other calls during each call that leaves it.
+TEST_P(Scenario, GivesTheSameWhenItIsCalledFromInside) {
+    const fs::path folder = GetParam();
+    const test::TestAccount account;
+    account.Run(test::ReadText(folder / "setup.sql"));
+    const RunFolder runFolder(account.folder());
+    std::string result;
+    int calls = 0;
+    // In an apartment of its own, since the helper of a thread that has one is not made again.
+    test::InNewApartment([&] {
+        const DispatchObject otherLogin = test::Login("<login QxDbName=\"Provider=Nobody\" cIYear=\"1999\"/>");
+        DispatchObject instance;
+        test::Reentry reentry([&] {
+            if (!instance.object())
+                return;
+            ++calls;
+            const VariantHolder inner = instance.Call(L"Transact", VariantHolder(std::string("<a/>")),
+                                                      VariantHolder(otherLogin.object().Get()));
+            EXPECT_EQ(server::ToText(inner.Get()),
+                      "<error code=\"3705\" dsc=\"Operation is not allowed when the object is open.\"/>");
+        });
+        instance = DispatchObject::Create((L"Kovra." + folder.parent_path().filename().wstring()).c_str());
+        const DispatchObject login = reentry.Wrap(test::Login(test::ReadText(folder / "login.xml")));
+        result = server::ToText(instance
+                                    .Call(L"Transact", VariantHolder(test::ReadText(folder / "request.xml")),
+                                          VariantHolder(login.object().Get()))
+                                    .Get());
+        const DispatchObject last = std::exchange(instance, {});
+    }).join();
+    EXPECT_GE(calls, 3) << "the login, the connection and the helper at least";
     if (test::ExpectsEmptyResult(folder))
         EXPECT_EQ(result, "");
     else

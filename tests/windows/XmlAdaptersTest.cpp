@@ -59,6 +59,12 @@ TEST_F(XmlAdapters, TextIsThatOfAllDescendants) {
     EXPECT_EQ(document_.DocumentElement()->Xml(), "<a>a &lt; b &amp; \"c\"</a>");
 }
 
+// The native documents keep it; what MSXML gives is taken as it comes.
+TEST_F(XmlAdapters, BlanksAtBothEndsOfATextAreLeftOut) {
+    ASSERT_TRUE(document_.LoadXML("<row><cWhCode> 0 1 </cWhCode></row>"));
+    EXPECT_EQ(document_.DocumentElement()->SelectSingleNode("cWhCode")->Text(), "0 1");
+}
+
 TEST_F(XmlAdapters, NodesAreSelectedInDocumentOrder) {
     ASSERT_TRUE(document_.LoadXML("<a><r n=\"1\"/><s n=\"2\"/><r n=\"3\"><r n=\"4\"/></r></a>"));
     const host::DOMNodePtr root = document_.DocumentElement();
@@ -71,6 +77,31 @@ TEST_F(XmlAdapters, NodesAreSelectedInDocumentOrder) {
     EXPECT_EQ(document_.SelectSingleNode("a/s")->GetAttribute("n"), "2");
     EXPECT_EQ(root->SelectSingleNode("missing"), nullptr);
     EXPECT_TRUE(root->SelectNodes("missing").empty());
+}
+
+TEST_F(XmlAdapters, NamesAreLookedForAmongTheChildren) {
+    ASSERT_TRUE(
+        document_.LoadXML("<单据><跌价单 n=\"1\"/>text<x:跌价单 xmlns:x=\"urn:x\" n=\"2\"/>"
+                          "<跌价单 xmlns=\"urn:y\" n=\"3\"/><其他><跌价单 n=\"4\"/></其他><跌价单 n=\"5\"/></单据>"));
+    const host::DOMNodePtr root = document_.DocumentElement();
+    const host::DOMNodeList rows = root->SelectNodes("跌价单");
+    ASSERT_EQ(rows.size(), 2U) << "in no namespace, and no deeper";
+    EXPECT_EQ(rows[0]->GetAttribute("n"), "1");
+    EXPECT_EQ(rows[1]->GetAttribute("n"), "5");
+    EXPECT_EQ(root->SelectSingleNode("跌价单")->GetAttribute("n"), "1");
+    EXPECT_EQ(root->SelectSingleNode("跌价"), nullptr);
+    EXPECT_EQ(document_.SelectSingleNode("单据")->NodeName(), "单据");
+    EXPECT_TRUE(document_.SelectNodes("跌价单").empty());
+}
+
+TEST_F(XmlAdapters, PathsThatAreMoreThanANameGoToTheEngine) {
+    ASSERT_TRUE(document_.LoadXML("<a xmlns:x=\"urn:x\"><b-1.2 n=\"1\"/><x:b n=\"2\"/><b_><c/></b_></a>"));
+    const host::DOMNodePtr root = document_.DocumentElement();
+    EXPECT_EQ(root->SelectSingleNode("b-1.2")->GetAttribute("n"), "1");
+    EXPECT_EQ(root->SelectNodes("*").size(), 3U);
+    EXPECT_EQ(root->SelectSingleNode(".")->NodeName(), "a");
+    EXPECT_EQ(root->SelectNodes("b_/c").size(), 1U);
+    EXPECT_EQ(root->SelectSingleNode("@n"), nullptr);
 }
 
 // A path of wrong syntax is an error in the same way, but Wine's MSXML does not survive one.
