@@ -49,7 +49,7 @@ std::vector<std::string> PagesWithCommands() {
 class CleanCopy {
 public:
     CleanCopy() {
-        for (const char* name : {"cli", "docs", "examples", "schemas", "scripts", "README.md", "README.zh-CN.md"}) {
+        for (const char* name : {"docs", "examples", "schemas", "scripts", "README.md", "README.zh-CN.md"}) {
             fs::copy(test::SourceFolder() / name, root() / name, fs::copy_options::recursive);
         }
         fs::create_directories(root() / "build/release");
