@@ -43,7 +43,8 @@ std::optional<Request> ReadRequest(int client) {
         const std::size_t size = (static_cast<std::size_t>(header[2]) << 8 | header[3]) - header.size();
         const std::size_t before = request.body.size();
         request.body.resize(before + size);
-        if (recv(client, request.body.data() + before, size, MSG_WAITALL) != static_cast<ssize_t>(size)) {
+        // An attention has no body, and reading none would wait for the next message.
+        if (size > 0 && recv(client, request.body.data() + before, size, MSG_WAITALL) != static_cast<ssize_t>(size)) {
             return std::nullopt;
         }
         request.kind = static_cast<Kind>(header[0]);
