@@ -143,7 +143,8 @@ private:
         CLI::App& command = *AddCommand(accounts, "create", help_.accountCreate);
         AddLogin(command, account.login);
         command.add_flag("--demo", account.demo, Text(help_.accountDemo));
-        Runs(command, [&account](Console&) { return RunAccountCreate(account); });
+        command.add_option("--database", account.database, Text(help_.accountDatabase))->type_name("NAME");
+        Runs(command, [&account](Console& console) { return RunAccountCreate(account, console); });
     }
 
     const HelpTexts& help_;

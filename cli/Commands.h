@@ -47,6 +47,8 @@ struct SqlArguments {
 
 struct AccountArguments {
     std::string login;
+    /// The database to create on a server; empty for the one that the login names.
+    std::string database;
     bool demo = false;
 };
 
@@ -61,6 +63,6 @@ int RunQuery(const QueryArguments& arguments);
 int RunSql(const SqlArguments& arguments);
 
 /// Creates the host's tables.
-int RunAccountCreate(const AccountArguments& arguments);
+int RunAccountCreate(const AccountArguments& arguments, Console& console);
 
 } // namespace cli

@@ -29,16 +29,20 @@ host::DOMNodeList ReadConditions(const std::string& path, host::DOMDocument& doc
 }
 
 /// Opens the connection of `instance` as every caller of the class does: by `Transact`, here with a request that
-/// imports nothing. Throws the error that keeps it closed.
-void OpenConnection(kovra::ClsKovraProof& instance, refhost::Environment& environment, host::HostLogin& login) {
+/// imports nothing. Returns the error that `Transact` ended in: the connection may be open by then, as after a failed
+/// login into the subsystem.
+std::optional<host::Error> OpenConnection(kovra::ClsKovraProof& instance, refhost::Environment& environment,
+                                          host::HostLogin& login) {
     const std::string result = instance.Transact("<qxinterface roottag=\"document\" docid=\"\" proc=\"ADD\"/>", &login);
     const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
     document->LoadXML(result);
     const host::DOMNodePtr root = document->DocumentElement();
     if (!root || root->NodeName() == "error") {
         host::EaiHelper& eaiHelper = environment.GetEaiHelper();
-        throw host::Error(ModPub::ToInt32(eaiHelper.GetAttr(root.get(), "code")), eaiHelper.GetAttr(root.get(), "dsc"));
+        return host::Error(ModPub::ToInt32(eaiHelper.GetAttr(root.get(), "code")),
+                           eaiHelper.GetAttr(root.get(), "dsc"));
     }
+    return std::nullopt;
 }
 
 } // namespace
@@ -57,9 +61,16 @@ int RunQuery(const QueryArguments& arguments) {
     }
     refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
     kovra::ClsKovraProof instance(environment);
-    OpenConnection(instance, environment, login);
-    // The class always answers false: what it found is in the envelope.
-    instance.QueryProc(conditions, envelope);
+    const std::optional<host::Error> failure = OpenConnection(instance, environment, login);
+    try {
+        // The class always answers false: what it found is in the envelope.
+        instance.QueryProc(conditions, envelope);
+    } catch (const host::Error& error) {
+        if (failure && error.number() == host::error_number::objectClosed) {
+            throw host::Error(*failure);
+        }
+        throw;
+    }
     WriteOutput(envelope + "\n");
     if (trace) {
         trace->Flush();

@@ -35,6 +35,7 @@ constexpr Messages chineseMessages = {
             .account = "账套数据库",
             .accountCreate = "在空的账套数据库中建立所需的表",
             .accountDemo = "同时建立一家演示用的小公司",
+            .accountDatabase = "在服务器上：为账套创建名为 NAME 的数据库（已有则直接使用）",
             .loginCommand = "登录文件",
             .loginCheck = "检查登录文件缺什么、错在哪里，打开账套并说明其情况",
             .loginInit = "生成登录文件，只有本人可读",
@@ -61,6 +62,15 @@ constexpr Messages chineseMessages = {
             .seeHelp = "用法见 {0} --help",
             .unknownClass = "没有名为“{0}”的类；可用的类有 {1}",
             .didYouMean = "是否想写 {0}？",
+        },
+    .server =
+        {
+            .databaseCreated = "已创建数据库 {0}",
+            .databaseThere = "数据库 {0} 已经存在",
+            .calendarMade = "已在 QxSystem 中建立日历表 UA_Period",
+            .calendarThere = "QxSystem 中已有日历表 UA_Period，保持原样",
+            .nameInLogin = "接下来请在登录文件的 QxDbName 中写入 Database={0}",
+            .noServer = "--database 只用于服务器上的账套；这个登录的账套是一个文件",
         },
 };
 

@@ -37,6 +37,7 @@ constexpr Messages englishMessages = {
             .account = "Account databases",
             .accountCreate = "Create the host's tables in an empty account database",
             .accountDemo = "Add a small company to try things on",
+            .accountDatabase = "On a server: create the database NAME for the account, unless it is there",
             .loginCommand = "Login files",
             .loginCheck = "Tell what is missing or wrong in a login, open its account and say what it is",
             .loginInit = "Make a login file that only its owner can read",
@@ -63,6 +64,15 @@ constexpr Messages englishMessages = {
             .seeHelp = "{0} --help tells what there is",
             .unknownClass = "there is no class '{0}'; the classes are {1}",
             .didYouMean = "did you mean {0}?",
+        },
+    .server =
+        {
+            .databaseCreated = "created the database {0}",
+            .databaseThere = "the database {0} was there already",
+            .calendarMade = "made the calendar table UA_Period in QxSystem",
+            .calendarThere = "QxSystem had a calendar table UA_Period already: it was kept",
+            .nameInLogin = "now put Database={0} into the login's QxDbName",
+            .noServer = "--database is for an account on a server; this login's account is a file",
         },
 };
 

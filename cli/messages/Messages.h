@@ -48,6 +48,7 @@ struct HelpTexts {
     std::string_view account;
     std::string_view accountCreate;
     std::string_view accountDemo;
+    std::string_view accountDatabase;
     std::string_view loginCommand;
     std::string_view loginCheck;
     std::string_view loginInit;
@@ -76,6 +77,19 @@ struct UsageTexts {
     std::string_view didYouMean;
 };
 
+/// What making an account on a server tells.
+struct ServerTexts {
+    /// `{0}` the database.
+    std::string_view databaseCreated;
+    std::string_view databaseThere;
+    std::string_view calendarMade;
+    std::string_view calendarThere;
+    /// What to do next: `{0}` the database.
+    std::string_view nameInLogin;
+    /// A database was named for an account that is a file.
+    std::string_view noServer;
+};
+
 /// All texts that the program has for people, in one language.
 struct Messages {
     Noun row;
@@ -83,6 +97,7 @@ struct Messages {
     Noun entry;
     HelpTexts help;
     UsageTexts usage;
+    ServerTexts server;
 };
 
 const Messages& MessagesIn(Language language) noexcept;

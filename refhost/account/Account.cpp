@@ -1,8 +1,10 @@
 #include "refhost/account/Account.h"
 
 #include "AccountScripts.h"
+#include "ModPub/Conversions.h"
 #include "host/Error.h"
 #include "refhost/account/Batches.h"
+#include "refhost/ia/SqlText.h"
 
 #include <string>
 
@@ -10,16 +12,17 @@ namespace refhost {
 
 namespace {
 
-bool Exists(host::Connection& connection, std::string_view table) {
-    try {
-        connection.Execute("SELECT * FROM " + std::string(table) + " WHERE 1=2");
-        return true;
-    } catch (const host::Error& error) {
-        if (error.number() != host::error_number::noTable) {
-            throw;
-        }
-        return false;
-    }
+bool Exists(Connection& connection, std::string_view table) {
+    const ResultSet id = connection.database().Query("SELECT OBJECT_ID(N'" + std::string(table) + "') AS id");
+    return id.rowCount == 1 && !id.cells.front().IsNull();
+}
+
+/// Runs `work` with the connection inside the server's database `QxSystem`.
+template <class Work> void WithinSystemDatabase(Connection& connection, const Work& work) {
+    const ResultSet name = connection.database().Query("SELECT DB_NAME() AS name");
+    connection.Execute("USE QxSystem", host::command_option::textNoRecords);
+    work();
+    connection.Execute("USE " + SqlName(ModPub::ToText(name.cells.front())), host::command_option::textNoRecords);
 }
 
 void Run(host::Connection& connection, std::string_view script) {
@@ -44,7 +47,7 @@ std::string WithAccountId(std::string_view script, std::string_view accountId) {
 
 } // namespace
 
-void CreateAccount(host::Connection& connection, std::string_view accountId, bool demo) {
+bool CreateAccount(Connection& connection, std::string_view accountId, bool demo, bool onServer) {
     if (Exists(connection, "AccInformation")) {
         throw host::Error(host::error_number::unspecified, "The database holds an account already.");
     }
@@ -53,18 +56,28 @@ void CreateAccount(host::Connection& connection, std::string_view accountId, boo
     connection.BeginTrans();
     try {
         Run(connection, account_scripts::account);
-        if (!hasCalendar) {
-            Run(connection, account_scripts::QxSystem);
-        }
         if (demo) {
             Run(connection, account_scripts::demo);
-            Run(connection, WithAccountId(account_scripts::demo_QxSystem, accountId));
+        }
+        const auto fillSystemDatabase = [&] {
+            if (!hasCalendar) {
+                Run(connection, account_scripts::QxSystem);
+            }
+            if (demo) {
+                Run(connection, WithAccountId(account_scripts::demo_QxSystem, accountId));
+            }
+        };
+        if (onServer) {
+            WithinSystemDatabase(connection, fillSystemDatabase);
+        } else {
+            fillSystemDatabase();
         }
         connection.CommitTrans();
     } catch (...) {
         connection.RollbackTrans();
         throw;
     }
+    return !hasCalendar;
 }
 
 } // namespace refhost

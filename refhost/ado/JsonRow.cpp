@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 
 #include <fmt/format.h>
@@ -16,14 +17,19 @@ std::string DateText(host::Date date) {
     constexpr sys_days epoch = 1899y / December / 30;
     // A negative date counts its day down and its time of day up (OLE Automation).
     const double whole = std::trunc(date.days);
-    const auto second = std::llround(std::abs(date.days - whole) * 86400.0);
-    const auto day = epoch + days(static_cast<int>(whole)) + days(second / 86400);
+    constexpr std::int64_t dayLength = 86'400'000; // in milliseconds, to which dates are kept
+    const std::int64_t time = std::llround(std::abs(date.days - whole) * static_cast<double>(dayLength));
+    const auto day = epoch + days(static_cast<int>(whole)) + days(time / dayLength);
     const year_month_day civil(day);
-    const auto rest = second % 86400;
+    const std::int64_t second = time % dayLength / 1000;
+    const std::int64_t millisecond = time % 1000;
     std::string text = fmt::format("{:04}-{:02}-{:02}", static_cast<int>(civil.year()),
                                    static_cast<unsigned>(civil.month()), static_cast<unsigned>(civil.day()));
-    if (rest != 0) {
-        fmt::format_to(std::back_inserter(text), " {:02}:{:02}:{:02}", rest / 3600, rest / 60 % 60, rest % 60);
+    if (second != 0 || millisecond != 0) {
+        fmt::format_to(std::back_inserter(text), " {:02}:{:02}:{:02}", second / 3600, second / 60 % 60, second % 60);
+    }
+    if (millisecond != 0) {
+        fmt::format_to(std::back_inserter(text), ".{:03}", millisecond);
     }
     return text;
 }

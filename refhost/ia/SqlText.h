@@ -14,4 +14,13 @@ inline std::string SqlText(std::string_view text) {
     return literal.append("'");
 }
 
+/// `name` as T-SQL writes it between brackets, brackets that close inside doubled.
+inline std::string SqlName(std::string_view name) {
+    std::string bracketed = "[";
+    for (const char c : name) {
+        bracketed.append(c == ']' ? 2 : 1, c);
+    }
+    return bracketed.append("]");
+}
+
 } // namespace refhost

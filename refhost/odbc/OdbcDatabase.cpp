@@ -15,9 +15,6 @@
 namespace refhost::odbc {
 namespace {
 
-/// ADO's `ConnectionTimeout` as it is when nobody sets it, in seconds.
-constexpr SQLULEN connectSeconds = 15;
-
 EnvironmentHandle AllocateEnvironment() {
     SQLHANDLE handle = nullptr;
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &handle))) {
@@ -45,9 +42,9 @@ host::Error WithoutPassword(const host::Error& error, const std::string& connect
 
 class OdbcDatabase : public Database {
 public:
-    explicit OdbcDatabase(const std::string& connectionString)
-        : environment_(AllocateEnvironment()), connection_(Allocate<ConnectionHandle>(environment_)) {
-        SQLSetConnectAttrW(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, AttributeNumber(connectSeconds), 0);
+    OdbcDatabase(const std::string& connectionString, TimeLimits limits)
+        : limits_(limits), environment_(AllocateEnvironment()), connection_(Allocate<ConnectionHandle>(environment_)) {
+        SQLSetConnectAttrW(connection_.get(), SQL_ATTR_LOGIN_TIMEOUT, AttributeNumber(SecondsOf(limits.connect)), 0);
         Utf16Text text = ToUtf16(connectionString);
         try {
             Check(SQLDriverConnectW(connection_.get(), nullptr, text.data(), static_cast<SQLSMALLINT>(text.size()),
@@ -78,7 +75,7 @@ public:
 
     ResultSet Query(std::string_view sql) override {
         return transaction_.Run([&] {
-            const StatementHandle statement = RunStatement(connection_, sql, commandSeconds);
+            const StatementHandle statement = RunStatement(connection_, sql, SecondsOf(limits_.statement));
             ResultSet answer = ReadRows(statement);
             // A batch runs to its end only when every answer was asked for.
             while (NextAnswer(statement)) {
@@ -92,7 +89,7 @@ public:
 
     void Execute(std::string_view sql) override {
         transaction_.Run([&] {
-            const StatementHandle statement = RunStatement(connection_, sql, commandSeconds);
+            const StatementHandle statement = RunStatement(connection_, sql, SecondsOf(limits_.statement));
             while (NextAnswer(statement)) {
             }
         });
@@ -154,6 +151,7 @@ private:
         }
     }
 
+    TimeLimits limits_;
     EnvironmentHandle environment_;
     ConnectionHandle connection_;
     bool connected_ = false;
@@ -162,8 +160,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<Database> OpenOdbc(const std::string& connectionString) {
-    return std::make_unique<OdbcDatabase>(connectionString);
+std::unique_ptr<Database> OpenOdbc(const std::string& connectionString, TimeLimits limits) {
+    return std::make_unique<OdbcDatabase>(connectionString, limits);
 }
 
 } // namespace refhost::odbc

@@ -2,14 +2,21 @@
 
 #include "refhost/ado/Database.h"
 
+#include <chrono>
 #include <memory>
 #include <string>
 
 namespace refhost::odbc {
 
+/// How long things may take, as ADO has it when nobody sets `ConnectionTimeout` and `CommandTimeout`.
+struct TimeLimits {
+    std::chrono::seconds connect{15};
+    /// A statement's; where it passes, the statement is cancelled on the server.
+    std::chrono::seconds statement{30};
+};
+
 /// Opens a SQL Server account database through ODBC. The text goes to the driver manager as it stands.
-/// Connecting may take 15 seconds and a statement 30, as with ADO's defaults.
 /// Throws what the driver reports; no password of the text stands in a message.
-std::unique_ptr<Database> OpenOdbc(const std::string& connectionString);
+std::unique_ptr<Database> OpenOdbc(const std::string& connectionString, TimeLimits limits = {});
 
 } // namespace refhost::odbc

@@ -54,6 +54,13 @@ ResultSet ReadRows(const StatementHandle& handle) {
     }
 }
 
+bool IsDead(const ConnectionHandle& connection) {
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    return SQL_SUCCEEDED(
+               SQLGetConnectAttrW(connection.get(), SQL_ATTR_CONNECTION_DEAD, &dead, sizeof(dead), nullptr)) &&
+           dead == SQL_CD_TRUE;
+}
+
 bool NextAnswer(const StatementHandle& statement) {
     const SQLRETURN result = SQLMoreResults(statement.get());
     Check(result, SQL_HANDLE_STMT, statement.get());

@@ -27,6 +27,9 @@ SQLRETURN StartStatement(const StatementHandle& statement, std::string_view sql)
 /// The rows of a statement's present answer; no fields when it has none. Throws the error that ends them.
 ResultSet ReadRows(const StatementHandle& statement);
 
+/// Whether the driver has found the connection gone.
+bool IsDead(const ConnectionHandle& connection);
+
 /// Goes on to the next answer of a batch; false when there is none. Throws the error that stands in its place.
 bool NextAnswer(const StatementHandle& statement);
 

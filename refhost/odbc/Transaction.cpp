@@ -1,7 +1,6 @@
 #include "refhost/odbc/Transaction.h"
 
 #include "refhost/odbc/Diagnostics.h"
-#include "refhost/odbc/Statement.h"
 
 namespace refhost::odbc {
 

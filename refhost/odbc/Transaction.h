@@ -1,7 +1,9 @@
 #pragma once
 
 #include "host/Error.h"
+#include "refhost/ado/ConnectionLost.h"
 #include "refhost/odbc/Handle.h"
+#include "refhost/odbc/Statement.h"
 
 #include <optional>
 
@@ -26,12 +28,16 @@ public:
     void RollBack();
 
     /// Runs `work`, which asks the server something. Throws instead when the server has rolled the transaction back.
+    /// An error with which the connection is gone becomes `ConnectionLost`.
     template <class Work> auto Run(const Work& work) {
         RequireAlive();
         try {
             return work();
         } catch (const host::Error& error) {
             Note(error);
+            if (IsDead(connection_)) {
+                throw ConnectionLost(error);
+            }
             throw;
         }
     }

@@ -64,6 +64,16 @@ void Trace::Transaction(std::string_view operation, Result result) {
     Finish(result);
 }
 
+void Trace::ConnectionLost(std::string_view description) {
+    if (!lossTold_) {
+        lossTold_ = true;
+        line_ = "{";
+        AppendMember(line_, "op", "ConnectionLost");
+        AppendMember(line_, "description", description);
+        Finish(0);
+    }
+}
+
 void Trace::Finish(Result result) {
     if (HostCall::Active()) {
         line_.append(",\"host\":true");

@@ -29,6 +29,9 @@ public:
     /// "BeginTrans", "CommitTrans" or "RollbackTrans".
     void Transaction(std::string_view operation, Result result);
 
+    /// Notes that the connection is gone, behind the operation that met it; once, however many more fail for it.
+    void ConnectionLost(std::string_view description);
+
     /// Writes what is still buffered. Throws std::system_error when the file did not take everything.
     void Flush();
 
@@ -41,6 +44,7 @@ private:
     std::string path_;
     std::unique_ptr<std::FILE, Close> file_;
     std::string line_;
+    bool lossTold_ = false;
 };
 
 } // namespace refhost

@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "host/Forwarding.h"
+#include "refhost/ado/ConnectionLost.h"
 
 #include <string>
 #include <string_view>
@@ -10,11 +11,14 @@ namespace refhost {
 namespace {
 
 /// Runs `operation` and passes its result, success or the error's number, to `note`; an error goes on its way.
-template <class Operation, class Note> void Noted(const Operation& operation, const Note& note) {
+template <class Operation, class Note> void Noted(Trace& trace, const Operation& operation, const Note& note) {
     try {
         operation();
     } catch (const host::Error& error) {
         note(error.number());
+        if (dynamic_cast<const ConnectionLost*>(&error) != nullptr) {
+            trace.ConnectionLost(error.description());
+        }
         throw;
     }
     note(Trace::Result{0});
@@ -27,12 +31,14 @@ public:
 
     void Open(const std::string& connectionString, const std::string& userId, const std::string& password,
               int options) override {
-        Noted([&] { inner().Open(connectionString, userId, password, options); },
-              [&](Trace::Result result) { trace_.Connect(connectionString, userId, password, options, result); });
+        Noted(
+            trace_, [&] { inner().Open(connectionString, userId, password, options); },
+            [&](Trace::Result result) { trace_.Connect(connectionString, userId, password, options, result); });
     }
     void Execute(std::string_view commandText, int options) override {
-        Noted([&] { inner().Execute(commandText, options); },
-              [&](Trace::Result result) { trace_.Execute(commandText, options, result); });
+        Noted(
+            trace_, [&] { inner().Execute(commandText, options); },
+            [&](Trace::Result result) { trace_.Execute(commandText, options, result); });
     }
     void BeginTrans() override { Transaction("BeginTrans", &host::Connection::BeginTrans); }
     void CommitTrans() override { Transaction("CommitTrans", &host::Connection::CommitTrans); }
@@ -40,7 +46,8 @@ public:
 
 private:
     void Transaction(std::string_view operation, void (host::Connection::*member)()) {
-        Noted([&] { (inner().*member)(); }, [&](Trace::Result result) { trace_.Transaction(operation, result); });
+        Noted(
+            trace_, [&] { (inner().*member)(); }, [&](Trace::Result result) { trace_.Transaction(operation, result); });
     }
 
     Trace& trace_;
@@ -53,11 +60,12 @@ public:
 
     void Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
               host::LockType lockType, int options) override {
-        Noted([&] { inner().Open(source, connection, cursorType, lockType, options); },
-              [&](Trace::Result result) {
-                  trace_.Open(source, static_cast<int>(cursorType), static_cast<int>(lockType), options,
-                              static_cast<int>(inner().GetCursorLocation()), result);
-              });
+        Noted(
+            trace_, [&] { inner().Open(source, connection, cursorType, lockType, options); },
+            [&](Trace::Result result) {
+                trace_.Open(source, static_cast<int>(cursorType), static_cast<int>(lockType), options,
+                            static_cast<int>(inner().GetCursorLocation()), result);
+            });
     }
 
 private:

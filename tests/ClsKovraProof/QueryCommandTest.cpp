@@ -49,6 +49,20 @@ TEST_F(QueryCommand, WritesTheFilledEnvelope) {
     EXPECT_THAT(output, testing::EndsWith("</doc></q>\n"));
 }
 
+/// The connection is open when the login into the subsystem fails.
+TEST_F(QueryCommand, RunsThoughTheLoginIntoTheSubsystemFails) {
+    std::string login = account.LoginXml();
+    const std::size_t serial = login.find("cSerial");
+    ASSERT_NE(serial, std::string::npos) << login;
+    File("login.xml", login.replace(serial, 7, "another"));
+    EXPECT_THAT(Output(), testing::StartsWith("<q roottag=\"doc\"><doc><header><ID>1</ID>"));
+}
+
+TEST_F(QueryCommand, TellsWhyTheConnectionStaysClosed) {
+    File("login.xml", "<login QxDbName=\"Provider=KovraAccount;Data Source=/nowhere/a.db\"/>");
+    EXPECT_THAT(ErrorOf(), testing::StartsWith("-2147467259: Cannot open database"));
+}
+
 TEST_F(QueryCommand, TakesConditionsFromAFile) {
     arguments.conditions =
         File("conditions.xml", "<?xml version=\"1.0\"?><eleList><!-- c -->"

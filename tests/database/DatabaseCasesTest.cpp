@@ -257,6 +257,13 @@ TEST_P(DatabaseCases, RefusesWithSqlServersNumberAndMessage) {
     EXPECT_EQ(Single("select count(*) from kovra_case"), Value(0));
 }
 
+TEST_P(DatabaseCases, ReadsDatesUpToTheEndOfTheirRange) {
+    const auto recordset = Open("select cast('9999-12-31 23:59:59.997' as datetime), cast('1753-01-01' as datetime)");
+    // Days from 1899-12-30: 2958465 is 9999-12-31, -53688 is 1753-01-01.
+    EXPECT_NEAR(recordset->FieldValue(0).As<host::Date>()->days, 2958465 + 86399.997 / 86400, 1e-8);
+    EXPECT_EQ(recordset->FieldValue(1), Value(host::Date{-53688}));
+}
+
 struct Numbered {
     std::string sql;
     /// SQL Server's number (sys.messages).

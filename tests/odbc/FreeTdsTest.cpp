@@ -3,16 +3,19 @@
 #include "host/Error.h"
 #include "refhost/odbc/OdbcDatabase.h"
 #include "tests/support/TdsServer.h"
+#include "tests/support/TestAccount.h"
 
+#include <chrono>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-host::Error ConnectError(const std::string& connectionString) {
+host::Error ConnectError(const std::string& connectionString, refhost::odbc::TimeLimits limits = {}) {
     try {
-        refhost::odbc::OpenOdbc(connectionString);
+        refhost::odbc::OpenOdbc(connectionString, limits);
     } catch (const host::Error& error) {
         return error;
     }
@@ -61,6 +64,40 @@ TEST(FreeTds, ReportsALostConnectionAndStaysSound) {
             EXPECT_FALSE(error.description().empty());
         }
     }
+}
+
+/// The tests' server has no encryption to offer.
+TEST(FreeTds, RefusesAServerWithoutEncryptionWhereEncryptionIsRequired) {
+    const test::TestAccount account;
+    const test::TdsServer server(account.connectionString(), {});
+    EXPECT_EQ(ConnectError(server.ConnectionString() + ";Encryption=request").description(), "connected");
+    const host::Error refused = ConnectError(server.ConnectionString() + ";Encryption=require");
+    EXPECT_EQ(refused.number(), host::error_number::unspecified);
+    EXPECT_EQ(refused.description().find("verysecret"), std::string::npos) << refused.description();
+}
+
+TEST(FreeTds, EndsALoginThatNobodyAnswers) {
+    const test::TdsServer server({}, {.muteLogin = true});
+    const host::Error error = ConnectError(server.ConnectionString(), {.connect = std::chrono::seconds(1)});
+    EXPECT_EQ(error.number(), host::error_number::unspecified);
+    EXPECT_EQ(error.description(), "Timeout expired");
+}
+
+TEST(FreeTds, CancelsAStatementThatHasHadItsTime) {
+    const test::TestAccount account;
+    const test::TdsServer server(account.connectionString(), {.muteAt = "endless"});
+    const std::unique_ptr<refhost::Database> database =
+        refhost::odbc::OpenOdbc(server.ConnectionString(), {.statement = std::chrono::seconds(1)});
+    try {
+        database->Execute("select 'endless'");
+        FAIL() << "answered";
+    } catch (const host::Error& error) {
+        EXPECT_EQ(error.number(), host::error_number::unspecified);
+        EXPECT_EQ(error.description(), "Timeout expired");
+    }
+    EXPECT_EQ(server.Cancelled(), 1);
+    // The connection goes on.
+    EXPECT_EQ(database->Query("select 7 as n").cells, std::vector<host::Value>{host::Value(7)});
 }
 
 } // namespace

@@ -43,7 +43,8 @@ std::optional<Request> ReadRequest(int client) {
         const std::size_t size = (static_cast<std::size_t>(header[2]) << 8 | header[3]) - header.size();
         const std::size_t before = request.body.size();
         request.body.resize(before + size);
-        if (recv(client, request.body.data() + before, size, MSG_WAITALL) != static_cast<ssize_t>(size)) {
+        // An attention has no body, and reading none would wait for the next message.
+        if (size > 0 && recv(client, request.body.data() + before, size, MSG_WAITALL) != static_cast<ssize_t>(size)) {
             return std::nullopt;
         }
         request.kind = static_cast<Kind>(header[0]);
@@ -225,28 +226,43 @@ private:
     }
 
     std::string TokensOf(const std::string& batch) {
-        // What a client asks about its own transaction.
+        // What a client asks about its own transaction and about databases.
         if (batch == "SELECT @@TRANCOUNT") {
-            refhost::ResultSet count;
-            count.fields =
-                std::make_shared<refhost::Fields>(1, host::Field{.name = {}, .type = host::FieldType::integer});
-            count.cells.emplace_back(transaction_ == 0 ? 0 : 1);
-            count.rowCount = 1;
-            return Rows(count) + Done(done::counted, 1);
+            return Number(transaction_ == 0 ? 0 : 1) + Done(done::counted, 1);
         }
         if (batch == "IF @@TRANCOUNT = 0 BEGIN TRANSACTION") {
             return (transaction_ == 0 ? Begin() : std::string()) + Done(done::last);
         }
-        try {
-            const refhost::ResultSet result = database_->Query(batch);
-            return result.fields ? Rows(result) + Done(done::counted, result.rowCount) : Done(done::last);
-        } catch (const host::Error& error) {
-            std::string tokens = Message(error.native() == 0 ? 50000 : error.native(), error.description());
-            if (transaction_ != 0 && EndsTransaction(error.native())) {
-                tokens += End(false);
-            }
-            return tokens + Done(done::error);
+        if (batch.starts_with("SELECT DB_ID(N'")) {
+            return Number(5) + Done(done::counted, 1);
         }
+        std::string tokens;
+        database_->RunBatch(batch, std::nullopt, [&](const refhost::BatchAnswer& answer) {
+            if (const auto* const rows = std::get_if<refhost::ResultSet>(&answer)) {
+                tokens += Rows(*rows) + Done(done::more | done::counted, rows->rowCount);
+            } else if (const auto* const written = std::get_if<refhost::RowsWritten>(&answer)) {
+                tokens += Done(done::more | done::counted, static_cast<std::uint64_t>(written->count));
+            } else if (const auto* const message = std::get_if<refhost::ServerMessage>(&answer)) {
+                tokens += Message(0, message->text, 0);
+            } else {
+                const host::Error& error = std::get<host::Error>(answer);
+                tokens += Message(error.native() == 0 ? 50000 : error.native(), error.description());
+                if (transaction_ != 0 && EndsTransaction(error.native())) {
+                    tokens += End(false);
+                }
+                tokens += Done(done::more | done::error);
+            }
+        });
+        return tokens + Done(done::last);
+    }
+
+    /// An answer of one number.
+    static std::string Number(std::int64_t number) {
+        refhost::ResultSet result;
+        result.fields = std::make_shared<refhost::Fields>(1, host::Field{.name = {}, .type = host::FieldType::integer});
+        result.cells.emplace_back(number);
+        result.rowCount = 1;
+        return Rows(result);
     }
 
     TdsServer& server_;
