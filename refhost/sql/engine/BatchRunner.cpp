@@ -29,8 +29,8 @@ struct CompileFailure {
 /// Errors that end their statement alone: violations, values that do not fit, transactions that are not there. The
 /// server ends the batch after all others, failed conversions and names that do not resolve among them (see the page of
 /// SET XACT_ABORT, and sys.messages).
-constexpr std::array statementErrors{220,  232,  242,  512,  515,  517,  530,  535,  536,  537,  544,  547,
-                                     628,  1505, 2601, 2627, 2628, 3701, 3902, 3903, 6401, 8115, 8134, 8152};
+constexpr std::array statementErrors{220, 232,  242,  512,  515,  517,  530,  535,  536,  537,  544,  547,
+                                     628, 1505, 2601, 2627, 2628, 3701, 3902, 3903, 6401, 8115, 8134, 8152};
 
 bool EndsBatch(const host::Error& error) {
     return std::ranges::find(statementErrors, error.native()) == statementErrors.end();
