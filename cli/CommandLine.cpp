@@ -128,11 +128,15 @@ private:
             ->allow_extra_args(false)
             ->type_name("SQL");
         command.add_option("FILE", sql.files, Text(help_.sqlFiles));
-        Runs(command, [&sql](Console&) {
+        AddChoice(command, "--format", sql.format, help_.sqlFormat, {"table", "json", "csv"});
+        command.add_option("--timeout", sql.seconds, Text(help_.sqlTimeout))
+            ->type_name("SECONDS")
+            ->check(CLI::PositiveNumber);
+        Runs(command, [&sql](Console& console) {
             for (std::string& statement : sql.statements) {
                 statement = platform::FromLocale(statement);
             }
-            return RunSql(sql);
+            return RunSql(sql, console);
         });
     }
 

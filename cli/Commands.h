@@ -43,6 +43,10 @@ struct SqlArguments {
     std::string login;
     std::vector<std::string> statements;
     std::vector<std::string> files;
+    /// "table", "json" or "csv"; empty for table on a terminal and else JSON.
+    std::string format;
+    /// How many seconds each batch may take, 0 for as long as it takes.
+    int seconds = 0;
 };
 
 struct AccountArguments {
@@ -59,8 +63,9 @@ int RunTransact(const TransactArguments& arguments, Console& console);
 /// Queries stock documents and writes the filled envelope. Throws `host::Error` for what the query raises too.
 int RunQuery(const QueryArguments& arguments);
 
-/// Runs T-SQL batches and writes each row as one JSON object a line.
-int RunSql(const SqlArguments& arguments);
+/// Runs T-SQL batches up to the first that fails. Rows go to standard output; counts, messages and errors of a batch go
+/// to `console`.
+int RunSql(const SqlArguments& arguments, Console& console);
 
 /// Creates the host's tables.
 int RunAccountCreate(const AccountArguments& arguments, Console& console);

@@ -1,15 +1,17 @@
 #include "ModPub/Conversions.h"
 #include "cli/Commands.h"
 #include "cli/Output.h"
+#include "cli/Platform.h"
+#include "cli/ResultWriter.h"
 #include "refhost/Environment.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Batches.h"
 #include "refhost/ado/Connection.h"
-#include "refhost/ado/JsonRow.h"
 #include "refhost/eai/Login.h"
 #include "refhost/xml/FileText.h"
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 #include <optional>
 #include <stdexcept>
@@ -18,30 +20,53 @@
 namespace cli {
 namespace {
 
-/// Writes each row of each result. Throws the batch's first error once all was written that came with it.
-void RunBatch(const std::string& batch, refhost::Database& database) {
-    std::optional<host::Error> failure;
-    database.RunBatch(batch, std::nullopt, [&](const refhost::BatchAnswer& answer) {
-        if (const auto* error = std::get_if<host::Error>(&answer); error != nullptr && !failure) {
-            failure = *error;
-        }
-        if (const auto* rows = std::get_if<refhost::ResultSet>(&answer)) {
-            std::string lines;
-            for (std::size_t row = 0; row < rows->rowCount; ++row) {
-                refhost::AppendJsonRow(lines, *rows, row);
-                lines.push_back('\n');
-            }
-            WriteOutput(lines);
-        }
-    });
-    if (failure) {
-        throw host::Error(*failure);
+/// Writes what a batch answers: rows to standard output, everything else to standard error.
+class BatchPrinter {
+public:
+    BatchPrinter(ResultFormat format, Console& console)
+        : format_(format), width_(platform::TerminalWidth(platform::Stream::output)), console_(console) {}
+
+    void operator()(const refhost::ResultSet& rows) {
+        // A line between two results, where their lines do not tell them apart.
+        const std::string_view gap = format_ == ResultFormat::json || first_ ? "" : "\n";
+        first_ = false;
+        const bool terminal = platform::IsTerminal(platform::Stream::output);
+        const std::string text =
+            std::string(gap) + ResultText(rows, format_, terminal ? width_ : 0, console_.messages());
+        format_ == ResultFormat::table ? WriteForPeople(text) : WriteOutput(text);
     }
+    void operator()(refhost::RowsWritten rows) {
+        console_.Say("(" + Count(static_cast<std::size_t>(rows.count), console_.messages().row) + ")");
+    }
+    void operator()(const refhost::ServerMessage& message) { console_.Say(message.text); }
+    void operator()(const host::Error& error) {
+        failed_ = true;
+        const bool forPeople = console_.IsTerminal() && error.native() != 0;
+        const std::string lead =
+            forPeople ? "Msg " + std::to_string(error.native()) + ": " : std::to_string(error.number()) + ": ";
+        console_.Say(Console::Tone::bad, lead, error.description());
+    }
+
+    bool failed() const { return failed_; }
+
+private:
+    ResultFormat format_;
+    std::size_t width_;
+    Console& console_;
+    bool first_ = true;
+    bool failed_ = false;
+};
+
+ResultFormat FormatOf(const SqlArguments& arguments) {
+    if (const std::optional<ResultFormat> format = ResultFormatNamed(arguments.format)) {
+        return *format;
+    }
+    return platform::IsTerminal(platform::Stream::output) ? ResultFormat::table : ResultFormat::json;
 }
 
 } // namespace
 
-int RunSql(const SqlArguments& arguments) {
+int RunSql(const SqlArguments& arguments, Console& console) {
     std::vector<std::string> batches = arguments.statements;
     for (const std::string& file : arguments.files) {
         std::ranges::move(refhost::SplitBatches(refhost::xml::ReadTextFile(file)), std::back_inserter(batches));
@@ -53,8 +78,18 @@ int RunSql(const SqlArguments& arguments) {
     const refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
     refhost::Connection connection(refhost::OpenExisting());
     connection.Open(ModPub::ToText(login.Member("QxDbName")), "", "", host::command_option::unspecified);
+    refhost::TimeLimit limit;
+    if (arguments.seconds > 0) {
+        limit = std::chrono::seconds(arguments.seconds);
+    }
+    BatchPrinter printer(FormatOf(arguments), console);
     for (const std::string& batch : batches) {
-        RunBatch(batch, connection.database());
+        connection.database().RunBatch(batch, limit, [&](const refhost::BatchAnswer& answer) {
+            std::visit([&](const auto& each) { printer(each); }, answer);
+        });
+        if (printer.failed()) {
+            return exit_status::failed;
+        }
     }
     return exit_status::done;
 }

@@ -45,6 +45,8 @@ struct HelpTexts {
     std::string_view sql;
     std::string_view sqlExecute;
     std::string_view sqlFiles;
+    std::string_view sqlFormat;
+    std::string_view sqlTimeout;
     std::string_view account;
     std::string_view accountCreate;
     std::string_view accountDemo;

@@ -34,6 +34,13 @@ std::string DateText(host::Date date) {
     return text;
 }
 
+void AppendHex(std::string& text, const host::Bytes& bytes) {
+    text.append("0x");
+    for (const std::uint8_t byte : bytes.data) {
+        fmt::format_to(std::back_inserter(text), "{:02X}", byte);
+    }
+}
+
 struct AppendValue {
     std::string& json;
 
@@ -46,15 +53,33 @@ struct AppendValue {
     void operator()(const std::string& value) const { text::AppendJsonString(json, value); }
     void operator()(host::Date value) const { text::AppendJsonString(json, DateText(value)); }
     void operator()(const host::Bytes& value) const {
-        json.append("\"0x");
-        for (const std::uint8_t byte : value.data) {
-            fmt::format_to(std::back_inserter(json), "{:02X}", byte);
-        }
-        json.append("\"");
+        json.push_back('"');
+        AppendHex(json, value);
+        json.push_back('"');
     }
 };
 
+struct AppendPlain {
+    std::string& text;
+
+    void operator()(host::Empty) const {}
+    void operator()(host::Null) const {}
+    void operator()(bool value) const { text.append(value ? "1" : "0"); }
+    void operator()(std::int64_t value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
+    void operator()(double value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
+    void operator()(const host::Decimal& value) const { text.append(value.text); }
+    void operator()(const std::string& value) const { text.append(value); }
+    void operator()(host::Date value) const { text.append(DateText(value)); }
+    void operator()(const host::Bytes& value) const { AppendHex(text, value); }
+};
+
 } // namespace
+
+std::string PlainText(const host::Value& value) {
+    std::string text;
+    std::visit(AppendPlain{text}, value.storage());
+    return text;
+}
 
 void AppendJsonRow(std::string& json, const ResultSet& result, std::size_t row) {
     const Fields& fields = *result.fields;

@@ -11,4 +11,7 @@ namespace refhost {
 /// bare and exact, dates are "YYYY-MM-DD" with " hh:mm:ss" where they have a time of day, bytes are "0x…" in hex.
 void AppendJsonRow(std::string& json, const ResultSet& result, std::size_t row);
 
+/// A value as people read it: Null is empty, bits are 1 and 0, everything else as in a JSON row, without quotes.
+std::string PlainText(const host::Value& value);
+
 } // namespace refhost

@@ -258,6 +258,43 @@ TEST_F(Program, SqlRunsTheBatchesOfAFile) {
     EXPECT_EQ(Kovra("sql --login login.xml script.sql").output, "{\"a\":7}\n");
 }
 
+TEST_F(Program, SqlShowsEveryResultOfABatchAndSaysTheRestOnStandardError) {
+    const Ended run = Kovra("sql --lang en --login login.xml -e \"create table t (a int) insert into t values (1), (2) "
+                            "select a from t select 'x' as b print 'done'\"");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "{\"a\":1}\n{\"a\":2}\n{\"b\":\"x\"}\n");
+    EXPECT_EQ(run.error, "(2 rows)\ndone\n");
+}
+
+TEST_F(Program, SqlHandsOverWhatCameBeforeAnErrorAndBehindIt) {
+    const Ended run =
+        Kovra("sql --login login.xml -e \"select 1 as a select 1/0 as b select 2 as c\" -e \"select 3 as d\"");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "{\"a\":1}\n{\"c\":2}\n");
+    EXPECT_EQ(run.error, "-2147467259: Divide by zero error encountered.\n");
+}
+
+TEST_F(Program, SqlWritesTablesAndCsv) {
+    const std::string statement =
+        " -e \"select N'仓,库' as n, cast(1.5 as decimal(5,2)) as d, null as e union all select 'b', 12, 7\"";
+    EXPECT_EQ(Kovra("sql --lang en --login login.xml --format table" + statement).output, "n          d     e\n"
+                                                                                          "-----  -----  ----\n"
+                                                                                          "仓,库   1.50  NULL\n"
+                                                                                          "b      12.00     7\n"
+                                                                                          "(2 rows)\n");
+    EXPECT_EQ(Kovra("sql --login login.xml --format csv" + statement).output,
+              "n,d,e\r\n\"仓,库\",1.50,\r\nb,12.00,7\r\n");
+    EXPECT_EQ(Kovra("sql --login login.xml --format xml" + statement).status, 2);
+}
+
+TEST_F(Program, SqlEndsABatchWhenItsTimeIsOver) {
+    const Ended run = Kovra("sql --login login.xml --timeout 1 -e \"while 1 = 1 print 'on'\"");
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(Contains(run.error, "on\non\n"));
+    EXPECT_TRUE(Contains(run.error, "-2147467259: Query timeout expired\n"));
+    EXPECT_EQ(Kovra("sql --login login.xml --timeout 0 -e 'select 1'").status, 2);
+}
+
 TEST_F(Program, SqlReportsAnErrorByNumberAndMessage) {
     const Ended run = Kovra("sql --login login.xml -e 'select * from nowhere'");
     EXPECT_EQ(run.status, 1);

@@ -63,7 +63,10 @@ std::string JoinTerms(const std::vector<std::string>& terms, std::size_t first, 
 } // namespace
 
 std::string Binder::Parameter(const Slot& slot) {
-    if (use_ == LiteralUse::inlined) {
+    if (inlining_) {
+        Pin(slot.literal);
+    }
+    if (use_ == LiteralUse::inlined || inlining_) {
         return Spelled(Evaluate(LiteralAt(slot.literal), slot));
     }
     slots_.push_back(slot);
@@ -199,6 +202,14 @@ Bound Binder::BindValue(const Expression& expression) {
         return BindSubquery(expression);
     case Node::variable:
         return BindVariable(expression);
+    case Node::collate: {
+        const std::string name = FoldText(expression.text);
+        if (name.find("_ci_as") == std::string::npos && name != "database_default") {
+            FailOwn(host::error_number::unspecified,
+                    "The embedded database compares texts as Chinese_PRC_CI_AS does, and not as {}.", expression.text);
+        }
+        return BindValue(*expression.arguments[0]);
+    }
     default:
         Fail(102, "Incorrect syntax near '*'.");
     }
@@ -361,10 +372,21 @@ Bound Binder::BindConvert(const Expression& expression) {
         Pin(given.literal);
         style = static_cast<int>(CellOf(LiteralAt(given.literal), false).integer);
     }
+    if (expression.flag) {
+        return BindTryConvert(BindValue(*expression.arguments[0]), expression.type, style);
+    }
     if (expression.type.base == Base::timestamp) {
         return Converted(BindValue(*expression.arguments[0]), {Base::binary, 8, 0, 0}, style, Surplus::cut);
     }
     return Converted(BindValue(*expression.arguments[0]), expression.type, style, Surplus::cut);
+}
+
+Bound Binder::BindTryConvert(Bound value, const Type& type, int style) {
+    Own(value);
+    Bound result;
+    result.type = type;
+    result.text = fmt::format("k_tryconvert({}, {}, {}, {})", value.text, Pack(value.type), Pack(type), style);
+    return result;
 }
 
 Bound Binder::BindCase(const Expression& expression) {
@@ -406,14 +428,16 @@ Bound Binder::BindCase(const Expression& expression) {
 }
 
 Bound Binder::BindSubquery(const Expression& expression) {
-    BoundSelect select = BindSelect(*expression.select);
+    const BoundSelect select = BindInner(*expression.select);
     if (select.columns.size() != 1) {
         Fail(116, "Only one expression can be specified in the select list when the subquery is not introduced "
                   "with EXISTS.");
     }
     Bound result;
     result.type = select.columns[0].value.type;
-    result.text = "(" + select.Text(false, false) + ")";
+    // SQLite takes the first of several rows, the server none.
+    result.text = select.single ? "(" + select.Text(false, false) + ")"
+                                : fmt::format("(SELECT k_single(s.c0) FROM ({}) AS s)", select.Text(true, true));
     return result;
 }
 
@@ -503,7 +527,7 @@ std::string Binder::BindCondition(const Expression& expression, bool topLevel) {
     case Node::inSelect:
         return BindInSelect(expression);
     case Node::exists:
-        return "EXISTS (" + BindSelect(*expression.select).Text(false, false) + ")";
+        return "EXISTS (" + BindInner(*expression.select).Text(false, false) + ")";
     default:
         Fail(4145, "An expression of non-boolean type specified in a context where a condition is expected.");
     }
@@ -573,7 +597,7 @@ std::string Binder::BindInList(const Expression& expression) {
 
 std::string Binder::BindInSelect(const Expression& expression) {
     Bound value = BindValue(*expression.arguments[0]);
-    BoundSelect select = BindSelect(*expression.select);
+    BoundSelect select = BindInner(*expression.select);
     if (select.columns.size() != 1) {
         Fail(116, "Only one expression can be specified in the select list when the subquery is not introduced "
                   "with EXISTS.");

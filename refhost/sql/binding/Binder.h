@@ -2,6 +2,7 @@
 
 #include "refhost/sql/engine/Plan.h"
 
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -53,6 +54,9 @@ struct BoundSelect {
     std::vector<std::string> operators;
     std::string tail;
 
+    /// Whether it cannot give more than one row.
+    bool single = false;
+
     /// The query's text; with `names`, every column gets its name (c0, c1 … when `numbered`).
     std::string Text(bool names, bool numbered) const;
 };
@@ -83,6 +87,8 @@ public:
 
     // For definitions.
     BoundSelect BindSelect(const Select& select);
+    /// A query inside of another statement. Throws where it is sorted without a limit.
+    BoundSelect BindInner(const Select& select);
     /// A condition over the columns of one table, of which it names them alone.
     std::string BindCheck(const Expression& condition, const Table& table);
     /// A default as what the column stores.
@@ -109,35 +115,88 @@ private:
         std::vector<ScopeSource> sources;
         bool aggregated = false;
         bool inAggregate = false;
+        /// Whether functions over windows may stand here.
+        bool windows = false;
         /// Columns used outside of aggregates, for the test against GROUP BY.
         std::vector<std::string> bareColumns;
         std::vector<std::string> groups;
     };
 
-    class ScopeGuard;
+    /// Opens a scope for the life of the object.
+    class ScopeGuard {
+    public:
+        ScopeGuard(Binder& binder, Scope* outer) : binder_(binder), before_(binder.scope_) {
+            scope_.outer = outer;
+            binder_.scope_ = &scope_;
+        }
+        ~ScopeGuard() { binder_.scope_ = before_; }
+        ScopeGuard(const ScopeGuard&) = delete;
+        ScopeGuard& operator=(const ScopeGuard&) = delete;
+
+    private:
+        Binder& binder_;
+        Scope* before_;
+        Scope scope_;
+    };
+
+    /// The common table expression that refers to itself and is being bound.
+    struct Recursion {
+        std::string name;
+        std::string sqlName;
+        std::vector<ScopeColumn> columns;
+        /// What its place in the recursive query is called.
+        std::string alias;
+    };
 
     // Sources.
     std::string BindFrom(const std::vector<std::unique_ptr<Source>>& sources);
     std::string BindSource(const Source& source, bool outerSide);
+    std::string BindApply(const Source& source, bool outerSide);
     std::string BindTable(const Source& source, bool outerSide);
     std::string BindDerived(const Source& source, bool outerSide);
+    std::string AddDerived(BoundSelect select, const std::string& alias, const std::vector<std::string>& columnAliases,
+                           bool outerSide);
     ScopeSource& AddTable(std::shared_ptr<const Table> table, std::string alias, bool outerSide);
     const ScopeColumn& FindColumn(const Name& name, Scope*& found) const;
     bool MatchesSource(const ScopeSource& source, const Name& name) const;
 
+    // Common table expressions, in CommonTableBinder.cpp.
+    void AddCommons(const CommonTables& tables);
+    std::optional<std::size_t> FindCommon(const Name& name) const;
+    std::string BindCommon(std::size_t index, const std::string& alias, bool outerSide);
+    BoundSelect BindRecursive(const CommonTable& common);
+    std::string BindRecursiveSource(const std::string& alias);
+
+    // Functions over windows, in WindowBinder.cpp.
+    std::string BindWindow(const Window& window);
+    /// Nothing for a function that needs no window.
+    std::optional<Bound> BindWindowFunction(const std::string& name, const Expression& expression);
+
     // Queries.
     BoundSelect::Member BindMember(const Select& select, std::vector<OutputColumn>& columns, const Select* orderOf);
-    void BindItems(const Select& select, std::vector<OutputColumn>& columns);
+    /// @param bare receives the columns that each item uses outside of aggregates
+    void BindItems(const std::vector<SelectItem>& items, std::vector<OutputColumn>& columns,
+                   std::vector<std::vector<std::string>>& bare);
     /// A query that sets variables. Throws where it gives columns too.
     Plan BindAssigningSelect(const Select& select);
     void ExpandStar(const Name& name, std::vector<OutputColumn>& columns);
     std::string BindGroupBy(const Select& select);
-    std::string BindOrderBy(const std::vector<OrderItem>& items, const std::vector<OutputColumn>& columns,
-                            bool outputOnly);
-    std::string BindTop(const Select& select);
-    void CheckGrouped(const Bound& value, std::string_view place);
+    /// Where the keys of ORDER BY may come from and how they are written.
+    enum class Keys {
+        any,     ///< columns of the answer by their place, everything else as an expression
+        answer,  ///< columns of the answer alone
+        spelled, ///< every key as an expression
+    };
+    std::string BindOrderBy(const Select& select, const std::vector<OutputColumn>& columns, Keys keys);
+    /// TOP, OFFSET and FETCH as LIMIT. `body` stands behind SELECT's values, FROM to HAVING.
+    std::string BindLimit(const Select& select, const std::vector<OutputColumn>& columns, const std::string& body);
+    std::string BindRowCount(const Expression& count);
+    /// Throws when `value` uses one of the columns `bare` of the scope beyond what GROUP BY names.
+    void CheckGrouped(const std::string& value, const std::vector<std::string>& bare, std::string_view place);
     void UnifyMembers(BoundSelect& bound);
     Plan Finish(PlanKind kind, std::string text);
+    /// Describes what a plan gives.
+    static void Describe(Plan& plan, const std::vector<OutputColumn>& columns);
 
     // Values.
     Bound BindValue(const Expression& expression);
@@ -150,6 +209,7 @@ private:
     Bound BindConvert(const Expression& expression);
     Bound BindCase(const Expression& expression);
     Bound BindSubquery(const Expression& expression);
+    Bound BindTryConvert(Bound value, const Type& type, int style);
     Bound BindVariable(const Expression& expression);
     /// The place of a variable of the batch. Throws SQL Server's error when it has none of that name.
     std::size_t VariableAt(const std::string& name) const;
@@ -195,6 +255,12 @@ private:
     // Writing.
     std::string BindAssigned(const Expression& value, const Column& column);
     std::shared_ptr<const Table> WritableTable(const Name& name);
+    /// Which rows of the one table an UPDATE or DELETE writes; nullptr without a condition or TOP.
+    std::string BindWritten(const ScopeSource& source, const Expression* where, const Expression* top);
+    /// OUTPUT as RETURNING, empty without one; `rows` is what the rows are called there, "inserted" or "deleted".
+    std::string BindOutput(const std::vector<SelectItem>& items, const Table& table, const std::string& rows);
+    /// The plan of a statement that writes `table`, and of what BindOutput bound for it.
+    Plan FinishWrite(PlanKind kind, std::string text, std::shared_ptr<const Table> table);
     void RefuseExplicit(const Table& table, const Column& column, bool insert) const;
 
     Catalog& catalog_;
@@ -203,12 +269,20 @@ private:
     LiteralUse use_;
     Scope* scope_ = nullptr;
     int sourceCount_ = 0;
+    /// Common table expressions of the statement, and how many of them can be named where we are.
+    std::vector<const CommonTable*> commons_;
+    std::size_t commonsVisible_ = 0;
+    std::optional<Recursion> recursion_;
+    /// Whether literals are spelled out, because texts of expressions are compared.
+    bool inlining_ = false;
     std::vector<Slot> slots_;
     std::set<std::size_t> pinned_;
     /// Variables that the query at hand sets: their values change from row to row.
     std::set<std::size_t> assigned_;
     /// Whether it uses what it has set at the row before.
     bool accumulates_ = false;
+    /// What OUTPUT gives.
+    std::vector<OutputColumn> output_;
 };
 
 /// Throws the error of a list of column names that does not fit its query.

@@ -100,9 +100,7 @@ void Definer::RefuseKnown(Schema schema, const std::string& name) {
 
 std::shared_ptr<const Table> Definer::Reload(const Table& table) {
     catalog_.Forget();
-    return catalog_.Get(
-        {{table.schema == Schema::account ? catalog_.DatabaseName() : std::string(SqliteName(table.schema)), "",
-          table.name}});
+    return catalog_.Get({{catalog_.DatabaseOf(table.schema), "", table.name}});
 }
 
 std::string Definer::FreeConstraintName(const Constraint& constraint, const Table& table) {
@@ -127,6 +125,10 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
              "The specified schema name \"{}\" either does not exist or you do not have permission to use "
              "it.",
              path.owner);
+    }
+    if (path.name.starts_with("##")) {
+        FailOwn(host::error_number::unspecified,
+                "The embedded database has no temporary tables that sessions share. Use a name with one #.");
     }
     RefuseKnown(path.schema, path.name);
     auto table = std::make_shared<Table>();
@@ -313,7 +315,7 @@ void Definer::Create(const CreateView& create) {
     const ObjectPath path = catalog_.Resolve(create.view);
     RefuseKnown(path.schema, path.name);
     Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
-    BoundSelect select = binder.BindSelect(*create.select);
+    BoundSelect select = binder.BindInner(*create.select);
     if (!create.columns.empty() && create.columns.size() != select.columns.size()) {
         FailColumnCount(path.name, select.columns.size(), create.columns.size());
     }

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
 
 namespace refhost::sql {
 namespace {
@@ -75,6 +77,18 @@ DatePart Binder::TakeDatePart(const Expression& expression, const std::string& f
 
 Bound Binder::BindFunction(const Expression& expression) {
     const std::string name = FoldText(expression.name.Last());
+    if (const std::optional<Bound> bound = BindWindowFunction(name, expression)) {
+        return *bound;
+    }
+    static constexpr std::array aggregates{"count", "count_big", "sum", "avg", "min", "max", "string_agg"};
+    if (std::find(aggregates.begin(), aggregates.end(), name) != aggregates.end()) {
+        return BindAggregate(name, expression);
+    }
+    if (expression.window) {
+        FailOwn(host::error_number::syntaxError,
+                "The function '{}' is not a valid windowing function, and cannot be used with the OVER clause.",
+                expression.name.Last());
+    }
     if (name == "isnull") {
         return BindIsNull(expression);
     }
@@ -89,10 +103,6 @@ Bound Binder::BindFunction(const Expression& expression) {
     }
     if (name == "objectproperty") {
         return BindObjectProperty(expression);
-    }
-    static constexpr std::array aggregates{"count", "count_big", "sum", "avg", "min", "max"};
-    if (std::find(aggregates.begin(), aggregates.end(), name) != aggregates.end()) {
-        return BindAggregate(name, expression);
     }
     if (expression.flag) {
         Fail(156, "Incorrect syntax near the keyword 'distinct'.");
@@ -111,42 +121,56 @@ Bound Binder::BindFunction(const Expression& expression) {
 }
 
 Bound Binder::BindAggregate(const std::string& name, const Expression& expression) {
-    RequireArguments(expression, 1, 1);
-    if (scope_ == nullptr || scope_->inAggregate) {
+    const std::size_t count = name == "string_agg" ? 2 : 1;
+    RequireArguments(expression, count, count);
+    if (scope_ == nullptr || (scope_->inAggregate && !expression.window)) {
         Fail(130, "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
     }
     const Type countType{name == "count_big" ? Base::bigint : Base::integer, 0, 0, 0};
-    scope_->aggregated = true;
+    if (expression.window && expression.flag) {
+        FailOwn(host::error_number::syntaxError, "Use of DISTINCT is not allowed with the OVER clause.");
+    }
+    // Over a window it gives a value for each row.
+    const std::string over = expression.window ? BindWindow(*expression.window) : std::string();
+    scope_->aggregated = scope_->aggregated || over.empty();
     if (expression.arguments[0]->node == Node::star) {
         if (name != "count" && name != "count_big") {
             Fail(102, "Incorrect syntax near '*'.");
         }
-        Bound count = Expressed("count(*)", countType);
-        count.nullable = false;
-        return count;
+        Bound rows = Expressed("count(*)" + over, countType);
+        rows.nullable = false;
+        return rows;
     }
-    scope_->inAggregate = true;
     Scope* scope = scope_;
+    scope->inAggregate = over.empty();
+    const bool windows = std::exchange(scope->windows, false);
     Bound value = BindValue(*expression.arguments[0]);
     scope->inAggregate = false;
+    scope->windows = windows;
+    if (name == "string_agg") {
+        const std::string text = As(std::move(value), endlessText);
+        return Expressed(
+            fmt::format("group_concat({}, {}){}", text, As(BindValue(*expression.arguments[1]), endlessText), over),
+            endlessText);
+    }
     Own(value);
     const std::string argument = (expression.flag ? "DISTINCT " : "") + Collated(value);
     if (name == "count" || name == "count_big") {
-        return Expressed("count(" + argument + ")", countType);
+        return Expressed("count(" + argument + ")" + over, countType);
     }
     const Family family = FamilyOf(value.type);
     if (name == "min" || name == "max") {
         if (value.type.base == Base::bit) {
             Fail(8117, "Operand data type bit is invalid for {} operator.", name);
         }
-        return Expressed(name + "(" + argument + ")", value.type);
+        return Expressed(name + "(" + argument + ")" + over, value.type);
     }
     if (value.type.base == Base::bit ||
         (family != Family::integer && family != Family::exact && family != Family::real)) {
         Fail(8117, "Operand data type {} is invalid for {} operator.", NameOf(value.type.base), name);
     }
     if (family == Family::real) {
-        return Expressed(name + "(" + argument + ")", floatType);
+        return Expressed(name + "(" + argument + ")" + over, floatType);
     }
     // Whole numbers are summed exactly too; small ones give int.
     Type result = value.type.base == Base::bigint ? value.type : integerType;
@@ -155,9 +179,9 @@ Bound Binder::BindAggregate(const std::string& name, const Expression& expressio
                      ? Type{Base::decimal, 0, 38, name == "avg" ? std::max(value.type.scale, 6) : value.type.scale}
                      : Type{Base::money, 0, 0, 4};
     }
-    return Expressed(
-        fmt::format("k_convert(k_{}({}), {}, {}, 0)", name, argument, Pack({Base::decimal, 0, 38, 6}), Pack(result)),
-        result);
+    return Expressed(fmt::format("k_convert(k_{}({}){}, {}, {}, 0)", name, argument, over,
+                                 Pack({Base::decimal, 0, 38, 6}), Pack(result)),
+                     result);
 }
 
 Bound Binder::BindTextFunction(const std::string& name, const Expression& expression) {
@@ -197,6 +221,34 @@ Bound Binder::BindTextFunction(const std::string& name, const Expression& expres
             bound.type.length = IsNational(bound.type.base) ? 4000 : 8000;
         }
         return bound;
+    }
+    if (name == "trim") {
+        RequireArguments(expression, 1, 1);
+        Bound value = BindValue(*arguments[0]);
+        const Type type = TextTypeOf(value);
+        return Expressed("trim(" + As(std::move(value), endlessText) + ", ' ')", type);
+    }
+    if (name == "concat") {
+        RequireArguments(expression, 2, 254);
+        std::string joined = "(";
+        for (std::size_t i = 0; i < arguments.size(); ++i) {
+            joined += (i > 0 ? " || " : "") + ("ifnull(" + text(i) + ", '')");
+        }
+        return Expressed(joined + ")", {Base::nvarchar, 4000, 0, 0});
+    }
+    if (name == "isnumeric" || name == "isdate") {
+        RequireArguments(expression, 1, 1);
+        const Type target = name == "isnumeric" ? floatType : dateType;
+        const std::string tried = BindTryConvert(BindValue(*arguments[0]), target, 0).text;
+        if (name == "isdate") {
+            return Expressed("(" + tried + " IS NOT NULL)", integerType);
+        }
+        const std::string money = BindTryConvert(BindValue(*arguments[0]), {Base::money, 0, 0, 4}, 0).text;
+        return Expressed("(" + tried + " IS NOT NULL OR " + money + " IS NOT NULL)", integerType);
+    }
+    if (name == "newid") {
+        RequireArguments(expression, 0, 0);
+        return Expressed("k_newid()", {Base::uniqueidentifier, 0, 0, 0});
     }
     if (name == "len") {
         RequireArguments(expression, 1, 1);
@@ -241,7 +293,7 @@ Bound Binder::BindTextFunction(const std::string& name, const Expression& expres
     if (name == "db_name") {
         RequireArguments(expression, 0, 0);
         Cell cell;
-        cell.SetText(catalog_.CurrentName());
+        cell.SetText(catalog_.DatabaseOf(catalog_.Current()));
         return Expressed(Spelled(cell), {Base::nvarchar, 128, 0, 0});
     }
     return {};
@@ -274,6 +326,19 @@ Bound Binder::BindDateFunction(const std::string& name, const Expression& expres
         RequireArguments(expression, 2, 2);
         Bound value = part(TakeDatePart(*arguments[0], name), 1);
         return name == "datepart" ? value : Converted(std::move(value), {Base::nvarchar, 30, 0, 0}, 0, Surplus::cut);
+    }
+    if (name == "datefromparts") {
+        RequireArguments(expression, 3, 3);
+        std::string call = "k_datefromparts(";
+        for (const ExpressionPtr& argument : arguments) {
+            call += (&argument == &arguments.front() ? "" : ", ") + As(BindValue(*argument), integerType);
+        }
+        return Expressed(call + ")", {Base::date, 0, 0, 0});
+    }
+    if (name == "eomonth") {
+        RequireArguments(expression, 1, 2);
+        const std::string months = arguments.size() > 1 ? As(BindValue(*arguments[1]), integerType) : "0";
+        return Expressed(fmt::format("k_eomonth({}, {})", date(*arguments[0]), months), {Base::date, 0, 0, 0});
     }
     if (name == "datediff") {
         RequireArguments(expression, 3, 3);
@@ -333,6 +398,21 @@ Bound Binder::BindNumberFunction(const std::string& name, const Expression& expr
                              Surplus::cut);
         }
         return Expressed("sqrt(" + As(std::move(value), floatType) + ")", floatType);
+    }
+    static constexpr std::array real{"exp", "log", "log10", "sin", "cos", "tan", "radians", "degrees"};
+    if (std::find(real.begin(), real.end(), name) != real.end()) {
+        RequireArguments(expression, 1, 1);
+        // SQLite's log is that of base 10.
+        return Expressed((name == "log" ? "ln" : name) + "(" + As(BindValue(*arguments[0]), floatType) + ")",
+                         floatType);
+    }
+    if (name == "pi") {
+        RequireArguments(expression, 0, 0);
+        return Expressed("pi()", floatType);
+    }
+    if (name == "square") {
+        RequireArguments(expression, 1, 1);
+        return Expressed("power(" + As(BindValue(*arguments[0]), floatType) + ", 2)", floatType);
     }
     if (name == "power") {
         RequireArguments(expression, 2, 2);

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::string_view selectList = "select list";
 constexpr std::string_view havingClause = "HAVING clause";
+constexpr std::string_view orderByClause = "ORDER BY clause";
 
 std::string_view Keyword(SetOperation operation) {
     switch (operation) {
@@ -30,23 +31,6 @@ void FailColumnCount(std::string_view name, std::size_t columns, std::size_t lis
     Fail(more ? Native(8158) : Native(8159), "'{}' has {} columns than were specified in the column list.", name,
          more ? "more" : "fewer");
 }
-
-/// Opens a scope for the life of the object.
-class Binder::ScopeGuard {
-public:
-    ScopeGuard(Binder& binder, Scope* outer) : binder_(binder), before_(binder.scope_) {
-        scope_.outer = outer;
-        binder_.scope_ = &scope_;
-    }
-    ~ScopeGuard() { binder_.scope_ = before_; }
-    ScopeGuard(const ScopeGuard&) = delete;
-    ScopeGuard& operator=(const ScopeGuard&) = delete;
-
-private:
-    Binder& binder_;
-    Scope* before_;
-    Scope scope_;
-};
 
 std::string BoundSelect::Text(bool names, bool numbered) const {
     std::string text;
@@ -139,7 +123,17 @@ Binder::ScopeSource& Binder::AddTable(std::shared_ptr<const Table> table, std::s
 }
 
 std::string Binder::BindTable(const Source& source, bool outerSide) {
+    if (recursion_ && source.name.parts.size() == 1 && EqualNames(source.name.Last(), recursion_->name)) {
+        return BindRecursiveSource(source.alias);
+    }
+    if (const std::optional<std::size_t> common = FindCommon(source.name)) {
+        return BindCommon(*common, source.alias, outerSide);
+    }
     const ScopeSource& added = AddTable(catalog_.Get(source.name), source.alias, outerSide);
+    if (use_ == LiteralUse::inlined && added.table->schema == Schema::temporary) {
+        Fail(4508, "Views or functions are not allowed on temporary tables. Table names that begin with '#' denote "
+                   "temporary tables.");
+    }
     return fmt::format("{} AS {}", added.table->source, added.sqlName);
 }
 
@@ -147,19 +141,29 @@ std::string Binder::BindDerived(const Source& source, bool outerSide) {
     BoundSelect select;
     {
         const ScopeGuard guard(*this, nullptr); // a derived table sees nothing of the query around it
-        select = BindSelect(*source.select);
+        select = BindInner(*source.select);
     }
-    if (!source.columnAliases.empty() && source.columnAliases.size() != select.columns.size()) {
-        FailColumnCount(source.alias, select.columns.size(), source.columnAliases.size());
+    return AddDerived(std::move(select), source.alias, source.columnAliases, outerSide);
+}
+
+std::string Binder::AddDerived(BoundSelect select, const std::string& alias,
+                               const std::vector<std::string>& columnAliases, bool outerSide) {
+    if (!columnAliases.empty() && columnAliases.size() != select.columns.size()) {
+        FailColumnCount(alias, select.columns.size(), columnAliases.size());
     }
     ScopeSource added;
-    added.alias = source.alias;
+    added.alias = alias;
     added.sqlName = fmt::format("t{}", sourceCount_++);
     for (std::size_t i = 0; i < select.columns.size(); ++i) {
         OutputColumn& column = select.columns[i];
-        const std::string& name = source.columnAliases.empty() ? column.name : source.columnAliases[i];
+        const std::string& name = columnAliases.empty() ? column.name : columnAliases[i];
         if (name.empty()) {
-            Fail(8155, "No column name was specified for column {} of '{}'.", i + 1, source.alias);
+            Fail(8155, "No column name was specified for column {} of '{}'.", i + 1, alias);
+        }
+        for (const ScopeColumn& other : added.columns) {
+            if (EqualNames(other.name, name)) {
+                Fail(8156, "The column '{}' was specified multiple times for '{}'.", name, alias);
+            }
         }
         Bound value;
         value.kind = Bound::Kind::column;
@@ -180,6 +184,9 @@ std::string Binder::BindSource(const Source& source, bool outerSide) {
     if (!source.left) {
         return BindTable(source, outerSide);
     }
+    if (source.join == Join::crossApply || source.join == Join::outerApply) {
+        return BindApply(source, outerSide);
+    }
     const bool leftOuter = source.join == Join::right || source.join == Join::full;
     const bool rightOuter = source.join == Join::left || source.join == Join::full;
     std::string text = BindSource(*source.left, outerSide || leftOuter);
@@ -196,7 +203,7 @@ std::string Binder::BindSource(const Source& source, bool outerSide) {
     case Join::full:
         text += " FULL JOIN ";
         break;
-    case Join::cross:
+    default:
         text += " CROSS JOIN ";
         break;
     }
@@ -204,6 +211,40 @@ std::string Binder::BindSource(const Source& source, bool outerSide) {
     text += source.right->left ? "(" + right + ")" : right;
     if (source.on) {
         text += " ON " + BindCondition(*source.on, true);
+    }
+    return text;
+}
+
+/// SQLite lets no query in FROM see its neighbours. One that gives a row at most can stand wherever its columns are
+/// used instead.
+std::string Binder::BindApply(const Source& source, bool outerSide) {
+    std::string text = BindSource(*source.left, outerSide);
+    if (!source.right->select) {
+        FailOwn(host::error_number::unspecified, "The embedded database applies queries only.");
+    }
+    BoundSelect select;
+    {
+        const ScopeGuard guard(*this, scope_);
+        select = BindInner(*source.right->select);
+    }
+    if (!select.single) {
+        FailOwn(host::error_number::unspecified,
+                "The embedded database applies only queries that give one row at most: TOP 1, an aggregate, or "
+                "expressions without FROM.");
+    }
+    const std::string query = select.Text(true, true);
+    ScopeSource added;
+    added.alias = source.right->alias;
+    for (std::size_t i = 0; i < select.columns.size(); ++i) {
+        const std::vector<std::string>& aliases = source.right->columnAliases;
+        Bound value;
+        value.text = fmt::format("(SELECT s.c{} FROM ({}) AS s)", i, query);
+        value.type = select.columns[i].value.type;
+        added.columns.push_back({i < aliases.size() ? aliases[i] : select.columns[i].name, std::move(value)});
+    }
+    scope_->sources.push_back(std::move(added));
+    if (source.join == Join::crossApply) {
+        text += fmt::format(" JOIN (SELECT 1) AS t{} ON EXISTS ({})", sourceCount_++, query);
     }
     return text;
 }
@@ -229,7 +270,6 @@ void Binder::ExpandStar(const Name& name, std::vector<OutputColumn>& columns) {
         }
         any = true;
         for (const ScopeColumn& column : source.columns) {
-            scope_->bareColumns.push_back(column.value.text);
             columns.push_back({column.name, column.value});
         }
     }
@@ -242,15 +282,20 @@ void Binder::ExpandStar(const Name& name, std::vector<OutputColumn>& columns) {
     }
 }
 
-void Binder::BindItems(const Select& select, std::vector<OutputColumn>& columns) {
-    for (const SelectItem& item : select.items) {
+void Binder::BindItems(const std::vector<SelectItem>& items, std::vector<OutputColumn>& columns,
+                       std::vector<std::vector<std::string>>& bare) {
+    for (const SelectItem& item : items) {
         if (!item.variable.empty() && assigned_.empty()) {
             Fail(102, "Incorrect syntax near '='.");
         }
         if (item.value->node == Node::star) {
             ExpandStar(item.value->name, columns);
+            while (bare.size() < columns.size()) {
+                bare.push_back({columns[bare.size()].value.text});
+            }
             continue;
         }
+        scope_->bareColumns.clear();
         OutputColumn column;
         column.value = BindValue(*item.value);
         Own(column.value);
@@ -259,67 +304,106 @@ void Binder::BindItems(const Select& select, std::vector<OutputColumn>& columns)
             column.name = item.value->name.Last();
         }
         columns.push_back(std::move(column));
+        bare.push_back(scope_->bareColumns);
     }
 }
 
 std::string Binder::BindGroupBy(const Select& select) {
     std::string text;
     for (const ExpressionPtr& expression : select.groupBy) {
+        scope_->bareColumns.clear();
         Bound value = BindValue(*expression);
         Own(value);
+        if (scope_->bareColumns.empty()) {
+            Fail(164, "Each GROUP BY expression must contain at least one column that is not an outer reference.");
+        }
         scope_->groups.push_back(value.text);
         text += (text.empty() ? " GROUP BY " : ", ") + Collated(value);
     }
     return text;
 }
 
-void Binder::CheckGrouped(const Bound& value, std::string_view place) {
-    Scope& scope = *scope_;
-    const std::vector<std::string> used = std::move(scope.bareColumns);
-    scope.bareColumns.clear();
-    const auto grouped = [&](const std::string& text) {
-        return std::find(scope.groups.begin(), scope.groups.end(), text) != scope.groups.end();
+void Binder::CheckGrouped(const std::string& value, const std::vector<std::string>& bare, std::string_view place) {
+    const std::vector<std::string>& groups = scope_->groups;
+    const auto occurrences = [](std::string_view text, std::string_view part) {
+        std::ptrdiff_t count = 0;
+        for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + part.size())) {
+            ++count;
+        }
+        return count;
     };
-    if (grouped(value.text)) {
-        return;
-    }
-    for (const std::string& text : used) {
-        if (grouped(text)) {
+    for (const std::string& column : bare) {
+        // What stands in a grouped expression is grouped as well.
+        std::ptrdiff_t left = std::count(bare.begin(), bare.end(), column);
+        for (const std::string& group : groups) {
+            left -= group == column ? left : occurrences(value, group) * occurrences(group, column);
+        }
+        if (left <= 0) {
             continue;
         }
-        for (const ScopeSource& source : scope.sources) {
-            for (const ScopeColumn& column : source.columns) {
-                if (column.value.text == text) {
-                    Fail(place == havingClause ? Native(8121) : Native(8120),
-                         "Column '{}.{}' is invalid in the {} because it is not contained in either an aggregate "
-                         "function or the GROUP BY clause.",
-                         source.alias, column.name, place);
+        for (const ScopeSource& source : scope_->sources) {
+            for (const ScopeColumn& candidate : source.columns) {
+                if (candidate.value.text != column) {
+                    continue;
                 }
+                if (place == orderByClause) {
+                    Fail(8127,
+                         "Column \"{}.{}\" is invalid in the ORDER BY clause because it is not contained in either an "
+                         "aggregate function or the GROUP BY clause.",
+                         source.alias, candidate.name);
+                }
+                Fail(place == havingClause ? Native(8121) : Native(8120),
+                     "Column '{}.{}' is invalid in the {} because it is not contained in either an aggregate "
+                     "function or the GROUP BY clause.",
+                     source.alias, candidate.name, place);
             }
         }
     }
 }
 
-std::string Binder::BindTop(const Select& select) {
+std::string Binder::BindRowCount(const Expression& count) {
+    Bound value = BindValue(count);
+    if (FamilyOf(value.type) != Family::integer) {
+        Fail(1060, "The number of rows provided for a TOP or FETCH clauses row count parameter must be an integer.");
+    }
+    return Own(value);
+}
+
+std::string Binder::BindLimit(const Select& select, const std::vector<OutputColumn>& columns, const std::string& body) {
+    if (select.offset) {
+        const std::string count = select.fetch ? BindRowCount(*select.fetch) : "-1";
+        return " LIMIT " + count + " OFFSET " + BindRowCount(*select.offset);
+    }
     if (!select.top) {
         return {};
     }
+    if (select.topTies) {
+        if (select.orderBy.empty()) {
+            Fail(1062, "The TOP N WITH TIES clause is not allowed without a corresponding ORDER BY clause.");
+        }
+        if (select.distinct || select.topPercent) {
+            FailOwn(host::error_number::unspecified,
+                    "The embedded database does not take WITH TIES together with DISTINCT or PERCENT.");
+        }
+        // As many rows as rank no lower than the last one wanted.
+        return fmt::format(" LIMIT (SELECT count(*) FROM (SELECT rank() OVER ({}) AS place{}) WHERE place <= {})",
+                           BindOrderBy(select, columns, Keys::spelled), body, BindRowCount(*select.top));
+    }
     if (select.topPercent) {
-        FailOwn(host::error_number::unspecified, "TOP with PERCENT is not available in this database.");
+        if (select.distinct) {
+            FailOwn(host::error_number::unspecified,
+                    "The embedded database does not take PERCENT together with DISTINCT.");
+        }
+        return fmt::format(" LIMIT (SELECT CAST(ceil(count(*) * {} / 100.0) AS INTEGER) FROM (SELECT 1{}))",
+                           As(BindValue(*select.top), {Base::floating, 0, 0, 0}), body);
     }
-    Bound count = BindValue(*select.top);
-    if (FamilyOf(count.type) != Family::integer) {
-        Fail(1060, "The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
-                   "integer.");
-    }
-    return " LIMIT " + Own(count);
+    return " LIMIT " + BindRowCount(*select.top);
 }
 
-std::string Binder::BindOrderBy(const std::vector<OrderItem>& items, const std::vector<OutputColumn>& columns,
-                                bool outputOnly) {
+std::string Binder::BindOrderBy(const Select& select, const std::vector<OutputColumn>& columns, Keys keys) {
     std::string text;
-    for (const OrderItem& item : items) {
-        std::string key;
+    for (const OrderItem& item : select.orderBy) {
+        std::optional<std::size_t> place;
         const Expression& value = *item.value;
         if (value.node == Node::literal && LiteralAt(value.literal).kind == LiteralKind::integer) {
             Pin(value.literal);
@@ -328,21 +412,33 @@ std::string Binder::BindOrderBy(const std::vector<OrderItem>& items, const std::
                 Fail(108, "The ORDER BY position number {} is out of range of the number of items in the select list.",
                      position);
             }
-            key = std::to_string(position);
+            place = static_cast<std::size_t>(position - 1);
         } else if (value.node == Node::column && value.name.parts.size() == 1) {
-            for (std::size_t i = 0; i < columns.size() && key.empty(); ++i) {
-                if (EqualNames(columns[i].name, value.name.Last())) {
-                    key = std::to_string(i + 1);
-                }
+            const auto found = std::find_if(columns.begin(), columns.end(), [&](const OutputColumn& column) {
+                return EqualNames(column.name, value.name.Last());
+            });
+            if (found != columns.end()) {
+                place = static_cast<std::size_t>(found - columns.begin());
             }
         }
-        if (key.empty()) {
-            if (outputOnly) {
-                Fail(104, "ORDER BY items must appear in the select list if the statement contains a UNION, "
-                          "INTERSECT or EXCEPT operator.");
-            }
+        std::string key;
+        if (place) {
+            key = keys == Keys::spelled ? Collated(columns[*place].value) : std::to_string(*place + 1);
+        } else if (keys == Keys::answer) {
+            Fail(104, "ORDER BY items must appear in the select list if the statement contains a UNION, INTERSECT or "
+                      "EXCEPT operator.");
+        } else {
+            scope_->bareColumns.clear();
             Bound bound = BindValue(value);
             Own(bound);
+            if (scope_->aggregated || !select.groupBy.empty()) {
+                CheckGrouped(bound.text, scope_->bareColumns, orderByClause);
+            }
+            if (select.distinct && std::none_of(columns.begin(), columns.end(), [&](const OutputColumn& column) {
+                    return column.value.text == bound.text;
+                })) {
+                Fail(145, "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.");
+            }
             key = Collated(bound);
         }
         text += (text.empty() ? " ORDER BY " : ", ") + key + (item.descending ? " DESC" : "");
@@ -355,44 +451,50 @@ BoundSelect::Member Binder::BindMember(const Select& select, std::vector<OutputC
     Scope& scope = *scope_;
     BoundSelect::Member member;
     member.head = select.distinct ? "SELECT DISTINCT " : "SELECT ";
-    std::string from = select.from.empty() ? std::string() : " FROM " + BindFrom(select.from);
+    std::string body = select.from.empty() ? std::string() : " FROM " + BindFrom(select.from);
+    const auto isPlain = [](const ExpressionPtr& expression) { return expression->node == Node::column; };
+    const bool sortsDistinct = select.distinct && orderOf != nullptr && !orderOf->orderBy.empty();
+    const bool inlining = !std::all_of(select.groupBy.begin(), select.groupBy.end(), isPlain) || sortsDistinct;
+    const bool outerInlining = std::exchange(inlining_, inlining_ || inlining);
     scope.bareColumns.clear();
-    BindItems(select, columns);
-    const std::vector<std::string> itemColumns = std::move(scope.bareColumns);
-    std::string tail = std::move(from);
+    scope.windows = true;
+    std::vector<std::vector<std::string>> bare;
+    BindItems(select.items, columns, bare);
+    scope.windows = false;
+    inlining_ = outerInlining;
     if (select.where) {
-        tail += " WHERE " + BindCondition(*select.where, true);
+        body += " WHERE " + BindCondition(*select.where, true);
     }
-    tail += BindGroupBy(select);
-    scope.bareColumns = itemColumns;
+    inlining_ = inlining_ || inlining;
+    body += BindGroupBy(select);
     if (scope.aggregated || !select.groupBy.empty()) {
-        for (const OutputColumn& column : columns) {
-            // Whole items may be grouped; the columns of the rest are tested together below.
-            if (std::find(scope.groups.begin(), scope.groups.end(), column.value.text) != scope.groups.end()) {
-                std::erase_if(scope.bareColumns, [&](const std::string& text) {
-                    return column.value.text.find(text) != std::string::npos;
-                });
-            }
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            CheckGrouped(columns[i].value.text, bare[i], selectList);
         }
-        CheckGrouped(Bound(), selectList);
     }
     scope.bareColumns.clear();
     if (select.having) {
-        tail += " HAVING " + BindCondition(*select.having, false);
-        CheckGrouped(Bound(), havingClause);
+        const std::string condition = BindCondition(*select.having, false);
+        CheckGrouped(condition, scope.bareColumns, havingClause);
+        body += " HAVING " + condition;
     }
     for (const OutputColumn& column : columns) {
         member.values.push_back(column.value);
     }
+    member.tail = body;
     if (orderOf != nullptr) {
-        tail += BindOrderBy(orderOf->orderBy, columns, false);
-        tail += BindTop(select);
+        scope.windows = true;
+        member.tail += BindOrderBy(*orderOf, columns, Keys::any);
+        scope.windows = false;
+        inlining_ = outerInlining;
+        member.tail += BindLimit(select, columns, body);
     } else if (select.top) {
         // A part of a set operation with a limit of its own.
+        inlining_ = outerInlining;
         member.head = "SELECT * FROM (" + member.head;
-        tail += BindTop(select) + ")";
+        member.tail += BindLimit(select, columns, body) + ")";
     }
-    member.tail = std::move(tail);
+    inlining_ = outerInlining;
     return member;
 }
 
@@ -412,13 +514,25 @@ void Binder::UnifyMembers(BoundSelect& bound) {
     }
 }
 
+BoundSelect Binder::BindInner(const Select& select) {
+    if (!select.orderBy.empty() && !select.top && !select.offset) {
+        Fail(1033, "The ORDER BY clause is invalid in views, inline functions, derived tables, subqueries, and common "
+                   "table expressions, unless TOP, OFFSET or FOR XML is also specified.");
+    }
+    return BindSelect(select);
+}
+
 BoundSelect Binder::BindSelect(const Select& select) {
+    AddCommons(select.with);
     BoundSelect bound;
     const bool compound = select.next != nullptr;
     for (const Select* part = &select; part != nullptr; part = part->next.get()) {
         const ScopeGuard guard(*this, scope_);
         std::vector<OutputColumn> columns;
         bound.members.push_back(BindMember(*part, columns, compound ? nullptr : &select));
+        const bool one = part->top && part->top->node == Node::literal && !part->topPercent && !part->topTies &&
+                         LiteralAt(part->top->literal).body == "1";
+        bound.single = !compound && (one || part->from.empty() || (scope_->aggregated && part->groupBy.empty()));
         if (part == &select) {
             bound.columns = std::move(columns);
         } else if (columns.size() != bound.columns.size()) {
@@ -431,7 +545,10 @@ BoundSelect Binder::BindSelect(const Select& select) {
     }
     if (compound) {
         UnifyMembers(bound);
-        bound.tail = BindOrderBy(select.orderBy, bound.columns, true);
+        bound.tail = BindOrderBy(select, bound.columns, Keys::answer);
+        if (select.offset) {
+            bound.tail += BindLimit(select, bound.columns, {});
+        }
     }
     return bound;
 }
@@ -477,13 +594,17 @@ Plan Binder::BindSelectPlan(const Select& select) {
     }
     const BoundSelect bound = BindSelect(select);
     Plan plan = Finish(PlanKind::select, bound.Text(false, false));
+    Describe(plan, bound.columns);
+    return plan;
+}
+
+void Binder::Describe(Plan& plan, const std::vector<OutputColumn>& columns) {
     auto fields = std::make_shared<Fields>();
-    for (const OutputColumn& column : bound.columns) {
+    for (const OutputColumn& column : columns) {
         fields->push_back(FieldOf(column.name, column.value.type, column.value.nullable));
         plan.types.push_back(column.value.type);
     }
     plan.fields = std::move(fields);
-    return plan;
 }
 
 Plan Binder::BindValuePlan(const Expression& expression, const Type& type) {

@@ -16,6 +16,10 @@ bool IsEmptyValue(const Expression& value) { return value.node == Node::null || 
 } // namespace
 
 std::shared_ptr<const Table> Binder::WritableTable(const Name& name) {
+    if (FindCommon(name)) {
+        FailOwn(host::error_number::unspecified,
+                "The embedded database does not write through a common table expression.");
+    }
     std::shared_ptr<const Table> table = catalog_.Get(name);
     if (table->view) {
         Fail(4405, "View or function '{}' is not updatable because the modification affects multiple base tables.",
@@ -42,6 +46,43 @@ void Binder::RefuseExplicit(const Table& table, const Column& column, bool inser
         Fail(273, "Cannot insert an explicit value into a timestamp column. Use INSERT with a column list to "
                   "exclude the timestamp column, or insert a DEFAULT into the timestamp column.");
     }
+}
+
+std::string Binder::BindOutput(const std::vector<SelectItem>& items, const Table& table, const std::string& rows) {
+    if (items.empty()) {
+        return {};
+    }
+    const ScopeGuard guard(*this, nullptr);
+    ScopeSource source;
+    source.alias = rows;
+    for (const Column& column : table.columns) {
+        Bound value;
+        value.kind = Bound::Kind::column;
+        value.text = Quoted(column.name);
+        value.type = column.type;
+        value.nullable = column.nullable;
+        source.columns.push_back({column.name, std::move(value)});
+    }
+    scope_->sources.push_back(std::move(source));
+    std::vector<std::vector<std::string>> bare;
+    BindItems(items, output_, bare);
+    if (scope_->aggregated) {
+        FailOwn(host::error_number::syntaxError, "An aggregate may not appear in the OUTPUT clause.");
+    }
+    std::string text;
+    for (const OutputColumn& column : output_) {
+        text += (text.empty() ? " RETURNING " : ", ") + column.value.text;
+    }
+    return text;
+}
+
+Plan Binder::FinishWrite(PlanKind kind, std::string text, std::shared_ptr<const Table> table) {
+    Plan plan = Finish(kind, std::move(text));
+    plan.target = std::move(table);
+    if (!output_.empty()) {
+        Describe(plan, output_);
+    }
+    return plan;
 }
 
 std::string Binder::BindAssigned(const Expression& value, const Column& column) {
@@ -168,9 +209,8 @@ Plan Binder::BindInsert(const Insert& insert) {
             text += fmt::format("{}({})", r > 0 ? ", " : "", values);
         }
     }
-    Plan plan = Finish(PlanKind::insert, std::move(text));
-    plan.target = table;
-    return plan;
+    text += BindOutput(insert.output, *table, "inserted");
+    return FinishWrite(PlanKind::insert, std::move(text), table);
 }
 
 std::string Binder::BindKeyOf(const Insert& insert, const Table& table, const std::vector<std::string>& columns) {
@@ -214,7 +254,15 @@ Plan Binder::BindSelectInto(const Select& select, std::shared_ptr<const Table> t
     return plan;
 }
 
+std::string Binder::BindWritten(const ScopeSource& source, const Expression* where, const Expression* top) {
+    const std::string condition = where != nullptr ? " WHERE " + BindCondition(*where, true) : std::string();
+    return top == nullptr ? condition
+                          : fmt::format(" WHERE rowid IN (SELECT {0}.rowid FROM {1} AS {0}{2} LIMIT {3})",
+                                        source.sqlName, source.table->source, condition, BindRowCount(*top));
+}
+
 Plan Binder::BindUpdate(const Update& update) {
+    AddCommons(update.with);
     Scope scope;
     scope_ = &scope;
     std::string from;
@@ -280,17 +328,25 @@ Plan Binder::BindUpdate(const Update& update) {
         if (update.where) {
             query += " WHERE " + BindCondition(*update.where, false);
         }
+        query += update.top ? " LIMIT " + BindRowCount(*update.top) : std::string();
         text += fmt::format(" FROM ({}) AS s WHERE target.rowid = s.id", query);
-    } else if (update.where) {
-        text += " WHERE " + BindCondition(*update.where, true);
+    } else {
+        text += BindWritten(scope.sources.front(), update.where.get(), update.top.get());
     }
     scope_ = nullptr;
-    Plan plan = Finish(PlanKind::update, std::move(text));
-    plan.target = table;
-    return plan;
+    for (const SelectItem& item : update.output) {
+        const Name& name = item.value->name;
+        if (name.parts.size() > 1 && EqualNames(name.parts.front(), "deleted")) {
+            FailOwn(host::error_number::unspecified,
+                    "The embedded database gives no values from before an UPDATE: OUTPUT takes inserted alone.");
+        }
+    }
+    text += BindOutput(update.output, *table, "inserted");
+    return FinishWrite(PlanKind::update, std::move(text), table);
 }
 
 Plan Binder::BindDelete(const Delete& del) {
+    AddCommons(del.with);
     Scope scope;
     scope_ = &scope;
     std::shared_ptr<const Table> table;
@@ -299,9 +355,7 @@ Plan Binder::BindDelete(const Delete& del) {
         table = WritableTable(del.target);
         const ScopeSource& source = AddTable(table, {}, false);
         text = fmt::format("DELETE FROM {} AS {}", table->source, source.sqlName);
-        if (del.where) {
-            text += " WHERE " + BindCondition(*del.where, true);
-        }
+        text += BindWritten(source, del.where.get(), del.top.get());
     } else {
         const std::string from = BindFrom(del.from);
         std::string joined;
@@ -318,11 +372,13 @@ Plan Binder::BindDelete(const Delete& del) {
         }
         text = fmt::format("DELETE FROM {} AS target WHERE target.rowid IN (SELECT {}.rowid FROM {}{})", table->source,
                            joined, from, del.where ? " WHERE " + BindCondition(*del.where, true) : "");
+        if (del.top) {
+            text.insert(text.size() - 1, " LIMIT " + BindRowCount(*del.top));
+        }
     }
     scope_ = nullptr;
-    Plan plan = Finish(PlanKind::del, std::move(text));
-    plan.target = table;
-    return plan;
+    text += BindOutput(del.output, *table, "deleted");
+    return FinishWrite(PlanKind::del, std::move(text), table);
 }
 
 } // namespace refhost::sql

@@ -12,6 +12,9 @@ std::string Internal(Schema schema, std::string_view table) {
     return fmt::format("{}.\"sys:{}\"", SqliteName(schema), table);
 }
 
+/// The server's name of the database of temporary tables.
+constexpr std::string_view temporaryName = "tempdb";
+
 } // namespace
 
 int Table::Find(std::string_view column) const {
@@ -53,6 +56,9 @@ ObjectPath Catalog::Resolve(const Name& name) const {
         }
         path.schema = *schema;
     }
+    if (path.name.starts_with('#')) {
+        path.schema = Schema::temporary;
+    }
     return path;
 }
 
@@ -63,11 +69,22 @@ std::optional<Schema> Catalog::SchemaNamed(std::string_view database) const {
     if (systemAttached_ && EqualNames(database, SqliteName(Schema::system))) {
         return Schema::system;
     }
+    if (EqualNames(database, temporaryName)) {
+        return Schema::temporary;
+    }
     return std::nullopt;
 }
 
-std::string Catalog::CurrentName() const {
-    return current_ == Schema::account ? databaseName_ : std::string(SqliteName(current_));
+std::string Catalog::DatabaseOf(Schema schema) const {
+    switch (schema) {
+    case Schema::account:
+        return databaseName_;
+    case Schema::system:
+        return std::string(SqliteName(schema));
+    case Schema::temporary:
+        break;
+    }
+    return std::string(temporaryName);
 }
 
 void Catalog::Use(const std::string& database) {

@@ -57,8 +57,10 @@ public:
 
     /// The account database's own name, of which three-part names may make use.
     const std::string& DatabaseName() const { return databaseName_; }
-    /// The name of the database that names without one mean: the account's own, unless `Use` chose another.
-    std::string CurrentName() const;
+    /// The name of a database in T-SQL.
+    std::string DatabaseOf(Schema schema) const;
+    /// The database that names without one mean: the account's own, unless `Use` chose another.
+    Schema Current() const { return current_; }
     /// Throws SQL Server's error for a database that there is not.
     void Use(const std::string& database);
     void SetSystemAttached(bool attached) { systemAttached_ = attached; }

@@ -158,6 +158,10 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     SetDurability(Schema::account);
     Attach(settings);
     UpgradeFile(db_.get(), *catalog_, Schema::account);
+    Run(db_.get(), "PRAGMA temp_store = MEMORY");
+    Catalog::CreateTables(db_.get(), Schema::temporary);
+    // Ids of their own: the session tells tables apart by them.
+    Run(db_.get(), "UPDATE temp.sqlite_sequence SET seq = 900000000");
     sqlite3_set_authorizer(db_.get(), Authorize, this);
     sqlite3_progress_handler(db_.get(), stepsPerCheck, CheckTime, this);
 }
@@ -402,7 +406,7 @@ void EmbeddedDatabase::RunSetOption(const SetOption& option) {
 std::string EmbeddedDatabase::RunUse(const Use& use) {
     catalog_->Use(use.database);
     ForgetPlans();
-    return catalog_->CurrentName();
+    return catalog_->DatabaseOf(catalog_->Current());
 }
 
 void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
@@ -486,7 +490,7 @@ Cell EmbeddedDatabase::StepValue(const Plan& plan) {
 void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
     sqlite3_stmt* statement = plan.statement.get();
     const Reset reset(statement, runtime_->stepping);
-    const bool read = rows != nullptr && plan.kind == PlanKind::select;
+    const bool read = rows != nullptr && plan.fields;
     if (read) {
         rows->fields = plan.fields;
     }

@@ -779,6 +779,68 @@ void IdentityFunction(Call& call) {
     call.Return(std::to_string(*identity));
 }
 
+/// k_tryconvert(value, from, to, style): Null where the conversion fails.
+void TryConvertFunction(Call& call) {
+    try {
+        ConvertTo(call, Surplus::cut, static_cast<int>(call.Integer(3)));
+    } catch (const host::Error&) {
+        call.ReturnNull();
+    }
+}
+
+/// k_datefromparts(year, month, day)
+void DateFromPartsFunction(Call& call) {
+    if (call.AnyNull(3)) {
+        return call.ReturnNull();
+    }
+    Calendar date;
+    date.year = call.Integer(0);
+    date.month = static_cast<int>(std::clamp<std::int64_t>(call.Integer(1), 0, 13));
+    date.day = static_cast<int>(std::clamp<std::int64_t>(call.Integer(2), 0, 32));
+    if (date.year < 1 || date.year > 9999 || date.month < 1 || date.month > 12 || date.day < 1 ||
+        date.day > DaysInMonth(date.year, date.month)) {
+        Fail(289, "Cannot construct data type date, some of the arguments have values which are not valid.");
+    }
+    call.Return(ToTicks(date));
+}
+
+/// k_eomonth(date, months)
+void EndOfMonthFunction(Call& call) {
+    if (call.IsNull(0)) {
+        return call.ReturnNull();
+    }
+    const Calendar date = ToCalendar(AddPart(DatePart::month, call.IsNull(1) ? 0 : call.Integer(1), call.Integer(0)));
+    Calendar last;
+    last.year = date.year;
+    last.month = date.month;
+    last.day = DaysInMonth(date.year, date.month);
+    call.Return(ToTicks(last));
+}
+
+/// k_newid(): a random identifier of version 4.
+void NewIdFunction(Call& call) {
+    std::array<unsigned char, 16> bytes{};
+    sqlite3_randomness(static_cast<int>(bytes.size()), bytes.data());
+    bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0FU) | 0x40U);
+    bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3FU) | 0x80U);
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        text += i == 4 || i == 6 || i == 8 || i == 10 ? "-" : "";
+        text += fmt::format("{:02X}", bytes[i]);
+    }
+    call.Return(std::string_view(text));
+}
+
+/// k_recursion(level, most): the next level.
+void RecursionFunction(Call& call) {
+    const std::int64_t next = call.Integer(0) + 1;
+    if (next > call.Integer(1)) {
+        Fail(530, "The statement terminated. The maximum recursion {} has been exhausted before statement completion.",
+             call.Integer(1));
+    }
+    call.Return(next);
+}
+
 template <std::int64_t Runtime::*Member> void SessionFunction(Call& call) { call.Return(call.GetRuntime().*Member); }
 
 /// k_errormessage(): that of the CATCH block at hand.
@@ -828,10 +890,23 @@ void SumStep(sqlite3_context* context, int /*count*/, sqlite3_value** arguments)
     });
 }
 
-template <bool average> void SumFinal(sqlite3_context* context) {
+/// Takes a row out of the window again.
+void SumInverse(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
     Guarded(context, [&] {
-        const std::unique_ptr<Sum> sum(SumOf(context, false));
-        if (!sum || sum->count == 0) {
+        const Call call(context, arguments, 1);
+        Sum* sum = SumOf(context, false);
+        if (sum == nullptr || call.IsNull(0)) {
+            return;
+        }
+        sum->total = sum->total - ExactNumber::Parse(call.Text(0)).value_or(ExactNumber());
+        --sum->count;
+    });
+}
+
+template <bool average> void SumValue(sqlite3_context* context) {
+    Guarded(context, [&] {
+        const Sum* sum = SumOf(context, false);
+        if (sum == nullptr || sum->count == 0) {
             return sqlite3_result_null(context);
         }
         std::string text;
@@ -843,6 +918,46 @@ template <bool average> void SumFinal(sqlite3_context* context) {
         }
         sqlite3_result_text(context, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
     });
+}
+
+template <bool average> void SumFinal(sqlite3_context* context) {
+    SumValue<average>(context);
+    const std::unique_ptr<Sum> done(SumOf(context, false));
+}
+
+/// The one value of a subquery.
+struct Single {
+    sqlite3_value* value = nullptr;
+};
+
+Single* SingleOf(sqlite3_context* context, bool create) {
+    return static_cast<Single*>(sqlite3_aggregate_context(context, create ? sizeof(Single) : 0));
+}
+
+void SingleStep(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+    Guarded(context, [&] {
+        Single* single = SingleOf(context, true);
+        if (single == nullptr) {
+            throw std::bad_alloc();
+        }
+        if (single->value != nullptr) {
+            Fail(512, "Subquery returned more than 1 value. This is not permitted when the subquery follows =, !=, <, "
+                      "<= , >, >= or when the subquery is used as an expression.");
+        }
+        single->value = sqlite3_value_dup(arguments[0]);
+        if (single->value == nullptr) {
+            throw std::bad_alloc();
+        }
+    });
+}
+
+void SingleFinal(sqlite3_context* context) {
+    Single* single = SingleOf(context, false);
+    if (single == nullptr || single->value == nullptr) {
+        return sqlite3_result_null(context);
+    }
+    sqlite3_result_value(context, single->value);
+    sqlite3_value_free(std::exchange(single->value, nullptr));
 }
 
 template <int (*Compare)(std::string_view, std::string_view)>
@@ -887,6 +1002,10 @@ constexpr std::array functions{
     FunctionRow{"k_datepart", 2, Entry<DatePartFunction>},
     FunctionRow{"k_datediff", 3, Entry<DateDiffFunction>},
     FunctionRow{"k_dateadd", 4, Entry<DateAddFunction>},
+    FunctionRow{"k_tryconvert", 4, Entry<TryConvertFunction>},
+    FunctionRow{"k_datefromparts", 3, Entry<DateFromPartsFunction>},
+    FunctionRow{"k_eomonth", 2, Entry<EndOfMonthFunction>},
+    FunctionRow{"k_recursion", 2, Entry<RecursionFunction>},
 };
 
 /// Functions whose result depends on the session.
@@ -898,12 +1017,23 @@ constexpr std::array sessionFunctions{
     FunctionRow{"k_trancount", 0, Entry<SessionFunction<&Runtime::tranCount>>},
     FunctionRow{"k_errormessage", 0, Entry<ErrorMessageFunction>},
     FunctionRow{"k_errornumber", 0, Entry<ErrorNumberFunction>},
+    FunctionRow{"k_newid", 0, Entry<NewIdFunction>},
     FunctionRow{"k_variable", 1, Entry<VariableFunction>},
 };
 
 } // namespace
 
-std::string_view SqliteName(Schema schema) { return schema == Schema::account ? "main" : "QxSystem"; }
+std::string_view SqliteName(Schema schema) {
+    switch (schema) {
+    case Schema::account:
+        return "main";
+    case Schema::system:
+        return "QxSystem";
+    case Schema::temporary:
+        break;
+    }
+    return "temp";
+}
 
 Runtime::Runtime(sqlite3* db) : db_(db) {
     constexpr int pure = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
@@ -914,8 +1044,11 @@ Runtime::Runtime(sqlite3* db) : db_(db) {
         sqlite3_create_function_v2(db, row.name, row.arguments, SQLITE_UTF8, this, row.entry, nullptr, nullptr,
                                    nullptr);
     }
-    sqlite3_create_function_v2(db, "k_sum", 1, pure, this, nullptr, SumStep, SumFinal<false>, nullptr);
-    sqlite3_create_function_v2(db, "k_avg", 1, pure, this, nullptr, SumStep, SumFinal<true>, nullptr);
+    sqlite3_create_window_function(db, "k_sum", 1, pure, this, SumStep, SumFinal<false>, SumValue<false>, SumInverse,
+                                   nullptr);
+    sqlite3_create_window_function(db, "k_avg", 1, pure, this, SumStep, SumFinal<true>, SumValue<true>, SumInverse,
+                                   nullptr);
+    sqlite3_create_function_v2(db, "k_single", 1, pure, this, nullptr, SingleStep, SingleFinal, nullptr);
     sqlite3_create_collation_v2(db, std::string(textCollation).c_str(), SQLITE_UTF8, nullptr, Collate<CompareText>,
                                 nullptr);
     sqlite3_create_collation_v2(db, std::string(exactCollation).c_str(), SQLITE_UTF8, nullptr, Collate<CompareExact>,

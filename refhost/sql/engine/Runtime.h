@@ -10,8 +10,12 @@
 namespace refhost::sql {
 
 /// The databases of a connection: the account and the system database.
-enum class Schema : std::uint8_t { account = 0, system = 1 };
-inline constexpr std::size_t schemaCount = 2;
+enum class Schema : std::uint8_t {
+    account = 0,
+    system = 1,
+    temporary = 2, ///< tables whose names begin with #, which live and end with the session
+};
+inline constexpr std::size_t schemaCount = 3;
 /// The schema's name in SQLite.
 std::string_view SqliteName(Schema schema);
 

@@ -67,6 +67,42 @@ constexpr std::array schemaColumnColumns{
     ViewColumn{"NUMERIC_SCALE", number, "CASE WHEN c.prec > 0 THEN c.scale END"},
 };
 
+constexpr std::string_view typeDescription =
+    "CASE xtype WHEN 'U ' THEN 'USER_TABLE' WHEN 'V ' THEN 'VIEW' WHEN 'PK' THEN 'PRIMARY_KEY_CONSTRAINT' "
+    "WHEN 'UQ' THEN 'UNIQUE_CONSTRAINT' ELSE 'CHECK_CONSTRAINT' END";
+
+/// Of sys.objects, sys.tables and sys.views.
+constexpr std::array sysObjectColumns{
+    ViewColumn{"name", sysname, "name"},
+    ViewColumn{"object_id", number, "id"},
+    ViewColumn{"schema_id", number, "1"},
+    ViewColumn{"parent_object_id", number, "parent"},
+    ViewColumn{"type", kind, "xtype"},
+    ViewColumn{"type_desc", {Base::nvarchar, 60, 0, 0}, typeDescription},
+    ViewColumn{"create_date", moment, "created"},
+};
+
+/// Bytes that a value takes; -1 for (max).
+constexpr std::string_view maxLength =
+    "CASE type_name WHEN 'nvarchar' THEN CASE length WHEN -1 THEN -1 ELSE 2 * length END WHEN 'nchar' THEN 2 * length "
+    "WHEN 'int' THEN 4 WHEN 'bigint' THEN 8 WHEN 'smallint' THEN 2 WHEN 'tinyint' THEN 1 WHEN 'bit' THEN 1 "
+    "WHEN 'money' THEN 8 WHEN 'smallmoney' THEN 4 WHEN 'float' THEN 8 WHEN 'real' THEN 4 WHEN 'datetime' THEN 8 "
+    "WHEN 'smalldatetime' THEN 4 WHEN 'date' THEN 3 WHEN 'datetime2' THEN 8 WHEN 'uniqueidentifier' THEN 16 "
+    "WHEN 'text' THEN 16 WHEN 'ntext' THEN 16 WHEN 'image' THEN 16 "
+    "ELSE CASE WHEN prec > 28 THEN 17 WHEN prec > 19 THEN 13 WHEN prec > 9 THEN 9 WHEN prec > 0 THEN 5 ELSE length "
+    "END END";
+
+constexpr std::array sysColumnColumns{
+    ViewColumn{"object_id", number, "id"},
+    ViewColumn{"name", sysname, "name"},
+    ViewColumn{"column_id", number, "colid"},
+    ViewColumn{"max_length", smallNumber, maxLength},
+    ViewColumn{"precision", {Base::tinyint, 0, 0, 0}, "prec"},
+    ViewColumn{"scale", {Base::tinyint, 0, 0, 0}, "scale"},
+    ViewColumn{"is_nullable", {Base::bit, 0, 0, 0}, "nullable"},
+    ViewColumn{"is_identity", {Base::bit, 0, 0, 0}, "is_identity"},
+};
+
 template <std::size_t count>
 std::shared_ptr<const Table> Build(const ObjectPath& path, const std::array<ViewColumn, count>& columns,
                                    std::string_view from, const std::string& databaseName) {
@@ -107,6 +143,18 @@ std::shared_ptr<const Table> SystemView(const ObjectPath& path, const std::strin
             return Build(path, schemaColumnColumns, columns + " c JOIN " + objects + " o ON o.id = c.id", databaseName);
         }
         return nullptr;
+    }
+    if (path.owner == "sys") {
+        if (name == "objects") {
+            return Build(path, sysObjectColumns, objects, databaseName);
+        }
+        if (name == "tables" || name == "views") {
+            const std::string_view only = name == "tables" ? " WHERE xtype = 'U '" : " WHERE xtype = 'V '";
+            return Build(path, sysObjectColumns, objects + std::string(only), databaseName);
+        }
+        if (name == "columns") {
+            return Build(path, sysColumnColumns, columns, databaseName);
+        }
     }
     if (name == "sysobjects") {
         return Build(path, objectColumns, objects, databaseName);

@@ -13,6 +13,7 @@ namespace refhost::sql {
 
 struct Expression;
 struct Select;
+struct Window;
 using ExpressionPtr = std::unique_ptr<Expression>;
 using SelectPtr = std::unique_ptr<Select>;
 
@@ -35,10 +36,11 @@ enum class Node {
     plus,     ///< +x
     binary,   ///< `text` is one of + - * / %
     function, ///< `name`, arguments; `flag` when DISTINCT
-    convert,  ///< cast or convert: `type`, arguments value and, if given, style
+    convert,  ///< cast or convert: `type`, arguments value and, if given, style; `flag`: try_cast, try_convert
     caseOf,   ///< pairs of when and then; `flag`: the first argument is the operand; an odd one out is the else
     subquery, ///< `select` as a value
     variable, ///< @name or @@name in `text`
+    collate,  ///< value, and the collation's name in `text`
     // Conditions from here on.
     compare, ///< `text` is one of = <> < <= > >=
     conjunction,
@@ -63,6 +65,27 @@ struct Expression {
     Type type;
     std::vector<ExpressionPtr> arguments;
     SelectPtr select;
+    /// OVER (…) of a function, nullptr without one.
+    std::unique_ptr<Window> window;
+};
+
+struct SelectItem {
+    ExpressionPtr value;
+    std::string alias;
+    /// "@name" where the item sets a variable and is no column.
+    std::string variable;
+};
+
+struct OrderItem {
+    ExpressionPtr value;
+    bool descending = false;
+};
+
+struct Window {
+    std::vector<ExpressionPtr> partition;
+    std::vector<OrderItem> order;
+    /// "ROWS BETWEEN …" in the words that both languages share; empty without one.
+    std::string frame;
 };
 
 inline ExpressionPtr Make(Node node) {
@@ -83,19 +106,7 @@ inline ExpressionPtr Make(Node node, ExpressionPtr first, ExpressionPtr second) 
     return expression;
 }
 
-struct SelectItem {
-    ExpressionPtr value;
-    std::string alias;
-    /// "@name" where the item sets a variable and is no column.
-    std::string variable;
-};
-
-struct OrderItem {
-    ExpressionPtr value;
-    bool descending = false;
-};
-
-enum class Join { inner, left, right, full, cross };
+enum class Join { inner, left, right, full, cross, crossApply, outerApply };
 
 /// One table of a FROM clause, or two joined ones.
 struct Source {
@@ -113,10 +124,20 @@ struct Source {
 
 enum class SetOperation { none, unionDistinct, unionAll, except, intersect };
 
+/// A query of a WITH clause, known by its name in what follows it.
+struct CommonTable {
+    std::string name;
+    std::vector<std::string> columns;
+    SelectPtr select;
+};
+using CommonTables = std::vector<CommonTable>;
+
 struct Select {
+    CommonTables with;
     bool distinct = false;
     ExpressionPtr top;
     bool topPercent = false;
+    bool topTies = false;
     std::vector<SelectItem> items;
     std::optional<Name> into;
     std::vector<std::unique_ptr<Source>> from;
@@ -127,6 +148,9 @@ struct Select {
     SetOperation operation = SetOperation::none;
     SelectPtr next;
     std::vector<OrderItem> orderBy;
+    /// OFFSET … ROWS FETCH … ROWS ONLY behind it, nullptr without them.
+    ExpressionPtr offset;
+    ExpressionPtr fetch;
 };
 
 struct Insert {
@@ -135,6 +159,8 @@ struct Insert {
     std::vector<std::vector<ExpressionPtr>> rows;
     SelectPtr select;
     bool defaultValues = false;
+    /// OUTPUT, of the rows written.
+    std::vector<SelectItem> output;
 };
 
 struct Assignment {
@@ -143,14 +169,20 @@ struct Assignment {
 };
 
 struct Update {
+    CommonTables with;
     Name target;
+    ExpressionPtr top;
     std::vector<Assignment> assignments;
+    std::vector<SelectItem> output;
     std::vector<std::unique_ptr<Source>> from;
     ExpressionPtr where;
 };
 
 struct Delete {
+    CommonTables with;
     Name target;
+    ExpressionPtr top;
+    std::vector<SelectItem> output;
     std::vector<std::unique_ptr<Source>> from;
     ExpressionPtr where;
 };

@@ -48,10 +48,12 @@ CreateView Parser::ParseCreateView(std::size_t start) {
         ExpectSymbol(")");
     }
     Expect("as");
+    CommonTables with = Accept("with") ? ParseCommonTables() : CommonTables();
     if (!At("select") && !AtSymbol("(")) {
         FailHere();
     }
     create.select = ParseSelect();
+    create.select->with = std::move(with);
     create.text = TextSince(start);
     return create;
 }

@@ -1,4 +1,5 @@
 #include "refhost/sql/syntax/Parser.h"
+#include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <array>
@@ -195,7 +196,12 @@ ExpressionPtr Parser::ParseUnary(bool conditionAllowed) {
         Advance();
         return Make(node, ParseUnary(false));
     }
-    return ParsePrimary(conditionAllowed);
+    ExpressionPtr value = ParsePrimary(conditionAllowed);
+    while (!IsCondition(value->node) && Accept("collate")) {
+        value = Make(Node::collate, std::move(value));
+        value->text = TakeName();
+    }
+    return value;
 }
 
 ExpressionPtr Parser::ParsePrimary(bool conditionAllowed) {
@@ -214,13 +220,15 @@ ExpressionPtr Parser::ParsePrimary(bool conditionAllowed) {
     if (Accept("case")) {
         return ParseCase();
     }
-    if (At("cast") && Peek().IsSymbol("(")) {
+    if ((At("cast") || At("try_cast")) && Peek().IsSymbol("(")) {
+        const bool tries = At("try_cast");
         Advance();
-        return ParseConvert(true);
+        return ParseConvert(true, tries);
     }
-    if (At("convert")) {
+    if (At("convert") || (At("try_convert") && Peek().IsSymbol("("))) {
+        const bool tries = At("try_convert");
         Advance();
-        return ParseConvert(false);
+        return ParseConvert(false, tries);
     }
     if (AtVariable()) {
         if (inDefinition_) {
@@ -271,8 +279,9 @@ ExpressionPtr Parser::ParseCase() {
     return expression;
 }
 
-ExpressionPtr Parser::ParseConvert(bool cast) {
+ExpressionPtr Parser::ParseConvert(bool cast, bool tries) {
     ExpressionPtr convert = Make(Node::convert);
+    convert->flag = tries;
     ExpectSymbol("(");
     // The length of a type that a conversion names without one.
     constexpr int conversionLength = 30;
@@ -332,20 +341,78 @@ ExpressionPtr Parser::ParseCall(Name name) {
     ExpressionPtr call = Make(Node::function);
     call->name = std::move(name);
     ExpectSymbol("(");
-    if (AcceptSymbol(")")) {
-        return call;
-    }
-    call->flag = Accept("distinct");
-    if (AtSymbol("*")) {
-        call->arguments.push_back(Make(Node::star));
-        Advance();
-    } else {
-        do {
-            call->arguments.push_back(ParseValue());
-        } while (AcceptSymbol(","));
+    if (!AtSymbol(")")) {
+        call->flag = Accept("distinct");
+        if (AtSymbol("*")) {
+            call->arguments.push_back(Make(Node::star));
+            Advance();
+        } else if (EqualNames(call->name.Last(), "iif")) {
+            // IIF is short for CASE (its page says so), with a condition as its first argument.
+            call->node = Node::caseOf;
+            call->arguments.push_back(ParseCondition());
+            for (int i = 0; i < 2; ++i) {
+                ExpectSymbol(",");
+                call->arguments.push_back(ParseValue());
+            }
+        } else {
+            do {
+                call->arguments.push_back(ParseValue());
+            } while (AcceptSymbol(","));
+        }
     }
     ExpectSymbol(")");
+    if (Accept("over")) {
+        call->window = ParseWindow();
+    }
     return call;
+}
+
+std::unique_ptr<Window> Parser::ParseWindow() {
+    auto window = std::make_unique<Window>();
+    ExpectSymbol("(");
+    if (Accept("partition")) {
+        Expect("by");
+        do {
+            window->partition.push_back(ParseValue());
+        } while (AcceptSymbol(","));
+    }
+    if (Accept("order")) {
+        window->order = ParseOrderItems();
+        if (At("rows") || At("range")) {
+            window->frame = ParseFrame();
+        }
+    }
+    ExpectSymbol(")");
+    return window;
+}
+
+std::string Parser::ParseFrame() {
+    std::string frame = Accept("rows") ? " ROWS" : " RANGE";
+    if (frame == " RANGE") {
+        Expect("range");
+    }
+    if (!Accept("between")) {
+        return frame + ParseFrameBound();
+    }
+    frame += " BETWEEN" + ParseFrameBound();
+    Expect("and");
+    return frame + " AND" + ParseFrameBound();
+}
+
+std::string Parser::ParseFrameBound() {
+    if (Accept("current")) {
+        Expect("row");
+        return " CURRENT ROW";
+    }
+    std::string bound = " UNBOUNDED";
+    if (!Accept("unbounded")) {
+        bound = " " + std::to_string(TakeWholeNumber());
+    }
+    if (Accept("preceding")) {
+        return bound + " PRECEDING";
+    }
+    Expect("following");
+    return bound + " FOLLOWING";
 }
 
 } // namespace refhost::sql

@@ -105,6 +105,11 @@ private:
     static bool IsAssignment(const Token& token);
     /// `name operation= value` as the value that it gives `name`; behind the name, at the operator.
     ExpressionPtr ParseAssigned(ExpressionPtr name);
+    /// A statement that may have common table expressions in front.
+    Statement ParseManipulation();
+    /// (n) behind TOP of an UPDATE or DELETE; nullptr without one.
+    ExpressionPtr ParseWriteTop();
+    std::vector<SelectItem> ParseOutput();
     Insert ParseInsert();
     Update ParseUpdate();
     Delete ParseDelete();
@@ -132,6 +137,14 @@ private:
     // Queries.
     SelectPtr ParseSelect();
     SelectPtr ParseSelectPart();
+    CommonTables ParseCommonTables();
+    std::vector<OrderItem> ParseOrderItems();
+    void ParseOffset(Select& select);
+    /// (VALUES (…), (…)) as the union of its rows; behind the opening parenthesis.
+    SelectPtr ParseValueRows();
+    std::unique_ptr<Window> ParseWindow();
+    std::string ParseFrame();
+    std::string ParseFrameBound();
     void ParseSelectCore(Select& select);
     SelectItem ParseSelectItem();
     std::vector<std::unique_ptr<Source>> ParseFrom();
@@ -155,7 +168,7 @@ private:
     ExpressionPtr ParsePrimary(bool conditionAllowed);
     ExpressionPtr ParseParenthesis(bool conditionAllowed);
     ExpressionPtr ParseCase();
-    ExpressionPtr ParseConvert(bool cast);
+    ExpressionPtr ParseConvert(bool cast, bool tries);
     ExpressionPtr ParseNameOrCall();
     ExpressionPtr ParseCall(Name name);
 

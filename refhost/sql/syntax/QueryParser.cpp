@@ -1,4 +1,5 @@
 #include "refhost/sql/syntax/Parser.h"
+#include "refhost/sql/types/Errors.h"
 
 namespace refhost::sql {
 
@@ -22,17 +23,86 @@ SelectPtr Parser::ParseSelect() {
         last->next = ParseSelectPart();
     }
     if (Accept("order")) {
-        Expect("by");
-        do {
-            OrderItem item;
-            item.value = ParseValue();
-            item.descending = Accept("desc");
-            if (!item.descending) {
-                Accept("asc");
-            }
-            first->orderBy.push_back(std::move(item));
-        } while (AcceptSymbol(","));
+        first->orderBy = ParseOrderItems();
+        ParseOffset(*first);
     }
+    return first;
+}
+
+std::vector<OrderItem> Parser::ParseOrderItems() {
+    std::vector<OrderItem> items;
+    Expect("by");
+    do {
+        OrderItem& item = items.emplace_back();
+        item.value = ParseValue();
+        item.descending = Accept("desc");
+        if (!item.descending) {
+            Accept("asc");
+        }
+    } while (AcceptSymbol(","));
+    return items;
+}
+
+void Parser::ParseOffset(Select& select) {
+    const auto rows = [this] {
+        if (!Accept("row")) {
+            Expect("rows");
+        }
+    };
+    if (!Accept("offset")) {
+        return;
+    }
+    select.offset = ParseValue();
+    rows();
+    if (Accept("fetch")) {
+        if (!Accept("next")) {
+            Expect("first");
+        }
+        select.fetch = ParseValue();
+        rows();
+        Expect("only");
+    }
+}
+
+CommonTables Parser::ParseCommonTables() {
+    CommonTables tables;
+    do {
+        CommonTable& table = tables.emplace_back();
+        table.name = TakeName();
+        if (AcceptSymbol("(")) {
+            do {
+                table.columns.push_back(TakeName());
+            } while (AcceptSymbol(","));
+            ExpectSymbol(")");
+        }
+        Expect("as");
+        ExpectSymbol("(");
+        table.select = ParseSelect();
+        ExpectSymbol(")");
+    } while (AcceptSymbol(","));
+    return tables;
+}
+
+SelectPtr Parser::ParseValueRows() {
+    Expect("values");
+    SelectPtr first;
+    Select* last = nullptr;
+    do {
+        auto row = std::make_unique<Select>();
+        ExpectSymbol("(");
+        do {
+            row->items.emplace_back().value = ParseValue();
+        } while (AcceptSymbol(","));
+        ExpectSymbol(")");
+        Select* const added = row.get();
+        if (last == nullptr) {
+            first = std::move(row);
+        } else {
+            last->operation = SetOperation::unionAll;
+            last->next = std::move(row);
+        }
+        last = added;
+    } while (AcceptSymbol(","));
     return first;
 }
 
@@ -58,12 +128,17 @@ void Parser::ParseSelectCore(Select& select) {
         if (AcceptSymbol("(")) {
             select.top = ParseValue();
             ExpectSymbol(")");
-        } else if (token_.kind == TokenKind::literal) {
+        } else if (token_.kind == TokenKind::literal || AtVariable()) {
             select.top = ParsePrimary(false);
         } else {
             FailHere();
         }
         select.topPercent = Accept("percent");
+        if (At("with") && Peek().Is("ties")) {
+            Advance();
+            Advance();
+            select.topTies = true;
+        }
     }
     do {
         select.items.push_back(ParseSelectItem());
@@ -133,6 +208,13 @@ std::optional<Join> Parser::AcceptJoin() {
         join = Join::inner;
     } else if (Accept("cross")) {
         join = Join::cross;
+        if (Accept("apply")) {
+            return Join::crossApply;
+        }
+    } else if (At("outer") && Peek().Is("apply")) {
+        Advance();
+        Advance();
+        return Join::outerApply;
     } else if (Accept("left")) {
         join = Join::left;
     } else if (Accept("right")) {
@@ -160,7 +242,7 @@ std::unique_ptr<Source> Parser::ParseJoins() {
         auto joined = std::make_unique<Source>();
         joined->join = *join;
         joined->left = std::move(left);
-        if (*join == Join::cross) {
+        if (*join == Join::cross || *join == Join::crossApply || *join == Join::outerApply) {
             joined->right = ParseSource();
         } else {
             joined->right = ParseSource();
@@ -189,12 +271,12 @@ std::unique_ptr<Source> Parser::ParseJoins() {
 std::unique_ptr<Source> Parser::ParseSource() {
     auto source = std::make_unique<Source>();
     if (AcceptSymbol("(")) {
-        if (!At("select") && !AtSymbol("(")) {
+        if (!At("select") && !AtSymbol("(") && !At("values")) {
             source = ParseJoins();
             ExpectSymbol(")");
             return source;
         }
-        source->select = ParseSelect();
+        source->select = At("values") ? ParseValueRows() : ParseSelect();
         ExpectSymbol(")");
         Accept("as");
         source->alias = TakeName();
@@ -205,6 +287,9 @@ std::unique_ptr<Source> Parser::ParseSource() {
             ExpectSymbol(")");
         }
         return source;
+    }
+    if (AtVariable()) {
+        Fail(1087, "Must declare the table variable \"{}\".", token_.text);
     }
     source->name = TakeObjectName();
     if (Accept("as")) {

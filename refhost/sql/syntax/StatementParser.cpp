@@ -15,17 +15,8 @@ constexpr std::array<std::string_view, 5> compoundOperators{"+=", "-=", "*=", "/
 
 Statement Parser::ParseStatement() {
     const Depth depth(*this);
-    if (At("select") || AtSymbol("(")) {
-        return {ParseSelect()};
-    }
-    if (Accept("insert")) {
-        return {ParseInsert()};
-    }
-    if (Accept("update")) {
-        return {ParseUpdate()};
-    }
-    if (Accept("delete")) {
-        return {ParseDelete()};
+    if (At("with") || At("select") || AtSymbol("(") || At("insert") || At("update") || At("delete")) {
+        return ParseManipulation();
     }
     if (At("create")) {
         return ParseCreate();
@@ -67,12 +58,42 @@ Statement Parser::ParseStatement() {
     FailHere();
 }
 
+Statement Parser::ParseManipulation() {
+    CommonTables with = Accept("with") ? ParseCommonTables() : CommonTables();
+    if (Accept("insert")) {
+        Insert insert = ParseInsert();
+        if (!with.empty()) {
+            if (!insert.select) {
+                FailHere();
+            }
+            insert.select->with = std::move(with);
+        }
+        return {std::move(insert)};
+    }
+    if (Accept("update")) {
+        Update update = ParseUpdate();
+        update.with = std::move(with);
+        return {std::move(update)};
+    }
+    if (Accept("delete")) {
+        Delete del = ParseDelete();
+        del.with = std::move(with);
+        return {std::move(del)};
+    }
+    SelectPtr select = ParseSelect();
+    select->with = std::move(with);
+    return {std::move(select)};
+}
+
 std::optional<Statement> Parser::ParseSteering() {
     if (At("begin")) {
         if (Peek().Is("try")) {
             return Statement{ParseTryCatch()};
         }
         return Statement{Block{ParseBlock()}};
+    }
+    if (At("merge")) {
+        FailOwn(host::error_number::unspecified, "The embedded database has no MERGE. Use UPDATE and INSERT.");
     }
     if (Accept("while")) {
         Loop loop;
@@ -286,6 +307,29 @@ Throw Parser::ParseThrow() {
     return thrown;
 }
 
+ExpressionPtr Parser::ParseWriteTop() {
+    if (!Accept("top")) {
+        return nullptr;
+    }
+    ExpectSymbol("(");
+    ExpressionPtr count = ParseValue();
+    ExpectSymbol(")");
+    return count;
+}
+
+std::vector<SelectItem> Parser::ParseOutput() {
+    std::vector<SelectItem> items;
+    if (Accept("output")) {
+        do {
+            items.push_back(ParseSelectItem());
+        } while (AcceptSymbol(","));
+        if (At("into")) {
+            FailOwn(host::error_number::unspecified, "The embedded database has no OUTPUT INTO.");
+        }
+    }
+    return items;
+}
+
 Insert Parser::ParseInsert() {
     Insert insert;
     Accept("into");
@@ -298,6 +342,7 @@ Insert Parser::ParseInsert() {
         } while (AcceptSymbol(","));
         ExpectSymbol(")");
     }
+    insert.output = ParseOutput();
     if (Accept("default")) {
         Expect("values");
         insert.defaultValues = true;
@@ -324,6 +369,7 @@ Insert Parser::ParseInsert() {
 
 Update Parser::ParseUpdate() {
     Update update;
+    update.top = ParseWriteTop();
     update.target = TakeObjectName();
     SkipTableHints();
     Expect("set");
@@ -341,6 +387,7 @@ Update Parser::ParseUpdate() {
         }
         update.assignments.push_back(std::move(assignment));
     } while (AcceptSymbol(","));
+    update.output = ParseOutput();
     if (Accept("from")) {
         update.from = ParseFrom();
     }
@@ -356,9 +403,11 @@ Delete Parser::ParseDelete() {
         // Some databases take the star, and callers send it to all of them.
         Advance();
     }
+    del.top = ParseWriteTop();
     Accept("from");
     del.target = TakeObjectName();
     SkipTableHints();
+    del.output = ParseOutput();
     if (Accept("from")) {
         del.from = ParseFrom();
     }
