@@ -2,7 +2,8 @@
 
 namespace kovra {
 
-ClsPriceJustVou::ClsPriceJustVou(host::Environment& environment) : state_(environment) {
+ClsPriceJustVou::ClsPriceJustVou(host::Environment& environment, ModPub::ImportObserver* observer)
+    : state_(environment, observer) {
     companion_ = environment.CreateZendaT();
     voucherRecordset_ = environment.CreateRecordset();
 }

@@ -18,7 +18,8 @@ class ClsPriceJustVou {
 public:
     /// Creates the companion component and the voucher recordset. Throws what the environment throws, 429 where the
     /// companion cannot be created.
-    explicit ClsPriceJustVou(host::Environment& environment);
+    /// @param observer watches the import; nobody where it is nullptr
+    explicit ClsPriceJustVou(host::Environment& environment, ModPub::ImportObserver* observer = nullptr);
     ~ClsPriceJustVou();
     ClsPriceJustVou(const ClsPriceJustVou&) = delete;
     ClsPriceJustVou& operator=(const ClsPriceJustVou&) = delete;

@@ -80,7 +80,7 @@ std::string RunTransact(ImportState& state, const MakeVariation& makeVariation, 
         const TransactInProgress inProgress(state);
         return RunSteps(state, makeVariation(), sXml, login);
     } catch (...) {
-        return ErrorResult(state.environment);
+        return ErrorResult(state.environment, state.observer);
     }
 }
 

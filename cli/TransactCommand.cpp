@@ -33,7 +33,7 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     }
     refhost::Traced<refhost::Environment> environment(trace ? &*trace : nullptr);
     refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
-    std::string result = importClass.transact(environment, request, &login);
+    std::string result = importClass.transact(environment, request, &login, nullptr);
     if (!result.empty()) {
         result.push_back('\n');
     }
