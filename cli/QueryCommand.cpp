@@ -3,7 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "refhost/Environment.h"
-#include "refhost/eai/Login.h"
+#include "refhost/LoginFile.h"
 #include "refhost/trace/Traced.h"
 #include "refhost/xml/FileText.h"
 
@@ -55,7 +55,7 @@ int RunQuery(const QueryArguments& arguments) {
     if (!arguments.conditions.empty()) {
         conditions = ReadConditions(arguments.conditions, *conditionsFile);
     }
-    refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
+    refhost::Login login = refhost::ReadLogin(arguments.login, environment);
     kovra::ClsKovraProof instance(environment);
     OpenConnection(instance, environment, login);
     // The class always answers false: what it found is in the envelope.

@@ -11,7 +11,7 @@ include(cmake/AccountDatabase.cmake)
 
 kovra_library(refhost/xml ModPub PkgConfig::LIBXML2)
 kovra_library(refhost/odbc ModPub PkgConfig::ODBC)
-add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp)
+add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)
 target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
                               PRIVATE kovra_sanitize)
 
