@@ -26,6 +26,8 @@ add_executable(kovra cli/main.cpp)
 target_link_libraries(kovra PRIVATE cli kovra_sanitize)
 set_target_properties(kovra PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 
+include(cmake/Installed.cmake)
+
 if(KOVRA_TESTS)
   enable_testing()
   add_subdirectory(tests)
