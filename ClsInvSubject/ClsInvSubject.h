@@ -12,7 +12,9 @@ struct InventorySetting;
 /// Imports inventory account settings into `IA_HeadSet`: "ADD" inserts, "EDIT" updates or inserts, "EMPTY" deletes all.
 class ClsInvSubject {
 public:
-    explicit ClsInvSubject(host::Environment& environment) : state_(environment) {}
+    /// @param observer watches the import; nobody where it is nullptr
+    explicit ClsInvSubject(host::Environment& environment, ModPub::ImportObserver* observer = nullptr)
+        : state_(environment, observer) {}
 
     /// Imports one request; serves one call an instance.
     /// @param sXml the request, UTF-8

@@ -16,7 +16,9 @@ struct Valuation;
 /// Imports opening balances into `Ia_subsidiary`: "ADD" and "EDIT" both append.
 class ClsKovra {
 public:
-    explicit ClsKovra(host::Environment& environment) : state_(environment) {}
+    /// @param observer watches the import; nobody where it is nullptr
+    explicit ClsKovra(host::Environment& environment, ModPub::ImportObserver* observer = nullptr)
+        : state_(environment, observer) {}
 
     /// Imports one request; serves one call an instance.
     /// @param sXml the request, UTF-8

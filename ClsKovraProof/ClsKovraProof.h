@@ -16,7 +16,9 @@ struct ProvisionRecords;
 /// issue documents.
 class ClsKovraProof {
 public:
-    explicit ClsKovraProof(host::Environment& environment) : state_(environment) {}
+    /// @param observer watches the import; nobody where it is nullptr
+    explicit ClsKovraProof(host::Environment& environment, ModPub::ImportObserver* observer = nullptr)
+        : state_(environment, observer) {}
 
     /// Imports one request; serves one call an instance. It opens the connection that `QueryProc` works on, whatever
     /// the request asks for.

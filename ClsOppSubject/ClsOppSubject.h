@@ -12,7 +12,9 @@ struct OppositeSetting;
 /// Imports opposite account settings into `IA_OppHead`: "ADD" inserts, "EDIT" updates or inserts, "EMPTY" deletes all.
 class ClsOppSubject {
 public:
-    explicit ClsOppSubject(host::Environment& environment) : state_(environment) {}
+    /// @param observer watches the import; nobody where it is nullptr
+    explicit ClsOppSubject(host::Environment& environment, ModPub::ImportObserver* observer = nullptr)
+        : state_(environment, observer) {}
 
     /// Imports one request; serves one call an instance.
     /// @param sXml the request, UTF-8

@@ -12,7 +12,9 @@ struct StandardCostSetting;
 /// Imports opposite account settings for standard costing into `IA_OppHead`: operations as `ClsOppSubject`.
 class ClsOppSubjectST {
 public:
-    explicit ClsOppSubjectST(host::Environment& environment) : state_(environment) {}
+    /// @param observer watches the import; nobody where it is nullptr
+    explicit ClsOppSubjectST(host::Environment& environment, ModPub::ImportObserver* observer = nullptr)
+        : state_(environment, observer) {}
 
     /// Imports one request; serves one call an instance.
     /// @param sXml the request, UTF-8

@@ -2,8 +2,9 @@
 
 namespace kovra {
 
-ClsPriceJustVou::ClsPriceJustVou(host::Environment& environment, std::size_t reportBound)
-    : state_(environment), reportBound_(reportBound) {
+ClsPriceJustVou::ClsPriceJustVou(host::Environment& environment, ModPub::ImportObserver* observer,
+                                 std::size_t reportBound)
+    : state_(environment, observer), reportBound_(reportBound) {
     companion_ = environment.CreateZendaT();
     voucherRecordset_ = environment.CreateRecordset();
 }

@@ -20,8 +20,10 @@ class ClsPriceJustVou {
 public:
     /// Creates the companion component and the voucher recordset. Throws what the environment throws, 429 where the
     /// companion cannot be created.
+    /// @param observer watches the import; nobody where it is nullptr
     /// @param reportBound bytes that the report of a request's refused documents may grow to
-    explicit ClsPriceJustVou(host::Environment& environment, std::size_t reportBound = Report::defaultBound);
+    explicit ClsPriceJustVou(host::Environment& environment, ModPub::ImportObserver* observer = nullptr,
+                             std::size_t reportBound = Report::defaultBound);
     ~ClsPriceJustVou();
     ClsPriceJustVou(const ClsPriceJustVou&) = delete;
     ClsPriceJustVou& operator=(const ClsPriceJustVou&) = delete;

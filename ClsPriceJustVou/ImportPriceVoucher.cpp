@@ -1,6 +1,7 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
 #include "ClsPriceJustVou/PriceVoucher.h"
 #include "ModPub/Conversions.h"
+#include "ModPub/Interruption.h"
 #include "ModPub/Required.h"
 #include "ModPub/Trap.h"
 
@@ -54,10 +55,20 @@ bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::str
         }
         voucherId_ = -1;
 
+        if (state_.observer != nullptr) {
+            state_.observer->EntriesSelected(rows.size());
+        }
         bool rowFailed = false;
+        std::size_t number = 0;
         for (const host::DOMNodePtr& row : rows) {
+            if (state_.observer != nullptr && !state_.observer->EntryBegins(++number, *row)) {
+                throw ModPub::Interruption();
+            }
             if (!StageRow(header, PriceEntry::Read(*row), message)) {
                 rowFailed = true;
+                if (state_.observer != nullptr) {
+                    state_.observer->EntryRefused(message);
+                }
             }
         }
         if (!rowFailed) {
@@ -69,6 +80,9 @@ bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::str
         // requests carry one document.
         DropWorkTable(workTable);
         DropWorkTable(resultTable);
+    } catch (const ModPub::Interruption&) {
+        // It ends the request, not this document alone.
+        throw;
     } catch (...) {
         const host::Error error = ModPub::PendingError();
         state_.AddOutcome(std::to_string(error.number()), ModPub::outcome::stopped, error.description());

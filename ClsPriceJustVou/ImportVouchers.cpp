@@ -1,6 +1,7 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
 #include "ClsPriceJustVou/PriceVoucher.h"
 #include "ModPub/Conversions.h"
+#include "ModPub/Interruption.h"
 #include "ModPub/ReadAccOption.h"
 #include "ModPub/Trap.h"
 
@@ -17,6 +18,9 @@ std::int16_t ReadDecimals(ModPub::ImportState& state, std::string_view option) {
 std::string ClsPriceJustVou::ImportVouchers(const host::DOMNodeList& documents) {
     host::Connection& connection = *state_.connection;
     bool inTransaction = false;
+    if (state_.observer != nullptr) {
+        state_.observer->RowsSelected(documents.size());
+    }
     try {
         std::string message;
         if (!companion_->AllowAdd(message, voucherContext_, connection)) {
@@ -33,7 +37,11 @@ std::string ClsPriceJustVou::ImportVouchers(const host::DOMNodeList& documents) 
         // Message and report go on from document to document: the outcome of a second refused document repeats what
         // the first one's said, and callers know it so.
         Report report(reportBound_);
+        std::size_t number = 0;
         for (const host::DOMNodePtr& document : documents) {
+            if (state_.observer != nullptr && !state_.observer->RowBegins(++number, *document)) {
+                throw ModPub::Interruption();
+            }
             if (report.isFull()) {
                 message.clear();
             }
@@ -55,6 +63,9 @@ std::string ClsPriceJustVou::ImportVouchers(const host::DOMNodeList& documents) 
         state_.AddOutcome("产生未知异常，导入失败！", ModPub::outcome::stopped, ModPub::PendingError().description());
         std::string result = state_.resultDocument->Xml();
         if (inTransaction) {
+            if (state_.observer != nullptr) {
+                state_.observer->RequestUndone();
+            }
             connection.RollbackTrans();
         }
         return result;

@@ -15,9 +15,12 @@ std::string WrittenHere(const host::Error& error) {
 
 } // namespace
 
-std::string ErrorResult(host::Environment& environment) noexcept {
+std::string ErrorResult(host::Environment& environment, ImportObserver* observer) noexcept {
     try {
         const host::Error error = PendingError();
+        if (observer != nullptr) {
+            observer->RequestRefused(std::to_string(error.number()), error.description());
+        }
         try {
             return environment.GetEaiHelper().MakeErrorResult(std::to_string(error.number()), error.description(), {});
         } catch (...) {

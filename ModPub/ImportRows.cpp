@@ -2,12 +2,21 @@
 
 #include "ModPub/Trap.h"
 
+#include <cstddef>
+
 namespace ModPub {
 
 std::string ImportRows(ImportState& state, const host::DOMNodeList& rows,
                        const std::function<void(const host::DOMNode& row)>& importRow) {
+    if (state.observer != nullptr) {
+        state.observer->RowsSelected(rows.size());
+    }
     try {
+        std::size_t number = 0;
         for (const host::DOMNodePtr& row : rows) {
+            if (state.observer != nullptr && !state.observer->RowBegins(++number, *row)) {
+                break;
+            }
             importRow(*row);
         }
     } catch (...) {

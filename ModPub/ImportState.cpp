@@ -4,6 +4,9 @@ namespace ModPub {
 
 void ImportState::AddOutcome(std::string_view key, long code, std::string_view description) {
     environment.GetEaiHelper().AddResultItem(*resultDocument, key, code, description);
+    if (observer != nullptr) {
+        observer->OutcomeRecorded(key, code, description);
+    }
 }
 
 void ImportState::AddAccepted(std::string_view key) { AddOutcome(key, outcome::accepted, "ok"); }

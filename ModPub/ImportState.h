@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModPub/ImportObserver.h"
 #include "host/Environment.h"
 
 #include <memory>
@@ -19,9 +20,12 @@ inline constexpr long stopped = 999;
 /// What a class instance holds for a call of `Transact`. The connection is opened at the start of the call and never
 /// closed: a second call on one instance fails when it opens it again.
 struct ImportState {
-    explicit ImportState(host::Environment& theEnvironment) : environment(theEnvironment) {}
+    explicit ImportState(host::Environment& theEnvironment, ImportObserver* theObserver = nullptr)
+        : environment(theEnvironment), observer(theObserver) {}
 
     host::Environment& environment;
+    /// Nobody where it is nullptr.
+    ImportObserver* observer;
     std::unique_ptr<host::Connection> connection;
     std::unique_ptr<host::DOMDocument> resultDocument;
     /// The latest caller's login. It outlives the instance, since calls after `Transact` read it too.

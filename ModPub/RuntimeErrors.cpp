@@ -14,6 +14,7 @@ constexpr std::pair<host::ErrorNumber, std::string_view> descriptions[] = {
     {en::overflow, "溢出"},
     {en::outOfMemory, "内存溢出"},
     {en::typeMismatch, "类型不匹配"},
+    {en::userInterrupt, "出现用户中断"},
     {en::objectNotSet, "对象变量或 With 块变量未设置"},
     {en::invalidUseOfNull, "无效使用 Null"},
     {en::cannotCreateObject, "ActiveX 部件不能创建对象"},

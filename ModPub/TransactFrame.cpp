@@ -18,6 +18,9 @@ void OpenConnection(ImportState& state, const FrameVariation& variation) {
 }
 
 std::string Refuse(ImportState& state, const RequestError& error) {
+    if (state.observer != nullptr) {
+        state.observer->RequestRefused(error.code, error.message);
+    }
     return state.environment.GetEaiHelper().MakeErrorResult(error.code, error.message, {});
 }
 
@@ -75,6 +78,9 @@ std::string RunSteps(ImportState& state, const FrameVariation& variation, std::s
         }
     }
     state.operation = UpperCase(eaiHelper.GetAttr(root.get(), "proc"));
+    if (state.observer != nullptr) {
+        state.observer->RequestBegins(docid, state.operation);
+    }
     for (const Operation& operation : variation.operations) {
         if (operation.proc == state.operation) {
             return operation.run(*root);

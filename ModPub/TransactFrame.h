@@ -85,7 +85,7 @@ std::string RunTransact(ImportState& state, const MakeVariation& makeVariation, 
             return ErrorResult(state.environment);
         }
     } catch (...) {
-        return ErrorResult(state.environment);
+        return ErrorResult(state.environment, state.observer);
     }
 }
 

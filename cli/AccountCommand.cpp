@@ -1,21 +1,37 @@
 #include "ModPub/Conversions.h"
+#include "cli/AccountQuestions.h"
 #include "cli/Commands.h"
 #include "cli/ServerDatabases.h"
 #include "refhost/Environment.h"
+#include "refhost/LoginFile.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Account.h"
 #include "refhost/ado/Connection.h"
-#include "refhost/eai/Login.h"
-#include "refhost/xml/FileText.h"
 
 #include <stdexcept>
 #include <string>
 
 namespace cli {
+namespace {
+
+void TellWhatWasMade(AccountQuestions& account, const AccountArguments& arguments, Console& console) {
+    const AccountTexts& texts = console.messages().account;
+    const auto count = [&account](const char* from) {
+        return account.First(std::string("SELECT COUNT(*) AS n FROM ") + from);
+    };
+    console.Say(Fill(texts.accountMade, count("sysobjects WHERE type = N'U'"), count("sysobjects WHERE type = N'V'")));
+    if (arguments.demo) {
+        console.Say(Fill(texts.demoMade, count("Warehouse"), count("inventory"), count("code WHERE iyear = 2024"),
+                         count("department")));
+    }
+    console.Say(Fill(texts.next, "kovra login check --login " + arguments.login));
+}
+
+} // namespace
 
 int RunAccountCreate(const AccountArguments& arguments, Console& console) {
     refhost::Environment environment;
-    const refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
+    const refhost::Login login = refhost::ReadLogin(arguments.login, environment);
     refhost::Connection connection(refhost::OpenOrCreate());
     const std::string connectionString = ModPub::ToText(login.Member("QxDbName"));
     connection.Open(connectionString, "", "", host::command_option::unspecified);
@@ -29,6 +45,8 @@ int RunAccountCreate(const AccountArguments& arguments, Console& console) {
     if (server) {
         TellWhatIsThere(calendarMade, arguments.database, console);
     }
+    AccountQuestions account(environment, connection);
+    TellWhatWasMade(account, arguments, console);
     return exit_status::done;
 }
 

@@ -11,18 +11,24 @@ namespace cli {
 namespace {
 
 template <class Class>
-std::string Transact(host::Environment& environment, std::string_view request, host::HostLogin* login) {
-    Class instance(environment);
+std::string Transact(host::Environment& environment, std::string_view request, host::HostLogin* login,
+                     ModPub::ImportObserver* observer) {
+    Class instance(environment, observer);
     return instance.Transact(request, login);
 }
 
 } // namespace
 
 const std::vector<ImportClass>& ImportClasses() {
+    constexpr std::string_view settings = "ADD, EDIT, EMPTY";
+    constexpr std::string_view rows = "ADD, EDIT";
     static const std::vector<ImportClass> classes = {
-        {"ClsInvSubject", Transact<kovra::ClsInvSubject>},     {"ClsOppSubject", Transact<kovra::ClsOppSubject>},
-        {"ClsOppSubjectST", Transact<kovra::ClsOppSubjectST>}, {"ClsKovra", Transact<kovra::ClsKovra>},
-        {"ClsKovraProof", Transact<kovra::ClsKovraProof>},     {"ClsPriceJustVou", Transact<kovra::ClsPriceJustVou>},
+        {"ClsInvSubject", false, settings, Transact<kovra::ClsInvSubject>},
+        {"ClsOppSubject", false, settings, Transact<kovra::ClsOppSubject>},
+        {"ClsOppSubjectST", false, settings, Transact<kovra::ClsOppSubjectST>},
+        {"ClsKovra", false, rows, Transact<kovra::ClsKovra>},
+        {"ClsKovraProof", true, rows, Transact<kovra::ClsKovraProof>},
+        {"ClsPriceJustVou", true, "ADD, EMPTY", Transact<kovra::ClsPriceJustVou>},
     };
     return classes;
 }

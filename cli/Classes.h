@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModPub/ImportObserver.h"
 #include "host/Environment.h"
 
 #include <string>
@@ -11,9 +12,15 @@ namespace cli {
 /// One of the six classes, as the program runs it.
 struct ImportClass {
     std::string_view name;
+    /// What a row of a request is: a row, or a whole document.
+    bool importsDocuments;
+    /// The operations that it offers, as people are told them.
+    std::string_view operations;
     /// Creates an instance, calls its `Transact` and releases it. Throws `host::Error` when the instance cannot be
     /// created.
-    std::string (*transact)(host::Environment& environment, std::string_view request, host::HostLogin* login);
+    /// @param observer watches the import; nobody where it is nullptr
+    std::string (*transact)(host::Environment& environment, std::string_view request, host::HostLogin* login,
+                            ModPub::ImportObserver* observer);
 };
 
 /// All classes, in the order in which the usage text names them.

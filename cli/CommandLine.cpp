@@ -46,6 +46,8 @@ struct Arguments {
     QueryArguments query;
     SqlArguments sql;
     AccountArguments account;
+    LoginCheckArguments loginCheck;
+    LoginInitArguments loginInit;
     std::function<int(Console&)> command;
 };
 
@@ -64,6 +66,7 @@ public:
         AddQuery();
         AddSql();
         AddAccount();
+        AddLoginCommands();
     }
 
     CLI::App& app() { return app_; }
@@ -106,6 +109,9 @@ private:
             ->type_name("CLASS");
         AddLogin(command, transact.login);
         command.add_option("--trace", transact.trace, Text(help_.trace))->type_name("FILE");
+        command.add_option("--journal", transact.journal, Text(help_.transactJournal))->type_name("FILE");
+        AddChoice(command, "--format", transact.format, help_.transactFormat, {"xml", "table", "json"});
+        command.add_flag("-q,--quiet", transact.quiet, Text(help_.transactQuiet));
         command.add_option("REQUEST", transact.request, Text(help_.transactRequest));
         Runs(command, [&transact](Console& console) { return RunTransact(transact, console); });
     }
@@ -149,6 +155,34 @@ private:
         command.add_flag("--demo", account.demo, Text(help_.accountDemo));
         command.add_option("--database", account.database, Text(help_.accountDatabase))->type_name("NAME");
         Runs(command, [&account](Console& console) { return RunAccountCreate(account, console); });
+    }
+
+    void AddLoginCommands() {
+        CLI::App& logins = *AddCommand(app_, "login", help_.loginCommand);
+        logins.require_subcommand(1);
+        LoginCheckArguments& check = arguments_.loginCheck;
+        CLI::App& checkCommand = *AddCommand(logins, "check", help_.loginCheck);
+        AddLogin(checkCommand, check.login);
+        Runs(checkCommand, [&check](Console& console) { return RunLoginCheck(check, console); });
+
+        LoginInitArguments& init = arguments_.loginInit;
+        CLI::App& initCommand = *AddCommand(logins, "init", help_.loginInit);
+        const auto add = [&initCommand](const char* name, std::string& value, std::string_view meaning,
+                                        const char* type) {
+            initCommand.add_option(name, value, Text(meaning))->type_name(type);
+        };
+        add("--connection", init.connection, help_.loginInitConnection, "TEXT");
+        add("--account", init.account, help_.loginInitAccount, "ID");
+        add("--year", init.year, help_.loginInitYear, "YEAR");
+        add("--user", init.user, help_.loginInitUser, "ID");
+        add("--name", init.userName, help_.loginInitName, "NAME");
+        initCommand.add_option("FILE", init.file, Text(help_.loginInitFile));
+        Runs(initCommand, [&init](Console& console) {
+            for (std::string* text : {&init.connection, &init.account, &init.user, &init.userName}) {
+                *text = platform::FromLocale(*text);
+            }
+            return RunLoginInit(init, console);
+        });
     }
 
     const HelpTexts& help_;

@@ -25,6 +25,12 @@ struct TransactArguments {
     std::string login;
     /// Empty for none.
     std::string trace;
+    /// A file that each outcome is added to as it happens; empty for none.
+    std::string journal;
+    /// "xml", "table" or "json"; empty for "table" on a terminal, else "xml".
+    std::string format;
+    /// Nothing but errors on standard error.
+    bool quiet = false;
     /// A file, or "-" for standard input.
     std::string request = "-";
 };
@@ -56,8 +62,22 @@ struct AccountArguments {
     bool demo = false;
 };
 
-/// Runs a request through a class and writes the result. Each command returns the exit status; it throws
-/// `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
+struct LoginCheckArguments {
+    std::string login;
+};
+
+/// Members that are empty are left to the program: today's year and date.
+struct LoginInitArguments {
+    std::string file = "login.xml";
+    std::string connection = "Provider=KovraAccount;Data Source=account.db";
+    std::string account = "001";
+    std::string year;
+    std::string user = "demo";
+    std::string userName;
+};
+
+/// Runs a request through a class, writes the result and tells people what came of it. Each command returns the exit
+/// status; it throws `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
 int RunTransact(const TransactArguments& arguments, Console& console);
 
 /// Queries stock documents and writes the filled envelope. Throws `host::Error` for what the query raises too.
@@ -67,7 +87,14 @@ int RunQuery(const QueryArguments& arguments);
 /// to `console`.
 int RunSql(const SqlArguments& arguments, Console& console);
 
-/// Creates the host's tables.
+/// Creates the host's tables, and tells people what it made.
 int RunAccountCreate(const AccountArguments& arguments, Console& console);
+
+/// Tells on standard output what is missing or wrong in a login and what its account is. The status is `failed` where
+/// something is wrong.
+int RunLoginCheck(const LoginCheckArguments& arguments, Console& console);
+
+/// Makes a login file, which its owner alone can read. Throws std::system_error when it is there already.
+int RunLoginInit(const LoginInitArguments& arguments, Console& console);
 
 } // namespace cli

@@ -3,7 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "refhost/Environment.h"
-#include "refhost/eai/Login.h"
+#include "refhost/LoginFile.h"
 #include "refhost/trace/Traced.h"
 #include "refhost/xml/FileText.h"
 
@@ -59,7 +59,7 @@ int RunQuery(const QueryArguments& arguments) {
     if (!arguments.conditions.empty()) {
         conditions = ReadConditions(arguments.conditions, *conditionsFile);
     }
-    refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
+    refhost::Login login = refhost::ReadLogin(arguments.login, environment);
     kovra::ClsKovraProof instance(environment);
     const std::optional<host::Error> failure = OpenConnection(instance, environment, login);
     try {

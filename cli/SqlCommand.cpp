@@ -4,9 +4,11 @@
 #include "cli/Platform.h"
 #include "cli/ResultWriter.h"
 #include "refhost/Environment.h"
+#include "refhost/LoginFile.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Batches.h"
 #include "refhost/ado/Connection.h"
+#include "refhost/ado/JsonRow.h"
 #include "refhost/eai/Login.h"
 #include "refhost/xml/FileText.h"
 
@@ -75,7 +77,7 @@ int RunSql(const SqlArguments& arguments, Console& console) {
         throw std::runtime_error("nothing to run: give -e STATEMENT or a file");
     }
     refhost::Environment environment;
-    const refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
+    const refhost::Login login = refhost::ReadLogin(arguments.login, environment);
     refhost::Connection connection(refhost::OpenExisting());
     connection.Open(ModPub::ToText(login.Member("QxDbName")), "", "", host::command_option::unspecified);
     refhost::TimeLimit limit;

@@ -1,17 +1,26 @@
 #include "cli/Classes.h"
 #include "cli/Commands.h"
+#include "cli/Journal.h"
 #include "cli/Output.h"
+#include "cli/Platform.h"
+#include "cli/Progress.h"
+#include "cli/ResultText.h"
+#include "cli/Summary.h"
 #include "refhost/Environment.h"
-#include "refhost/eai/Login.h"
+#include "refhost/LoginFile.h"
 #include "refhost/trace/Traced.h"
 #include "refhost/xml/FileText.h"
 
 #include <algorithm>
+#include <exception>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace cli {
 namespace {
+
+using platform::Stream;
 
 const ImportClass& FindClass(const std::string& name, const UsageTexts& texts) {
     const std::vector<ImportClass>& classes = ImportClasses();
@@ -22,26 +31,133 @@ const ImportClass& FindClass(const std::string& name, const UsageTexts& texts) {
     return *found;
 }
 
+ResultFormat FormatNamed(const std::string& name) {
+    if (name.empty()) {
+        return platform::IsTerminal(Stream::output) ? ResultFormat::table : ResultFormat::xml;
+    }
+    return name == "table" ? ResultFormat::table : name == "json" ? ResultFormat::json : ResultFormat::xml;
+}
+
+void WriteResult(std::string result, ResultFormat format, const ImportLog& log, const ImportClass& importClass,
+                 const Messages& messages) {
+    const bool terminal = platform::IsTerminal(Stream::output);
+    switch (format) {
+    case ResultFormat::table:
+        WriteForPeople(ResultTable(log, messages, terminal ? platform::TerminalWidth(Stream::output) : 0));
+        return;
+    case ResultFormat::json:
+        result = ResultJson(log, importClass);
+        break;
+    case ResultFormat::xml:
+        if (!result.empty()) {
+            result.push_back('\n');
+        }
+        break;
+    }
+    if (terminal) {
+        WriteForPeople(result);
+    } else {
+        WriteOutput(result);
+    }
+}
+
+int ExitStatus(const ImportLog& log) {
+    if (platform::Interrupted()) {
+        return exit_status::interrupted;
+    }
+    if (!log.failure.empty()) {
+        return exit_status::unusable;
+    }
+    if (log.error) {
+        return exit_status::errorResult;
+    }
+    return log.anyRefused ? exit_status::failed : exit_status::done;
+}
+
+std::string_view HowItEnded(const ImportLog& log) {
+    if (log.undone) {
+        return "undone";
+    }
+    if (log.stopped) {
+        return "interrupted";
+    }
+    return log.error ? "refused" : "done";
+}
+
+std::string ReadRequest(const TransactArguments& arguments, Console& console) {
+    if (arguments.request == "-" && !arguments.quiet && platform::IsTerminal(Stream::input)) {
+        console.Say(console.messages().summary.waitingForInput);
+    }
+    return refhost::xml::ReadXmlFile(arguments.request);
+}
+
 } // namespace
 
 int RunTransact(const TransactArguments& arguments, Console& console) {
-    const ImportClass& importClass = FindClass(arguments.className, console.messages().usage);
-    const std::string request = refhost::xml::ReadXmlFile(arguments.request);
+    const Messages& messages = console.messages();
+    const ImportClass& importClass = FindClass(arguments.className, messages.usage);
+    const ResultFormat format = FormatNamed(arguments.format);
+    const std::string request = ReadRequest(arguments, console);
     std::optional<refhost::Trace> trace;
     if (!arguments.trace.empty()) {
         trace.emplace(arguments.trace);
     }
     refhost::Traced<refhost::Environment> environment(trace ? &*trace : nullptr);
-    refhost::Login login(refhost::xml::ReadXmlFile(arguments.login), environment);
-    std::string result = importClass.transact(environment, request, &login);
-    if (!result.empty()) {
-        result.push_back('\n');
+    refhost::Login login = refhost::ReadLogin(arguments.login, environment);
+    std::optional<Journal> journal;
+    if (!arguments.journal.empty()) {
+        journal.emplace(arguments.journal, importClass.name, arguments.request);
     }
-    WriteOutput(result);
-    if (trace) {
-        trace->Flush();
+
+    ImportLog::Listeners listeners{.wantsStop = platform::Interrupted};
+    if (journal) {
+        listeners.outcome = [&journal](const LoggedOutcome& outcome) { journal->Add(outcome); };
     }
-    return exit_status::done;
+    Progress progress(console);
+    if (!arguments.quiet && console.IsTerminal()) {
+        listeners.progress = [&](std::size_t begun, std::size_t of, bool entries) {
+            const Noun& rows = importClass.importsDocuments ? messages.document : messages.row;
+            progress.Show(begun, of, entries ? messages.entry : rows);
+        };
+    }
+    ImportLog log(arguments.quiet ? std::nullopt : FieldsOf(importClass.name), format != ResultFormat::xml,
+                  std::move(listeners));
+    platform::NoteInterruptions();
+    std::string result;
+    try {
+        result = importClass.transact(environment, request, &login, &log);
+    } catch (const host::Error& error) {
+        // The class itself could not be created.
+        log.RequestRefused(std::to_string(error.number()), error.description());
+    }
+    console.ClearProgress();
+
+    // The result comes first; where it cannot be written, people are told of it behind the summary.
+    std::exception_ptr failure;
+    try {
+        WriteResult(result, format, log, importClass, messages);
+        if (journal) {
+            journal->End(HowItEnded(log));
+        }
+        if (trace) {
+            trace->Flush();
+        }
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    if (!arguments.quiet) {
+        const bool tableOnTerminal = format == ResultFormat::table && platform::IsTerminal(Stream::output);
+        Summarize(log,
+                  {.importClass = importClass,
+                   .interrupted = platform::Interrupted(),
+                   .listsRefusals = !(tableOnTerminal && console.IsTerminal()),
+                   .emptyInput = arguments.request == "-" && request.empty()},
+                  console);
+    }
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+    return ExitStatus(log);
 }
 
 } // namespace cli

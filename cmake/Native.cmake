@@ -11,7 +11,7 @@ include(cmake/AccountDatabase.cmake)
 
 kovra_library(refhost/xml ModPub PkgConfig::LIBXML2)
 kovra_library(refhost/odbc ModPub PkgConfig::ODBC)
-add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp)
+add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)
 target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
                               PRIVATE kovra_sanitize)
 
@@ -25,6 +25,8 @@ set_property(SOURCE cli/Version.cpp PROPERTY COMPILE_DEFINITIONS
 add_executable(kovra cli/main.cpp)
 target_link_libraries(kovra PRIVATE cli kovra_sanitize)
 set_target_properties(kovra PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+
+include(cmake/Installed.cmake)
 
 if(KOVRA_TESTS)
   enable_testing()

@@ -72,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     account.Begin();
     refhost::Login login(std::string(fuzz::loginXml), environment);
     const cli::ImportClass& importClass = cli::ImportClasses()[which];
-    CheckResult(importClass.transact(environment, request, &login));
+    CheckResult(importClass.transact(environment, request, &login, nullptr));
     fuzz::Require(sqlite3_get_autocommit(account.database().Handle()) != 0, "a transaction is left open", request);
     for (const std::string& change : account.changes()) {
         fuzz::Require(MayWrite(writable[which], change), importClass.name, change);

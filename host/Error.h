@@ -17,6 +17,7 @@ inline constexpr ErrorNumber invalidCall = 5;
 inline constexpr ErrorNumber overflow = 6;
 inline constexpr ErrorNumber outOfMemory = 7;
 inline constexpr ErrorNumber typeMismatch = 13;
+inline constexpr ErrorNumber userInterrupt = 18;
 inline constexpr ErrorNumber objectNotSet = 91;
 inline constexpr ErrorNumber invalidUseOfNull = 94;
 inline constexpr ErrorNumber cannotCreateObject = 429;

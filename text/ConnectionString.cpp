@@ -29,7 +29,12 @@ std::size_t ValueEnd(std::string_view text, std::size_t begin) {
     const std::size_t first = text.find_first_not_of(" \t", begin);
     if (first != std::string_view::npos && (text[first] == '{' || text[first] == '"' || text[first] == '\'')) {
         const char close = text[first] == '{' ? '}' : text[first];
-        if (const std::size_t end = text.find(close, first + 1); end != std::string_view::npos) {
+        std::size_t end = text.find(close, first + 1);
+        // A doubled brace stands for one.
+        while (close == '}' && end != std::string_view::npos && text.substr(end).starts_with("}}")) {
+            end = text.find(close, end + 2);
+        }
+        if (end != std::string_view::npos) {
             begin = end;
         }
     }
@@ -71,6 +76,18 @@ std::optional<std::string> ConnectionStringValue(std::string_view connectionStri
         found = std::string(value);
     });
     return found;
+}
+
+std::string WithConnectionStringValue(std::string_view connectionString, std::string_view key, std::string_view value) {
+    std::string changed(connectionString);
+    bool found = false;
+    ForEachPart(connectionString, [&](const Part& part) {
+        if (!found && SameName(part.key, key)) {
+            found = true;
+            changed.replace(part.valueBegin, part.valueEnd - part.valueBegin, value);
+        }
+    });
+    return changed;
 }
 
 std::string MaskPasswords(std::string_view connectionString) {

@@ -5,7 +5,7 @@ namespace cli {
 constexpr Messages chineseMessages = {
     .row = {.one = "{0} 行", .many = "{0} 行", .place = "第 {0} 行"},
     .document = {.one = "{0} 张单据", .many = "{0} 张单据", .place = "第 {0} 张单据"},
-    .entry = {.one = "{0} 条分录", .many = "{0} 条分录", .place = "第 {0} 条分录"},
+    .entry = {.one = "{0} 行表体", .many = "{0} 行表体", .place = "表体第 {0} 行"},
     .help =
         {
             .program = "把单据导入 ERP 账套的存货核算模块。",
@@ -48,10 +48,10 @@ constexpr Messages chineseMessages = {
             .loginInitUser = "操作员编码",
             .loginInitName = "操作员姓名；单据未写制单人时以此为制单人",
             .exitStatus = "退出状态：\n"
-                          "  0    全部导入成功，或已执行 EMPTY\n"
+                          "  0    全部接受，或已执行 EMPTY\n"
                           "  1    部分或全部行被拒绝；query、sql、account 和 login：所要求的操作失败\n"
                           "  2    命令行或文件有误，无法使用\n"
-                          "  3    整个请求未被接受，结果为错误结果\n"
+                          "  3    整个请求没有处理，结果为错误结果\n"
                           "  130  被中断；中断前已完成的部分见结果",
         },
     .usage =
@@ -73,6 +73,83 @@ constexpr Messages chineseMessages = {
             .calendarThere = "QxSystem 中已有日历表 UA_Period，保持原样",
             .nameInLogin = "接下来请在登录文件的 QxDbName 中写入 Database={0}",
             .noServer = "--database 只用于服务器上的账套；这个登录的账套是一个文件",
+        },
+    .summary =
+        {
+            .accepted = "已导入 {0}。",
+            .allAccepted = "{0}全部导入。",
+            .allRefused = "没有导入任何数据，被拒绝 {0}。",
+            .someRefused = "已导入 {0}，被拒绝 {1}。",
+            .refusal = "  {0}（{1}）：{2}",
+            .refusalWithoutKey = "  {0}：{1}",
+            .afterAcceptance = "  {0}（{1}）：已经写入，但随后出现：{2}",
+            .moreRefusals = "  另有 {0} 条拒绝信息，全部见结果",
+            .noReason = "没有给出原因，常见原因是值中含有单引号（'）",
+            .request = "整个请求",
+            .betweenPlaces = "",
+            .betweenClauses = "；",
+            .stoppedByError = "导入在{0}因错误停止，其后的 {1}没有处理。",
+            .requestRefused = "整个请求没有处理（{0}）：{1}",
+            .nothingImported = "没有导入任何数据。",
+            .noRows = "请求中没有可导入的数据。",
+            .emptied = "已执行 {0}，该操作没有结果内容。",
+            .undone = "全部已回滚，没有导入任何数据。",
+            .interrupted = "已中断：共 {1}，处理了 {0}。已导入的保留，其余请另发请求。",
+            .interruptedBefore = "在第一行之前已中断，没有导入任何数据。",
+            .interruptedAfter = "收到中断时已全部处理完毕。",
+            .interruptedWhole = "已中断；该类的请求要么整体写入，要么完全不写。",
+            .stoppedByFailure = "导入已停止：{0}",
+            .warning = "注意：",
+            .rootTagNamesNothing = "请求没有选中任何行：roottag 与其中各元素的名称都不相同",
+            .unknownOperation = "请求的操作为“{0}”，而 {1} 支持的操作是 {2}",
+            .emptyInput = "标准输入是空的；请指定请求文件，或从标准输入送入请求",
+            .unknownField = "<{0}> 不是 {1} 的字段，未被读取（{2}，首见于{3}）",
+            .times = "共 {0} 处",
+            .waitingForInput = "正在从终端读取请求，以 Ctrl-D 结束",
+            .progress = "已处理 {0}，共 {1}",
+            .timeLeft = "，约剩 {0}",
+            .seconds = "{0} 秒",
+            .minutes = "{0} 分钟",
+            .rowHeading = "行",
+            .outcomeHeading = "结果",
+            .codeHeading = "代码",
+            .keyHeading = "键",
+            .messageHeading = "提示信息",
+            .acceptedCell = "接受",
+            .refusedCell = "拒绝",
+        },
+    .account =
+        {
+            .attributeHeading = "属性",
+            .valueHeading = "值",
+            .stateHeading = "状态",
+            .hidden = "（不显示）",
+            .fine = "正确",
+            .missing = "缺少；{0} 需要它",
+            .noDatabase =
+                "没有指明数据库：应为 Provider=KovraAccount;Data Source=文件，或含 Driver= 或 DSN= 的 ODBC 连接字符串",
+            .noYear = "不是四位数字的年度",
+            .noMonth = "不是 1 到 12 的月份",
+            .noDate = "不是 YYYY-MM-DD 形式的日期",
+            .embedded = "数据库：内置账套数据库 {0}",
+            .odbc = "数据库：经 ODBC 连接的 SQL Server",
+            .version = "版本：{0}",
+            .noAccount = "该数据库中没有账套。可用 kovra account create 在空数据库中建立。",
+            .starts = "存货核算启用日期：{0}。",
+            .noStart = "账套没有存货核算启用日期，期初余额会被拒绝。",
+            .closed = "{0} 年已结账的月份：{1}。",
+            .noneClosed = "{0} 年没有已结账的月份。",
+            .decemberClosed = "{0} 年 12 月已结账，科目设置会被拒绝。",
+            .ledgerRows = "存货明细账现有 {0} 笔记录。",
+            .calendar = "账套 {0} 的会计日历在 {1} 年有 {2} 个期间。",
+            .noCalendar = "账套 {0} 的会计日历没有 {1} 年的期间，期初余额和调价单会被拒绝。",
+            .usable = "登录文件可以使用。",
+            .unusable = "登录文件有 {0} 处问题。",
+            .cannotOpen = "无法打开账套：{0}：{1}",
+            .loginMade = "已生成 {0}，只有本人可读。",
+            .next = "下一步：{0}",
+            .accountMade = "已建立账套：{0} 张表，{1} 个视图。",
+            .demoMade = "演示公司有 {0} 个仓库、{1} 种存货、{2} 个科目、{3} 个部门；2024 年 1 月为未结账月份。",
         },
 };
 

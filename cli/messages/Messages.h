@@ -92,6 +92,122 @@ struct ServerTexts {
     std::string_view noServer;
 };
 
+/// What is told of an import. Rows, documents and entries come with their numbers, see `Noun`.
+struct SummaryTexts {
+    /// `{0}` how many.
+    std::string_view accepted;
+    std::string_view allAccepted;
+    std::string_view allRefused;
+    /// `{0}` how many were accepted, `{1}` how many refused.
+    std::string_view someRefused;
+    /// `{0}` the row, `{1}` its key, `{2}` the message.
+    std::string_view refusal;
+    /// The same without a key: `{0}` the row, `{1}` the message.
+    std::string_view refusalWithoutKey;
+    /// The same of a row that is written all the same.
+    std::string_view afterAcceptance;
+    /// `{0}` how many refusals are not shown.
+    std::string_view moreRefusals;
+    /// Stands for an empty message.
+    std::string_view noReason;
+    /// What an outcome without a row is of.
+    std::string_view request;
+    /// Stands between a document and its entry.
+    std::string_view betweenPlaces;
+    std::string_view betweenClauses;
+    /// `{0}` the row, `{1}` how many after it.
+    std::string_view stoppedByError;
+    /// `{0}` the code, `{1}` the message.
+    std::string_view requestRefused;
+    std::string_view nothingImported;
+    std::string_view noRows;
+    /// `{0}` the operation.
+    std::string_view emptied;
+    std::string_view undone;
+    /// `{0}` how many were done, `{1}` of how many.
+    std::string_view interrupted;
+    std::string_view interruptedBefore;
+    std::string_view interruptedAfter;
+    /// Of a request that is written in one transaction.
+    std::string_view interruptedWhole;
+    std::string_view stoppedByFailure;
+
+    std::string_view warning;
+    std::string_view rootTagNamesNothing;
+    /// `{0}` the operation asked for, `{1}` the class, `{2}` its operations.
+    std::string_view unknownOperation;
+    std::string_view emptyInput;
+    /// `{0}` the element, `{1}` the class, `{2}` how often, `{3}` the first row.
+    std::string_view unknownField;
+    std::string_view times;
+    std::string_view waitingForInput;
+
+    /// `{0}` how many have begun, `{1}` of how many.
+    std::string_view progress;
+    /// Behind it: `{0}` the time left.
+    std::string_view timeLeft;
+    /// `{0}` a number.
+    std::string_view seconds;
+    std::string_view minutes;
+
+    // The table of outcomes.
+    std::string_view rowHeading;
+    std::string_view outcomeHeading;
+    std::string_view codeHeading;
+    std::string_view keyHeading;
+    std::string_view messageHeading;
+    std::string_view acceptedCell;
+    std::string_view refusedCell;
+};
+
+/// What `kovra login` and `kovra account` say.
+struct AccountTexts {
+    std::string_view attributeHeading;
+    std::string_view valueHeading;
+    std::string_view stateHeading;
+    std::string_view hidden;
+    std::string_view fine;
+    /// `{0}` what needs the attribute.
+    std::string_view missing;
+    std::string_view noDatabase;
+    std::string_view noYear;
+    std::string_view noMonth;
+    std::string_view noDate;
+
+    /// `{0}` the file.
+    std::string_view embedded;
+    std::string_view odbc;
+    /// `{0}` the version.
+    std::string_view version;
+    std::string_view noAccount;
+    /// `{0}` the date.
+    std::string_view starts;
+    std::string_view noStart;
+    /// `{0}` the year, `{1}` the months.
+    std::string_view closed;
+    std::string_view noneClosed;
+    std::string_view decemberClosed;
+    /// `{0}` how many.
+    std::string_view ledgerRows;
+    /// `{0}` the account, `{1}` the year, `{2}` how many.
+    std::string_view calendar;
+    std::string_view noCalendar;
+    std::string_view usable;
+    /// `{0}` how many.
+    std::string_view unusable;
+    std::string_view cannotOpen;
+
+    /// `{0}` the file.
+    std::string_view loginMade;
+    /// `{0}` the command.
+    std::string_view next;
+
+    /// `{0}` how many tables, `{1}` how many views.
+    std::string_view accountMade;
+    /// `{0}` warehouses, `{1}` items, `{2}` ledger accounts, `{3}` departments.
+    std::string_view demoMade;
+};
+
 /// All texts that the program has for people, in one language.
 struct Messages {
     Noun row;
@@ -100,6 +216,8 @@ struct Messages {
     HelpTexts help;
     UsageTexts usage;
     ServerTexts server;
+    SummaryTexts summary;
+    AccountTexts account;
 };
 
 const Messages& MessagesIn(Language language) noexcept;

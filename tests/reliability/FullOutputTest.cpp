@@ -33,7 +33,7 @@ TEST_F(FullOutput, ResultThatCannotBeWrittenIsSaid) {
                     WriteToFullDevice);
     const Ended ended = program.Wait();
     EXPECT_EQ(ended.status, 2);
-    EXPECT_EQ(ended.error, "kovra: standard output: No space left on device\n");
+    EXPECT_EQ(ended.error, "All 3 rows accepted.\nkovra: standard output: No space left on device\n");
     EXPECT_EQ(WholeNumbers(import_, account_), 3);
 }
 
@@ -51,7 +51,7 @@ TEST_F(FullOutput, TraceThatCannotBeWrittenIsSaidAfterTheResult) {
     const Ended ended = program.Wait();
     EXPECT_EQ(ended.status, 2);
     EXPECT_EQ(ended.output, AcceptedResult(import_, 0, 3) + "\n");
-    EXPECT_EQ(ended.error, "kovra: /dev/full: No space left on device\n");
+    EXPECT_EQ(ended.error, "All 3 rows accepted.\nkovra: /dev/full: No space left on device\n");
 }
 
 } // namespace

@@ -43,7 +43,7 @@ TEST(LimitedMemory, GivesErrorSevenAndKeepsWhatWasWritten) {
             Program(account.folder(), {"transact", "--class", "ClsInvSubject", "--login", "login.xml", "request.xml"},
                     [&] { LimitMemory(megabytes * 1'000'000); })
                 .Wait();
-        EXPECT_EQ(run.status, 0) << megabytes << " MB: " << run.error;
+        EXPECT_EQ(run.status, 3) << megabytes << " MB: " << run.error;
         EXPECT_EQ(run.output, "<error code=\"7\" dsc=\"内存溢出\"/>\n") << megabytes << " MB";
         ExpectIntegrity(account);
         EXPECT_EQ(account.Rows("select cWhCode, cInvHead from IA_HeadSet"),

@@ -56,7 +56,7 @@ void Scenario::Check(const refhost::DatabaseOpener& opener) {
         const std::string className = folder.parent_path().filename().string();
         const auto importClass = std::ranges::find(cli::ImportClasses(), className, &cli::ImportClass::name);
         ASSERT_NE(importClass, cli::ImportClasses().end()) << className;
-        result = importClass->transact(environment, request, &login);
+        result = importClass->transact(environment, request, &login, nullptr);
         trace.Flush();
     }
 

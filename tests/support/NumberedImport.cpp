@@ -253,7 +253,7 @@ std::string Transact(const NumberedImport& import, refhost::Environment& environ
                      const std::string& request) {
     const std::vector<cli::ImportClass>& classes = cli::ImportClasses();
     return std::ranges::find(classes, import.className, &cli::ImportClass::name)
-        ->transact(environment, request, &login);
+        ->transact(environment, request, &login, nullptr);
 }
 
 void PrintTo(const NumberedImport& import, std::ostream* out) { *out << import.className; }

@@ -43,6 +43,7 @@ int RunProgram(const std::filesystem::path& folder, std::vector<std::string>& ar
     if (before) {
         before();
     }
+    setenv("LC_ALL", "C", 1);
     execv(test::ProgramPath().c_str(), words.data());
     return notStarted;
 }
@@ -74,7 +75,9 @@ Process::~Process() {
     }
 }
 
-void Process::Kill() const { kill(id_, SIGKILL); }
+void Process::Kill() const { Signal(SIGKILL); }
+
+void Process::Signal(int number) const { kill(id_, number); }
 
 Ended Process::Wait() {
     int status = 0;

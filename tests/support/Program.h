@@ -33,6 +33,7 @@ public:
     Process& operator=(const Process&) = delete;
 
     void Kill() const;
+    void Signal(int number) const;
     /// Waits for its end; output and error are not known.
     Ended Wait();
 
@@ -47,6 +48,7 @@ public:
     Program(std::filesystem::path folder, std::vector<std::string> arguments, std::function<void()> before = {});
 
     void Kill() const { process_.Kill(); }
+    void Signal(int number) const { process_.Signal(number); }
     Ended Wait();
 
 private:

@@ -6,6 +6,7 @@
 
 using text::ConnectionStringValue;
 using text::MaskPasswords;
+using text::WithConnectionStringValue;
 
 TEST(ConnectionStringValue, IgnoresLetterCaseAndBlanksAroundKeysAndValues) {
     EXPECT_EQ(ConnectionStringValue("Provider=KovraAccount; data SOURCE = a b.db ;X=1", "Data Source"), "a b.db");
@@ -27,8 +28,16 @@ TEST(ConnectionStringValue, ReadsWhatStandsBetweenBracesOrQuotes) {
     EXPECT_EQ(ConnectionStringValue("a={never closed;b=2", "b"), "2");
 }
 
+TEST(WithConnectionStringValue, ReplacesTheFirstValueAlone) {
+    EXPECT_EQ(WithConnectionStringValue("A=1; data source = x.db ;Data Source=y", "Data Source", "z/x.db"),
+              "A=1; data source =z/x.db;Data Source=y");
+    EXPECT_EQ(WithConnectionStringValue("A=1", "B", "2"), "A=1");
+}
+
 TEST(MaskPasswords, HidesEveryPasswordAndNothingElse) {
     EXPECT_EQ(MaskPasswords("UID=sa;PWD=secret;Database=x"), "UID=sa;PWD=***;Database=x");
     EXPECT_EQ(MaskPasswords("Password = {a;b} ;Pwd=c"), "Password =***;Pwd=***");
+    // A doubled brace does not end a value.
+    EXPECT_EQ(MaskPasswords("Pwd={a}};b};Database=x"), "Pwd=***;Database=x");
     EXPECT_EQ(MaskPasswords("Data Source=password.db"), "Data Source=password.db");
 }

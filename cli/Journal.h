@@ -1,0 +1,34 @@
+#pragma once
+
+#include "cli/ImportLog.h"
+#include "cli/Platform.h"
+
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+/// A file that holds each outcome from the moment on at which it happened, one JSON object a line:
+///
+///     {"begin":"ClsInvSubject","request":"settings.xml"}
+///     {"row":1,"key":"…","code":0,"dsc":"ok"}
+///     {"end":"done"}
+///
+/// What the file held before stays. The end is "done", "interrupted", "undone" (everything was rolled back) or
+/// "refused" (the request as a whole); a file without it tells of an import that was cut off.
+class Journal {
+public:
+    /// Throws std::system_error when the file cannot be written; so do the members.
+    Journal(const std::string& path, std::string_view className, std::string_view request);
+
+    void Add(const LoggedOutcome& outcome);
+    void End(std::string_view how);
+
+private:
+    platform::DurableFile file_;
+};
+
+/// One outcome as the members of a JSON object.
+std::string JsonMembers(const LoggedOutcome& outcome);
+
+} // namespace cli

@@ -1,0 +1,42 @@
+# Completion of kovra for bash; installed as share/bash-completion/completions/kovra, or sourced.
+
+_kovra() {
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command="" word choices
+  COMPREPLY=()
+  for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+    case $word in
+      transact | query | sql | account | login) [ -n "$command" ] || command=$word ;;
+      create | check | init) [ -z "$command" ] || command="${command%% *} $word" ;;
+    esac
+  done
+
+  case $previous in
+    --class) choices="ClsInvSubject ClsOppSubject ClsOppSubjectST ClsKovra ClsKovraProof ClsPriceJustVou" ;;
+    --format) choices="xml table json" ;;
+    --lang) choices="zh en" ;;
+    --login | --trace | --journal | --conditions)
+      mapfile -t COMPREPLY < <(compgen -f -- "$current")
+      return
+      ;;
+    -e | --execute | --connection | --account | --year | --user | --name) return ;;
+  esac
+  if [ -z "${choices:-}" ]; then
+    if [[ $current != -* && ($command == transact || $command == query || $command == sql || $command == "login init") ]]; then
+      mapfile -t COMPREPLY < <(compgen -f -- "$current")
+      return
+    fi
+    case $command in
+      "") choices="transact query sql account login --help --version --lang" ;;
+      transact) choices="--class --login --trace --journal --format --quiet --lang --help" ;;
+      query) choices="--login --conditions --trace --lang --help" ;;
+      sql) choices="--login --execute --lang --help" ;;
+      account) choices="create --lang --help" ;;
+      "account create") choices="--login --demo --lang --help" ;;
+      login) choices="check init --lang --help" ;;
+      "login check") choices="--login --lang --help" ;;
+      "login init") choices="--connection --account --year --user --name --lang --help" ;;
+    esac
+  fi
+  mapfile -t COMPREPLY < <(compgen -W "${choices:-}" -- "$current")
+}
+complete -o filenames -F _kovra kovra
