@@ -1,8 +1,6 @@
 #include "server/com/BString.h"
-#include "server/com/DispatchObject.h"
 #include "server/com/Utf16.h"
 #include "server/com/VariantHolder.h"
-#include "tests/windows/OnWine.h"
 #include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ServerFixture.h"
 
@@ -322,23 +320,4 @@ TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
         CloseHandle(done);
     }
     EXPECT_EQ(CanUnload(), S_OK);
-}
-
-// The system's surrogate, a process of its own, serves a client whose size the library is not of.
-TEST_F(RegistrationTest, SurrogateRunsTheClasses) {
-    if (test::OnWine()) {
-        // Wine's own surrogate, which the empty name stands for, is that of 32 bits.
-        wchar_t folder[MAX_PATH];
-        GetSystemDirectoryW(folder, MAX_PATH);
-        Write(applicationPath, L"DllSurrogate", std::wstring(folder) + L"\\dllhost.exe");
-    }
-    CLSID classId{};
-    ASSERT_EQ(CLSIDFromProgID(L"Kovra.ClsInvSubject", &classId), S_OK);
-    server::ComPtr<IDispatch> object;
-    ASSERT_EQ(CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, object.PutVoid()), S_OK);
-    EXPECT_EQ(CanUnload(), S_OK) << "no object of this process";
-    const server::VariantHolder nothing(static_cast<IDispatch*>(nullptr));
-    const server::VariantHolder request(std::string("<a/>"));
-    EXPECT_EQ(server::ToText(server::DispatchObject(object).Call(L"Transact", request, nothing).Get()),
-              "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>");
 }
