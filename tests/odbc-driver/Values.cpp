@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
 
 #include <sqlext.h>
@@ -80,7 +81,12 @@ std::string DriverDecimal(std::string text) {
 }
 
 SQL_TIMESTAMP_STRUCT Timestamp(host::Date date) {
-    const ModPub::DateParts parts = ModPub::SplitDate(date).value();
+    constexpr double dayLength = 86'400'000; // in milliseconds
+    const double time = std::abs(date.days - std::trunc(date.days));
+    const auto milliseconds = static_cast<SQLUINTEGER>(std::llround(time * dayLength) % 1000);
+    // Whole seconds, so that taking them apart rounds nothing; before day 0 the time counts away from it.
+    const double fraction = std::copysign(milliseconds / dayLength, date.days);
+    const ModPub::DateParts parts = ModPub::SplitDate(host::Date{date.days - fraction}).value();
     SQL_TIMESTAMP_STRUCT timestamp{};
     timestamp.year = static_cast<SQLSMALLINT>(parts.year);
     timestamp.month = static_cast<SQLUSMALLINT>(parts.month);
@@ -88,6 +94,7 @@ SQL_TIMESTAMP_STRUCT Timestamp(host::Date date) {
     timestamp.hour = static_cast<SQLUSMALLINT>(parts.hour);
     timestamp.minute = static_cast<SQLUSMALLINT>(parts.minute);
     timestamp.second = static_cast<SQLUSMALLINT>(parts.second);
+    timestamp.fraction = milliseconds * 1'000'000;
     return timestamp;
 }
 
@@ -140,7 +147,10 @@ SQLRETURN CopyValue(const host::Value& value, SQLSMALLINT cType, SQLPOINTER buff
     case SQL_C_DOUBLE:
         return CopyFixed(ModPub::ToDouble(value), buffer, indicator);
     case SQL_C_TYPE_TIMESTAMP:
-        return CopyFixed(Timestamp(ModPub::ToDate(value)), buffer, indicator);
+        if (const auto* const date = value.As<host::Date>()) {
+            return CopyFixed(Timestamp(*date), buffer, indicator);
+        }
+        break;
     default:
         break;
     }
