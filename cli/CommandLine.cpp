@@ -137,7 +137,7 @@ private:
         AddChoice(command, "--format", sql.format, help_.sqlFormat, {"table", "json", "csv"});
         command.add_option("--timeout", sql.seconds, Text(help_.sqlTimeout))
             ->type_name("SECONDS")
-            ->check(CLI::PositiveNumber);
+            ->check(CLI::Validator(CLI::PositiveNumber).description(""));
         Runs(command, [&sql](Console& console) {
             for (std::string& statement : sql.statements) {
                 statement = platform::FromLocale(statement);
