@@ -69,8 +69,13 @@ std::string IndexName(std::string_view table, std::string_view index) { return f
 /// A transaction, or a savepoint inside the open one, undone unless committed.
 class Definer::Atomic {
 public:
-    explicit Atomic(sqlite3* db) : db_(db), own_(sqlite3_get_autocommit(db) != 0) {
-        Run(db_, own_ ? "BEGIN IMMEDIATE" : "SAVEPOINT definition");
+    /// `schema` is the database that is written.
+    Atomic(sqlite3* db, Schema schema) : db_(db), own_(sqlite3_get_autocommit(db) != 0) {
+        if (own_) {
+            BeginWriting(db_, Prepare(db_, LockText(SqliteName(schema))).get());
+        } else {
+            Run(db_, "SAVEPOINT definition");
+        }
     }
     ~Atomic() {
         if (!done_) {
@@ -91,6 +96,14 @@ private:
     bool own_;
     bool done_ = false;
 };
+
+Schema Definer::SchemaOf(const Name& name) const {
+    try {
+        return catalog_.Resolve(name).schema;
+    } catch (const host::Error&) {
+        return Schema::account; // whoever looks for the name refuses it
+    }
+}
 
 void Definer::RefuseKnown(Schema schema, const std::string& name) {
     if (catalog_.HasObject(schema, name)) {
@@ -273,7 +286,7 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
 }
 
 void Definer::Create(const CreateTable& create) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(create.table));
     std::vector<Column> columns;
     for (const ColumnDefinition& definition : create.columns) {
         columns.push_back(ColumnOf(definition));
@@ -283,7 +296,7 @@ void Definer::Create(const CreateTable& create) {
 }
 
 void Definer::CreateFor(const Name& name, const std::vector<OutputColumn>& columns) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(name));
     std::vector<Column> made;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const OutputColumn& output = columns[i];
@@ -311,7 +324,7 @@ void Definer::CreateFor(const Name& name, const std::vector<OutputColumn>& colum
 }
 
 void Definer::Create(const CreateView& create) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(create.view));
     const ObjectPath path = catalog_.Resolve(create.view);
     RefuseKnown(path.schema, path.name);
     Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
@@ -346,14 +359,14 @@ void Definer::Create(const CreateView& create) {
 }
 
 void Definer::Replace(const CreateView& create) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(create.view));
     DropView(create.view, false);
     Create(create);
     atomic.Commit();
 }
 
 void Definer::Create(const CreateIndex& create) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(create.table));
     const std::shared_ptr<const Table> table = catalog_.Get(create.table);
     if (table->view) {
         Fail(1939, "Cannot create index on view '{}' because the view is not schema bound.", table->name);
@@ -426,7 +439,7 @@ void Definer::DropIndex(const Name& name, bool ifExists) {
 }
 
 void Definer::Drop(const sql::Drop& drop) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(drop.names.front()));
     for (const Name& name : drop.names) {
         switch (drop.kind) {
         case ObjectKind::table:
@@ -490,7 +503,7 @@ void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) 
 }
 
 void Definer::Alter(const AlterTable& alter) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(alter.table));
     std::shared_ptr<const Table> table = catalog_.Find(alter.table);
     if (!table) {
         FailNoObject(alter.table);
@@ -536,7 +549,7 @@ void Definer::Alter(const AlterTable& alter) {
 }
 
 void Definer::Truncate(const sql::Truncate& truncate) {
-    Atomic atomic(db_);
+    Atomic atomic(db_, SchemaOf(truncate.table));
     const std::shared_ptr<const Table> table = catalog_.Find(truncate.table);
     if (!table || table->view) {
         FailNoObject(truncate.table);

@@ -38,6 +38,8 @@ private:
     void DropView(const Name& name, bool ifExists);
     void DropIndex(const Name& name, bool ifExists);
     std::string FreeConstraintName(const Constraint& constraint, const Table& table);
+    /// The database that a name points into.
+    Schema SchemaOf(const Name& name) const;
     void RefuseKnown(Schema schema, const std::string& name);
     std::shared_ptr<const Table> Reload(const Table& table);
 

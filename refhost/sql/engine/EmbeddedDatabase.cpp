@@ -78,7 +78,7 @@ DatabaseHandle OpenFile(const EmbeddedDatabase::Settings& settings) {
     const int code = sqlite3_open_v2(settings.file.c_str(), &raw, flags, nullptr);
     DatabaseHandle db(raw);
     if (code != SQLITE_OK) {
-        FailOwn(unspecified, "Cannot open database \"{}\": {}.", settings.file, sqlite3_errmsg(raw));
+        FailOwn(unspecified, "Cannot open database \"{}\": {}", settings.file, SqliteError(raw).description());
     }
     return db;
 }
@@ -146,7 +146,8 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 
 EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
-      catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), batchTime_(settings.batchTime) {
+      catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), identities_(db_.get()),
+      batchTime_(settings.batchTime) {
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.
@@ -326,21 +327,7 @@ Plan EmbeddedDatabase::BindPlan(const Statement& statement, const std::vector<Li
 
 void EmbeddedDatabase::PreparePlan(Plan& plan) {
     ++translations_;
-    try {
-        plan.statement = Prepare(db_.get(), plan.text);
-    } catch (const host::Error& error) {
-        constexpr std::string_view missing = "no such table: main.";
-        const std::string& text = error.description();
-        if (text.compare(0, missing.size(), missing) == 0) {
-            // A view whose table is gone.
-            Fail(208, "Invalid object name '{}'.", text.substr(missing.size()));
-        }
-        if (text == "parser stack overflow" || text.find("maximum depth") != std::string::npos) {
-            Fail(191, "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
-                      "into smaller queries.");
-        }
-        throw;
-    }
+    plan.statement = Prepare(db_.get(), plan.text);
 }
 
 void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vector<Literal>& literals) {
@@ -463,6 +450,7 @@ void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
     if (definitionsChanged_) {
         ForgetPlans();
     }
+    identities_.Restore();
 }
 
 void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink) {
@@ -495,6 +483,10 @@ void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
         rows->fields = plan.fields;
     }
     std::int64_t count = 0;
+    const bool numbered = plan.kind == PlanKind::insert && plan.target->Identity() >= 0;
+    if (numbered) {
+        identities_.Expect();
+    }
     int code = 0;
     while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
         ++count;
@@ -524,7 +516,7 @@ void EmbeddedDatabase::NoteIdentity(const Plan& plan) {
     if (plan.target->Identity() < 0) {
         runtime_->identity.reset();
     } else if (sqlite3_changes(db_.get()) > 0) {
-        runtime_->identity = sqlite3_last_insert_rowid(db_.get());
+        runtime_->identity = identities_.Given(*plan.target);
     }
 }
 
@@ -537,7 +529,14 @@ void EmbeddedDatabase::FailStep(const Plan& plan) {
         throw host::Error(*error);
     }
     runtime_->stepping = false;
-    ThrowStepError(plan, *catalog_, db_.get());
+    const int code = sqlite3_extended_errcode(db_.get());
+    const std::string message = sqlite3_errmsg(db_.get());
+    if (plan.kind == PlanKind::insert && plan.target->Identity() >= 0 && (code & 0xff) == SQLITE_CONSTRAINT &&
+        session_.identityInsert != plan.target->id) {
+        sqlite3_reset(plan.statement.get());
+        identities_.Lost(*plan.target);
+    }
+    ThrowStepError(plan, code, message, *catalog_, db_.get());
 }
 
 void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statement& statement,
@@ -595,8 +594,7 @@ void EmbeddedDatabase::BeginTrans() {
     if (inTransaction_) {
         FailOwn(transactionOpen, "Cannot start more transactions on this session.");
     }
-    // Takes the right to write at once: a transaction that found out later that another writes could not go on.
-    Run(db_.get(), "BEGIN IMMEDIATE");
+    runtime_->BeginWriting(Schema::account);
     inTransaction_ = true;
     runtime_->tranCount = 1;
     transactionName_.clear();
@@ -610,6 +608,7 @@ void EmbeddedDatabase::CommitTrans() {
     }
     RequireLiveTransaction();
     Run(db_.get(), "COMMIT");
+    identities_.Committed();
     inTransaction_ = false;
     runtime_->tranCount = 0;
 }
@@ -626,6 +625,7 @@ void EmbeddedDatabase::RollbackTrans() {
     if (std::exchange(definitionsChanged_, false)) {
         ForgetPlans();
     }
+    identities_.RolledBack();
 }
 
 Translation EmbeddedDatabase::Translate(std::string_view sql) {

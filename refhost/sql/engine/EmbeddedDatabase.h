@@ -3,6 +3,7 @@
 #include "host/Value.h"
 #include "refhost/ado/Database.h"
 #include "refhost/sql/binding/Binder.h"
+#include "refhost/sql/engine/IdentityNumbers.h"
 #include "refhost/sql/engine/Plan.h"
 #include "refhost/sql/engine/PlanCache.h"
 #include "refhost/sql/engine/Violation.h"
@@ -115,6 +116,7 @@ private:
     ParserOptions options_;
     std::unique_ptr<Runtime> runtime_;
     std::unique_ptr<Catalog> catalog_;
+    IdentityNumbers identities_;
     SessionState session_;
     ShapeScanner scanner_;
     PlanCache plans_;

@@ -1058,9 +1058,18 @@ Runtime::Runtime(sqlite3* db) : db_(db) {
 std::optional<host::Error> Runtime::TakeError() { return std::exchange(error_, std::nullopt); }
 
 void Runtime::Forget() {
-    for (StatementHandle& counter : counters_) {
-        counter.reset();
+    for (std::size_t i = 0; i < schemaCount; ++i) {
+        counters_.at(i).reset();
+        locks_.at(i).reset();
     }
+}
+
+void Runtime::BeginWriting(Schema schema) {
+    StatementHandle& lock = locks_.at(static_cast<std::size_t>(schema));
+    if (!lock) {
+        lock = Prepare(db_, LockText(SqliteName(schema)));
+    }
+    sql::BeginWriting(db_, lock.get());
 }
 
 std::string Runtime::NextRowVersion(Schema schema) {

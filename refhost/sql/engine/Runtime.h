@@ -32,6 +32,8 @@ public:
     /// The next row version of a database: eight bytes, highest first. Counts in the database itself, inside the
     /// transaction of the statement that asks, so that it never goes back and holds across processes.
     std::string NextRowVersion(Schema schema);
+    /// See `sql::BeginWriting`.
+    void BeginWriting(Schema schema);
     /// Lets go of every statement kept.
     void Forget();
 
@@ -52,6 +54,7 @@ private:
     sqlite3* db_;
     std::optional<host::Error> error_;
     std::array<StatementHandle, schemaCount> counters_;
+    std::array<StatementHandle, schemaCount> locks_;
 };
 
 /// Units of time of dateadd, datediff, datepart and datename.

@@ -2,20 +2,7 @@
 
 #include "refhost/sql/types/Errors.h"
 
-#include <new>
-
 namespace refhost::sql {
-
-void FailSqlite(sqlite3* db) {
-    const int code = sqlite3_errcode(db) & 0xff;
-    if (code == SQLITE_NOMEM) {
-        throw std::bad_alloc();
-    }
-    if (code == SQLITE_INTERRUPT) {
-        FailOwn(host::error_number::unspecified, "Query timeout expired");
-    }
-    FailOwn(host::error_number::unspecified, "{}", sqlite3_errmsg(db));
-}
 
 StatementHandle Prepare(sqlite3* db, std::string_view text) {
     sqlite3_stmt* statement = nullptr;
@@ -30,6 +17,21 @@ void Run(sqlite3* db, const std::string& text) {
     if (sqlite3_exec(db, text.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
         FailSqlite(db);
     }
+}
+
+std::string LockText(std::string_view schemaName) {
+    return fmt::format("UPDATE {}.\"sys:counter\" SET value = value WHERE 0", schemaName);
+}
+
+void BeginWriting(sqlite3* db, sqlite3_stmt* lock) {
+    Run(db, "BEGIN");
+    if (sqlite3_step(lock) != SQLITE_DONE) {
+        const host::Error error = SqliteError(db);
+        sqlite3_reset(lock);
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw host::Error(error);
+    }
+    sqlite3_reset(lock);
 }
 
 Command& Command::Bind(std::string_view text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Error.h"
 #include "refhost/sql/types/Convert.h"
 
 #include <cstdint>
@@ -22,12 +23,22 @@ struct FinalizeStatement {
 using DatabaseHandle = std::unique_ptr<sqlite3, CloseDatabase>;
 using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 
-/// Prepares SQLite's own SQL. Throws `host::Error` "unspecified" with SQLite's text when that fails.
+/// Prepares SQLite's own SQL. Throws `SqliteError` when that fails.
 StatementHandle Prepare(sqlite3* db, std::string_view text);
 /// Runs SQLite's own SQL without reading an answer. Throws likewise.
 void Run(sqlite3* db, const std::string& text);
-/// Throws `host::Error` "unspecified" with SQLite's latest message; std::bad_alloc where memory did not suffice.
+/// What SQLite's latest error is to SQL Server, or, for what SQL Server does not know, to this database; never a text
+/// of SQLite's own. Throws std::bad_alloc where memory did not suffice.
+host::Error SqliteError(sqlite3* db);
+/// Throws it.
 [[noreturn]] void FailSqlite(sqlite3* db);
+
+/// SQLite's SQL of a statement that writes nothing to a database, but takes the right to write to it.
+std::string LockText(std::string_view schemaName);
+/// Opens a transaction and takes the right to write to the database of `lock`, a statement of `LockText`: a transaction
+/// that found out later that another writes could not go on. Another database is locked when a statement writes to it,
+/// so that accounts which share a system database do not wait for each other. Throws like `Run`.
+void BeginWriting(sqlite3* db, sqlite3_stmt* lock);
 
 /// A small statement of the engine's own, used once: bind in order, step, read.
 class Command {
@@ -39,6 +50,7 @@ public:
     /// Whether there is a (further) row.
     bool Step();
     std::int64_t Integer(int column) const { return sqlite3_column_int64(statement_.get(), column); }
+    bool IsNull(int column) const { return sqlite3_column_type(statement_.get(), column) == SQLITE_NULL; }
     std::string Text(int column) const;
 
 private:

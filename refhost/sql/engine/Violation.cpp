@@ -6,14 +6,11 @@
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
-#include <new>
 #include <string_view>
 #include <vector>
 
 namespace refhost::sql {
 namespace {
-
-using host::error_number::unspecified;
 
 /// What stands behind the colon of SQLite's message.
 std::string_view Subject(std::string_view message) {
@@ -90,12 +87,7 @@ std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& 
 
 } // namespace
 
-void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
-    const int code = sqlite3_extended_errcode(db);
-    if ((code & 0xff) == SQLITE_NOMEM) {
-        throw std::bad_alloc();
-    }
-    const std::string message = sqlite3_errmsg(db);
+void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db) {
     const std::string_view subject = Subject(message);
     if ((code & 0xff) == SQLITE_CONSTRAINT && plan.target) {
         const Table& table = *plan.target;
@@ -122,16 +114,7 @@ void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db) {
             break;
         }
     }
-    if ((code & 0xff) == SQLITE_BUSY || (code & 0xff) == SQLITE_LOCKED) {
-        Fail(1222, "Lock request time out period exceeded.");
-    }
-    if ((code & 0xff) == SQLITE_INTERRUPT) {
-        FailSqlite(db);
-    }
-    if ((code & 0xff) == SQLITE_ERROR && message == "integer overflow") {
-        Fail(8115, "Arithmetic overflow error converting expression to data type int.");
-    }
-    FailOwn(unspecified, "{}", message);
+    FailSqlite(db);
 }
 
 std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db) {

@@ -12,9 +12,9 @@ struct DuplicateKey {
     std::vector<std::string> columns;
 };
 
-/// Throws SQL Server's error for what SQLite reports after a failed step of `plan`, or `DuplicateKey`;
-/// std::bad_alloc where memory did not suffice.
-[[noreturn]] void ThrowStepError(const Plan& plan, Catalog& catalog, sqlite3* db);
+/// Throws SQL Server's error for a violated constraint that SQLite reported for `plan` with its extended `code` and
+/// `message`, or `DuplicateKey`; for every other code `SqliteError`.
+[[noreturn]] void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db);
 
 /// A key as messages show it: "(a, <NULL>)". `select` is a query in SQLite's language that gives it.
 std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db);
