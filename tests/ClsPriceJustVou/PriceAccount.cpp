@@ -134,7 +134,7 @@ std::string PriceAccount::LoginXml() const {
 std::string PriceAccount::Import(const std::string& request, std::size_t reportBound) {
     FaultyEnvironment environment(LoggedFaults());
     refhost::Login hostLogin(LoginXml(), environment);
-    kovra::ClsPriceJustVou instance(environment, reportBound);
+    kovra::ClsPriceJustVou instance(environment, nullptr, reportBound);
     return instance.Transact(request, &hostLogin);
 }
 
