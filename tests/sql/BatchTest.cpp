@@ -159,7 +159,8 @@ TEST(Batch, GoesOnBehindAViolationAndEndsAfterAFailedConversion) {
         std::array{
             Case{"create table t (a int not null, b nvarchar(2))", ""},
             Case{"insert into t values (Null, 'x') print 'next'",
-                 "-2147217873: Cannot insert the value NULL into column 'a', table 'dbo.t'; column does not allow "
+                 "-2147217873: Cannot insert the value NULL into column 'a', table 'account.dbo.t'; column does not "
+                 "allow "
                  "nulls. INSERT fails.; says next"},
             Case{"insert into t values (1, 'xyz') print 'next'",
                  "-2147217833: String or binary data would be truncated.; says next"},
@@ -169,13 +170,15 @@ TEST(Batch, GoesOnBehindAViolationAndEndsAfterAFailedConversion) {
             Case{"select nowhere from t print 'next'", "-2147217900: Invalid column name 'nowhere'."},
             Case{"set xact_abort on begin tran insert into t values (1, 'a') insert into t values (Null, 'x') print "
                  "'next'",
-                 "1 written; -2147217873: Cannot insert the value NULL into column 'a', table 'dbo.t'; column does "
+                 "1 written; -2147217873: Cannot insert the value NULL into column 'a', table 'account.dbo.t'; column "
+                 "does "
                  "not allow nulls. INSERT fails."},
             Case{"set xact_abort off select @@trancount n, (select count(*) from t) c", "rows(n,c) 0 0"},
         });
     // A class's IF … BEGIN … END goes on likewise, and fails with its first error.
     EXPECT_EQ(Answer(*db, "if 1 = 1 begin insert into t values (Null, 'x') insert into t values (5, 'y') end"),
-              "-2147217873: Cannot insert the value NULL into column 'a', table 'dbo.t'; column does not allow nulls. "
+              "-2147217873: Cannot insert the value NULL into column 'a', table 'account.dbo.t'; column does not allow "
+              "nulls. "
               "INSERT fails.");
     EXPECT_EQ(Answer(*db, "select a from t"), "5");
 }
@@ -188,7 +191,8 @@ TEST(Batch, TryCatches) {
             Case{"create table t (a int not null)", ""},
             Case{"begin try print 'a' insert into t values (Null) print 'b' end try begin catch print "
                  "error_message() end catch print 'c'",
-                 "says a; says Cannot insert the value NULL into column 'a', table 'dbo.t'; column does not allow "
+                 "says a; says Cannot insert the value NULL into column 'a', table 'account.dbo.t'; column does not "
+                 "allow "
                  "nulls. INSERT fails.; says c"},
             Case{"begin try select cast('x' as int) x end try begin catch print 'caught' end catch; print 'on'",
                  "says caught; says on"},

@@ -24,14 +24,15 @@ TEST(Integrity, ConstraintsAreNamedAsTheServerNamesThem) {
                  "'dbo.t'. The "
                  "duplicate key value is (A , 1)."},
             Case{"insert into t (code) values ('c')", "-2147217873: Cannot insert the value NULL into column 'id', "
-                                                      "table 'dbo.t'; column does not allow nulls. "
+                                                      "table 'account.dbo.t'; column does not allow nulls. "
                                                       "INSERT fails."},
-            Case{"update t set id = Null", "-2147217873: Cannot insert the value NULL into column 'id', table 'dbo.t'; "
-                                           "column does not allow nulls. "
-                                           "UPDATE fails."},
+            Case{"update t set id = Null",
+                 "-2147217873: Cannot insert the value NULL into column 'id', table 'account.dbo.t'; "
+                 "column does not allow nulls. "
+                 "UPDATE fails."},
             Case{"insert into t (id, n) values (3, 0)", "-2147217873: The INSERT statement conflicted with the CHECK "
                                                         "constraint \"CK_n\". The conflict occurred in "
-                                                        "database \"account\", table \"dbo.t\"."},
+                                                        "database \"account\", table \"dbo.t\", column 'n'."},
             Case{"insert into t (id, n) values (3, Null)", ""},
             // One Null equals another in a unique key.
             Case{"insert into t (id, n) values (4, Null)", "-2147217873: Violation of UNIQUE KEY constraint 'UQ_t'. "

@@ -81,9 +81,10 @@ TEST_F(Together, IdentityNumbersNeverComeBack) {
     EXPECT_EQ(Answer(*one_, "select @@identity"), "3m");
     one_->RollbackTrans();
     EXPECT_EQ(Answer(*two_, "insert into t (x) values (4)"), "");
-    EXPECT_EQ(Answer(*two_, "insert into t (x) values (null)"),
-              "-2147217873: Cannot insert the value NULL into column 'x', table 'dbo.t'; column does not allow nulls. "
-              "INSERT fails.");
+    EXPECT_EQ(
+        Answer(*two_, "insert into t (x) values (null)"),
+        "-2147217873: Cannot insert the value NULL into column 'x', table 'a.dbo.t'; column does not allow nulls. "
+        "INSERT fails.");
     EXPECT_EQ(Answer(*one_, "insert into t (x) values (6), (7), (null), (9)").substr(0, 11), "-2147217873");
     EXPECT_EQ(Answer(*one_, "insert into t (x) values (9)"), "");
     EXPECT_EQ(Answer(*two_, "select id, x from t"), "1 1 | 2 1 | 4 4 | 9 9");

@@ -27,8 +27,8 @@ bool Contains(const Type& to, const Type& from) {
         }
         const bool lengthFits =
             to.length == Type::maxLength || (from.length != Type::maxLength && from.length <= to.length);
-        // A national text may take twice its length in the code page.
-        return lengthFits && (IsNational(to.base) || !IsNational(from.base) || to.length == Type::maxLength);
+        // A national text may take twice its length in the code page, or lose what that lacks.
+        return lengthFits && (IsNational(to.base) || !IsNational(from.base));
     }
     case Family::exact:
         return to == from || (to.base == Base::decimal && from.base == Base::decimal && to.scale == from.scale &&
@@ -36,8 +36,9 @@ bool Contains(const Type& to, const Type& from) {
     case Family::real:
         return to.base >= from.base;
     case Family::date:
-        return to.base == from.base || to.base == Base::datetime2 ||
-               (to.base == Base::datetime && from.base == Base::smalldatetime);
+        return FractionDigits(to) >= FractionDigits(from) &&
+               (to.base == from.base || to.base == Base::datetime2 ||
+                (to.base == Base::datetime && from.base == Base::smalldatetime));
     default:
         return true;
     }
@@ -407,6 +408,12 @@ Bound Binder::BindCase(const Expression& expression) {
         }
         result.type = CommonType(result.type, value.type);
     }
+    const auto branch = [&](Bound& value) {
+        if (value.kind == Bound::Kind::literal && FamilyOf(value.type) != FamilyOf(result.type)) {
+            Own(value); // converted where the branch is reached: it may raise an error
+        }
+        return As(value, result.type);
+    };
     result.text = "CASE";
     for (std::size_t i = 0; i < pairs; ++i) {
         const Expression& when = *expression.arguments[first + 2 * i];
@@ -418,10 +425,10 @@ Bound Binder::BindCase(const Expression& expression) {
         } else {
             result.text += " WHEN " + BindCondition(when, false);
         }
-        result.text += " THEN " + As(results[i], result.type);
+        result.text += " THEN " + branch(results[i]);
     }
     if (hasElse) {
-        result.text += " ELSE " + As(results.back(), result.type);
+        result.text += " ELSE " + branch(results.back());
     }
     result.text += " END";
     return result;

@@ -61,6 +61,16 @@ struct BoundSelect {
     std::string Text(bool names, bool numbered) const;
 };
 
+/// Queries in SQLite's language for the key that a refused write has twice.
+struct DuplicateQueries {
+    /// The first key that a row of the table has already.
+    std::string met;
+    /// The first key that two of the write's own rows have.
+    std::string repeated;
+    /// Types of the key's columns.
+    std::vector<Type> types;
+};
+
 /// Where the literals of what is being bound go.
 enum class LiteralUse {
     parameters, ///< into parameters of a plan
@@ -93,8 +103,10 @@ public:
     std::string BindCheck(const Expression& condition, const Table& table);
     /// A default as what the column stores.
     std::string BindDefault(const Column& column);
-    /// A query for the values that an insert of one row gives to columns; empty when it inserts otherwise.
-    std::string BindKeyOf(const Insert& insert, const Table& table, const std::vector<std::string>& columns);
+    /// The queries that find the duplicate key of an insert or update which was refused for one over `columns`; empty
+    /// for a write whose rows are not asked for again.
+    DuplicateQueries BindDuplicates(const Insert* insert, const Update* update,
+                                    const std::shared_ptr<const Table>& table, const std::vector<std::string>& columns);
     /// Every literal whose value shaped the translation so far.
     std::vector<std::size_t> Pinned() const { return {pinned_.begin(), pinned_.end()}; }
 
@@ -254,6 +266,10 @@ private:
 
     // Writing.
     std::string BindAssigned(const Expression& value, const Column& column);
+    /// A query for the keys (k0, k1 …) of an insert's rows, and for those of an update's with the row (id).
+    std::string BindInsertKeys(const Insert& insert, const Table& table, const std::vector<const Column*>& keys);
+    std::string BindUpdateKeys(const Update& update, const std::shared_ptr<const Table>& table,
+                               const std::vector<const Column*>& keys);
     std::shared_ptr<const Table> WritableTable(const Name& name);
     /// Which rows of the one table an UPDATE or DELETE writes; nullptr without a condition or TOP.
     std::string BindWritten(const ScopeSource& source, const Expression* where, const Expression* top);

@@ -14,6 +14,7 @@ namespace {
 constexpr Type integerType{Base::integer, 0, 0, 0};
 constexpr Type floatType{Base::floating, 0, 0, 0};
 constexpr Type dateType{Base::datetime, 0, 0, 0};
+constexpr Type finestDate{Base::datetime2, 0, 0, 0};
 constexpr Type endlessText{Base::nvarchar, Type::maxLength, 0, 0};
 
 /// A text function whose result has its first argument's type: T-SQL name, SQLite name, number of arguments.
@@ -42,6 +43,25 @@ Bound Expressed(std::string text, const Type& type) {
 /// A value converted to text keeps its text type when it has one.
 Type TextTypeOf(const Bound& value) {
     return FamilyOf(value.type) == Family::text ? value.type : Type{Base::varchar, 8000, 0, 0};
+}
+
+/// The type of a power, by that of its base.
+Type PowerType(const Type& base) {
+    switch (base.base) {
+    case Base::tinyint:
+    case Base::smallint:
+    case Base::integer:
+        return integerType;
+    case Base::bigint:
+        return base;
+    case Base::decimal:
+        return {Base::decimal, 0, 38, base.scale};
+    case Base::money:
+    case Base::smallmoney:
+        return {Base::money, 0, 0, 4};
+    default:
+        return floatType;
+    }
 }
 
 } // namespace
@@ -179,7 +199,8 @@ Bound Binder::BindAggregate(const std::string& name, const Expression& expressio
                      ? Type{Base::decimal, 0, 38, name == "avg" ? std::max(value.type.scale, 6) : value.type.scale}
                      : Type{Base::money, 0, 0, 4};
     }
-    return Expressed(fmt::format("k_convert(k_{}({}){}, {}, {}, 0)", name, argument, over,
+    const bool money = name == "avg" && result.base == Base::money;
+    return Expressed(fmt::format("k_convert(k_{}{}({}){}, {}, {}, 0)", name, money ? "_money" : "", argument, over,
                                  Pack({Base::decimal, 0, 38, 6}), Pack(result)),
                      result);
 }
@@ -303,8 +324,10 @@ Bound Binder::BindDateFunction(const std::string& name, const Expression& expres
     const auto& arguments = expression.arguments;
     const auto date = [&](const Expression& argument) {
         Bound value = BindValue(argument);
-        const bool isDate = FamilyOf(value.type) == Family::date;
-        return isDate ? Own(value) : As(std::move(value), dateType);
+        const Family family = FamilyOf(value.type);
+        // A text has the finest type, a number counts the days of datetime.
+        return family == Family::date ? Own(value)
+                                      : As(std::move(value), family == Family::text ? finestDate : dateType);
     };
     if (name == "getdate" || name == "current_timestamp" || name == "sysdatetime") {
         RequireArguments(expression, 0, 0);
@@ -324,8 +347,12 @@ Bound Binder::BindDateFunction(const std::string& name, const Expression& expres
     }
     if (name == "datepart" || name == "datename") {
         RequireArguments(expression, 2, 2);
-        Bound value = part(TakeDatePart(*arguments[0], name), 1);
-        return name == "datepart" ? value : Converted(std::move(value), {Base::nvarchar, 30, 0, 0}, 0, Surplus::cut);
+        const DatePart which = TakeDatePart(*arguments[0], name);
+        if (name == "datepart") {
+            return part(which, 1);
+        }
+        return Expressed(fmt::format("k_datename({}, {})", static_cast<int>(which), date(*arguments[1])),
+                         {Base::nvarchar, 30, 0, 0});
     }
     if (name == "datefromparts") {
         RequireArguments(expression, 3, 3);
@@ -393,11 +420,9 @@ Bound Binder::BindNumberFunction(const std::string& name, const Expression& expr
             return Expressed(fmt::format("k_round({}, {}, {}, {})", value.text, digits, cut, type), value.type);
         }
         if (name == "sign") {
-            const Type type0 = value.type;
-            return Converted(Expressed("sign(" + As(std::move(value), floatType) + ")", floatType), type0, 0,
-                             Surplus::cut);
+            return Expressed(fmt::format("k_sign({}, {})", value.text, type), value.type);
         }
-        return Expressed("sqrt(" + As(std::move(value), floatType) + ")", floatType);
+        return Expressed("k_sqrt(" + As(std::move(value), floatType) + ")", floatType);
     }
     static constexpr std::array real{"exp", "log", "log10", "sin", "cos", "tan", "radians", "degrees"};
     if (std::find(real.begin(), real.end(), name) != real.end()) {
@@ -416,8 +441,14 @@ Bound Binder::BindNumberFunction(const std::string& name, const Expression& expr
     }
     if (name == "power") {
         RequireArguments(expression, 2, 2);
-        const std::string base = As(BindValue(*arguments[0]), floatType);
-        return Expressed(fmt::format("power({}, {})", base, As(BindValue(*arguments[1]), floatType)), floatType);
+        Bound value = BindValue(*arguments[0]);
+        if (value.kind == Bound::Kind::literal) {
+            Pin(value.slot.literal); // its type gives the result's
+        }
+        const Type type = PowerType(value.type);
+        const std::string base = As(std::move(value), floatType);
+        return Expressed(fmt::format("k_power({}, {}, {})", base, As(BindValue(*arguments[1]), floatType), Pack(type)),
+                         type);
     }
     if (name == "scope_identity") {
         RequireArguments(expression, 0, 0);
@@ -437,6 +468,10 @@ Bound Binder::BindIsNull(const Expression& expression) {
     }
     Bound replacement = BindValue(*expression.arguments[1]);
     if (check.kind == Bound::Kind::null) {
+        // A Null that was given a type, as by cast, keeps it.
+        if (check.type.base != Base::null) {
+            return Converted(std::move(replacement), check.type, 0, Surplus::cut);
+        }
         Own(replacement);
         return replacement;
     }

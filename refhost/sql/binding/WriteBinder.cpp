@@ -213,33 +213,6 @@ Plan Binder::BindInsert(const Insert& insert) {
     return FinishWrite(PlanKind::insert, std::move(text), table);
 }
 
-std::string Binder::BindKeyOf(const Insert& insert, const Table& table, const std::vector<std::string>& columns) {
-    if (insert.rows.size() != 1) {
-        return {};
-    }
-    std::vector<std::string> names = insert.columns;
-    if (names.empty()) {
-        for (const Column& column : table.columns) {
-            if (!column.identity) {
-                names.push_back(column.name);
-            }
-        }
-    }
-    std::string text = "SELECT ";
-    for (const std::string& name : columns) {
-        const Column& column = table.columns.at(static_cast<std::size_t>(table.Find(name)));
-        const auto given =
-            std::find_if(names.begin(), names.end(), [&](const std::string& each) { return EqualNames(each, name); });
-        text += &name == &columns.front() ? "" : ", ";
-        if (given != names.end()) {
-            text += BindAssigned(*insert.rows[0][static_cast<std::size_t>(given - names.begin())], column);
-        } else {
-            text += column.defaultText.empty() ? "NULL" : BindDefault(column);
-        }
-    }
-    return text;
-}
-
 Plan Binder::BindSelectInto(const Select& select, std::shared_ptr<const Table> target) {
     const BoundSelect bound = BindSelect(select);
     std::string columns;

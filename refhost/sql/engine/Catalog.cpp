@@ -255,6 +255,11 @@ std::string Catalog::ConstraintName(Schema schema, std::int64_t table, std::stri
     return find.Bind(table).Bind(xtype).Step() ? find.Text(0) : std::string();
 }
 
+std::string Catalog::ConstraintText(Schema schema, std::int64_t table, std::string_view name) {
+    Command find(db_, fmt::format("SELECT text FROM {} WHERE parent = ? AND name = ?", Internal(schema, "objects")));
+    return find.Bind(table).Bind(name).Step() ? find.Text(0) : std::string();
+}
+
 std::string Catalog::ConstraintKindOf(Schema schema, std::int64_t table, std::string_view name) {
     Command find(db_, fmt::format("SELECT xtype FROM {} WHERE parent = ? AND name = ?", Internal(schema, "objects")));
     return find.Bind(table).Bind(name).Step() ? find.Text(0) : std::string();

@@ -90,6 +90,8 @@ public:
     bool HasObject(Schema schema, std::string_view name);
     /// Name of the first constraint of a kind at a table, empty without one.
     std::string ConstraintName(Schema schema, std::int64_t table, std::string_view xtype);
+    /// The condition of the named check at a table, empty without one.
+    std::string ConstraintText(Schema schema, std::int64_t table, std::string_view name);
     /// The kind of the named object at a table, empty without one.
     std::string ConstraintKindOf(Schema schema, std::int64_t table, std::string_view name);
 

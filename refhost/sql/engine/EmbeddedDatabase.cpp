@@ -43,6 +43,11 @@ EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
             settings.file = value;
         } else if (EqualNames(key, "Delete Star")) {
             settings.deleteStar = EqualNames(value, "Accept");
+        } else if (EqualNames(key, "Synchronous")) {
+            if (!EqualNames(value, "Full") && !EqualNames(value, "Normal")) {
+                FailOwn(unspecified, "The connection string's Synchronous is Full or Normal, not '{}'.", value);
+            }
+            settings.durability = EqualNames(value, "Full") ? Durability::full : Durability::normal;
         }
     }
     if (settings.file.empty()) {
@@ -134,6 +139,8 @@ host::Value ValueOf(const Cell& cell) {
 
 void FailMoving() { FailOwn(unspecified, "Could not complete the statement because definitions keep changing."); }
 
+std::string FileOf(const std::string& connectionString) { return ReadSettings(connectionString).file; }
+
 std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString) {
     return OpenEmbedded(connectionString, Mode::open);
 }
@@ -147,7 +154,7 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
       catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), identities_(db_.get()),
-      batchTime_(settings.batchTime) {
+      durability_(settings.durability), batchTime_(settings.batchTime) {
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.
@@ -170,6 +177,21 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
 EmbeddedDatabase::~EmbeddedDatabase() {
     plans_.Clear();
     runtime_->Forget();
+    FlushLogs();
+}
+
+void EmbeddedDatabase::FlushLogs() noexcept {
+    if (durability_ == Durability::full || sqlite3_total_changes64(db_.get()) == 0) {
+        return;
+    }
+    for (const Schema schema : {Schema::account, Schema::system}) {
+        sqlite3_file* log = nullptr;
+        sqlite3_file_control(db_.get(), schema == Schema::account ? "main" : "QxSystem", SQLITE_FCNTL_JOURNAL_POINTER,
+                             static_cast<void*>(&log));
+        if (log != nullptr && log->pMethods != nullptr) {
+            log->pMethods->xSync(log, SQLITE_SYNC_NORMAL);
+        }
+    }
 }
 
 void EmbeddedDatabase::Attach(const Settings& settings) {
@@ -190,9 +212,9 @@ void EmbeddedDatabase::Attach(const Settings& settings) {
 }
 
 void EmbeddedDatabase::SetDurability(Schema schema) {
-    // With a write-ahead log this is enough for a commit to outlive its process; only a power failure may take the
-    // latest commits, never the database's consistency.
-    Run(db_.get(), fmt::format("PRAGMA {}.synchronous = NORMAL", SqliteName(schema)));
+    // With a write-ahead log a commit outlives its process either way.
+    Run(db_.get(), fmt::format("PRAGMA {}.synchronous = {}", SqliteName(schema),
+                               durability_ == Durability::full ? "FULL" : "NORMAL"));
 }
 
 int EmbeddedDatabase::CheckTime(void* self) {
@@ -541,20 +563,13 @@ void EmbeddedDatabase::FailStep(const Plan& plan) {
 
 void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statement& statement,
                                      const std::vector<Literal>& literals) {
-    if (const auto* insert = statement.As<Insert>()) {
-        Binder binder(*catalog_, session_, literals, LiteralUse::inlined);
-        const std::string select = binder.BindKeyOf(*insert, *duplicate.table, duplicate.columns);
-        if (!select.empty()) {
-            std::vector<Type> types;
-            for (const std::string& column : duplicate.columns) {
-                types.push_back(
-                    duplicate.table->columns.at(static_cast<std::size_t>(duplicate.table->Find(column))).type);
-            }
-            throw host::Error(duplicate.error.number(),
-                              fmt::format("{} The duplicate key value is {}.", duplicate.error.description(),
-                                          KeyText(select, types, db_.get())),
-                              duplicate.error.native());
-        }
+    Binder binder(*catalog_, session_, literals, LiteralUse::inlined);
+    const DuplicateQueries queries =
+        binder.BindDuplicates(statement.As<Insert>(), statement.As<Update>(), duplicate.table, duplicate.columns);
+    if (const std::string key = KeyText(queries, db_.get()); !key.empty()) {
+        throw host::Error(duplicate.error.number(),
+                          fmt::format("{} The duplicate key value is {}.", duplicate.error.description(), key),
+                          duplicate.error.native());
     }
     throw host::Error(duplicate.error);
 }

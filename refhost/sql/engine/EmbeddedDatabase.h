@@ -26,12 +26,21 @@ enum class Mode {
     create, ///< creates it, and the system database beside it
 };
 
-/// Opens the database of a connection string "Provider=KovraAccount;Data Source=FILE[;Delete Star=Accept]"; keys and
-/// provider in any letter case, FILE ":memory:" for a database that lives with the object. The system database
-/// QxSystem is the file QxSystem.db beside FILE, in memory likewise.
-/// Throws `host::Error` "unspecified" for a file that cannot be opened or is no account database.
+/// Opens the database of a connection string "Provider=KovraAccount;Data Source=FILE[;Delete Star=Accept]
+/// [;Synchronous=Full|Normal]"; keys and provider in any letter case, FILE ":memory:" for a database that lives with
+/// the object. The system database QxSystem is the file QxSystem.db beside FILE, in memory likewise. Throws
+/// `host::Error` "unspecified" for a file that cannot be opened or is no account database.
 std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString);
 std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode);
+
+/// The account's file that such a connection string names. Throws for one that names none.
+std::string FileOf(const std::string& connectionString);
+
+/// What a power failure may take of what was committed; the failure of a process takes nothing either way.
+enum class Durability {
+    normal, ///< commits since a connection was last closed, but nothing of the database's consistency
+    full,   ///< nothing: each commit waits for the disk
+};
 
 /// A statement as SQLite gets it.
 struct Translation {
@@ -46,6 +55,7 @@ public:
         std::string file;
         bool deleteStar = false;
         Mode mode = Mode::open;
+        Durability durability = Durability::normal;
         /// How long a batch may run: ADO's `CommandTimeout` as it is when nobody sets it.
         std::chrono::milliseconds batchTime = std::chrono::seconds(30);
     };
@@ -74,6 +84,8 @@ private:
 
     void Attach(const Settings& settings);
     void SetDurability(Schema schema);
+    /// Has the disk take what stands in the logs: a database is closed before a result is handed out.
+    void FlushLogs() noexcept;
     void Batch(std::string_view sql, const BatchSink& sink);
     /// A batch of one statement that has no plan of its own kept.
     void RunSingle(std::string_view sql, const BatchSink& sink);
@@ -117,6 +129,7 @@ private:
     std::unique_ptr<Runtime> runtime_;
     std::unique_ptr<Catalog> catalog_;
     IdentityNumbers identities_;
+    Durability durability_;
     SessionState session_;
     ShapeScanner scanner_;
     PlanCache plans_;

@@ -1,5 +1,6 @@
 #include "refhost/sql/engine/Plan.h"
 
+#include "refhost/sql/types/CodePage.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
@@ -82,12 +83,22 @@ std::optional<double> DirectReal(const Literal& literal, const Slot& slot) {
     return slot.negated && value != 0 ? -value : value;
 }
 
+/// Whether a literal's body is its value: nothing in it is doubled, and a text without N has nothing that the code page
+/// lacks.
+bool StandsForItself(const Literal& literal) {
+    return !literal.doubled && (literal.national || literal.kind != LiteralKind::text ||
+                                FirstOutsideCodePage(literal.body) == std::string_view::npos);
+}
+
 /// Whether a text of so many bytes fits the one step that leads to a text column of varying length as it stands.
 bool FitsAsItStands(const Literal& literal, const Slot& slot) {
-    if (slot.steps.size() != 1 || literal.kind != LiteralKind::text || literal.doubled) {
+    if (slot.steps.size() != 1 || literal.kind != LiteralKind::text || !StandsForItself(literal)) {
         return false;
     }
     const Type& to = slot.steps.front().to;
+    if (!IsNational(to.base) && FirstOutsideCodePage(literal.body) != std::string_view::npos) {
+        return false;
+    }
     return FamilyOf(to) == Family::text && !IsFixedLength(to.base) &&
            (to.length == Type::maxLength ||
             literal.body.size() <= static_cast<std::size_t>(to.length)); // a unit takes a byte at least
@@ -98,7 +109,7 @@ bool FitsAsItStands(const Literal& literal, const Slot& slot) {
 Type TypeOf(const Literal& literal) {
     switch (literal.kind) {
     case LiteralKind::text: {
-        const std::size_t length = MeasuredLength(TextOf(literal), literal.national);
+        const std::size_t length = MeasuredLength(CellOf(literal, false).Bytes(), literal.national);
         const std::size_t most = literal.national ? 4000 : 8000;
         const int facet = length > most ? Type::maxLength : static_cast<int>(std::max<std::size_t>(1, length));
         return {literal.national ? Base::nvarchar : Base::varchar, facet, 0, 0};
@@ -131,6 +142,9 @@ Cell CellOf(const Literal& literal, bool negated) {
             cell.SetText(TextOf(literal));
         } else {
             cell.PointTo(Cell::Kind::text, literal.body);
+        }
+        if (!literal.national && FirstOutsideCodePage(cell.Bytes()) != std::string_view::npos) {
+            cell.SetText(ThroughCodePage(cell.Bytes()));
         }
         break;
     case LiteralKind::integer:
@@ -190,7 +204,7 @@ void BindParameters(const Plan& plan, const std::vector<Literal>& literals, cons
             continue;
         }
         const Literal& literal = literals[slot.literal];
-        if ((slot.plain && !literal.doubled) || FitsAsItStands(literal, slot)) {
+        if ((slot.plain && StandsForItself(literal)) || FitsAsItStands(literal, slot)) {
             if (literal.kind == LiteralKind::text) {
                 BindText(statement, index, literal.body, SQLITE_STATIC);
                 continue;

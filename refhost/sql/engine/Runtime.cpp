@@ -190,7 +190,7 @@ void ExactArithmetic(Call& call, Operation operation, const Type& type) {
         result = operation == Operation::divide ? Divide(left, right, type.scale) : Modulo(left, right);
         break;
     }
-    call.Return(FitExact(result, type, type.base));
+    call.Return(FitExact(result, type, Base::null));
 }
 
 void RealArithmetic(Call& call, Operation operation) {
@@ -618,13 +618,64 @@ void RoundFunction(Call& call) {
     }
     case Family::exact: {
         const ExactNumber value = ExactNumber::Parse(call.Text(0)).value_or(ExactNumber());
-        return call.Return(FitExact(RoundExact(value, digits, cut), type, type.base));
+        return call.Return(FitExact(RoundExact(value, digits, cut), type, Base::null));
     }
     default: {
         const std::optional<ExactNumber> value = ExactNumber::FromDouble(call.Real(0));
         return call.Return(value ? RoundExact(*value, digits, cut).ToDouble() : call.Real(0));
     }
     }
+}
+
+/// k_sign(value, type)
+void SignFunction(Call& call) {
+    if (call.IsNull(0)) {
+        return call.ReturnNull();
+    }
+    const Type type = call.TypeAt(1);
+    if (FamilyOf(type) == Family::real) {
+        const double value = call.Real(0);
+        return call.Return(value > 0 ? 1.0 : value < 0 ? -1.0 : 0.0);
+    }
+    const ExactNumber value = ExactNumber::Parse(call.Text(0)).value_or(ExactNumber());
+    const std::int64_t sign = value.IsZero() ? 0 : value.IsNegative() ? -1 : 1;
+    if (FamilyOf(type) == Family::integer) {
+        return call.Return(sign);
+    }
+    call.Return(ExactNumber(sign).Rescaled(type.scale).ToText());
+}
+
+double RequireReal(double value) {
+    if (std::isnan(value)) {
+        Fail(3623, "An invalid floating point operation occurred.");
+    }
+    if (std::isinf(value)) {
+        Fail(8115, "Arithmetic overflow error converting expression to data type float.");
+    }
+    return value;
+}
+
+void SqrtFunction(Call& call) {
+    if (call.IsNull(0)) {
+        return call.ReturnNull();
+    }
+    call.Return(RequireReal(std::sqrt(call.Real(0))));
+}
+
+/// k_power(value, exponent, type): the result in the value's own type.
+void PowerFunction(Call& call) {
+    if (call.AnyNull(2)) {
+        return call.ReturnNull();
+    }
+    const double value = call.Real(0);
+    const double exponent = call.Real(1);
+    if (value == 0 && exponent < 0) {
+        Fail(8134, "Divide by zero error encountered.");
+    }
+    Cell cell;
+    cell.SetReal(RequireReal(std::pow(value, exponent)));
+    Convert(cell, {Base::floating, 0, 0, 0}, call.TypeAt(2), 0, Surplus::cut);
+    call.Return(cell);
 }
 
 // Dates.
@@ -745,6 +796,22 @@ void DatePartFunction(Call& call) {
     call.Return(PartOf(static_cast<DatePart>(call.Integer(0)), call.Integer(1)));
 }
 
+/// k_datename(part, date)
+void DateNameFunction(Call& call) {
+    if (call.IsNull(1)) {
+        return call.ReturnNull();
+    }
+    const auto part = static_cast<DatePart>(call.Integer(0));
+    const std::int64_t value = PartOf(part, call.Integer(1));
+    if (part == DatePart::month) {
+        return call.Return(MonthName(static_cast<int>(value)));
+    }
+    if (part == DatePart::weekday) {
+        return call.Return(DayName(static_cast<int>(value)));
+    }
+    call.Return(std::to_string(value));
+}
+
 /// k_datediff(part, from, to)
 void DateDiffFunction(Call& call) {
     if (call.IsNull(1) || call.IsNull(2)) {
@@ -764,7 +831,7 @@ void DateAddFunction(Call& call) {
         return call.ReturnNull();
     }
     const Ticks ticks = AddPart(static_cast<DatePart>(call.Integer(0)), call.Integer(1), call.Integer(2));
-    call.Return(RoundDate(ticks, call.TypeAt(3).base));
+    call.Return(RoundDate(ticks, call.TypeAt(3)));
 }
 
 void RowVersionFunction(Call& call) {
@@ -903,14 +970,20 @@ void SumInverse(sqlite3_context* context, int /*count*/, sqlite3_value** argumen
     });
 }
 
-template <bool average> void SumValue(sqlite3_context* context) {
+enum class Aggregate { sum, average, moneyAverage };
+
+template <Aggregate aggregate> void SumValue(sqlite3_context* context) {
     Guarded(context, [&] {
         const Sum* sum = SumOf(context, false);
         if (sum == nullptr || sum->count == 0) {
             return sqlite3_result_null(context);
         }
         std::string text;
-        if (average) {
+        if (aggregate == Aggregate::moneyAverage) {
+            // Money divides as the whole number of ten-thousandths that it is.
+            constexpr int moneyScale = 4;
+            text = Divide(sum->total, ExactNumber(sum->count), moneyScale).ToText();
+        } else if (aggregate == Aggregate::average) {
             constexpr int leastScale = 6;
             text = Divide(sum->total, ExactNumber(sum->count), std::max(leastScale, sum->total.Scale())).ToText();
         } else {
@@ -920,8 +993,8 @@ template <bool average> void SumValue(sqlite3_context* context) {
     });
 }
 
-template <bool average> void SumFinal(sqlite3_context* context) {
-    SumValue<average>(context);
+template <Aggregate aggregate> void SumFinal(sqlite3_context* context) {
+    SumValue<aggregate>(context);
     const std::unique_ptr<Sum> done(SumOf(context, false));
 }
 
@@ -999,7 +1072,11 @@ constexpr std::array functions{
     FunctionRow{"k_floor", 2, Entry<FloorFunction>},
     FunctionRow{"k_ceiling", 2, Entry<CeilingFunction>},
     FunctionRow{"k_round", 4, Entry<RoundFunction>},
+    FunctionRow{"k_sign", 2, Entry<SignFunction>},
+    FunctionRow{"k_sqrt", 1, Entry<SqrtFunction>},
+    FunctionRow{"k_power", 3, Entry<PowerFunction>},
     FunctionRow{"k_datepart", 2, Entry<DatePartFunction>},
+    FunctionRow{"k_datename", 2, Entry<DateNameFunction>},
     FunctionRow{"k_datediff", 3, Entry<DateDiffFunction>},
     FunctionRow{"k_dateadd", 4, Entry<DateAddFunction>},
     FunctionRow{"k_tryconvert", 4, Entry<TryConvertFunction>},
@@ -1044,10 +1121,12 @@ Runtime::Runtime(sqlite3* db) : db_(db) {
         sqlite3_create_function_v2(db, row.name, row.arguments, SQLITE_UTF8, this, row.entry, nullptr, nullptr,
                                    nullptr);
     }
-    sqlite3_create_window_function(db, "k_sum", 1, pure, this, SumStep, SumFinal<false>, SumValue<false>, SumInverse,
-                                   nullptr);
-    sqlite3_create_window_function(db, "k_avg", 1, pure, this, SumStep, SumFinal<true>, SumValue<true>, SumInverse,
-                                   nullptr);
+    sqlite3_create_window_function(db, "k_sum", 1, pure, this, SumStep, SumFinal<Aggregate::sum>,
+                                   SumValue<Aggregate::sum>, SumInverse, nullptr);
+    sqlite3_create_window_function(db, "k_avg", 1, pure, this, SumStep, SumFinal<Aggregate::average>,
+                                   SumValue<Aggregate::average>, SumInverse, nullptr);
+    sqlite3_create_window_function(db, "k_avg_money", 1, pure, this, SumStep, SumFinal<Aggregate::moneyAverage>,
+                                   SumValue<Aggregate::moneyAverage>, SumInverse, nullptr);
     sqlite3_create_function_v2(db, "k_single", 1, pure, this, nullptr, SingleStep, SingleFinal, nullptr);
     sqlite3_create_collation_v2(db, std::string(textCollation).c_str(), SQLITE_UTF8, nullptr, Collate<CompareText>,
                                 nullptr);

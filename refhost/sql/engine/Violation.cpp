@@ -2,6 +2,7 @@
 
 #include "refhost/sql/binding/Definer.h"
 #include "refhost/sql/engine/Storage.h"
+#include "refhost/sql/syntax/Lexer.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -19,6 +20,29 @@ std::string_view Subject(std::string_view message) {
 }
 
 std::string_view Verb(PlanKind kind) { return kind == PlanKind::update ? "UPDATE" : "INSERT"; }
+
+std::string DatabaseOf(const Table& table, const Catalog& catalog) {
+    return table.schema == Schema::account ? catalog.DatabaseName() : std::string(SqliteName(table.schema));
+}
+
+/// The column of a check of one column, as messages name it; empty for a check of several.
+std::string CheckedColumn(const Table& table, const std::string& condition) {
+    std::string name;
+    Lexer lexer(condition);
+    for (Token token = lexer.Next(); token.kind != TokenKind::end; token = lexer.Next()) {
+        const bool named = token.kind == TokenKind::name || token.kind == TokenKind::quotedName;
+        const int position = named ? table.Find(token.text) : -1;
+        if (position < 0) {
+            continue;
+        }
+        const std::string& column = table.columns[static_cast<std::size_t>(position)].name;
+        if (!name.empty() && name != column) {
+            return {};
+        }
+        name = column;
+    }
+    return name.empty() ? name : fmt::format(", column '{}'", name);
+}
 
 /// The columns in "t.a, t.b".
 std::vector<std::string> ColumnsIn(std::string_view subject, std::string_view table) {
@@ -93,10 +117,11 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
         const Table& table = *plan.target;
         switch (code) {
         case SQLITE_CONSTRAINT_NOTNULL:
-            Fail(
-                515,
-                "Cannot insert the value NULL into column '{}', table 'dbo.{}'; column does not allow nulls. {} fails.",
-                subject.substr(std::min(table.name.size() + 1, subject.size())), table.name, Verb(plan.kind));
+            Fail(515,
+                 "Cannot insert the value NULL into column '{}', table '{}.dbo.{}'; column does not allow nulls. {} "
+                 "fails.",
+                 subject.substr(std::min(table.name.size() + 1, subject.size())), DatabaseOf(table, catalog),
+                 table.name, Verb(plan.kind));
         case SQLITE_CONSTRAINT_CHECK:
             if (subject.starts_with(identityEnd)) {
                 Fail(8115, "Arithmetic overflow error converting IDENTITY to data type {}.",
@@ -104,8 +129,9 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
             }
             Fail(547,
                  "The {} statement conflicted with the CHECK constraint \"{}\". The conflict occurred in database "
-                 "\"{}\", table \"dbo.{}\".",
-                 Verb(plan.kind), subject, catalog.DatabaseName(), table.name);
+                 "\"{}\", table \"dbo.{}\"{}.",
+                 Verb(plan.kind), subject, DatabaseOf(table, catalog), table.name,
+                 CheckedColumn(table, catalog.ConstraintText(table.schema, table.id, subject)));
         case SQLITE_CONSTRAINT_UNIQUE:
         case SQLITE_CONSTRAINT_PRIMARYKEY:
         case SQLITE_CONSTRAINT_ROWID:
@@ -117,20 +143,26 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
     FailSqlite(db);
 }
 
-std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db) {
-    const StatementHandle statement = Prepare(db, select);
-    if (sqlite3_step(statement.get()) != SQLITE_ROW) {
-        return {};
+std::string KeyText(const DuplicateQueries& queries, sqlite3* db) {
+    for (const std::string& query : {queries.met, queries.repeated}) {
+        if (query.empty()) {
+            continue;
+        }
+        const StatementHandle statement = Prepare(db, query);
+        if (sqlite3_step(statement.get()) != SQLITE_ROW) {
+            continue;
+        }
+        std::string text = "(";
+        int column = 0;
+        for (const Type& type : queries.types) {
+            Cell cell = ReadCell(statement.get(), column);
+            Convert(cell, type, {Base::nvarchar, Type::maxLength, 0, 0}, 0, Surplus::cut);
+            text += column++ > 0 ? ", " : "";
+            text += cell.IsNull() ? std::string_view("<NULL>") : cell.Bytes();
+        }
+        return text + ")";
     }
-    std::string text = "(";
-    int column = 0;
-    for (const Type& type : types) {
-        Cell cell = ReadCell(statement.get(), column);
-        Convert(cell, type, {Base::nvarchar, Type::maxLength, 0, 0}, 0, Surplus::cut);
-        text += column++ > 0 ? ", " : "";
-        text += cell.IsNull() ? std::string_view("<NULL>") : cell.Bytes();
-    }
-    return text + ")";
+    return {};
 }
 
 } // namespace refhost::sql

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Error.h"
+#include "refhost/sql/binding/Binder.h"
 #include "refhost/sql/engine/Plan.h"
 
 namespace refhost::sql {
@@ -16,7 +17,7 @@ struct DuplicateKey {
 /// `message`, or `DuplicateKey`; for every other code `SqliteError`.
 [[noreturn]] void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db);
 
-/// A key as messages show it: "(a, <NULL>)". `select` is a query in SQLite's language that gives it.
-std::string KeyText(const std::string& select, const std::vector<Type>& types, sqlite3* db);
+/// A duplicate key as messages show it: "(a, <NULL>)"; empty when no query finds it.
+std::string KeyText(const DuplicateQueries& queries, sqlite3* db);
 
 } // namespace refhost::sql

@@ -195,6 +195,13 @@ Type Parser::ParseType(int defaultLength) {
             Fail(192, "The scale must be less than or equal to the precision.");
         }
         break;
+    case Base::datetime2:
+        if (!facets.empty() && (facets[0] < 0 || facets[0] > 7)) {
+            Fail(1002, "Line 1: Specified scale {} is invalid.", facets[0]);
+        }
+        type.scale = facets.empty() ? 7 : static_cast<int>(facets[0]);
+        type.precision = type.scale == 0 ? 19 : 20 + type.scale; // as sys.columns has it
+        break;
     case Base::money:
     case Base::smallmoney:
         type.scale = 4;

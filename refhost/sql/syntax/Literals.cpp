@@ -70,6 +70,24 @@ std::size_t SkipComment(std::string_view sql, std::size_t position) {
     return std::string_view::npos;
 }
 
+/// Length of the continuation of a line that begins at `position`: a backslash and the line's end; 0 for none.
+std::size_t ContinuationAt(std::string_view text, std::size_t position) {
+    if (text[position] != '\\') {
+        return 0;
+    }
+    const std::string_view rest = text.substr(position + 1);
+    return rest.starts_with('\n') ? 2U : rest.starts_with("\r\n") ? 3U : 0U;
+}
+
+bool HasContinuation(std::string_view text) {
+    for (std::size_t at = text.find('\\'); at != std::string_view::npos; at = text.find('\\', at + 1)) {
+        if (ContinuationAt(text, at) > 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 bool IsNameByte(char c) { return InName(c); }
@@ -81,6 +99,10 @@ std::string TextOf(const Literal& literal) {
     std::string text;
     text.reserve(literal.body.size());
     for (std::size_t i = 0; i < literal.body.size(); ++i) {
+        if (const std::size_t length = ContinuationAt(literal.body, i); length > 0) {
+            i += length - 1;
+            continue;
+        }
         text += literal.body[i];
         i += literal.body[i] == '\'' ? 1U : 0U;
     }
@@ -88,12 +110,14 @@ std::string TextOf(const Literal& literal) {
 }
 
 std::size_t SkipQuoted(std::string_view sql, std::size_t position, char quote, bool& doubled) {
+    const std::size_t begin = position;
     while (true) {
         const std::size_t end = sql.find(quote, position);
         if (end == std::string_view::npos) {
             return end;
         }
         if (At(sql, end + 1) != quote) {
+            doubled = doubled || (quote == '\'' && HasContinuation(sql.substr(begin, end - begin)));
             return end + 1;
         }
         doubled = true;

@@ -21,17 +21,20 @@ struct Literal {
     LiteralKind kind = LiteralKind::text;
     /// Whether an N stands in front of the quote.
     bool national = false;
-    /// Whether the body of a text holds doubled quotes.
+    /// Whether the body of a text is not the text itself: it holds doubled quotes or continued lines.
     bool doubled = false;
     /// The characters between the quotes, or of the number.
     std::string_view body;
 };
 
-/// The text that a text literal means: doubled quotes are one.
+/// The text that a text literal means: doubled quotes are one, and a backslash at a line's end goes with the line's
+/// end. The server itself continues the literal so, not only its client tools: "Backslash (Line Continuation)" of the
+/// T-SQL reference counts it to the language, for Azure SQL Database too, and has it before LF and before CR LF.
 std::string TextOf(const Literal& literal);
 
 /// Reads the rest of a quoted text behind its opening `quote`: returns the position behind the closing quote, or npos
-/// when there is none; sets `doubled` when the quote stands doubled inside.
+/// when there is none; sets `doubled` when the quote stands doubled inside or, between single quotes, a
+/// line is continued.
 std::size_t SkipQuoted(std::string_view sql, std::size_t position, char quote, bool& doubled);
 /// Reads the number that begins at `position` (a digit, or a point before a digit) and moves behind it.
 Literal TakeNumber(std::string_view sql, std::size_t& position);

@@ -1,6 +1,7 @@
 #include "refhost/sql/types/Convert.h"
 
 #include "ModPub/Text.h"
+#include "refhost/sql/types/CodePage.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -65,7 +66,13 @@ std::int64_t IntegerFromText(std::string_view text, Base from, Base to) {
     std::int64_t value = 0;
     const auto [end, code] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     if (end != digits.data() + digits.size() || code == std::errc::invalid_argument) {
+        if (to == Base::bigint) {
+            FailNumber(from, to);
+        }
         FailText(text, from, to);
+    }
+    if (code == std::errc::result_out_of_range && to == Base::bigint) {
+        FailOverflow(to);
     }
     if (code == std::errc::result_out_of_range) {
         FailTextOverflow(text, from, to);
@@ -73,10 +80,7 @@ std::int64_t IntegerFromText(std::string_view text, Base from, Base to) {
     if (to == Base::bit) {
         return value != 0 ? 1 : 0;
     }
-    const bool fits = to == Base::bigint || (to == Base::integer && value == static_cast<std::int32_t>(value)) ||
-                      (to == Base::smallint && value == static_cast<std::int16_t>(value)) ||
-                      (to == Base::tinyint && value == static_cast<std::uint8_t>(value));
-    if (!fits) {
+    if (!IsInRange(value, to)) {
         FailTextOverflow(text, from, to);
     }
     return value;
@@ -244,13 +248,17 @@ void FitBytes(Cell& cell, const Type& to, Surplus surplus) {
     }
 }
 
-std::int64_t IntegerFromReal(double value, Base to, Base from) {
+std::int64_t IntegerFromReal(double value, Base to) {
     const double whole = to == Base::bit ? (value != 0 ? 1.0 : 0.0) : std::trunc(value);
-    if (!(whole >= -9.2233720368547758e18 && whole < 9.2233720368547758e18)) {
-        FailOverflow(to);
+    const bool fits = whole >= -9.2233720368547758e18 && whole < 9.2233720368547758e18;
+    const auto result = fits ? static_cast<std::int64_t>(whole) : 0;
+    if (to == Base::bigint || to == Base::bit) {
+        if (!fits) {
+            FailOverflow(to);
+        }
+    } else if (!fits || !IsInRange(result, to)) {
+        Fail(232, "Arithmetic overflow error for type {}, value = {:.6f}.", NameOf(to), value);
     }
-    const auto result = static_cast<std::int64_t>(whole);
-    CheckRange(result, to, from);
     return result;
 }
 
@@ -260,7 +268,7 @@ Ticks TicksFromDays(double days, Base to) {
     }
     const double whole = std::floor(days);
     const Ticks time = std::llround((days - whole) * static_cast<double>(ticksPerDay));
-    return RoundDate((static_cast<std::int64_t>(whole) + serverDayZero) * ticksPerDay + time, to);
+    return RoundDate((static_cast<std::int64_t>(whole) + serverDayZero) * ticksPerDay + time, {to, 0, 0, 0});
 }
 
 double DaysFromTicks(Ticks ticks) {
@@ -297,7 +305,7 @@ void ToIntegerFamily(Cell& cell, const Type& from, const Type& to) {
         return;
     }
     case Family::real:
-        cell.SetInteger(IntegerFromReal(cell.real, to.base, from.base));
+        cell.SetInteger(IntegerFromReal(cell.real, to.base));
         return;
     case Family::date: {
         if (from.base == Base::date || from.base == Base::datetime2) {
@@ -399,13 +407,13 @@ void ToRealFamily(Cell& cell, const Type& from, const Type& to) {
     }
 }
 
-void ToDateFamily(Cell& cell, const Type& from, const Type& to) {
+void ToDateFamily(Cell& cell, const Type& from, const Type& to, int style) {
     switch (FamilyOf(from)) {
     case Family::text:
-        cell.SetInteger(ParseDate(cell.Bytes(), from.base, to.base));
+        cell.SetInteger(ParseDate(cell.Bytes(), from.base, to, style));
         return;
     case Family::date:
-        cell.integer = RoundDate(cell.integer, to.base);
+        cell.integer = RoundDate(cell.integer, to);
         return;
     default:
         break;
@@ -438,6 +446,11 @@ void FitShown(Cell& cell, const Type& from, const Type& to) {
 void ToTextFamily(Cell& cell, const Type& from, const Type& to, int style, Surplus surplus) {
     switch (FamilyOf(from)) {
     case Family::text:
+        if (IsNational(from.base) && !IsNational(to.base) &&
+            FirstOutsideCodePage(cell.Bytes()) != std::string_view::npos) {
+            cell.SetText(ThroughCodePage(cell.Bytes()));
+        }
+        break;
     case Family::guid:
         break;
     case Family::integer:
@@ -452,7 +465,7 @@ void ToTextFamily(Cell& cell, const Type& from, const Type& to, int style, Surpl
         cell.SetText(RealText(cell.real, style));
         break;
     case Family::date:
-        cell.SetText(FormatDate(cell.integer, from.base, style));
+        cell.SetText(FormatDate(cell.integer, from, style));
         break;
     case Family::binary:
         if (style != 0) {
@@ -558,6 +571,7 @@ std::size_t MeasuredLength(std::string_view text, bool national) {
 }
 
 std::string FitExact(const ExactNumber& number, const Type& to, Base from) {
+    const std::string_view what = from == Base::null ? "expression" : NameOf(from);
     const ExactNumber rounded = number.Rescaled(to.scale);
     int whole = to.precision - to.scale;
     if (to.base != Base::decimal) {
@@ -565,33 +579,32 @@ std::string FitExact(const ExactNumber& number, const Type& to, Base from) {
         const ExactNumber units = rounded * ExactNumber(10000);
         const std::optional<std::int64_t> value = units.ToInteger();
         if (!value || (to.base == Base::smallmoney && *value != static_cast<std::int32_t>(*value))) {
-            Fail(8115, "Arithmetic overflow error converting {} to data type {}.", NameOf(from), NameOf(to.base));
+            Fail(8115, "Arithmetic overflow error converting {} to data type {}.", what, NameOf(to.base));
         }
         return rounded.ToText();
     }
     whole = to.precision == 0 ? 38 : whole;
     if (rounded.WholeDigits() > whole) {
-        Fail(8115, "Arithmetic overflow error converting {} to data type {}.", NameOf(from), NameOf(to.base));
+        Fail(8115, "Arithmetic overflow error converting {} to data type {}.", what, NameOf(to.base));
     }
     return rounded.ToText();
 }
 
-void CheckRange(std::int64_t value, Base base, Base from) {
-    bool fits = true;
+bool IsInRange(std::int64_t value, Base base) {
     switch (base) {
     case Base::tinyint:
-        fits = value == static_cast<std::uint8_t>(value);
-        break;
+        return value == static_cast<std::uint8_t>(value);
     case Base::smallint:
-        fits = value == static_cast<std::int16_t>(value);
-        break;
+        return value == static_cast<std::int16_t>(value);
     case Base::integer:
-        fits = value == static_cast<std::int32_t>(value);
-        break;
+        return value == static_cast<std::int32_t>(value);
     default:
-        break;
+        return true;
     }
-    if (fits) {
+}
+
+void CheckRange(std::int64_t value, Base base, Base from) {
+    if (IsInRange(value, base)) {
         return;
     }
     if (base != Base::integer && (from == Base::integer || from == Base::smallint || from == Base::tinyint)) {
@@ -612,7 +625,7 @@ void Convert(Cell& cell, const Type& from, const Type& to, int style, Surplus su
     case Family::real:
         return ToRealFamily(cell, from, to);
     case Family::date:
-        return ToDateFamily(cell, from, to);
+        return ToDateFamily(cell, from, to, style);
     case Family::text:
         return ToTextFamily(cell, from, to, style, surplus);
     case Family::binary:

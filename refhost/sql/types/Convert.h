@@ -78,8 +78,11 @@ inline std::string FromUtf16(std::u16string_view text) { return text::FromUtf16(
 /// `style` is convert's third argument, 0 without one. Throws SQL Server's conversion errors.
 void Convert(Cell& cell, const Type& from, const Type& to, int style, Surplus surplus);
 
-/// An exact number as text of a decimal or money type. Throws the overflow error when it does not fit.
+/// An exact number as text of a decimal or money type. Throws the overflow error when it does not fit, with the type
+/// `from` named in it; `Base::null` for the result of an expression.
 std::string FitExact(const ExactNumber& number, const Type& to, Base from);
+/// Whether a value lies within the range of a whole-number type.
+bool IsInRange(std::int64_t value, Base base);
 /// Throws SQL Server's overflow error unless `value` lies within the range of the whole-number type.
 void CheckRange(std::int64_t value, Base base, Base from);
 

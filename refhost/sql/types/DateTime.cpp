@@ -9,8 +9,11 @@
 namespace refhost::sql {
 namespace {
 
-constexpr std::array<std::string_view, 12> monthNames{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr std::array<std::string_view, 12> monthNames{"January",   "February", "March",    "April",
+                                                      "May",       "June",     "July",     "August",
+                                                      "September", "October",  "November", "December"};
+constexpr std::array<std::string_view, 7> dayNames{"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                   "Thursday", "Friday", "Saturday"};
 
 /// Days since 1970-01-01 of a date of the Gregorian calendar.
 std::int64_t DaysFromCivil(std::int64_t year, int month, int day) {
@@ -26,10 +29,53 @@ constexpr std::int64_t epoch = 25569;
 
 enum class Flaw { none, syntax, range };
 
+std::string_view ShortName(std::string_view name) { return name.substr(0, 3); }
+
+/// The order of separated numbers.
+enum class Order {
+    open, ///< a year of four digits tells its place; else year, month, day, as on a Chinese server
+    monthDayYear,
+    dayMonthYear,
+    yearMonthDay,
+};
+
+Order OrderOf(int style) {
+    switch (style) {
+    case 1:
+    case 10:
+    case 22:
+    case 101:
+    case 110:
+        return Order::monthDayYear;
+    case 3:
+    case 4:
+    case 5:
+    case 103:
+    case 104:
+    case 105:
+    case 131:
+        return Order::dayMonthYear;
+    case 2:
+    case 11:
+    case 20:
+    case 21:
+    case 23:
+    case 25:
+    case 102:
+    case 111:
+    case 120:
+    case 121:
+        return Order::yearMonthDay;
+    default:
+        return Order::open;
+    }
+}
+
 /// Reads a date text; the first flaw met stays.
 class DateReader {
 public:
-    explicit DateReader(std::string_view text) : text_(text) {}
+    DateReader(std::string_view text, const Type& target, int style)
+        : text_(text), order_(OrderOf(style)), target_(target) {}
 
     Flaw Read(Calendar& result) {
         Split();
@@ -122,7 +168,7 @@ private:
             return;
         }
         for (std::size_t month = 0; month < monthNames.size() && word.size() >= 3; ++month) {
-            if (EqualNames(word.substr(0, 3), monthNames[month]) && namedMonth_ == 0) {
+            if (EqualNames(word.substr(0, 3), ShortName(monthNames[month])) && namedMonth_ == 0) {
                 namedMonth_ = static_cast<int>(month) + 1;
                 if (Peek() == ',' || Peek() == '-' || Peek() == '.') {
                     ++position_;
@@ -179,7 +225,9 @@ private:
     void ReadFraction(bool decimal) {
         ++position_;
         const std::string_view digits = TakeDigits();
-        if (digits.empty() || digits.size() > 7) {
+        // Those of datetime know thousandths at most, a text for them likewise.
+        const std::size_t most = decimal && (target_.base == Base::datetime2 || target_.base == Base::date) ? 7 : 3;
+        if (digits.empty() || digits.size() > most) {
             flaw_ = Flaw::syntax;
             return;
         }
@@ -244,11 +292,17 @@ private:
     }
 
     void AssembleSeparated() {
-        // A year of four digits tells its place; else the order is year, month, day, as on a Chinese server.
-        const bool yearLast = pieces_[2].size() == 4 && pieces_[0].size() <= 2;
+        const bool yearFirst = pieces_[0].size() == 4;
+        const bool yearLast =
+            pieces_[2].size() == 4 || (!yearFirst && order_ != Order::open && order_ != Order::yearMonthDay);
+        bool dayFirst = order_ == Order::dayMonthYear;
+        if (yearFirst && (target_.base == Base::date || target_.base == Base::datetime2)) {
+            dayFirst = false; // the newer types read year, month, day whatever the order is
+        }
+        const std::size_t first = yearLast ? 0 : 1;
         const std::string_view year = pieces_[yearLast ? 2 : 0];
-        const std::string_view month = pieces_[yearLast ? 0 : 1];
-        const std::string_view day = pieces_[yearLast ? 1 : 2];
+        const std::string_view month = pieces_[first + (dayFirst ? 1 : 0)];
+        const std::string_view day = pieces_[first + (dayFirst ? 0 : 1)];
         if (month.size() > 2 || day.size() > 2 || year.size() == 3 || year.size() > 4) {
             flaw_ = Flaw::syntax;
             return;
@@ -268,6 +322,8 @@ private:
     }
 
     std::string_view text_;
+    Order order_;
+    Type target_;
     std::size_t position_ = 0;
     std::vector<std::string_view> pieces_;
     bool separated_ = false;
@@ -299,7 +355,8 @@ Ticks FloorTo(Ticks ticks, Ticks unit) {
     return ticks - rest - (rest < 0 ? unit : 0);
 }
 
-Ticks RoundUnchecked(Ticks ticks, Base base) {
+Ticks RoundUnchecked(Ticks ticks, const Type& type) {
+    const Base base = type.base;
     if (base == Base::date) {
         return FloorTo(ticks, ticksPerDay);
     }
@@ -313,7 +370,20 @@ Ticks RoundUnchecked(Ticks ticks, Base base) {
         const Ticks milliseconds = (part * 10 + 1) / 3;
         return second + milliseconds * (ticksPerSecond / 1000);
     }
-    return ticks;
+    Ticks unit = ticksPerSecond;
+    for (int digit = 0; digit < FractionDigits(type); ++digit) {
+        unit /= 10;
+    }
+    return FloorTo(ticks + unit / 2, unit);
+}
+
+/// The second's fraction as text, with its point; milliseconds of the types that have none or know no more.
+std::string Fraction(const Calendar& calendar, const Type& type) {
+    if (type.base != Base::datetime2) {
+        return fmt::format(".{:03}", calendar.fraction / (ticksPerSecond / 1000));
+    }
+    const auto digits = static_cast<std::size_t>(FractionDigits(type));
+    return digits == 0 ? std::string() : fmt::format(".{:07}", calendar.fraction).substr(0, digits + 1);
 }
 
 } // namespace
@@ -351,40 +421,51 @@ Ticks ToTicks(const Calendar& calendar) {
     return days * ticksPerDay + seconds * ticksPerSecond + calendar.fraction;
 }
 
-Ticks ParseDate(std::string_view text, Base source, Base target) {
+Ticks ParseDate(std::string_view text, Base source, const Type& target, int style) {
     Calendar calendar;
-    switch (DateReader(text).Read(calendar)) {
+    switch (DateReader(text, target, style).Read(calendar)) {
     case Flaw::syntax:
+        if (target.base == Base::smalldatetime) {
+            Fail(295, "Conversion failed when converting character string to smalldatetime data type.");
+        }
         Fail(241, "Conversion failed when converting date and/or time from character string.");
     case Flaw::range:
-        FailRange(source, target);
+        FailRange(source, target.base);
     case Flaw::none:
         break;
     }
     const Ticks ticks = RoundUnchecked(ToTicks(calendar), target);
-    if (!InYears(ticks, target)) {
-        FailRange(source, target);
+    if (!InYears(ticks, target.base)) {
+        FailRange(source, target.base);
     }
     return ticks;
 }
 
-Ticks RoundDate(Ticks ticks, Base base) {
-    const Ticks rounded = RoundUnchecked(ticks, base);
-    if (!InYears(rounded, base)) {
-        Fail(8115, "Arithmetic overflow error converting expression to data type {}.", NameOf(base));
+Ticks RoundDate(Ticks ticks, const Type& type) {
+    const Ticks rounded = RoundUnchecked(ticks, type);
+    if (!InYears(rounded, type.base)) {
+        Fail(8115, "Arithmetic overflow error converting expression to data type {}.", NameOf(type.base));
     }
     return rounded;
 }
 
-std::string FormatDate(Ticks ticks, Base base, int style) {
+std::string_view MonthName(int month) { return monthNames.at(static_cast<std::size_t>(month) - 1); }
+
+std::string_view DayName(int weekday) { return dayNames.at(static_cast<std::size_t>(weekday) - 1); }
+
+std::string FormatDate(Ticks ticks, const Type& type, int style) {
     const Calendar c = ToCalendar(ticks);
-    const std::string_view month = monthNames.at(static_cast<std::size_t>(c.month) - 1);
+    const Base base = type.base;
+    const std::string_view month = ShortName(MonthName(c.month));
     const int hour12 = c.hour % 12 == 0 ? 12 : c.hour % 12;
     const std::string_view half = c.hour < 12 ? "AM" : "PM";
     const std::int64_t milliseconds = c.fraction / (ticksPerSecond / 1000);
     if (base == Base::date && style == 0) {
         style = 23;
+    } else if (base == Base::datetime2 && style == 0) {
+        style = 121;
     }
+    const std::string fraction = Fraction(c, type);
     const std::int64_t shortYear = c.year % 100;
     switch (style) {
     case 0:
@@ -438,19 +519,17 @@ std::string FormatDate(Ticks ticks, Base base, int style) {
     case 25:
     case 121:
         return base == Base::date ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
-                                  : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day,
-                                                c.hour, c.minute, c.second, milliseconds);
+                                  : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}{}", c.year, c.month, c.day, c.hour,
+                                                c.minute, c.second, fraction);
     case 23:
         return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
     case 126:
         if (base == Base::date) {
             return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
         }
-        // Milliseconds of zero are left out.
-        return milliseconds == 0 ? fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", c.year, c.month, c.day, c.hour,
-                                               c.minute, c.second)
-                                 : fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}.{:03}", c.year, c.month, c.day,
-                                               c.hour, c.minute, c.second, milliseconds);
+        // A fraction of zero is left out.
+        return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}{}", c.year, c.month, c.day, c.hour, c.minute, c.second,
+                           c.fraction == 0 ? std::string() : fraction);
     default:
         Fail(281, "{} is not a valid style number when converting from {} to a character string.", style, NameOf(base));
     }

@@ -31,13 +31,17 @@ Calendar ToCalendar(Ticks ticks);
 Ticks ToTicks(const Calendar& calendar);
 int DaysInMonth(std::int64_t year, int month);
 
-/// The date that a text means. Throws SQL Server's conversion errors; `source` is the text's type, named in them.
-Ticks ParseDate(std::string_view text, Base source, Base target);
-/// The nearest value that type `base` can hold: date whole days, smalldatetime minutes, datetime 1/300 seconds.
-/// Throws the overflow error when `ticks` lies outside the type's years.
-Ticks RoundDate(Ticks ticks, Base base);
+/// The date that a text means, its day, month and year in the order of convert's `style` where they are separated
+/// numbers. Throws SQL Server's conversion errors; `source` is the text's type, named in them.
+Ticks ParseDate(std::string_view text, Base source, const Type& target, int style);
+/// The nearest value that a type can hold: date whole days, smalldatetime minutes, datetime 1/300 seconds, datetime2
+/// the digits of its fraction. Throws the overflow error when `ticks` lies outside the type's years.
+Ticks RoundDate(Ticks ticks, const Type& type);
 /// A date as `convert` shows it in `style`. Throws error 281's message for a style that there is not.
-std::string FormatDate(Ticks ticks, Base base, int style);
+std::string FormatDate(Ticks ticks, const Type& type, int style);
+/// The month's and the day of the week's name, as datename gives them.
+std::string_view MonthName(int month);
+std::string_view DayName(int weekday);
 
 /// OLE Automation's date and back.
 double ToOleDate(Ticks ticks);

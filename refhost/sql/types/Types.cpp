@@ -115,6 +115,8 @@ std::string Declaration(const Type& type) {
                                               : fmt::format("{}({})", NameOf(type.base), type.length);
     case Base::decimal:
         return fmt::format("decimal({},{})", type.precision, type.scale);
+    case Base::datetime2:
+        return fmt::format("datetime2({})", FractionDigits(type));
     default:
         return std::string(NameOf(type.base));
     }
@@ -164,6 +166,18 @@ Type FitDecimal(int precision, int scale) {
         precision = maxPrecision;
     }
     return {Base::decimal, 0, precision, scale};
+}
+
+int FractionDigits(const Type& type) {
+    constexpr int ticks = 7;
+    switch (type.base) {
+    case Base::datetime2:
+        return type.precision == 0 ? ticks : type.scale;
+    case Base::datetime:
+        return 3;
+    default:
+        return 0;
+    }
 }
 
 Type CommonType(const Type& left, const Type& right) {

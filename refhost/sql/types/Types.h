@@ -58,7 +58,9 @@ struct Type {
     Base base = Base::null;
     /// Text: characters. Binary: bytes.
     int length = 0;
+    /// Of decimal types; of datetime2 0 where nothing was said of its fraction.
     int precision = 0;
+    /// Digits behind the point; of datetime2 those of the second's fraction, see `FractionDigits`.
     int scale = 0;
 
     bool operator==(const Type&) const = default;
@@ -87,6 +89,9 @@ Type AsDecimal(const Type& type);
 Type FitDecimal(int precision, int scale);
 /// The type that both convert to when they meet in a comparison, a union or a case.
 Type CommonType(const Type& left, const Type& right);
+
+/// Digits of the second's fraction that values of a date type have.
+int FractionDigits(const Type& type);
 
 /// The type in one whole number, for arguments of SQLite functions. It stands in files: in the SQL of views and in the
 /// catalog, so that a type's code stays what it is.
