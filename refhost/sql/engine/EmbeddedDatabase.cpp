@@ -154,7 +154,7 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
       catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), identities_(db_.get()),
-      durability_(settings.durability), batchTime_(settings.batchTime) {
+      durability_(settings.durability), batchTime_(settings.batchTime), clock_(settings.clock) {
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.
@@ -222,7 +222,7 @@ int EmbeddedDatabase::CheckTime(void* self) {
     if (!database->inBatch_ || !database->limit_) {
         return 0;
     }
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = database->clock_();
     if (!database->deadline_) {
         database->deadline_ = now + *database->limit_;
     }

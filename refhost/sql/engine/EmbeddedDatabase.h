@@ -10,6 +10,7 @@
 #include "refhost/sql/syntax/Parser.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -51,6 +52,8 @@ struct Translation {
 /// SQL Server's language on SQLite.
 class EmbeddedDatabase : public Database {
 public:
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
     struct Settings {
         std::string file;
         bool deleteStar = false;
@@ -58,6 +61,8 @@ public:
         Durability durability = Durability::normal;
         /// How long a batch may run: ADO's `CommandTimeout` as it is when nobody sets it.
         std::chrono::milliseconds batchTime = std::chrono::seconds(30);
+        /// The clock that a batch's time is measured by.
+        Clock clock = std::chrono::steady_clock::now;
     };
 
     explicit EmbeddedDatabase(const Settings& settings);
@@ -135,6 +140,7 @@ private:
     PlanCache plans_;
     std::size_t translations_ = 0;
     std::chrono::milliseconds batchTime_;
+    Clock clock_;
     /// What the batch at hand may take of it.
     TimeLimit limit_;
     /// When the batch at hand has had its time. It counts from the first check on: short batches look at no clock, and
