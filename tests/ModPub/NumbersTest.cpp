@@ -54,25 +54,16 @@ TEST(Val, ReadsExponentsWithEAndD) {
 
 TEST(Val, ReadsHexadecimalAndOctalDigits) {
     const std::pair<std::string_view, double> table[] = {
-        {"&H10", 16},
-        {"&h1f", 31},
-        {"&O17", 15},
-        {"&o17", 15},
-        {"&HFFFF", -1},
-        {"&H8000", -32768},
-        {"&H7FFF", 32767},
-        {"&HFFFF&", 65535},
-        {"&H8000&", 32768},
-        {"&H10000", 65536},
-        {"&HFFFFFFFF", -1},
-        {"&O177777", -1},
-        {"&H7FFFFFFF", 2147483647.0},
-        {"& H 1 0", 16},
-        {"&H10x", 16},
-        {"&H", 0},
-        {"&", 0},
-        {"&HG", 0},
-        {"&O8", 0},
+        {"&H10", 16},       {"&h1f", 31},
+        {"&O17", 15},       {"&o17", 15},
+        {"&HFF", 255},      {"&HFFFF", -1},
+        {"&H8000", -32768}, {"&H7FFF", 32767},
+        {"&HFFFF&", 65535}, {"&H8000&", 32768},
+        {"&H10000", 65536}, {"&HFFFFFFFF", -1},
+        {"&O177777", -1},   {"&H7FFFFFFF", 2147483647.0},
+        {"& H 1 0", 16},    {"&H10x", 16},
+        {"&H", 0},          {"&", 0},
+        {"&HG", 0},         {"&O8", 0},
     };
     for (const auto& [text, expected] : table)
         EXPECT_EQ(Val(text), expected) << text;
