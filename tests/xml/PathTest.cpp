@@ -1,3 +1,5 @@
+#include "refhost/xml/Path.h"
+
 #include "host/Error.h"
 #include "refhost/xml/Document.h"
 
@@ -100,6 +102,23 @@ TEST(PathNames, RecordsetPrefixesAreKnownInEveryDocument) {
     EXPECT_EQ(Select("<a/>", "//z:row"), "");
     EXPECT_EQ(Select("<a/>", "//rs:data[1]"), "");
     EXPECT_EQ(Select("<a/>", "s:Schema | dt:x"), "");
+}
+
+TEST(PathNames, ChineseNamesNeedNoEngine) {
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<q><跌价单><存货编码>A1</存货编码><a/></跌价单><跌价单 单号=\"2\"/></q>"));
+    refhost::xml::Tree tree;
+    for (const char* path : {"跌价单", "跌价单/存货编码", "//跌价单", "跌价单/@单号"})
+        EXPECT_TRUE(refhost::xml::Path::Compile(path, tree)) << path;
+    EXPECT_FALSE(refhost::xml::Path::Compile("跌价单[1]", tree));
+
+    const host::DOMNodeList rows = document.DocumentElement()->SelectNodes("跌价单");
+    ASSERT_EQ(rows.size(), 2u);
+    const host::DOMNodePtr field = rows.front()->SelectSingleNode("存货编码");
+    ASSERT_NE(field, nullptr);
+    EXPECT_EQ(field->Text(), "A1");
+    EXPECT_EQ(rows.back()->SelectSingleNode("存货编码"), nullptr);
+    EXPECT_EQ(document.DocumentElement()->SelectNodes("跌价").size(), 0u) << "the beginning of a name is another name";
 }
 
 TEST(PathNames, BytesThatAreNoUtf8AreRefused) {
