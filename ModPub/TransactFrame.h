@@ -82,10 +82,11 @@ std::string RunTransact(ImportState& state, const MakeVariation& makeVariation, 
         try {
             return RunSteps(state, makeVariation(), sXml, login);
         } catch (...) {
-            return ErrorResult(state.environment);
+            return ErrorResult(state.environment, state.observer);
         }
     } catch (...) {
-        return ErrorResult(state.environment, state.observer);
+        // Of a call from inside nobody is told: the observer watches the outer one.
+        return ErrorResult(state.environment);
     }
 }
 

@@ -12,13 +12,16 @@ _kovra() {
 
   case $previous in
     --class) choices="ClsInvSubject ClsOppSubject ClsOppSubjectST ClsKovra ClsKovraProof ClsPriceJustVou" ;;
-    --format) choices="xml table json" ;;
+    --format)
+      choices="xml table json"
+      [ "$command" != sql ] || choices="table json csv"
+      ;;
     --lang) choices="zh en" ;;
     --login | --trace | --journal | --conditions)
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
-    -e | --execute | --connection | --account | --year | --user | --name) return ;;
+    -e | --execute | --timeout | --database | --connection | --account | --year | --user | --name) return ;;
   esac
   if [ -z "${choices:-}" ]; then
     if [[ $current != -* && ($command == transact || $command == query || $command == sql || $command == "login init") ]]; then
@@ -29,9 +32,9 @@ _kovra() {
       "") choices="transact query sql account login --help --version --lang" ;;
       transact) choices="--class --login --trace --journal --format --quiet --lang --help" ;;
       query) choices="--login --conditions --trace --lang --help" ;;
-      sql) choices="--login --execute --lang --help" ;;
+      sql) choices="--login --execute --format --timeout --lang --help" ;;
       account) choices="create --lang --help" ;;
-      "account create") choices="--login --demo --lang --help" ;;
+      "account create") choices="--login --demo --database --lang --help" ;;
       login) choices="check init --lang --help" ;;
       "login check") choices="--login --lang --help" ;;
       "login init") choices="--connection --account --year --user --name --lang --help" ;;

@@ -36,7 +36,7 @@ TEST_F(Program, LoginInitLeavesAnExistingFileAlone) {
 }
 
 TEST_F(Program, LoginInitThenAccountCreateThenCheck) {
-    EXPECT_EQ(Kovra("login init --year 2024 mine.xml").status, 0);
+    EXPECT_EQ(Kovra("login init --year 2024 --connection 'Provider=KovraAccount;Data Source=fresh.db' mine.xml").status, 0);
     EXPECT_EQ(Kovra("login check --login mine.xml").status, 1);
     const Ended created = Kovra("account create --login mine.xml --demo");
     EXPECT_EQ(created.status, 0);
@@ -45,7 +45,7 @@ TEST_F(Program, LoginInitThenAccountCreateThenCheck) {
     EXPECT_TRUE(Contains(created.error, "The demonstration company has 8 warehouses, 16 items, "));
     const Ended run = Kovra("login check --login mine.xml");
     EXPECT_EQ(run.status, 0) << run.output;
-    EXPECT_TRUE(Contains(run.output, "\nDatabase: the embedded account database account.db\nVersion: SQLite 3."));
+    EXPECT_TRUE(Contains(run.output, "\nDatabase: the embedded account database fresh.db\nVersion: SQLite 3."));
     EXPECT_TRUE(Contains(run.output, "\nInventory accounting starts on 2024-01-01.\nNo month of 2024 is closed.\n"));
     EXPECT_TRUE(Contains(run.output, "\nThe calendar of account 001 has 12 periods in 2024.\n"));
     EXPECT_TRUE(run.output.ends_with("\nThe inventory ledger holds 0 entries.\nThe login can be used.\n"));

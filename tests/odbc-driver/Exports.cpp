@@ -161,7 +161,19 @@ SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER attribute, SQLPOINTER val
 SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
     auto& statement = As<Statement>(handle);
     return Guarded(statement, [&] {
-        statement.result = statement.connection.database->Query(ToUtf8(TextArgument(text, length)));
+        const std::string sql = ToUtf8(TextArgument(text, length));
+        refhost::Database& database = *statement.connection.database;
+        if (sql.starts_with("USE ")) {
+            // A server takes it in any batch; the embedded database in those of client tools alone.
+            database.RunBatch(sql, std::nullopt, [](const refhost::BatchAnswer& answer) {
+                if (const auto* error = std::get_if<host::Error>(&answer)) {
+                    throw host::Error(*error);
+                }
+            });
+            statement.result = {};
+        } else {
+            statement.result = database.Query(sql);
+        }
         statement.row = 0;
         return SQL_SUCCESS;
     });

@@ -311,6 +311,18 @@ Bound Binder::BindTextFunction(const std::string& name, const Expression& expres
         RequireArguments(expression, 0, 0);
         return Expressed("k_errornumber()", integerType);
     }
+    if (name == "db_id") {
+        RequireArguments(expression, 0, 1);
+        const std::optional<Schema> schema = expression.arguments.empty()
+                                                 ? std::optional(catalog_.Current())
+                                                 : catalog_.SchemaNamed(ConstantText(*expression.arguments[0]));
+        // The temporary database is 2 on every server; those of users begin with 5.
+        return Expressed(!schema                        ? "(SELECT NULL)"
+                         : *schema == Schema::temporary ? "2"
+                         : *schema == Schema::account   ? "5"
+                                                        : "6",
+                         integerType);
+    }
     if (name == "db_name") {
         RequireArguments(expression, 0, 0);
         Cell cell;

@@ -95,9 +95,10 @@ public:
     /// The kind of the named object at a table, empty without one.
     std::string ConstraintKindOf(Schema schema, std::int64_t table, std::string_view name);
 
-private:
     /// The database of that name, nothing when there is none.
     std::optional<Schema> SchemaNamed(std::string_view database) const;
+
+private:
     std::shared_ptr<const Table> Load(const ObjectPath& path);
 
     sqlite3* db_;

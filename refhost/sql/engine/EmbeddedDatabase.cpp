@@ -172,6 +172,7 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     Run(db_.get(), "UPDATE temp.sqlite_sequence SET seq = 900000000");
     sqlite3_set_authorizer(db_.get(), Authorize, this);
     sqlite3_progress_handler(db_.get(), stepsPerCheck, CheckTime, this);
+    changesOfOpening_ = sqlite3_total_changes64(db_.get());
 }
 
 EmbeddedDatabase::~EmbeddedDatabase() {
@@ -181,7 +182,7 @@ EmbeddedDatabase::~EmbeddedDatabase() {
 }
 
 void EmbeddedDatabase::FlushLogs() noexcept {
-    if (durability_ == Durability::full || sqlite3_total_changes64(db_.get()) == 0) {
+    if (durability_ == Durability::full || sqlite3_total_changes64(db_.get()) == changesOfOpening_) {
         return;
     }
     for (const Schema schema : {Schema::account, Schema::system}) {

@@ -141,6 +141,8 @@ private:
     std::size_t translations_ = 0;
     std::chrono::milliseconds batchTime_;
     Clock clock_;
+    /// Rows that opening the files changed.
+    std::int64_t changesOfOpening_ = 0;
     /// What the batch at hand may take of it.
     TimeLimit limit_;
     /// When the batch at hand has had its time. It counts from the first check on: short batches look at no clock, and
