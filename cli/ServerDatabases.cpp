@@ -1,7 +1,7 @@
 #include "cli/ServerDatabases.h"
 
-#include "refhost/ia/SqlText.h"
 #include "refhost/odbc/ServerDatabase.h"
+#include "text/SqlText.h"
 
 namespace cli {
 namespace {

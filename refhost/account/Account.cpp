@@ -4,7 +4,7 @@
 #include "ModPub/Conversions.h"
 #include "host/Error.h"
 #include "refhost/account/Batches.h"
-#include "refhost/ia/SqlText.h"
+#include "text/SqlText.h"
 
 #include <string>
 

@@ -3,8 +3,8 @@
 #include "ModPub/Lookup.h"
 #include "ModPub/RuntimeErrors.h"
 #include "refhost/ia/ProvisionVoucher.h"
-#include "refhost/ia/SqlText.h"
 #include "refhost/ia/VoucherContext.h"
+#include "text/SqlText.h"
 
 namespace refhost {
 

@@ -4,8 +4,8 @@
 #include "ModPub/Lookup.h"
 #include "ModPub/XmlText.h"
 #include "refhost/ia/NumberLock.h"
-#include "refhost/ia/SqlText.h"
 #include "text/SameName.h"
+#include "text/SqlText.h"
 
 #include <algorithm>
 #include <array>

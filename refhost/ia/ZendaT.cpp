@@ -4,9 +4,9 @@
 #include "ModPub/ReadAccOption.h"
 #include "refhost/ia/NumberLock.h"
 #include "refhost/ia/QueryValue.h"
-#include "refhost/ia/SqlText.h"
 #include "refhost/ia/VouchData.h"
 #include "refhost/trace/HostCall.h"
+#include "text/SqlText.h"
 
 namespace refhost {
 

@@ -1,9 +1,9 @@
 #include "ModPub/Conversions.h"
 #include "refhost/ia/AllOrNothing.h"
 #include "refhost/ia/QueryValue.h"
-#include "refhost/ia/SqlText.h"
 #include "refhost/ia/ZendaT.h"
 #include "refhost/trace/HostCall.h"
+#include "text/SqlText.h"
 
 namespace refhost {
 namespace {

@@ -2,10 +2,10 @@
 #include "refhost/ia/AllOrNothing.h"
 #include "refhost/ia/NumberLock.h"
 #include "refhost/ia/QueryValue.h"
-#include "refhost/ia/SqlText.h"
 #include "refhost/ia/Stock.h"
 #include "refhost/ia/ZendaT.h"
 #include "refhost/trace/HostCall.h"
+#include "text/SqlText.h"
 
 #include <array>
 #include <optional>

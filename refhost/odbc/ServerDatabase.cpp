@@ -1,7 +1,7 @@
 #include "refhost/odbc/ServerDatabase.h"
 
 #include "host/Error.h"
-#include "refhost/ia/SqlText.h"
+#include "text/SqlText.h"
 
 namespace refhost::odbc {
 

@@ -36,7 +36,8 @@ TEST_F(Program, LoginInitLeavesAnExistingFileAlone) {
 }
 
 TEST_F(Program, LoginInitThenAccountCreateThenCheck) {
-    EXPECT_EQ(Kovra("login init --year 2024 --connection 'Provider=KovraAccount;Data Source=fresh.db' mine.xml").status, 0);
+    EXPECT_EQ(Kovra("login init --year 2024 --connection 'Provider=KovraAccount;Data Source=fresh.db' mine.xml").status,
+              0);
     EXPECT_EQ(Kovra("login check --login mine.xml").status, 1);
     const Ended created = Kovra("account create --login mine.xml --demo");
     EXPECT_EQ(created.status, 0);

@@ -64,14 +64,8 @@ std::vector<HostileText> UnreadableTexts() {
         {"entity from a file by its path", Typed("<!ENTITY e SYSTEM \"/etc/passwd\">", "<cWhCode>&e;</cWhCode>")},
         {"entity from the network", Typed("<!ENTITY e SYSTEM \"http://127.0.0.1:9/e\">", "<cWhCode>&e;</cWhCode>")},
         {"entity with a public name", Typed("<!ENTITY e PUBLIC \"p\" \"http://127.0.0.1:9/e\">", "&e;")},
-        {"entity that is never used from the network", Typed("<!ENTITY e SYSTEM \"http://127.0.0.1:9/e\">", fields)},
-        {"unparsed entity", Typed("<!NOTATION n SYSTEM 'n'><!ENTITY e SYSTEM \"/etc/passwd\" NDATA n>", fields)},
         {"parameter entity from a file", Typed("<!ENTITY % e SYSTEM \"/etc/passwd\"> %e;", fields)},
         {"parameter entity", Typed("<!ENTITY % e \"<!ENTITY f 'x'>\"> %e;", fields)},
-        {"document type from a file", "<!DOCTYPE qxinterface SYSTEM \"/etc/passwd\">" + Request(fields)},
-        {"document type from the network", "<!DOCTYPE qxinterface SYSTEM \"http://127.0.0.1:9/d\">" + Request(fields)},
-        {"document type with a public name", "<!DOCTYPE qxinterface PUBLIC \"p\" \"d.dtd\" []>" + Request(fields)},
-        {"document type with a default attribute", Typed("<!ATTLIST row a CDATA \"1\">", fields)},
         {"document type without end", "<!DOCTYPE qxinterface [" + Repeat(100'000, "<!--")},
         {"a million attributes on one element", Request("<a" + Attributes(1'000'000) + "/>")},
         {"one attribute twice", Request("<a b=\"1\" b=\"1\"/>")},
@@ -133,6 +127,12 @@ std::vector<HostileText> ReadableTexts() {
     const std::string deepCode =
         "<cWhCode>" + Repeat(depth, "<a>") + "01" + Repeat(depth, "</a>") + "</cWhCode>" + code;
     return {
+        {"entity that is never used from the network", Typed("<!ENTITY e SYSTEM \"http://127.0.0.1:9/e\">", fields)},
+        {"unparsed entity", Typed("<!NOTATION n SYSTEM 'n'><!ENTITY e SYSTEM \"/etc/passwd\" NDATA n>", fields)},
+        {"document type from a file", "<!DOCTYPE qxinterface SYSTEM \"/etc/passwd\">" + Request(fields)},
+        {"document type from the network", "<!DOCTYPE qxinterface SYSTEM \"http://127.0.0.1:9/d\">" + Request(fields)},
+        {"document type with a public name", "<!DOCTYPE qxinterface PUBLIC \"p\" \"d.dtd\" []>" + Request(fields)},
+        {"document type with a default attribute", Typed("<!ATTLIST row a CDATA \"1\">", fields)},
         {"small entity", Typed("<!ENTITY e \"01\">", "<cWhCode>&e;</cWhCode>" + code)},
         {"internal document type", Typed("<!ELEMENT row ANY><!ATTLIST row a CDATA #IMPLIED>", fields)},
         {"nesting 100,000 deep around a value", Request(deepCode)},

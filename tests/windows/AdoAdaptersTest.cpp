@@ -65,7 +65,8 @@ TEST_F(AdoAdapters, ConnectionThatCannotBeOpenedSaysWhy) {
     ExpectError(3706, "Provider cannot be found. It may not be properly installed.",
                 [&] { other.Open("Provider=Nobody", "", "", -1); });
     const std::string missing = (account_.folder() / "missing.db").string();
-    ExpectError(-2147467259, "Cannot open database \"" + missing + "\": unable to open database file.",
+    ExpectError(-2147467259,
+                "Cannot open database \"" + missing + "\": The file of the account database cannot be opened.",
                 [&] { other.Open("Provider=KovraAccount;Data Source=" + missing, "", "", -1); });
 }
 
