@@ -85,6 +85,10 @@ void Account::NoteChange(void* self, int operation, const char*, const char* tab
     const char* const verb = operation == SQLITE_INSERT   ? "INSERT "
                              : operation == SQLITE_UPDATE ? "UPDATE "
                                                           : "DELETE ";
+    // The numbers that identity columns have given are written down beside the statement.
+    if (std::string_view(table) == "sqlite_sequence") {
+        return;
+    }
     account.changes_.insert(std::string(verb) + table);
     ++account.written_;
 }

@@ -42,8 +42,11 @@ protected:
         return outcomes;
     }
     static std::string Query(const std::string& envelope, const std::string& conditions) {
+        // The account is looked for beside the login.
+        std::filesystem::copy_file(examples + "login.xml", "login.xml",
+                                   std::filesystem::copy_options::overwrite_existing);
         testing::internal::CaptureStdout();
-        cli::RunQuery({.login = examples + "login.xml",
+        cli::RunQuery({.login = "login.xml",
                        .conditions = conditions.empty() ? "" : examples + conditions,
                        .trace = {},
                        .envelope = examples + envelope});
