@@ -5,6 +5,7 @@ find_package(CLI11 REQUIRED)
 pkg_check_modules(LIBXML2 REQUIRED IMPORTED_TARGET libxml-2.0)
 pkg_check_modules(SQLITE3 REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(ODBC REQUIRED IMPORTED_TARGET odbc)
+pkg_check_modules(MINIZIP REQUIRED IMPORTED_TARGET minizip)
 
 add_library(kovra_sqlite ALIAS PkgConfig::SQLITE3)
 include(cmake/AccountDatabase.cmake)
@@ -14,6 +15,8 @@ kovra_library(refhost/odbc ModPub PkgConfig::ODBC)
 add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)
 target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
                               PRIVATE kovra_sanitize)
+
+kovra_library(import ModPub fmt::fmt PkgConfig::LIBXML2 PkgConfig::MINIZIP)
 
 # The program's commands, apart from main, so that the tests reach them.
 file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)

@@ -1,0 +1,95 @@
+#include "import/messages/Messages.h"
+
+#include <array>
+#include <cstddef>
+
+namespace importing {
+namespace {
+
+constexpr std::array table = {
+    MessageWords{Message::fileNotRead, "无法读取文件 {0}：{1}。", "Cannot read the file {0}: {1}."},
+    MessageWords{Message::notASpreadsheet, "{0} 不是 Excel 工作簿（.xlsx）。", "{0} is not an Excel workbook (.xlsx)."},
+    MessageWords{Message::oldSpreadsheet,
+                 "{0} 是旧的 Excel 格式（.xls）。请在 Excel 中打开，选择“文件”、“另存为”，"
+                 "类型选“Excel 工作簿 (*.xlsx)”，再导入新文件。",
+                 "{0} is in Excel's old format (.xls). Open it in Excel, choose File, Save As and the type "
+                 "\"Excel Workbook (*.xlsx)\", then import the new file."},
+    MessageWords{Message::archiveBroken, "{0} 已损坏。", "{0} is damaged."},
+    MessageWords{Message::archiveTooLarge, "文件解压后过大，不予读取。",
+                 "The file grows too large when it is unpacked; it is not read."},
+    MessageWords{Message::documentType, "文件的组成部分 {0} 含有文档类型声明，不予读取。",
+                 "The file's part {0} holds a document type declaration; it is not read."},
+    MessageWords{Message::partMissing, "文件缺少组成部分 {0}。", "The file lacks its part {0}."},
+    MessageWords{Message::partBroken, "文件的组成部分 {0} 已损坏。", "The file's part {0} is damaged."},
+    MessageWords{Message::tooManyCells, "工作表的单元格过多，不予读取。",
+                 "The sheet has too many cells; it is not read."},
+    MessageWords{Message::quoteWithoutEnd, "第 {0} 行开始的引号没有结束。",
+                 "A quoted field begins in line {0} and does not end."},
+    MessageWords{Message::encodingUnclear,
+                 "看不出文件的编码。按 UTF-8 第一行是：{0}；按 GB18030 是：{1}。请用 --encoding 指定。",
+                 "The file's encoding is not clear. Its first line is {0} as UTF-8 and {1} as GB18030. Name the "
+                 "encoding with --encoding."},
+    MessageWords{Message::encodingUnknown, "不认识编码 {0}。", "Unknown encoding {0}."},
+    MessageWords{Message::notInEncoding, "第 {0} 个字节不是 {1} 编码。", "Byte {0} is not in the encoding {1}."},
+    MessageWords{Message::noSheet, "工作簿里没有工作表。", "The workbook has no sheet."},
+
+    MessageWords{Message::numberNone, "“{0}”不是数字。", "\"{0}\" is no number."},
+    MessageWords{Message::numberGrouping, "“{0}”的逗号位置不对：是 {1} 还是 {2}？",
+                 "The comma in \"{0}\" does not group thousands: {1} or {2}?"},
+    MessageWords{Message::numberPercent, "“{0}”是百分数；应填数字，例如 {1}。",
+                 "\"{0}\" is a percentage; enter the number, for instance {1}."},
+    MessageWords{Message::numberNegative, "“{0}”不能是负数。", "\"{0}\" must not be negative."},
+
+    MessageWords{Message::dateNone, "“{0}”不是日期；请写成 2024-01-05 的样子。",
+                 "\"{0}\" is no date; write it like 2024-01-05."},
+    MessageWords{Message::dateNoDay, "“{0}”：没有这一天。", "\"{0}\": there is no such day."},
+    MessageWords{Message::dateTwoReadings, "“{0}”可读作 {1}，也可读作 {2}；请写成年-月-日。",
+                 "\"{0}\" may be {1} or {2}; write year-month-day."},
+    MessageWords{Message::dateSerial, "“{0}”是没有日期格式的数字；若指 {1}，请把单元格设为日期格式。",
+                 "\"{0}\" is a number without a date's format; if {1} is meant, give the cell a date format."},
+
+    MessageWords{Message::codeExponent, "“{0}”已被表格改成科学计数；请把该列设为文本后重新输入编码。",
+                 "\"{0}\" was turned into an exponent; format the column as text and enter the code again."},
+    MessageWords{Message::codeLong, "编码“{0}”超过 {1} 个字符。", "The code \"{0}\" is longer than {1} characters."},
+    MessageWords{Message::codeQuote, "编码“{0}”含有引号。", "The code \"{0}\" holds a quote."},
+    MessageWords{Message::codeDigitForLetter, "没有编码“{0}”；是“{1}”吗？（字母 O 与数字 0）",
+                 "There is no code \"{0}\"; is it \"{1}\"? (letter O and digit 0)"},
+    MessageWords{Message::codeLeadingZeros, "没有编码“{0}”；是“{1}”吗？可用 --fix-codes 采用。",
+                 "There is no code \"{0}\"; is it \"{1}\"? --fix-codes takes it."},
+    MessageWords{Message::codeLeadingZerosAmbiguous, "“{0}”是数字，而编码“{1}”也存在；请把单元格设为文本再输入。",
+                 "\"{0}\" is a number, and the code \"{1}\" exists too; format the cell as text and enter it again."},
+    MessageWords{Message::codeUnknown, "没有编码“{0}”。", "There is no code \"{0}\"."},
+    MessageWords{Message::codeUnknownNear, "没有编码“{0}”；最接近的是“{1}”（{2}）。",
+                 "There is no code \"{0}\"; the nearest is \"{1}\" ({2})."},
+
+    MessageWords{Message::textLong, "文字有 {0} 个字符，该栏最多 {1} 个。",
+                 "The text has {0} characters; the column takes {1}."},
+    MessageWords{Message::textCodePage, "账套的代码页中没有字符“{0}”。",
+                 "The account's code page lacks the character \"{0}\"."},
+    MessageWords{Message::textQuote, "“{0}”含有引号，而这一栏要与账套中的名称比较，不能含引号。",
+                 "\"{0}\" holds a quote; this column is compared with a name of the account, which takes none."},
+
+    MessageWords{Message::cellError, "单元格是错误值 {0}。", "The cell holds the error {0}."},
+    MessageWords{Message::cellNoValue, "公式 {0} 没有保存计算结果；请在 Excel 中打开并保存一次。",
+                 "The formula {0} has no stored value; open the file in Excel and save it."},
+    MessageWords{Message::cellNoDate, "数字 {0} 按日期格式显示，但没有这一天。",
+                 "The number {0} has a date's format, but there is no such day."},
+    MessageWords{Message::cellOfOtherKind, "单元格的类型不对：{0}。", "The cell is of another kind: {0}."},
+};
+
+/// Whether every message has its words, in its place.
+constexpr bool InOrder() {
+    for (std::size_t index = 0; index < table.size(); ++index) {
+        if (table[index].message != static_cast<Message>(index)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(InOrder());
+
+} // namespace
+
+const MessageWords& WordsOf(Message message) { return table[static_cast<std::size_t>(message)]; }
+
+} // namespace importing

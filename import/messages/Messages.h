@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string_view>
+
+namespace importing {
+
+/// Everything that the import says to people, in the order of the table of words.
+enum class Message {
+    // The file.
+    fileNotRead,
+    notASpreadsheet,
+    oldSpreadsheet,
+    archiveBroken,
+    archiveTooLarge,
+    documentType,
+    partMissing,
+    partBroken,
+    tooManyCells,
+    quoteWithoutEnd,
+    encodingUnclear,
+    encodingUnknown,
+    notInEncoding,
+    noSheet,
+    // Numbers.
+    numberNone,
+    numberGrouping,
+    numberPercent,
+    numberNegative,
+    // Dates.
+    dateNone,
+    dateNoDay,
+    dateTwoReadings,
+    dateSerial,
+    // Codes.
+    codeExponent,
+    codeLong,
+    codeQuote,
+    codeDigitForLetter,
+    codeLeadingZeros,
+    codeLeadingZerosAmbiguous,
+    codeUnknown,
+    codeUnknownNear,
+    // Texts.
+    textLong,
+    textCodePage,
+    textQuote,
+    // Any cell.
+    cellError,
+    cellNoValue,
+    cellNoDate,
+    cellOfOtherKind,
+};
+
+struct MessageWords {
+    Message message;
+    std::string_view chinese;
+    std::string_view english;
+};
+
+/// The words of a message: {0}, {1} … stand for what the note adds.
+const MessageWords& WordsOf(Message message);
+
+} // namespace importing

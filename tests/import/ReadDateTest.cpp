@@ -1,0 +1,87 @@
+#include "import/cells/ReadDate.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using importing::Cell;
+using importing::Message;
+using importing::Reading;
+
+Reading Read(const std::string& text) { return importing::ReadDate({Cell::Kind::text, text}); }
+Reading ReadSerial(const std::string& number) { return importing::ReadDate({Cell::Kind::number, number}); }
+
+struct Taken {
+    const char* name;
+    const char* typed;
+};
+
+class FifthOfJanuary : public testing::TestWithParam<Taken> {};
+
+TEST_P(FifthOfJanuary, IsRead) { EXPECT_EQ(Read(GetParam().typed), Reading::Take("2024-01-05")); }
+
+INSTANTIATE_TEST_SUITE_P(Texts, FifthOfJanuary,
+                         testing::Values(Taken{"Iso", "2024-01-05"}, Taken{"Slashes", "2024/1/5"},
+                                         Taken{"Points", "2024.1.5"}, Taken{"Chinese", "2024年1月5日"},
+                                         Taken{"ChineseWithoutDay", "2024年1月5"}, Taken{"Digits", "20240105"},
+                                         Taken{"FullWidth", "２０２４－０１－０５"}, Taken{"Blanks", " 2024-1-5 "},
+                                         Taken{"WithTime", "2024-01-05 08:30"}),
+                         [](const auto& tested) { return tested.param.name; });
+
+TEST(ReadDate, TakesDateCellsWithoutTheirTime) {
+    EXPECT_EQ(importing::ReadDate({Cell::Kind::date, "2024-01-05"}), Reading::Take("2024-01-05"));
+    EXPECT_EQ(importing::ReadDate({Cell::Kind::date, "2024-01-05 08:30:00"}), Reading::Take("2024-01-05"));
+}
+
+TEST(ReadDate, TakesEightDigitsOfANumberCell) { EXPECT_EQ(ReadSerial("20240105"), Reading::Take("2024-01-05")); }
+
+TEST(ReadDate, ShowsBothReadingsOfADateWithTwo) {
+    EXPECT_EQ(Read("5/12/2024"),
+              Reading::Refuse({Message::dateTwoReadings, {"5/12/2024", "2024-05-12", "2024-12-05"}}));
+}
+
+TEST(ReadDate, TakesTheOnlyReadingOfADateWithTheYearLast) {
+    EXPECT_EQ(Read("25/12/2024"), Reading::Take("2024-12-25"));
+    EXPECT_EQ(Read("12/25/2024"), Reading::Take("2024-12-25"));
+    EXPECT_EQ(Read("5/5/2024"), Reading::Take("2024-05-05"));
+}
+
+TEST(ReadDate, RefusesDaysThatAreNone) {
+    EXPECT_EQ(Read("2024-02-30"), Reading::Refuse({Message::dateNoDay, {"2024-02-30"}}));
+    EXPECT_EQ(Read("20230229"), Reading::Refuse({Message::dateNoDay, {"20230229"}}));
+    EXPECT_EQ(Read("31/31/2024"), Reading::Refuse({Message::dateNoDay, {"31/31/2024"}}));
+    // The ledger's columns begin with the year 1753.
+    EXPECT_EQ(Read("1024-01-05"), Reading::Refuse({Message::dateNoDay, {"1024-01-05"}}));
+}
+
+TEST(ReadDate, ProposesTheDayOfANumberWithoutADatesFormat) {
+    EXPECT_EQ(ReadSerial("45296"), Reading::Refuse({Message::dateSerial, {"45296", "2024-01-05"}}, "2024-01-05"));
+}
+
+TEST(ReadDate, RefusesANumberThatIsNoDay) {
+    EXPECT_EQ(ReadSerial("-1"), Reading::Refuse({Message::dateNone, {"-1"}}));
+    EXPECT_EQ(ReadSerial("0.5"), Reading::Refuse({Message::dateNone, {"0.5"}}));
+    EXPECT_EQ(ReadSerial("60"), Reading::Refuse({Message::dateNone, {"60"}}));
+}
+
+TEST(ReadDate, ProposesThisCenturyForYearsOfTwoDigits) {
+    EXPECT_EQ(Read("24-1-5"), Reading::Refuse({Message::dateNone, {"24-1-5"}}, "2024-01-05"));
+}
+
+TEST(ReadDate, RefusesText) {
+    for (const char* const text : {"元旦", "2024-01", "2024-1/5", "2024-01-05x", "08:30", "2024--5"}) {
+        EXPECT_EQ(Read(text), Reading::Refuse({Message::dateNone, {text}}));
+    }
+}
+
+TEST(ReadDate, RefusesATimeWithoutADay) {
+    EXPECT_EQ(importing::ReadDate({Cell::Kind::date, "08:30:00"}), Reading::Refuse({Message::dateNone, {"08:30:00"}}));
+}
+
+TEST(ReadDate, RefusesADateFormatWithoutADay) {
+    EXPECT_EQ(importing::ReadDate({Cell::Kind::noDate, "60"}), Reading::Refuse({Message::cellNoDate, {"60"}}));
+}
+
+TEST(ReadDate, TakesAnEmptyCell) { EXPECT_EQ(importing::ReadDate({}), Reading::Take("")); }
+
+} // namespace

@@ -1,0 +1,48 @@
+#include "import/cells/ReadText.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using importing::Cell;
+using importing::Message;
+using importing::Reading;
+
+/// A code page without the character U+1F600.
+bool HasCharacter(char32_t character) { return character != 0x1F600; }
+
+Reading Read(const std::string& text, bool compared = false) {
+    return importing::ReadText({Cell::Kind::text, text}, {6, compared}, HasCharacter);
+}
+
+TEST(ReadText, TakesBlanksOffTheEndsAndKeepsWidthAndInnerBlanks) {
+    EXPECT_EQ(Read("\u3000Ａ 管 "), Reading::Take("Ａ 管"));
+}
+
+TEST(ReadText, CountsCharactersAsTheColumnDoes) {
+    EXPECT_EQ(Read("六个汉字以内"), Reading::Take("六个汉字以内"));
+    EXPECT_EQ(Read("七个汉字多一个"), Reading::Refuse({Message::textLong, {"7", "6"}}));
+}
+
+TEST(ReadText, NamesTheCharacterThatTheCodePageLacks) {
+    EXPECT_EQ(Read("好\U0001F600"), Reading::Refuse({Message::textCodePage, {"\U0001F600"}}));
+}
+
+TEST(ReadText, KeepsAQuoteWhereTheClassOnlyStores) { EXPECT_EQ(Read("6' 管"), Reading::Take("6' 管")); }
+
+TEST(ReadText, RefusesAQuoteWhereTheClassCompares) {
+    EXPECT_EQ(Read("6' 管", true), Reading::Refuse({Message::textQuote, {"6' 管"}}));
+}
+
+TEST(ReadText, TakesNumbersAndDatesAsTheirTexts) {
+    EXPECT_EQ(importing::ReadText({Cell::Kind::number, "12.5"}, {6, false}, HasCharacter), Reading::Take("12.5"));
+    EXPECT_EQ(importing::ReadText({Cell::Kind::date, "2024-01-05"}, {10, false}, HasCharacter),
+              Reading::Take("2024-01-05"));
+}
+
+TEST(ReadText, RefusesAnErrorCell) {
+    EXPECT_EQ(importing::ReadText({Cell::Kind::error, "#N/A"}, {6, false}, HasCharacter),
+              Reading::Refuse({Message::cellError, {"#N/A"}}));
+}
+
+} // namespace
