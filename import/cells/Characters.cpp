@@ -1,6 +1,6 @@
 #include "import/cells/Characters.h"
 
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 #include <array>
 
@@ -36,7 +36,7 @@ std::string ToHalfWidth(std::string_view text) {
     std::string half;
     half.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const ModPub::Utf8Character character = ModPub::ReadUtf8(text, at);
+        const text::Utf8Character character = text::ReadUtf8(text, at);
         if (character.codePoint >= firstWide && character.codePoint <= lastWide) {
             half.push_back(static_cast<char>(character.codePoint - distance));
         } else if (character.codePoint == wideBlank) {

@@ -1,7 +1,7 @@
 #include "import/cells/KnownCodes.h"
 
 #include "ModPub/Text.h"
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,7 +13,7 @@ namespace {
 std::u32string Characters(std::string_view text) {
     std::u32string characters;
     for (std::size_t at = 0; at < text.size();) {
-        const ModPub::Utf8Character character = ModPub::ReadUtf8(text, at);
+        const text::Utf8Character character = text::ReadUtf8(text, at);
         characters.push_back(character.codePoint);
         at += character.length;
     }

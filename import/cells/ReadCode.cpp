@@ -1,9 +1,9 @@
 #include "import/cells/ReadCode.h"
 
 #include "ModPub/Numbers.h"
-#include "ModPub/Text.h"
 #include "import/cells/Characters.h"
 #include "import/cells/ReadCell.h"
+#include "text/Utf16.h"
 
 #include <string>
 #include <string_view>
@@ -52,7 +52,7 @@ Reading ReadCode(const Cell& cell, const CodeRules& rules) {
     if (IsExponent(code)) {
         return Reading::Refuse({Message::codeExponent, {cell.text}});
     }
-    if (ModPub::Utf16Length(code) > rules.length) {
+    if (text::Utf16Length(code) > rules.length) {
         return Reading::Refuse({Message::codeLong, {cell.text, std::to_string(rules.length)}});
     }
     if (rules.known == nullptr) {

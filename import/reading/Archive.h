@@ -13,6 +13,8 @@ struct ArchiveBounds {
     std::uint64_t unpacked = std::uint64_t{2} << 30;
     /// Parts of the archive.
     std::uint64_t parts = 10'000;
+    /// Cells of one sheet, missing ones before a row's last included: 40 columns of the most rows that a sheet has.
+    std::uint64_t cells = std::uint64_t{40} << 20;
 };
 
 /// A zip archive, as the Office Open XML packages are (ECMA-376, part 2). Its parts are read one at a time.
@@ -23,6 +25,8 @@ public:
     ~Archive();
     Archive(const Archive&) = delete;
     Archive& operator=(const Archive&) = delete;
+
+    const ArchiveBounds& bounds() const noexcept { return bounds_; }
 
     /// Whether there is a part of this name ("xl/workbook.xml"), letter case aside as packages have it.
     bool Has(const std::string& part) const;

@@ -1,6 +1,6 @@
 #include "import/reading/SharedStrings.h"
 
-#include "ModPub/Utf8.h"
+#include "text/Utf8.h"
 
 #include <charconv>
 
@@ -19,7 +19,7 @@ void DecodeEscapes(std::string& text) {
             continue;
         }
         std::string character;
-        ModPub::AppendUtf8(character, code);
+        text::AppendUtf8(character, code);
         text.replace(at, length, character);
     }
 }

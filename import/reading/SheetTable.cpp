@@ -13,15 +13,13 @@ namespace {
 /// The largest sheet of the format: 16,384 columns, 1,048,576 rows.
 constexpr std::size_t mostColumns = 16'384;
 constexpr std::size_t mostLines = 1'048'576;
-/// Cells of one sheet, missing ones before a row's last included: 40 columns of the most rows.
-constexpr std::size_t mostCells = 40 * mostLines;
 
 bool IsTrue(std::string_view attribute) { return attribute == "1" || attribute == "true"; }
 
 } // namespace
 
 SheetTable::SheetTable(Archive& archive, const std::string& part, Shared shared)
-    : part_(part), reader_(archive, part), shared_(shared) {}
+    : part_(part), reader_(archive, part), shared_(shared), mostCells_(archive.bounds().cells) {}
 
 bool SheetTable::Next(Line& line) {
     for (auto event = reader_.Next(); event != PartReader::Event::none; event = reader_.Next()) {
@@ -64,7 +62,7 @@ void SheetTable::ReadRow(Line& line) {
     }
     line.cells.resize(count);
     cells_ += count;
-    if (cells_ > mostCells) {
+    if (cells_ > mostCells_) {
         throw UnreadableFile({Message::tooManyCells, {}});
     }
 }

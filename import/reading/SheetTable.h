@@ -5,6 +5,7 @@
 #include "import/reading/Table.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -50,7 +51,8 @@ private:
     Shared shared_;
     std::vector<MergedCells> merged_;
     std::size_t line_ = 0;
-    std::size_t cells_ = 0;
+    std::uint64_t mostCells_;
+    std::uint64_t cells_ = 0;
     std::string type_;
 };
 
