@@ -30,8 +30,11 @@ constexpr std::array table = {
                  "The file's encoding is not clear. Its first line is {0} as UTF-8 and {1} as GB18030. Name the "
                  "encoding with --encoding."},
     MessageWords{Message::encodingUnknown, "不认识编码 {0}。", "Unknown encoding {0}."},
-    MessageWords{Message::notInEncoding, "第 {0} 个字节不是 {1} 编码。", "Byte {0} is not in the encoding {1}."},
+    MessageWords{Message::notInEncoding, "文件不是 {0} 编码。", "The file is not in the encoding {0}."},
     MessageWords{Message::noSheet, "工作簿里没有工作表。", "The workbook has no sheet."},
+    MessageWords{Message::sheetUnknown, "没有工作表“{0}”；有：{1}。", "There is no sheet \"{0}\"; there are: {1}."},
+    MessageWords{Message::sheetUnclear, "不清楚要导入哪张工作表；请用 --sheet 指定：{0}。",
+                 "It is not clear which sheet to import; name it with --sheet: {0}."},
 
     MessageWords{Message::numberNone, "“{0}”不是数字。", "\"{0}\" is no number."},
     MessageWords{Message::numberGrouping, "“{0}”的逗号位置不对：是 {1} 还是 {2}？",
@@ -75,6 +78,32 @@ constexpr std::array table = {
     MessageWords{Message::cellNoDate, "数字 {0} 按日期格式显示，但没有这一天。",
                  "The number {0} has a date's format, but there is no such day."},
     MessageWords{Message::cellOfOtherKind, "单元格的类型不对：{0}。", "The cell is of another kind: {0}."},
+
+    MessageWords{Message::headingsNotFound, "找不到标题行；请用 --header-row 指定。",
+                 "No line of headings was found; name it with --header-row."},
+    MessageWords{Message::headingUnknown, "{0}：不认识标题“{1}”；可用 --map {1}=字段 指定。",
+                 "{0}: unknown heading \"{1}\"; --map {1}=FIELD names its field."},
+    MessageWords{Message::headingUnknownNear, "{0}：不认识标题“{1}”；是“{2}”吗？",
+                 "{0}: unknown heading \"{1}\"; is it \"{2}\"?"},
+    MessageWords{Message::headingTwice, "{0}：标题“{1}”重复，“{2}”已有一列。",
+                 "{0}: heading \"{1}\" stands twice; \"{2}\" has a column already."},
+    MessageWords{Message::headingMissing, "缺少“{0}”列（{1}）。", "The column \"{0}\" ({1}) is missing."},
+
+    MessageWords{Message::valueMissing, "“{0}”不能为空。", "\"{0}\" must not be empty."},
+    MessageWords{Message::cellWithoutHeading, "“{0}”所在的列没有标题。", "\"{0}\" stands in a column without heading."},
+    MessageWords{Message::cellsMerged, "该行有合并单元格；请取消合并，逐行填写。",
+                 "The row has merged cells; unmerge them and fill in each row."},
+    MessageWords{Message::rowRepeated, "与第 {0} 行重复。", "Repeats line {0}."},
+    MessageWords{Message::headerDiffers, "单据“{0}”的表头与第 {1} 行不一致。",
+                 "The header of document \"{0}\" differs from line {1}."},
+    MessageWords{Message::documentRefused, "单据“{0}”有其他行被拒绝。", "Another row of document \"{0}\" is refused."},
+    MessageWords{Message::rowsHidden, "有 {0} 行被隐藏或筛选掉；请用 --hidden include 导入，或用 --hidden skip 跳过。",
+                 "{0} rows are hidden or filtered out; take them with --hidden include or leave them out with "
+                 "--hidden skip."},
+    MessageWords{Message::totalsDiffer, "{0}：合计是 {1}，各行之和是 {2}。",
+                 "{0}: the total is {1}, the rows add up to {2}."},
+    MessageWords{Message::amountDiffers, "金额与数量乘单价相差 {0}。",
+                 "The amount differs by {0} from quantity times unit cost."},
 };
 
 /// Whether every message has its words, in its place.

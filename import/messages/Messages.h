@@ -21,6 +21,8 @@ enum class Message {
     encodingUnknown,
     notInEncoding,
     noSheet,
+    sheetUnknown,
+    sheetUnclear,
     // Numbers.
     numberNone,
     numberGrouping,
@@ -49,6 +51,22 @@ enum class Message {
     cellNoValue,
     cellNoDate,
     cellOfOtherKind,
+    // Headings.
+    headingsNotFound,
+    headingUnknown,
+    headingUnknownNear,
+    headingTwice,
+    headingMissing,
+    // Rows.
+    valueMissing,
+    cellWithoutHeading,
+    cellsMerged,
+    rowRepeated,
+    headerDiffers,
+    documentRefused,
+    rowsHidden,
+    totalsDiffer,
+    amountDiffers,
 };
 
 struct MessageWords {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace importing {
+
+/// `bytes` of the encoding `name` ("UTF-8", "GB18030", "UTF-16LE" …) in UTF-8; nothing when they are not in it. Throws
+/// UnreadableFile when the encoding is unknown.
+std::optional<std::string> Decode(std::string_view bytes, const std::string& name);
+
+/// Whether code page 936, in which a Chinese account keeps its texts, has the character.
+bool InCodePage936(char32_t character);
+
+} // namespace importing

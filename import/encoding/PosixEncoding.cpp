@@ -1,0 +1,65 @@
+#include "import/encoding/Encoding.h"
+#include "import/reading/UnreadableFile.h"
+#include "text/Utf8.h"
+
+#include <array>
+#include <cerrno>
+#include <memory>
+#include <type_traits>
+
+#include <iconv.h>
+
+// The platform's conversions of encodings, all that the import needs of POSIX.
+
+namespace importing {
+namespace {
+
+using Converter = std::unique_ptr<std::remove_pointer_t<iconv_t>, int (*)(iconv_t)>;
+
+Converter OpenConverter(const char* to, const char* from) {
+    const iconv_t opened = iconv_open(to, from);
+    // iconv's own value for failure.
+    const auto none = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
+    return {opened == none ? nullptr : opened, &iconv_close};
+}
+
+} // namespace
+
+std::optional<std::string> Decode(std::string_view bytes, const std::string& name) {
+    // A "/" would ask iconv to guess what it cannot convert.
+    const Converter converter =
+        OpenConverter("UTF-8", name.find('/') == std::string::npos ? name.c_str() : "no encoding");
+    if (!converter) {
+        throw UnreadableFile({Message::encodingUnknown, {name}});
+    }
+    std::string decoded;
+    std::array<char, 1 << 16> block;
+    // iconv only reads through this pointer; its signature is older than const.
+    char* from = const_cast<char*>(bytes.data());
+    std::size_t left = bytes.size();
+    while (left != 0) {
+        char* to = block.data();
+        std::size_t room = block.size();
+        const std::size_t done = iconv(converter.get(), &from, &left, &to, &room);
+        const bool full = errno == E2BIG;
+        decoded.append(block.data(), to);
+        if (done == static_cast<std::size_t>(-1) && !full) {
+            return std::nullopt;
+        }
+    }
+    return decoded;
+}
+
+bool InCodePage936(char32_t character) {
+    thread_local const Converter converter = OpenConverter("CP936", "UTF-8");
+    std::string utf8;
+    text::AppendUtf8(utf8, character);
+    std::array<char, 4> room;
+    char* from = utf8.data();
+    std::size_t left = utf8.size();
+    char* to = room.data();
+    std::size_t space = room.size();
+    return iconv(converter.get(), &from, &left, &to, &space) != static_cast<std::size_t>(-1);
+}
+
+} // namespace importing

@@ -1,0 +1,130 @@
+#include "import/fields/Headings.h"
+
+#include "ModPub/Text.h"
+#include "import/cells/Characters.h"
+#include "import/cells/KnownCodes.h"
+#include "text/Utf16.h"
+
+#include <algorithm>
+
+namespace importing {
+namespace {
+
+/// A heading without what does not tell it from others.
+std::string Bare(std::string_view heading) {
+    const std::string half = ToHalfWidth(heading);
+    std::string bare;
+    int open = 0;
+    for (const char c : half) {
+        if (c == '(') {
+            ++open;
+        } else if (c == ')' && open > 0) {
+            --open;
+        } else if (open == 0 && c != ' ' && c != '*' && c != '\t' && c != '\n' && c != '\r') {
+            bare.push_back(c);
+        }
+    }
+    return ModPub::LowerCase(bare);
+}
+
+/// Calls `use` with every name that a field goes by.
+template <class Use> void ForEachName(const Field& field, const Use& use) {
+    use(field.element);
+    use(field.chinese);
+    use(field.english);
+    std::string_view rest = field.synonyms;
+    while (!rest.empty()) {
+        const std::size_t bar = rest.find('|');
+        use(rest.substr(0, bar));
+        rest = bar == std::string_view::npos ? std::string_view() : rest.substr(bar + 1);
+    }
+}
+
+const Field* FindField(const ClassFields& classFields, std::string_view heading) {
+    const std::string wanted = Bare(heading);
+    for (const Field& field : classFields.fields) {
+        bool found = false;
+        ForEachName(field, [&](std::string_view name) { found = found || Bare(name) == wanted; });
+        if (found) {
+            return &field;
+        }
+    }
+    return nullptr;
+}
+
+const Field* FieldOfElement(const ClassFields& classFields, std::string_view element) {
+    const auto found = std::ranges::find(classFields.fields, element, &Field::element);
+    return found == classFields.fields.end() ? nullptr : &*found;
+}
+
+/// The Chinese name of the field whose name is nearest to `heading`, when that is near enough to have been meant.
+std::string NearestHeading(const ClassFields& classFields, std::string_view heading) {
+    const std::string wanted = Bare(heading);
+    // Half of a heading's characters may differ, and no more than three.
+    constexpr std::size_t farthest = 3;
+    std::size_t limit = std::min(farthest, text::Utf16Length(wanted) / 2);
+    std::string nearest;
+    for (const Field& field : classFields.fields) {
+        ForEachName(field, [&](std::string_view name) {
+            const std::size_t distance = EditDistance(wanted, Bare(name), limit);
+            if (distance <= limit && (nearest.empty() || distance < limit)) {
+                limit = distance;
+                nearest = field.chinese;
+            }
+        });
+    }
+    return nearest;
+}
+
+void CheckMissing(Columns& columns, const ClassFields& classFields) {
+    for (const Field& field : classFields.fields) {
+        if (field.required && std::ranges::find(columns.fields, &field) == columns.fields.end()) {
+            columns.faults.push_back(
+                {Message::headingMissing, {std::string(field.chinese), std::string(field.element)}});
+        }
+    }
+}
+
+} // namespace
+
+std::optional<std::size_t> Columns::Find(std::string_view element) const {
+    const auto found =
+        std::ranges::find_if(fields, [&](const Field* field) { return field != nullptr && field->element == element; });
+    return found == fields.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - fields.begin()));
+}
+
+Columns ReadHeadings(const Line& line, const ClassFields& classFields, const HeadingMap& map) {
+    Columns columns;
+    for (std::size_t column = 0; column < line.cells.size(); ++column) {
+        const std::string heading(TrimBlanks(line.cells[column].text));
+        columns.headings.push_back(heading);
+        columns.fields.push_back(nullptr);
+        if (heading.empty()) {
+            continue;
+        }
+        const auto mapped = map.find(heading);
+        const Field* const field =
+            mapped == map.end() ? FindField(classFields, heading) : FieldOfElement(classFields, mapped->second);
+        if (field == nullptr) {
+            const std::string nearest = NearestHeading(classFields, heading);
+            const std::string cell = CellName(column, line.number);
+            columns.faults.push_back(nearest.empty() ? Note{Message::headingUnknown, {cell, heading}}
+                                                     : Note{Message::headingUnknownNear, {cell, heading, nearest}});
+        } else if (std::ranges::find(columns.fields, field) != columns.fields.end()) {
+            columns.faults.push_back(
+                {Message::headingTwice, {CellName(column, line.number), heading, std::string(field->chinese)}});
+        } else {
+            columns.fields.back() = field;
+        }
+    }
+    CheckMissing(columns, classFields);
+    return columns;
+}
+
+std::size_t CountHeadings(const Line& line, const ClassFields& classFields) {
+    return static_cast<std::size_t>(std::ranges::count_if(line.cells, [&](const Cell& cell) {
+        return cell.kind == Cell::Kind::text && FindField(classFields, cell.text) != nullptr;
+    }));
+}
+
+} // namespace importing

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "import/fields/Field.h"
+#include "import/messages/Note.h"
+#include "import/reading/Cell.h"
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace importing {
+
+/// Which field each column of a table holds.
+struct Columns {
+    /// The field of the column at each position; nullptr for a column without heading or of no concern.
+    std::vector<const Field*> fields;
+    /// The headings as they stand.
+    std::vector<std::string> headings;
+    /// What is wrong with the headings; nothing may be imported then.
+    std::vector<Note> faults;
+
+    /// The column that holds `element`; nothing when none does.
+    std::optional<std::size_t> Find(std::string_view element) const;
+};
+
+/// Headings that are to be read as the fields named beside them: heading to element name (`--map`).
+using HeadingMap = std::map<std::string, std::string, std::less<>>;
+
+/// Finds the field of each heading among the class's: by the field's element name, its Chinese or English name, or one
+/// of its synonyms, letter case, width, blanks, a "*" and what stands in parentheses aside. Unknown, doubled and
+/// missing headings are faults, with the nearest heading that would do.
+Columns ReadHeadings(const Line& line, const ClassFields& classFields, const HeadingMap& map);
+
+/// How many of a line's cells are headings of the class.
+std::size_t CountHeadings(const Line& line, const ClassFields& classFields);
+
+} // namespace importing

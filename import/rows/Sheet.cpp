@@ -1,0 +1,269 @@
+#include "import/rows/Sheet.h"
+
+#include "ModPub/Numbers.h"
+#include "import/cells/Characters.h"
+#include "import/cells/ReadCode.h"
+#include "import/cells/ReadDate.h"
+#include "import/cells/ReadNumber.h"
+#include "import/cells/ReadText.h"
+#include "import/rows/Amounts.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+
+namespace importing {
+namespace {
+
+/// Whether a line is one of totals: a cell among its first says so.
+bool IsTotals(const Line& line) {
+    constexpr std::array<std::string_view, 5> words = {"合计", "总计", "小计", "total", "grand total"};
+    return std::ranges::any_of(line.cells, [&](const Cell& cell) {
+        std::string text(TrimBlanks(ToHalfWidth(cell.text)));
+        std::ranges::transform(text, text.begin(),
+                               [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+        std::erase(text, ' ');
+        while (text.ends_with(':')) {
+            text.pop_back();
+        }
+        return std::ranges::find(words, text) != words.end() || text == "grandtotal";
+    });
+}
+
+class SheetReader {
+public:
+    SheetReader(Table& table, const ClassFields& classFields, const CodeLists& codes, const CodePage& codePage,
+                const SheetOptions& options)
+        : table_(table), codes_(codes), codePage_(codePage), options_(options) {
+        sheet_.classFields = &classFields;
+    }
+
+    Sheet Read() {
+        if (!FindHeadings()) {
+            sheet_.faults.push_back({Message::headingsNotFound, {}});
+            return std::move(sheet_);
+        }
+        sheet_.faults = sheet_.columns.faults;
+        while (table_.Next(line_)) {
+            ReadLine();
+        }
+        RefuseMerged();
+        RefuseDocuments();
+        CheckHidden();
+        CheckTotals();
+        return std::move(sheet_);
+    }
+
+private:
+    bool FindHeadings() {
+        while (table_.Next(line_)) {
+            const bool isHeader = options_.headerLine == 0 ? CountHeadings(line_, *sheet_.classFields) >= leastHeadings
+                                                           : line_.number == options_.headerLine;
+            if (isHeader) {
+                sheet_.headerLine = line_.number;
+                sheet_.columns = ReadHeadings(line_, *sheet_.classFields, options_.headings);
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void ReadLine() {
+        if (line_.Empty()) {
+            return;
+        }
+        if (line_.hidden) {
+            ++sheet_.hiddenRows;
+            if (options_.hidden == SheetOptions::Hidden::skip) {
+                return;
+            }
+        }
+        if (IsTotals(line_)) {
+            totals_ = line_;
+            return;
+        }
+        Row& row = sheet_.rows.emplace_back();
+        row.line = line_.number;
+        const std::size_t count = sheet_.columns.fields.size();
+        row.values.resize(count);
+        for (std::size_t column = 0; column < line_.cells.size(); ++column) {
+            row.cells.push_back(line_.cells[column].text);
+        }
+        line_.cells.resize(std::max(count, line_.cells.size()));
+        for (std::size_t column = 0; column < count; ++column) {
+            if (const Field* const field = sheet_.columns.fields[column]) {
+                ReadValue(row, column, *field);
+            }
+        }
+        RefuseStrayCells(row, count);
+        WarnOfAmount(sheet_.columns, row);
+        if (!options_.allowDuplicates) {
+            RefuseRepeated(row);
+        }
+    }
+
+    void ReadValue(Row& row, std::size_t column, const Field& field) {
+        const Cell& cell = line_.cells[column];
+        Reading reading = ReadBy(field, cell);
+        if (reading.refusal) {
+            row.refusals.push_back({column, *std::move(reading.refusal), std::move(reading.proposal)});
+            return;
+        }
+        if (reading.value.empty()) {
+            if (field.required) {
+                row.refusals.push_back({column, {Message::valueMissing, {std::string(field.chinese)}}, {}});
+            }
+            return;
+        }
+        if (reading.value != cell.text) {
+            row.corrections.push_back({column, cell.text, reading.value});
+        }
+        row.values[column] = std::move(reading.value);
+    }
+
+    Reading ReadBy(const Field& field, const Cell& cell) const {
+        switch (field.type) {
+        case FieldType::code: {
+            const auto known = codes_.find(field.list);
+            return ReadCode(cell, {.length = field.length,
+                                   .known = known == codes_.end() ? nullptr : &known->second,
+                                   .fixLeadingZeros = options_.fixCodes});
+        }
+        case FieldType::number:
+            return ReadNumber(cell);
+        case FieldType::price: {
+            Reading reading = ReadNumber(cell);
+            return reading.value.starts_with('-') ? Reading::Refuse({Message::numberNegative, {cell.text}}) : reading;
+        }
+        case FieldType::date:
+            return ReadDate(cell);
+        case FieldType::text:
+        case FieldType::name:
+            return ReadText(cell, {.length = field.length, .compared = field.type == FieldType::name}, codePage_);
+        }
+        return {};
+    }
+
+    /// Refuses what stands beside the headings: nobody would see it go.
+    void RefuseStrayCells(Row& row, std::size_t count) const {
+        for (std::size_t column = 0; column < line_.cells.size(); ++column) {
+            const bool headed = column < count && sheet_.columns.fields[column] != nullptr;
+            const bool unknown = column < count && !sheet_.columns.headings[column].empty();
+            if (!headed && !unknown && !TrimBlanks(line_.cells[column].text).empty()) {
+                row.refusals.push_back({column, {Message::cellWithoutHeading, {line_.cells[column].text}}, {}});
+            }
+        }
+    }
+
+    void RefuseRepeated(Row& row) {
+        std::string key;
+        for (std::size_t column = 0; column < row.values.size(); ++column) {
+            if (const Field* const field = sheet_.columns.fields[column]; field != nullptr && field->key) {
+                key.append(row.values[column]).push_back('\x1F');
+            }
+        }
+        if (key.find_first_not_of('\x1F') == std::string::npos) {
+            return;
+        }
+        const auto [first, isNew] = seen_.try_emplace(std::move(key), row.line);
+        if (!isNew) {
+            row.refusals.push_back({std::nullopt, {Message::rowRepeated, {std::to_string(first->second)}}, {}});
+        }
+    }
+
+    void RefuseMerged() {
+        for (const MergedCells& merged : table_.Merged()) {
+            for (Row& row : sheet_.rows) {
+                if (row.line >= merged.firstLine && row.line <= merged.lastLine) {
+                    row.refusals.push_back({merged.firstColumn, {Message::cellsMerged, {}}, {}});
+                }
+            }
+        }
+    }
+
+    /// A document is taken as a whole or not at all, and has one header.
+    void RefuseDocuments() {
+        const std::optional<std::size_t> number = sheet_.columns.Find(sheet_.classFields->document);
+        if (!number) {
+            return;
+        }
+        std::map<std::string, Row*> first;
+        for (Row& row : sheet_.rows) {
+            Row* const header = first.try_emplace(row.values[*number], &row).first->second;
+            if (!row.values[*number].empty() && !SameHeader(*header, row)) {
+                row.refusals.push_back(
+                    {number, {Message::headerDiffers, {row.values[*number], std::to_string(header->line)}}, {}});
+            }
+        }
+        std::map<std::string, bool> refused;
+        for (const Row& row : sheet_.rows) {
+            refused[row.values[*number]] |= !row.refusals.empty();
+        }
+        for (Row& row : sheet_.rows) {
+            if (row.refusals.empty() && refused[row.values[*number]]) {
+                row.refusals.push_back({std::nullopt, {Message::documentRefused, {row.values[*number]}}, {}});
+            }
+        }
+    }
+
+    bool SameHeader(const Row& a, const Row& b) const {
+        for (std::size_t column = 0; column < sheet_.columns.fields.size(); ++column) {
+            const Field* const field = sheet_.columns.fields[column];
+            if (field != nullptr && field->place == Place::header && a.values[column] != b.values[column]) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    void CheckHidden() {
+        if (sheet_.hiddenRows != 0 && options_.hidden == SheetOptions::Hidden::refuse) {
+            sheet_.faults.push_back({Message::rowsHidden, {std::to_string(sheet_.hiddenRows)}});
+        }
+    }
+
+    /// Holds the line of totals against the rows above it, where those could all be read.
+    void CheckTotals() {
+        if (!totals_ || !std::ranges::all_of(sheet_.rows, [](const Row& row) { return row.refusals.empty(); })) {
+            return;
+        }
+        for (std::size_t column = 0; column < sheet_.columns.fields.size() && column < totals_->cells.size();
+             ++column) {
+            const Field* const field = sheet_.columns.fields[column];
+            if (field == nullptr || field->type != FieldType::number) {
+                continue;
+            }
+            const Reading total = ReadNumber(totals_->cells[column]);
+            const double sum = SumOf(sheet_.rows, column);
+            constexpr double cent = 0.005;
+            if (!total.refusal && !total.value.empty() && std::abs(ModPub::Val(total.value) - sum) > cent) {
+                sheet_.faults.push_back(
+                    {Message::totalsDiffer, {CellName(column, totals_->number), total.value, ModPub::NumberText(sum)}});
+            }
+        }
+    }
+
+    static constexpr std::size_t leastHeadings = 2;
+
+    Table& table_;
+    const CodeLists& codes_;
+    const CodePage& codePage_;
+    const SheetOptions& options_;
+    Sheet sheet_;
+    Line line_;
+    std::optional<Line> totals_;
+    std::unordered_map<std::string, std::size_t> seen_;
+};
+
+} // namespace
+
+Sheet ReadSheet(Table& table, const ClassFields& classFields, const CodeLists& codes, const CodePage& codePage,
+                const SheetOptions& options) {
+    return SheetReader(table, classFields, codes, codePage, options).Read();
+}
+
+} // namespace importing
