@@ -1,5 +1,7 @@
 #include "ModPub/DateFields.h"
 
+#include "text/Digit.h"
+
 namespace ModPub {
 
 namespace {
@@ -26,7 +28,6 @@ constexpr std::array<std::string_view, 7> englishDays = {"sunday",   "monday", "
                                                          "thursday", "friday", "saturday"};
 constexpr std::size_t abbreviation = 3;
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
 /// Whether `word`, ASCII letters, is `name` (in lower case).
@@ -61,7 +62,7 @@ public:
 private:
     bool ReadNext() {
         const char c = rest_.front();
-        if (IsDigit(c))
+        if (text::IsDigit(c))
             return ReadNumber();
         if (IsLetter(c))
             return ReadWord();
@@ -91,7 +92,7 @@ private:
     bool ReadNumber() {
         constexpr int tooLong = 100000;
         int value = 0;
-        while (!rest_.empty() && IsDigit(rest_.front())) {
+        while (!rest_.empty() && text::IsDigit(rest_.front())) {
             if (value < tooLong)
                 value = value * 10 + (rest_.front() - '0');
             rest_.remove_prefix(1);
@@ -204,7 +205,7 @@ private:
     bool MarkChineseHalfDay(HalfDay halfDay) {
         const bool followsTime = count_ > 1 && fields_[count_ - 2].joinsTime;
         const std::size_t next = rest_.find_first_not_of(" \t");
-        if (followsTime || next == rest_.npos || !IsDigit(rest_[next]))
+        if (followsTime || next == rest_.npos || !text::IsDigit(rest_[next]))
             return MarkHalfDay(halfDay);
         if (halfDay_ != HalfDay::none || pendingHalfDay_ != HalfDay::none || separatorPending_)
             return false;

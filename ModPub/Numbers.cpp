@@ -2,6 +2,7 @@
 
 #include "ModPub/RuntimeErrors.h"
 #include "ModPub/Text.h"
+#include "text/Digit.h"
 
 #include <algorithm>
 #include <array>
@@ -15,7 +16,6 @@ namespace {
 
 namespace en = host::error_number;
 
-constexpr bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 constexpr bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 /// The ASCII letter in lower case; other characters may change into anything that is no letter.
 constexpr char Lower(char c) { return static_cast<char>(c | 0x20); }
@@ -23,7 +23,7 @@ constexpr char Lower(char c) { return static_cast<char>(c | 0x20); }
 /// Moves `at` over the digits that start there. @return how many there were
 std::size_t SkipDigits(std::string_view text, std::size_t& at) {
     const std::size_t start = at;
-    while (at < text.size() && IsDigit(text[at]))
+    while (at < text.size() && text::IsDigit(text[at]))
         ++at;
     return at - start;
 }
@@ -196,7 +196,7 @@ std::optional<ParsedNumber> Parse(std::string_view text) {
     bool point = false;
     bool comma = false;
     for (; at < rest.size(); ++at) {
-        if (IsDigit(rest[at])) {
+        if (text::IsDigit(rest[at])) {
             anyDigit = true;
         } else if (rest[at] == ',' && anyDigit) {
             comma = true;

@@ -92,9 +92,9 @@ std::string JsonText(const refhost::ResultSet& result) {
 
 } // namespace
 
-std::optional<ResultFormat> ResultFormatNamed(std::string_view name) noexcept {
-    constexpr std::array<std::pair<std::string_view, ResultFormat>, 3> names{
-        {{"table", ResultFormat::table}, {"json", ResultFormat::json}, {"csv", ResultFormat::csv}}};
+std::optional<RowFormat> RowFormatNamed(std::string_view name) noexcept {
+    constexpr std::array<std::pair<std::string_view, RowFormat>, 3> names{
+        {{"table", RowFormat::table}, {"json", RowFormat::json}, {"csv", RowFormat::csv}}};
     for (const auto& [known, format] : names) {
         if (known == name) {
             return format;
@@ -103,14 +103,14 @@ std::optional<ResultFormat> ResultFormatNamed(std::string_view name) noexcept {
     return std::nullopt;
 }
 
-std::string ResultText(const refhost::ResultSet& result, ResultFormat format, std::size_t width,
+std::string ResultText(const refhost::ResultSet& result, RowFormat format, std::size_t width,
                        const Messages& messages) {
     switch (format) {
-    case ResultFormat::table:
+    case RowFormat::table:
         return TableText(result, width, messages);
-    case ResultFormat::json:
+    case RowFormat::json:
         return JsonText(result);
-    case ResultFormat::csv:
+    case RowFormat::csv:
         return CsvText(result);
     }
     return {};

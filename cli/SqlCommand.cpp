@@ -25,17 +25,17 @@ namespace {
 /// Writes what a batch answers: rows to standard output, everything else to standard error.
 class BatchPrinter {
 public:
-    BatchPrinter(ResultFormat format, Console& console)
+    BatchPrinter(RowFormat format, Console& console)
         : format_(format), width_(platform::TerminalWidth(platform::Stream::output)), console_(console) {}
 
     void operator()(const refhost::ResultSet& rows) {
         // A line between two results, where their lines do not tell them apart.
-        const std::string_view gap = format_ == ResultFormat::json || first_ ? "" : "\n";
+        const std::string_view gap = format_ == RowFormat::json || first_ ? "" : "\n";
         first_ = false;
         const bool terminal = platform::IsTerminal(platform::Stream::output);
         const std::string text =
             std::string(gap) + ResultText(rows, format_, terminal ? width_ : 0, console_.messages());
-        format_ == ResultFormat::table ? WriteForPeople(text) : WriteOutput(text);
+        format_ == RowFormat::table ? WriteForPeople(text) : WriteOutput(text);
     }
     void operator()(refhost::RowsWritten rows) {
         console_.Say("(" + Count(static_cast<std::size_t>(rows.count), console_.messages().row) + ")");
@@ -52,18 +52,18 @@ public:
     bool failed() const { return failed_; }
 
 private:
-    ResultFormat format_;
+    RowFormat format_;
     std::size_t width_;
     Console& console_;
     bool first_ = true;
     bool failed_ = false;
 };
 
-ResultFormat FormatOf(const SqlArguments& arguments) {
-    if (const std::optional<ResultFormat> format = ResultFormatNamed(arguments.format)) {
+RowFormat FormatOf(const SqlArguments& arguments) {
+    if (const std::optional<RowFormat> format = RowFormatNamed(arguments.format)) {
         return *format;
     }
-    return platform::IsTerminal(platform::Stream::output) ? ResultFormat::table : ResultFormat::json;
+    return platform::IsTerminal(platform::Stream::output) ? RowFormat::table : RowFormat::json;
 }
 
 } // namespace

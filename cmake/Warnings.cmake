@@ -6,6 +6,10 @@ if(MSVC)
 else()
   target_compile_options(kovra_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
                                                -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+  if(CMAKE_UNITY_BUILD)
+    # One file's own names are no matter of the next one's.
+    target_compile_options(kovra_flags INTERFACE -Wno-shadow)
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # GCC 12 warns of its own std::string at -O2 (GCC bug 105651).
     target_compile_options(kovra_flags INTERFACE -Wno-restrict)

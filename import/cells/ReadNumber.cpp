@@ -3,6 +3,7 @@
 #include "ModPub/Numbers.h"
 #include "import/cells/Characters.h"
 #include "import/cells/ReadCell.h"
+#include "text/Digit.h"
 
 #include <algorithm>
 #include <array>
@@ -11,8 +12,6 @@
 
 namespace importing {
 namespace {
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 void Erase(std::string& text, std::string_view part) {
     for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part)) {
@@ -29,7 +28,7 @@ void CommasForBlanks(std::string& text) {
             blank = true;
             continue;
         }
-        if (blank && IsDigit(c) && !without.empty() && IsDigit(without.back())) {
+        if (blank && text::IsDigit(c) && !without.empty() && text::IsDigit(without.back())) {
             without.push_back(',');
         }
         blank = false;
@@ -44,7 +43,7 @@ bool TakeSign(std::string& text) {
         text = text.substr(1, text.size() - 2);
         return true;
     }
-    if (text.size() > 1 && text.back() == '-' && IsDigit(text.front())) {
+    if (text.size() > 1 && text.back() == '-' && text::IsDigit(text.front())) {
         text.pop_back();
         return true;
     }
@@ -75,8 +74,9 @@ bool GroupsThousands(std::string_view whole) {
 
 /// Whether `text` is digits with commas and at most one point, and has a digit.
 bool IsPlain(std::string_view text) {
-    const auto known = [](char c) { return IsDigit(c) || c == ',' || c == '.'; };
-    return std::ranges::all_of(text, known) && std::ranges::any_of(text, IsDigit) && std::ranges::count(text, '.') <= 1;
+    const auto known = [](char c) { return text::IsDigit(c) || c == ',' || c == '.'; };
+    return std::ranges::all_of(text, known) && std::ranges::any_of(text, text::IsDigit) &&
+           std::ranges::count(text, '.') <= 1;
 }
 
 /// `text` without zeros that say nothing, as the ledger would show it: "007.50" is "7.5".

@@ -86,6 +86,11 @@ std::string_view PartReader::Attribute(const char* name) {
     return attribute_;
 }
 
+bool PartReader::IsTrue(const char* attribute) {
+    const std::string_view value = Attribute(attribute);
+    return value == "1" || value == "true";
+}
+
 void PartReader::Skip() {
     for (int depth = 1; depth > 0;) {
         switch (Next()) {

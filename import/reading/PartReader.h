@@ -33,6 +33,8 @@ public:
     std::string_view Text() const;
     /// The value of the element's attribute with this local name, at its start; empty when there is none.
     std::string_view Attribute(const char* name);
+    /// Whether that attribute says yes, in one of the two ways that xsd:boolean has; a missing one does not.
+    bool IsTrue(const char* attribute);
     /// Reads to the end of the element that has just begun.
     void Skip();
 

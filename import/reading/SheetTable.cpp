@@ -14,8 +14,6 @@ namespace {
 constexpr std::size_t mostColumns = 16'384;
 constexpr std::size_t mostLines = 1'048'576;
 
-bool IsTrue(std::string_view attribute) { return attribute == "1" || attribute == "true"; }
-
 } // namespace
 
 SheetTable::SheetTable(Archive& archive, const std::string& part, Shared shared)
@@ -44,7 +42,7 @@ void SheetTable::ReadRow(Line& line) {
         Broken();
     }
     line.number = line_;
-    line.hidden = IsTrue(reader_.Attribute("hidden"));
+    line.hidden = reader_.IsTrue("hidden");
     std::size_t count = 0;
     std::size_t next = 0;
     for (auto event = reader_.Next(); event != PartReader::Event::end; event = reader_.Next()) {

@@ -62,8 +62,6 @@ std::string PartOfKind(const std::map<std::string, Relationship>& relationships,
     return {};
 }
 
-bool IsTrue(std::string_view attribute) { return attribute == "1" || attribute == "true"; }
-
 } // namespace
 
 Workbook::Workbook(const std::string& path, ArchiveBounds bounds) : archive_(path, bounds) {
@@ -81,7 +79,7 @@ Workbook::Workbook(const std::string& path, ArchiveBounds bounds) : archive_(pat
             if (event != PartReader::Event::start) {
                 continue;
             }
-            if (reader.Name() == "workbookPr" && IsTrue(reader.Attribute("date1904"))) {
+            if (reader.Name() == "workbookPr" && reader.IsTrue("date1904")) {
                 dateSystem_ = DateSystem::from1904;
             } else if (reader.Name() == "sheet") {
                 const auto found = relationships.find(std::string(reader.Attribute("id")));

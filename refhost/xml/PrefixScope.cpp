@@ -6,7 +6,7 @@
 namespace refhost::xml {
 namespace {
 
-constexpr std::string_view declaration = "xmlns";
+constexpr std::string_view namespacePrefix = "xmlns";
 constexpr std::string_view xmlUri = "http://www.w3.org/XML/1998/namespace";
 constexpr std::string_view declarationUri = "http://www.w3.org/2000/xmlns/";
 
@@ -39,7 +39,7 @@ std::string PrefixScope::Enter(std::string_view element, const char* const* attr
             const std::string_view name = at[0];
             if (!name.starts_with("xmlns:"))
                 continue;
-            if (std::string reason = Declare(name.substr(declaration.size() + 1), at[1]); !reason.empty())
+            if (std::string reason = Declare(name.substr(namespacePrefix.size() + 1), at[1]); !reason.empty())
                 return reason;
         }
         if (std::string reason = CheckAttributes(attributes); !reason.empty())
@@ -48,7 +48,7 @@ std::string PrefixScope::Enter(std::string_view element, const char* const* attr
     const auto prefix = Prefix(element);
     if (!prefix)
         return NotQualified(element);
-    if (!prefix->empty() && (*prefix == declaration || Find(*prefix) == nullptr))
+    if (!prefix->empty() && (*prefix == namespacePrefix || Find(*prefix) == nullptr))
         return Undeclared(*prefix);
     return {};
 }
@@ -63,7 +63,7 @@ void PrefixScope::Leave() {
 
 std::string PrefixScope::Declare(std::string_view prefix, std::string_view uri) {
     const bool isXml = prefix == "xml";
-    const bool allowed = prefix != declaration && !uri.empty() && uri != declarationUri && (uri == xmlUri) == isXml;
+    const bool allowed = prefix != namespacePrefix && !uri.empty() && uri != declarationUri && (uri == xmlUri) == isXml;
     const bool isName = !prefix.empty() && Prefix("xmlns:" + std::string(prefix)).has_value();
     if (!allowed || !isName)
         return "The namespace prefix '" + std::string(prefix) + "' cannot be declared as '" + std::string(uri) + "'.";
@@ -80,7 +80,7 @@ std::string PrefixScope::CheckAttributes(const char* const* attributes) {
         const auto prefix = Prefix(name);
         if (!prefix)
             return NotQualified(name);
-        if (prefix->empty() || *prefix == declaration)
+        if (prefix->empty() || *prefix == namespacePrefix)
             continue;
         if (*prefix == "xml") {
             expanded.emplace_back(xmlUri, name.substr(prefix->size() + 1));

@@ -8,24 +8,24 @@ using importing::Cell;
 using importing::Message;
 using importing::Reading;
 
-Reading Read(const std::string& text) { return importing::ReadDate({Cell::Kind::text, text}); }
+Reading DateTyped(const std::string& text) { return importing::ReadDate({Cell::Kind::text, text}); }
 Reading ReadSerial(const std::string& number) { return importing::ReadDate({Cell::Kind::number, number}); }
 
-struct Taken {
+struct TakenDate {
     const char* name;
     const char* typed;
 };
 
-class FifthOfJanuary : public testing::TestWithParam<Taken> {};
+class FifthOfJanuary : public testing::TestWithParam<TakenDate> {};
 
-TEST_P(FifthOfJanuary, IsRead) { EXPECT_EQ(Read(GetParam().typed), Reading::Take("2024-01-05")); }
+TEST_P(FifthOfJanuary, IsRead) { EXPECT_EQ(DateTyped(GetParam().typed), Reading::Take("2024-01-05")); }
 
 INSTANTIATE_TEST_SUITE_P(Texts, FifthOfJanuary,
-                         testing::Values(Taken{"Iso", "2024-01-05"}, Taken{"Slashes", "2024/1/5"},
-                                         Taken{"Points", "2024.1.5"}, Taken{"Chinese", "2024年1月5日"},
-                                         Taken{"ChineseWithoutDay", "2024年1月5"}, Taken{"Digits", "20240105"},
-                                         Taken{"FullWidth", "２０２４－０１－０５"}, Taken{"Blanks", " 2024-1-5 "},
-                                         Taken{"WithTime", "2024-01-05 08:30"}),
+                         testing::Values(TakenDate{"Iso", "2024-01-05"}, TakenDate{"Slashes", "2024/1/5"},
+                                         TakenDate{"Points", "2024.1.5"}, TakenDate{"Chinese", "2024年1月5日"},
+                                         TakenDate{"ChineseWithoutDay", "2024年1月5"}, TakenDate{"Digits", "20240105"},
+                                         TakenDate{"FullWidth", "２０２４－０１－０５"},
+                                         TakenDate{"Blanks", " 2024-1-5 "}, TakenDate{"WithTime", "2024-01-05 08:30"}),
                          [](const auto& tested) { return tested.param.name; });
 
 TEST(ReadDate, TakesDateCellsWithoutTheirTime) {
@@ -36,22 +36,22 @@ TEST(ReadDate, TakesDateCellsWithoutTheirTime) {
 TEST(ReadDate, TakesEightDigitsOfANumberCell) { EXPECT_EQ(ReadSerial("20240105"), Reading::Take("2024-01-05")); }
 
 TEST(ReadDate, ShowsBothReadingsOfADateWithTwo) {
-    EXPECT_EQ(Read("5/12/2024"),
+    EXPECT_EQ(DateTyped("5/12/2024"),
               Reading::Refuse({Message::dateTwoReadings, {"5/12/2024", "2024-05-12", "2024-12-05"}}));
 }
 
 TEST(ReadDate, TakesTheOnlyReadingOfADateWithTheYearLast) {
-    EXPECT_EQ(Read("25/12/2024"), Reading::Take("2024-12-25"));
-    EXPECT_EQ(Read("12/25/2024"), Reading::Take("2024-12-25"));
-    EXPECT_EQ(Read("5/5/2024"), Reading::Take("2024-05-05"));
+    EXPECT_EQ(DateTyped("25/12/2024"), Reading::Take("2024-12-25"));
+    EXPECT_EQ(DateTyped("12/25/2024"), Reading::Take("2024-12-25"));
+    EXPECT_EQ(DateTyped("5/5/2024"), Reading::Take("2024-05-05"));
 }
 
 TEST(ReadDate, RefusesDaysThatAreNone) {
-    EXPECT_EQ(Read("2024-02-30"), Reading::Refuse({Message::dateNoDay, {"2024-02-30"}}));
-    EXPECT_EQ(Read("20230229"), Reading::Refuse({Message::dateNoDay, {"20230229"}}));
-    EXPECT_EQ(Read("31/31/2024"), Reading::Refuse({Message::dateNoDay, {"31/31/2024"}}));
+    EXPECT_EQ(DateTyped("2024-02-30"), Reading::Refuse({Message::dateNoDay, {"2024-02-30"}}));
+    EXPECT_EQ(DateTyped("20230229"), Reading::Refuse({Message::dateNoDay, {"20230229"}}));
+    EXPECT_EQ(DateTyped("31/31/2024"), Reading::Refuse({Message::dateNoDay, {"31/31/2024"}}));
     // The ledger's columns begin with the year 1753.
-    EXPECT_EQ(Read("1024-01-05"), Reading::Refuse({Message::dateNoDay, {"1024-01-05"}}));
+    EXPECT_EQ(DateTyped("1024-01-05"), Reading::Refuse({Message::dateNoDay, {"1024-01-05"}}));
 }
 
 TEST(ReadDate, ProposesTheDayOfANumberWithoutADatesFormat) {
@@ -65,12 +65,12 @@ TEST(ReadDate, RefusesANumberThatIsNoDay) {
 }
 
 TEST(ReadDate, ProposesThisCenturyForYearsOfTwoDigits) {
-    EXPECT_EQ(Read("24-1-5"), Reading::Refuse({Message::dateNone, {"24-1-5"}}, "2024-01-05"));
+    EXPECT_EQ(DateTyped("24-1-5"), Reading::Refuse({Message::dateNone, {"24-1-5"}}, "2024-01-05"));
 }
 
 TEST(ReadDate, RefusesText) {
     for (const char* const text : {"元旦", "2024-01", "2024-1/5", "2024-01-05x", "08:30", "2024--5"}) {
-        EXPECT_EQ(Read(text), Reading::Refuse({Message::dateNone, {text}}));
+        EXPECT_EQ(DateTyped(text), Reading::Refuse({Message::dateNone, {text}}));
     }
 }
 

@@ -8,31 +8,32 @@ using importing::Cell;
 using importing::Message;
 using importing::Reading;
 
-Reading Read(const std::string& text) { return importing::ReadNumber({Cell::Kind::text, text}); }
+Reading NumberTyped(const std::string& text) { return importing::ReadNumber({Cell::Kind::text, text}); }
 
-struct Taken {
+struct TakenNumber {
     const char* name;
     const char* typed;
     const char* value;
 };
 
-class NumberTaken : public testing::TestWithParam<Taken> {};
+class NumberTaken : public testing::TestWithParam<TakenNumber> {};
 
-TEST_P(NumberTaken, Becomes) { EXPECT_EQ(Read(GetParam().typed), Reading::Take(GetParam().value)); }
+TEST_P(NumberTaken, Becomes) { EXPECT_EQ(NumberTyped(GetParam().typed), Reading::Take(GetParam().value)); }
 
 INSTANTIATE_TEST_SUITE_P(
     Texts, NumberTaken,
-    testing::Values(Taken{"Plain", "1234.56", "1234.56"}, Taken{"Grouped", "1,234,567.89", "1234567.89"},
-                    Taken{"GroupedWithoutFraction", "12,000", "12000"}, Taken{"FullWidth", "１２３．５", "123.5"},
-                    Taken{"FullWidthGrouped", "１，２３４", "1234"}, Taken{"YuanSign", "¥1,200.00", "1200"},
-                    Taken{"WideYuanSign", "￥35", "35"}, Taken{"Yuan", "350元", "350"},
-                    Taken{"BlanksAround", "  42\u3000", "42"}, Taken{"GroupedByBlanks", "1 234 567", "1234567"},
-                    Taken{"BlankBehindSign", "- 5", "-5"}, Taken{"Parentheses", "(50)", "-50"},
-                    Taken{"WideParentheses", "（1,050.5）", "-1050.5"}, Taken{"MinusBehind", "50-", "-50"},
-                    Taken{"MinusBefore", "-0.50", "-0.5"}, Taken{"PlusBefore", "+7", "7"},
-                    Taken{"LeadingZeros", "007", "7"}, Taken{"FractionAlone", ".5", "0.5"},
-                    Taken{"NegativeZero", "-0.00", "0"}, Taken{"Zero", "0", "0"}, Taken{"Empty", "", ""},
-                    Taken{"BlanksAlone", " \t", ""}),
+    testing::Values(TakenNumber{"Plain", "1234.56", "1234.56"}, TakenNumber{"Grouped", "1,234,567.89", "1234567.89"},
+                    TakenNumber{"GroupedWithoutFraction", "12,000", "12000"},
+                    TakenNumber{"FullWidth", "１２３．５", "123.5"},
+                    TakenNumber{"FullWidthGrouped", "１，２３４", "1234"}, TakenNumber{"YuanSign", "¥1,200.00", "1200"},
+                    TakenNumber{"WideYuanSign", "￥35", "35"}, TakenNumber{"Yuan", "350元", "350"},
+                    TakenNumber{"BlanksAround", "  42\u3000", "42"},
+                    TakenNumber{"GroupedByBlanks", "1 234 567", "1234567"}, TakenNumber{"BlankBehindSign", "- 5", "-5"},
+                    TakenNumber{"Parentheses", "(50)", "-50"}, TakenNumber{"WideParentheses", "（1,050.5）", "-1050.5"},
+                    TakenNumber{"MinusBehind", "50-", "-50"}, TakenNumber{"MinusBefore", "-0.50", "-0.5"},
+                    TakenNumber{"PlusBefore", "+7", "7"}, TakenNumber{"LeadingZeros", "007", "7"},
+                    TakenNumber{"FractionAlone", ".5", "0.5"}, TakenNumber{"NegativeZero", "-0.00", "0"},
+                    TakenNumber{"Zero", "0", "0"}, TakenNumber{"Empty", "", ""}, TakenNumber{"BlanksAlone", " \t", ""}),
     [](const auto& tested) { return tested.param.name; });
 
 TEST(ReadNumber, TakesANumberCellAsItIs) {
@@ -40,27 +41,27 @@ TEST(ReadNumber, TakesANumberCellAsItIs) {
 }
 
 TEST(ReadNumber, AsksWhatACommaThatDoesNotGroupMeans) {
-    EXPECT_EQ(Read("1,23"), Reading::Refuse({Message::numberGrouping, {"1,23", "1.23", "123"}}));
-    EXPECT_EQ(Read("1234,567"), Reading::Refuse({Message::numberGrouping, {"1234,567", "1234.567", "1234567"}}));
+    EXPECT_EQ(NumberTyped("1,23"), Reading::Refuse({Message::numberGrouping, {"1,23", "1.23", "123"}}));
+    EXPECT_EQ(NumberTyped("1234,567"), Reading::Refuse({Message::numberGrouping, {"1234,567", "1234.567", "1234567"}}));
 }
 
 TEST(ReadNumber, RefusesCommasInTheFraction) {
-    EXPECT_EQ(Read("1.234,5"), Reading::Refuse({Message::numberNone, {"1.234,5"}}, "1.2345"));
+    EXPECT_EQ(NumberTyped("1.234,5"), Reading::Refuse({Message::numberNone, {"1.234,5"}}, "1.2345"));
 }
 
 TEST(ReadNumber, RefusesAPercentageAndNamesItsNumber) {
-    EXPECT_EQ(Read("12.5%"), Reading::Refuse({Message::numberPercent, {"12.5%", "0.125"}}, "0.125"));
-    EXPECT_EQ(Read("５％"), Reading::Refuse({Message::numberPercent, {"５％", "0.05"}}, "0.05"));
+    EXPECT_EQ(NumberTyped("12.5%"), Reading::Refuse({Message::numberPercent, {"12.5%", "0.125"}}, "0.125"));
+    EXPECT_EQ(NumberTyped("５％"), Reading::Refuse({Message::numberPercent, {"５％", "0.05"}}, "0.05"));
 }
 
 TEST(ReadNumber, RefusesAnExponentInATextAndNamesItsNumber) {
-    EXPECT_EQ(Read("6.9E+3"), Reading::Refuse({Message::numberNone, {"6.9E+3"}}, "6900"));
+    EXPECT_EQ(NumberTyped("6.9E+3"), Reading::Refuse({Message::numberNone, {"6.9E+3"}}, "6900"));
 }
 
 TEST(ReadNumber, RefusesText) {
-    EXPECT_EQ(Read("十二"), Reading::Refuse({Message::numberNone, {"十二"}}));
-    EXPECT_EQ(Read("12个"), Reading::Refuse({Message::numberNone, {"12个"}}));
-    EXPECT_EQ(Read("-"), Reading::Refuse({Message::numberNone, {"-"}}));
+    EXPECT_EQ(NumberTyped("十二"), Reading::Refuse({Message::numberNone, {"十二"}}));
+    EXPECT_EQ(NumberTyped("12个"), Reading::Refuse({Message::numberNone, {"12个"}}));
+    EXPECT_EQ(NumberTyped("-"), Reading::Refuse({Message::numberNone, {"-"}}));
 }
 
 TEST(ReadNumber, RefusesErrorsFormulasDatesAndBooleans) {

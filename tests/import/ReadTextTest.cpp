@@ -11,27 +11,27 @@ using importing::Reading;
 /// A code page without the character U+1F600.
 bool HasCharacter(char32_t character) { return character != 0x1F600; }
 
-Reading Read(const std::string& text, bool compared = false) {
+Reading TextTyped(const std::string& text, bool compared = false) {
     return importing::ReadText({Cell::Kind::text, text}, {6, compared}, HasCharacter);
 }
 
 TEST(ReadText, TakesBlanksOffTheEndsAndKeepsWidthAndInnerBlanks) {
-    EXPECT_EQ(Read("\u3000Ａ 管 "), Reading::Take("Ａ 管"));
+    EXPECT_EQ(TextTyped("\u3000Ａ 管 "), Reading::Take("Ａ 管"));
 }
 
 TEST(ReadText, CountsCharactersAsTheColumnDoes) {
-    EXPECT_EQ(Read("六个汉字以内"), Reading::Take("六个汉字以内"));
-    EXPECT_EQ(Read("七个汉字多一个"), Reading::Refuse({Message::textLong, {"7", "6"}}));
+    EXPECT_EQ(TextTyped("六个汉字以内"), Reading::Take("六个汉字以内"));
+    EXPECT_EQ(TextTyped("七个汉字多一个"), Reading::Refuse({Message::textLong, {"7", "6"}}));
 }
 
 TEST(ReadText, NamesTheCharacterThatTheCodePageLacks) {
-    EXPECT_EQ(Read("好\U0001F600"), Reading::Refuse({Message::textCodePage, {"\U0001F600"}}));
+    EXPECT_EQ(TextTyped("好\U0001F600"), Reading::Refuse({Message::textCodePage, {"\U0001F600"}}));
 }
 
-TEST(ReadText, KeepsAQuoteWhereTheClassOnlyStores) { EXPECT_EQ(Read("6' 管"), Reading::Take("6' 管")); }
+TEST(ReadText, KeepsAQuoteWhereTheClassOnlyStores) { EXPECT_EQ(TextTyped("6' 管"), Reading::Take("6' 管")); }
 
 TEST(ReadText, RefusesAQuoteWhereTheClassCompares) {
-    EXPECT_EQ(Read("6' 管", true), Reading::Refuse({Message::textQuote, {"6' 管"}}));
+    EXPECT_EQ(TextTyped("6' 管", true), Reading::Refuse({Message::textQuote, {"6' 管"}}));
 }
 
 TEST(ReadText, TakesNumbersAndDatesAsTheirTexts) {

@@ -28,7 +28,7 @@ CodeLists Codes() {
     return lists;
 }
 
-Sheet Read(const std::string& csv, const SheetOptions& options = {}, const char* className = "ClsKovra") {
+Sheet SheetOf(const std::string& csv, const SheetOptions& options = {}, const char* className = "ClsKovra") {
     importing::CsvTable table(csv, ',');
     return importing::ReadSheet(table, *importing::FieldsOf(className), Codes(), HasEverything, options);
 }
@@ -45,7 +45,7 @@ std::vector<Note> Refusals(const Row& row) {
 const std::string head = "仓库编码,存货编码,数量,单价,金额\n";
 
 TEST(Sheet, FindsItsHeadingsBelowATitle) {
-    const Sheet sheet = Read("期初余额表,,,,\n制表人：张,,,,\n" + head + "01,1001,2,5,10\n");
+    const Sheet sheet = SheetOf("期初余额表,,,,\n制表人：张,,,,\n" + head + "01,1001,2,5,10\n");
     EXPECT_TRUE(sheet.faults.empty());
     EXPECT_EQ(sheet.headerLine, 3U);
     ASSERT_EQ(sheet.rows.size(), 1U);
@@ -54,17 +54,17 @@ TEST(Sheet, FindsItsHeadingsBelowATitle) {
 }
 
 TEST(Sheet, TakesTheLineOfHeadingsThatTheUserNames) {
-    const Sheet sheet = Read("仓库编码,存货编码,x\n" + head + "01,1001,2,5,10\n", {.headerLine = 2});
+    const Sheet sheet = SheetOf("仓库编码,存货编码,x\n" + head + "01,1001,2,5,10\n", {.headerLine = 2});
     EXPECT_TRUE(sheet.faults.empty());
     EXPECT_EQ(sheet.rows.size(), 1U);
 }
 
 TEST(Sheet, WithoutHeadingsIsOfNoUse) {
-    EXPECT_EQ(Read("01,1001,2,5,10\n").faults, (std::vector<Note>{{Message::headingsNotFound, {}}}));
+    EXPECT_EQ(SheetOf("01,1001,2,5,10\n").faults, (std::vector<Note>{{Message::headingsNotFound, {}}}));
 }
 
 TEST(Sheet, ListsEveryCorrectionWithOldAndNew) {
-    const Sheet sheet = Read(head + "01,1001 ,3,500,\"1,500.00\"\n");
+    const Sheet sheet = SheetOf(head + "01,1001 ,3,500,\"1,500.00\"\n");
     const Row& row = sheet.rows.at(0);
     ASSERT_EQ(row.corrections.size(), 2U);
     EXPECT_EQ(row.corrections[0].column, 1U);
@@ -75,7 +75,7 @@ TEST(Sheet, ListsEveryCorrectionWithOldAndNew) {
 }
 
 TEST(Sheet, NamesEveryFaultOfARowAtOnce) {
-    const Sheet sheet = Read(head + "1,9001,两个,5,\n");
+    const Sheet sheet = SheetOf(head + "1,9001,两个,5,\n");
     ASSERT_EQ(sheet.rows.size(), 1U);
     EXPECT_EQ(Refusals(sheet.rows[0]), (std::vector<Note>{{Message::codeLeadingZeros, {"1", "01"}},
                                                           {Message::codeUnknownNear, {"9001", "1001", "轴承"}},
@@ -85,40 +85,41 @@ TEST(Sheet, NamesEveryFaultOfARowAtOnce) {
 }
 
 TEST(Sheet, MendsLeadingZerosWhenAskedTo) {
-    const Sheet sheet = Read(head + "1,1001,2,5,10\n", {.fixCodes = true});
+    const Sheet sheet = SheetOf(head + "1,1001,2,5,10\n", {.fixCodes = true});
     EXPECT_EQ(sheet.rows.at(0).values[0], "01");
     EXPECT_EQ(sheet.rows.at(0).corrections.at(0).old, "1");
 }
 
 TEST(Sheet, LeavesEmptyLinesOut) {
-    const Sheet sheet = Read(head + "\n01,1001,2,5,10\n , ,,,\n");
+    const Sheet sheet = SheetOf(head + "\n01,1001,2,5,10\n , ,,,\n");
     EXPECT_EQ(sheet.rows.size(), 1U);
 }
 
 TEST(Sheet, RefusesARowThatRepeatsAnEarlierOne) {
-    const Sheet sheet = Read(head + "01,1001,2,5,10\n01,1002,2,5,10\n 01,1001,7,5,35\n");
+    const Sheet sheet = SheetOf(head + "01,1001,2,5,10\n01,1002,2,5,10\n 01,1001,7,5,35\n");
     EXPECT_TRUE(sheet.rows.at(0).refusals.empty());
     EXPECT_EQ(Refusals(sheet.rows.at(2)), (std::vector<Note>{{Message::rowRepeated, {"2"}}}));
-    EXPECT_TRUE(Read(head + "01,1001,2,5,10\n01,1001,7,5,35\n", {.allowDuplicates = true}).rows.at(1).refusals.empty());
+    EXPECT_TRUE(
+        SheetOf(head + "01,1001,2,5,10\n01,1001,7,5,35\n", {.allowDuplicates = true}).rows.at(1).refusals.empty());
 }
 
 TEST(Sheet, TellsRowsWithOtherBatchesApart) {
-    const Sheet sheet = Read("仓库,存货,金额,批号\n01,1001,1,A\n01,1001,1,B\n");
+    const Sheet sheet = SheetOf("仓库,存货,金额,批号\n01,1001,1,A\n01,1001,1,B\n");
     EXPECT_TRUE(sheet.rows.at(1).refusals.empty());
 }
 
 TEST(Sheet, RefusesCellsWithoutAHeading) {
-    const Sheet sheet = Read(head + "01,1001,2,5,10,备注在此\n");
+    const Sheet sheet = SheetOf(head + "01,1001,2,5,10,备注在此\n");
     EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::cellWithoutHeading, {"备注在此"}}}));
 }
 
 TEST(Sheet, RefusesANegativeUnitCostButNotANegativeAmount) {
-    const Sheet sheet = Read(head + "01,1001,-2,-5,-10\n");
+    const Sheet sheet = SheetOf(head + "01,1001,-2,-5,-10\n");
     EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::numberNegative, {"-5"}}}));
 }
 
 TEST(Sheet, WarnsWhenTheAmountIsNotQuantityTimesUnitCost) {
-    const Sheet sheet = Read(head + "01,1001,3,3.33,10\n01,1002,3,3.33,9.99\n");
+    const Sheet sheet = SheetOf(head + "01,1001,3,3.33,10\n01,1002,3,3.33,9.99\n");
     ASSERT_EQ(sheet.rows.at(0).warnings.size(), 1U);
     EXPECT_EQ(sheet.rows[0].warnings[0].note, (Note{Message::amountDiffers, {"0.01"}}));
     EXPECT_TRUE(sheet.rows.at(1).warnings.empty());
@@ -127,13 +128,14 @@ TEST(Sheet, WarnsWhenTheAmountIsNotQuantityTimesUnitCost) {
 
 TEST(Sheet, LeavesALineOfTotalsOutAndHoldsItAgainstTheRows) {
     const std::string rows = head + "01,1001,2,5,10\n01,1002,4,5,20\n";
-    EXPECT_TRUE(Read(rows + "合计,,6,,30.00\n").faults.empty());
-    EXPECT_EQ(Read(rows + "合 计：,,6,,30\n").rows.size(), 2U);
-    EXPECT_EQ(Read(rows + "Total,,6,,31\n").faults, (std::vector<Note>{{Message::totalsDiffer, {"E4", "31", "30"}}}));
+    EXPECT_TRUE(SheetOf(rows + "合计,,6,,30.00\n").faults.empty());
+    EXPECT_EQ(SheetOf(rows + "合 计：,,6,,30\n").rows.size(), 2U);
+    EXPECT_EQ(SheetOf(rows + "Total,,6,,31\n").faults,
+              (std::vector<Note>{{Message::totalsDiffer, {"E4", "31", "30"}}}));
 }
 
 TEST(Sheet, HoldsNoTotalsAgainstRowsThatAreRefused) {
-    EXPECT_TRUE(Read(head + "01,9001,2,5,10\n合计,,6,,30\n").faults.empty());
+    EXPECT_TRUE(SheetOf(head + "01,9001,2,5,10\n合计,,6,,30\n").faults.empty());
 }
 
 TEST(Sheet, AddsUpAmountsToTheCent) {
@@ -141,7 +143,7 @@ TEST(Sheet, AddsUpAmountsToTheCent) {
     for (int row = 0; row < 1000; ++row) {
         rows += "01,1001,1,0.1,0.1\n";
     }
-    const Sheet sheet = Read(rows, {.allowDuplicates = true});
+    const Sheet sheet = SheetOf(rows, {.allowDuplicates = true});
     EXPECT_EQ(importing::SumOf(sheet.rows, 4), 100.0);
 }
 
@@ -187,21 +189,21 @@ TEST(Sheet, TakesATitleOfMergedCells) {
 const std::string vouchers = "单据号,制单日期,存货编码,调整后单价,自由项1\n";
 
 TEST(Documents, AreRefusedAsAWhole) {
-    const Sheet sheet =
-        Read(vouchers + "T1,2024-01-05,1001,5,\nT2,2024-01-05,1001,6,\nT1,2024-01-05,9001,7,\n", {}, "ClsPriceJustVou");
+    const Sheet sheet = SheetOf(vouchers + "T1,2024-01-05,1001,5,\nT2,2024-01-05,1001,6,\nT1,2024-01-05,9001,7,\n", {},
+                                "ClsPriceJustVou");
     EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::documentRefused, {"T1"}}}));
     EXPECT_TRUE(sheet.rows.at(1).refusals.empty());
     EXPECT_EQ(sheet.rows.at(2).refusals.at(0).note.message, Message::codeUnknownNear);
 }
 
 TEST(Documents, HaveOneHeader) {
-    const Sheet sheet = Read(vouchers + "T1,2024-01-05,1001,5,\nT1,2024-01-06,1002,6,\n", {}, "ClsPriceJustVou");
+    const Sheet sheet = SheetOf(vouchers + "T1,2024-01-05,1001,5,\nT1,2024-01-06,1002,6,\n", {}, "ClsPriceJustVou");
     EXPECT_EQ(Refusals(sheet.rows.at(1)), (std::vector<Note>{{Message::headerDiffers, {"T1", "2"}}}));
     EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::documentRefused, {"T1"}}}));
 }
 
 TEST(Request, HoldsTheRowsThatAreTaken) {
-    const Sheet sheet = Read("仓库,存货,金额,备注\n01,1001,\"1,500\",6' 管 <大>\n9,1001,1,\n01,1002,2,\n");
+    const Sheet sheet = SheetOf("仓库,存货,金额,备注\n01,1001,\"1,500\",6' 管 <大>\n9,1001,1,\n01,1002,2,\n");
     EXPECT_EQ(importing::BuildRequest(sheet, "期初-2024", "ADD"),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
               "<qxinterface roottag=\"row\" docid=\"期初-2024\" proc=\"ADD\">\n"
@@ -212,7 +214,7 @@ TEST(Request, HoldsTheRowsThatAreTaken) {
 }
 
 TEST(Request, CarriesTheElementsThatAProjectNeeds) {
-    const Sheet sheet = Read("仓库,存货,金额,项目大类,项目\n01,1001,1,97,RD01\n");
+    const Sheet sheet = SheetOf("仓库,存货,金额,项目大类,项目\n01,1001,1,97,RD01\n");
     EXPECT_NE(importing::BuildRequest(sheet, "x", "ADD")
                   .find("<cItem_class>97</cItem_class><cItemCode>RD01</cItemCode><cItemCName></cItemCName>"
                         "<cName></cName>"),
@@ -220,8 +222,8 @@ TEST(Request, CarriesTheElementsThatAProjectNeeds) {
 }
 
 TEST(Request, NamesAProjectUnderBothSpellingsThatTheClassReads) {
-    const Sheet sheet = Read("收发类别,项目大类,项目,项目大类名称,项目名称,对方科目\n101,97,RD01,研发,新泵,1405\n", {},
-                             "ClsOppSubject");
+    const Sheet sheet = SheetOf("收发类别,项目大类,项目,项目大类名称,项目名称,对方科目\n101,97,RD01,研发,新泵,1405\n",
+                                {}, "ClsOppSubject");
     EXPECT_NE(importing::BuildRequest(sheet, "x", "ADD")
                   .find("<cItem_class>97</cItem_class><citem_class>97</citem_class><cItemCode>RD01</cItemCode>"
                         "<citemcode>RD01</citemcode><cItemCName>研发</cItemCName><cName>新泵</cName>"),
@@ -229,8 +231,8 @@ TEST(Request, NamesAProjectUnderBothSpellingsThatTheClassReads) {
 }
 
 TEST(Request, PutsTheRowsOfADocumentTogether) {
-    const Sheet sheet =
-        Read(vouchers + "T1,2024/1/5,1001,5,甲\nT2,2024/1/5,1001,6,\nT1,2024/1/5,1001,7,乙\n", {}, "ClsPriceJustVou");
+    const Sheet sheet = SheetOf(vouchers + "T1,2024/1/5,1001,5,甲\nT2,2024/1/5,1001,6,\nT1,2024/1/5,1001,7,乙\n", {},
+                                "ClsPriceJustVou");
     EXPECT_EQ(importing::BuildRequest(sheet, "x", "ADD"),
               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
               "<qxinterface roottag=\"document\" docid=\"x\" proc=\"ADD\">\n"
@@ -245,7 +247,7 @@ TEST(Request, PutsTheRowsOfADocumentTogether) {
 }
 
 TEST(Request, GivesProvisionsTheirVoucherType) {
-    const Sheet sheet = Read("单据号,存货编码,跌价余额\nDJ1,1001,12.5\n", {}, "ClsKovraProof");
+    const Sheet sheet = SheetOf("单据号,存货编码,跌价余额\nDJ1,1001,12.5\n", {}, "ClsKovraProof");
     EXPECT_NE(importing::BuildRequest(sheet, "x", "ADD")
                   .find("<header><Deccode>DJ1</Deccode><vouchtype>48</vouchtype></header>"),
               std::string::npos);

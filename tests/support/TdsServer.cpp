@@ -25,16 +25,16 @@ namespace {
 using namespace tds;
 
 /// Kinds of a client's message.
-enum class Kind { batch = 1, attention = 6, transaction = 14, login = 16, preLogin = 18 };
+enum class MessageKind { batch = 1, attention = 6, transaction = 14, login = 16, preLogin = 18 };
 
-struct Request {
-    Kind kind;
+struct ClientMessage {
+    MessageKind kind;
     std::string body;
 };
 
 /// Reads one message, packet after packet; nothing when the client has gone.
-std::optional<Request> ReadRequest(int client) {
-    Request request{};
+std::optional<ClientMessage> ReadRequest(int client) {
+    ClientMessage request{};
     for (;;) {
         std::array<unsigned char, 8> header{};
         if (recv(client, header.data(), header.size(), MSG_WAITALL) != static_cast<ssize_t>(header.size())) {
@@ -47,7 +47,7 @@ std::optional<Request> ReadRequest(int client) {
         if (size > 0 && recv(client, request.body.data() + before, size, MSG_WAITALL) != static_cast<ssize_t>(size)) {
             return std::nullopt;
         }
-        request.kind = static_cast<Kind>(header[0]);
+        request.kind = static_cast<MessageKind>(header[0]);
         if ((header[1] & 1) != 0) {
             return request;
         }
@@ -123,16 +123,16 @@ public:
         if (!LogIn()) {
             return;
         }
-        while (const std::optional<Request> request = ReadRequest(client_)) {
-            if (request->kind == Kind::attention) {
+        while (const std::optional<ClientMessage> request = ReadRequest(client_)) {
+            if (request->kind == MessageKind::attention) {
                 if (!Send(client_, Done(done::attention))) {
                     return;
                 }
-            } else if (request->kind == Kind::transaction) {
+            } else if (request->kind == MessageKind::transaction) {
                 if (!Send(client_, Transact(WithoutHeaders(request->body)))) {
                     return;
                 }
-            } else if (request->kind == Kind::batch) {
+            } else if (request->kind == MessageKind::batch) {
                 if (!Answer(TextOf(WithoutHeaders(request->body)))) {
                     return;
                 }
@@ -144,13 +144,13 @@ public:
 
 private:
     bool LogIn() {
-        std::optional<Request> request = ReadRequest(client_);
+        std::optional<ClientMessage> request = ReadRequest(client_);
         if (server_.manners_.muteLogin) {
             while (ReadRequest(client_)) {
             }
             return false;
         }
-        if (request && request->kind == Kind::preLogin) {
+        if (request && request->kind == MessageKind::preLogin) {
             Send(client_, PreLoginAnswer());
             request = ReadRequest(client_);
         }
@@ -215,8 +215,8 @@ private:
             return false;
         }
         if (!manners.muteAt.empty() && batch.find(manners.muteAt) != std::string::npos) {
-            const std::optional<Request> request = ReadRequest(client_);
-            if (!request || request->kind != Kind::attention) {
+            const std::optional<ClientMessage> request = ReadRequest(client_);
+            if (!request || request->kind != MessageKind::attention) {
                 return false;
             }
             ++server_.cancelled_;

@@ -10,8 +10,6 @@
 namespace refhost::sql {
 namespace {
 
-constexpr Type endlessText{Base::nvarchar, Type::maxLength, 0, 0};
-
 /// Whether values of `from` are values of `to` as they stand.
 bool Contains(const Type& to, const Type& from) {
     if (FamilyOf(to) != FamilyOf(from)) {

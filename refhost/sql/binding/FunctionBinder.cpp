@@ -11,11 +11,9 @@
 namespace refhost::sql {
 namespace {
 
-constexpr Type integerType{Base::integer, 0, 0, 0};
 constexpr Type floatType{Base::floating, 0, 0, 0};
 constexpr Type dateType{Base::datetime, 0, 0, 0};
 constexpr Type finestDate{Base::datetime2, 0, 0, 0};
-constexpr Type endlessText{Base::nvarchar, Type::maxLength, 0, 0};
 
 /// A text function whose result has its first argument's type: T-SQL name, SQLite name, number of arguments.
 struct TextRow {

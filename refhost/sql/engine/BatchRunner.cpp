@@ -16,8 +16,6 @@ namespace {
 
 using host::error_number::unspecified;
 
-constexpr Type integerType{Base::integer, 0, 0, 0};
-constexpr Type endlessText{Base::nvarchar, Type::maxLength, 0, 0};
 /// How deeply a text may run another (SQL Server's nesting of procedures).
 constexpr int maxNesting = 32;
 

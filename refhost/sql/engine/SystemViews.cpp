@@ -11,7 +11,7 @@ namespace {
 constexpr Type sysname{Base::nvarchar, 128, 0, 0};
 constexpr Type number{Base::integer, 0, 0, 0};
 constexpr Type smallNumber{Base::smallint, 0, 0, 0};
-constexpr Type kind{Base::character, 2, 0, 0};
+constexpr Type kindOfObject{Base::character, 2, 0, 0};
 constexpr Type moment{Base::datetime, 0, 0, 0};
 constexpr Type word{Base::varchar, 20, 0, 0};
 
@@ -24,13 +24,13 @@ struct ViewColumn {
 constexpr std::array objectColumns{
     ViewColumn{"name", sysname, "name"},
     ViewColumn{"id", number, "id"},
-    ViewColumn{"xtype", kind, "xtype"},
+    ViewColumn{"xtype", kindOfObject, "xtype"},
     ViewColumn{"uid", smallNumber, "1"},
     ViewColumn{"info", smallNumber, "0"},
     ViewColumn{"status", number, "0"},
     ViewColumn{"parent_obj", number, "parent"},
     ViewColumn{"crdate", moment, "created"},
-    ViewColumn{"type", kind, "CASE xtype WHEN 'PK' THEN 'K ' WHEN 'UQ' THEN 'K ' ELSE xtype END"},
+    ViewColumn{"type", kindOfObject, "CASE xtype WHEN 'PK' THEN 'K ' WHEN 'UQ' THEN 'K ' ELSE xtype END"},
     ViewColumn{"category", number, "0"},
 };
 
@@ -73,12 +73,9 @@ constexpr std::string_view typeDescription =
 
 /// Of sys.objects, sys.tables and sys.views.
 constexpr std::array sysObjectColumns{
-    ViewColumn{"name", sysname, "name"},
-    ViewColumn{"object_id", number, "id"},
-    ViewColumn{"schema_id", number, "1"},
-    ViewColumn{"parent_object_id", number, "parent"},
-    ViewColumn{"type", kind, "xtype"},
-    ViewColumn{"type_desc", {Base::nvarchar, 60, 0, 0}, typeDescription},
+    ViewColumn{"name", sysname, "name"},          ViewColumn{"object_id", number, "id"},
+    ViewColumn{"schema_id", number, "1"},         ViewColumn{"parent_object_id", number, "parent"},
+    ViewColumn{"type", kindOfObject, "xtype"},    ViewColumn{"type_desc", {Base::nvarchar, 60, 0, 0}, typeDescription},
     ViewColumn{"create_date", moment, "created"},
 };
 

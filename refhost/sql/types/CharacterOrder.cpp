@@ -12,7 +12,7 @@ constexpr char32_t firstHan = 0x4E00;
 constexpr char32_t lastHan = 0x9FFF;
 /// Behind Chinese by pinyin stand other Chinese characters and what lies beyond the basic plane, by code point.
 constexpr std::uint32_t han = 0x100000;
-constexpr std::uint32_t rest = 0x200000;
+constexpr std::uint32_t beyondHan = 0x200000;
 /// Before it stand scripts that the order does not list, by code point.
 constexpr std::uint32_t unlisted = 0x4000;
 
@@ -47,11 +47,11 @@ char32_t FoldDigit(char32_t codePoint) {
 }
 
 /// The weights of the basic plane's characters that the order lists, read from its text.
-class Order {
+class CollationTable {
 public:
     static constexpr std::size_t size = 0x10000;
 
-    Order() : primary_(size), secondary_(size) {
+    CollationTable() : primary_(size), secondary_(size) {
         std::size_t position = 0;
         ReadGroups(position, character_order::signs);
         ReadGroups(position, character_order::numbers);
@@ -122,15 +122,15 @@ Weight WeightOf(char32_t folded) {
     if (folded < character_order::asciiCount) {
         return {character_order::ascii.at(folded), 0};
     }
-    if (folded >= Order::size) {
-        return {rest + folded, 0};
+    if (folded >= CollationTable::size) {
+        return {beyondHan + folded, 0};
     }
-    static const Order order;
+    static const CollationTable order;
     Weight weight = order.Of(folded);
     if (folded >= firstHan && folded <= lastHan) {
         weight.primary += han;
     } else if (weight.primary == 0) {
-        weight.primary = (IsOtherHan(folded) ? rest : unlisted) + folded;
+        weight.primary = (IsOtherHan(folded) ? beyondHan : unlisted) + folded;
     }
     return weight;
 }

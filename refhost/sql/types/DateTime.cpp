@@ -2,6 +2,7 @@
 
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
+#include "text/Digit.h"
 
 #include <array>
 #include <vector>
@@ -32,21 +33,21 @@ enum class Flaw { none, syntax, range };
 std::string_view ShortName(std::string_view name) { return name.substr(0, 3); }
 
 /// The order of separated numbers.
-enum class Order {
+enum class DateOrder {
     open, ///< a year of four digits tells its place; else year, month, day, as on a Chinese server
     monthDayYear,
     dayMonthYear,
     yearMonthDay,
 };
 
-Order OrderOf(int style) {
+DateOrder OrderOf(int style) {
     switch (style) {
     case 1:
     case 10:
     case 22:
     case 101:
     case 110:
-        return Order::monthDayYear;
+        return DateOrder::monthDayYear;
     case 3:
     case 4:
     case 5:
@@ -54,7 +55,7 @@ Order OrderOf(int style) {
     case 104:
     case 105:
     case 131:
-        return Order::dayMonthYear;
+        return DateOrder::dayMonthYear;
     case 2:
     case 11:
     case 20:
@@ -65,9 +66,9 @@ Order OrderOf(int style) {
     case 111:
     case 120:
     case 121:
-        return Order::yearMonthDay;
+        return DateOrder::yearMonthDay;
     default:
-        return Order::open;
+        return DateOrder::open;
     }
 }
 
@@ -87,7 +88,6 @@ public:
     }
 
 private:
-    static bool IsDigit(char c) { return c >= '0' && c <= '9'; }
     static bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
     char Peek() const { return position_ < text_.size() ? text_[position_] : '\0'; }
@@ -99,7 +99,7 @@ private:
 
     std::string_view TakeDigits() {
         const std::size_t start = position_;
-        while (IsDigit(Peek())) {
+        while (text::IsDigit(Peek())) {
             ++position_;
         }
         return text_.substr(start, position_ - start);
@@ -108,7 +108,7 @@ private:
     void Split() {
         SkipBlanks();
         while (position_ < text_.size() && flaw_ == Flaw::none) {
-            if (IsDigit(Peek())) {
+            if (text::IsDigit(Peek())) {
                 const std::string_view digits = TakeDigits();
                 if (Peek() == ':' || TimeFollows()) {
                     ReadTime(digits);
@@ -164,7 +164,7 @@ private:
             ++position_;
         }
         const std::string_view word = text_.substr(start, position_ - start);
-        if (EqualNames(word, "T") && !pieces_.empty() && IsDigit(Peek())) {
+        if (EqualNames(word, "T") && !pieces_.empty() && text::IsDigit(Peek())) {
             return;
         }
         for (std::size_t month = 0; month < monthNames.size() && word.size() >= 3; ++month) {
@@ -294,8 +294,8 @@ private:
     void AssembleSeparated() {
         const bool yearFirst = pieces_[0].size() == 4;
         const bool yearLast =
-            pieces_[2].size() == 4 || (!yearFirst && order_ != Order::open && order_ != Order::yearMonthDay);
-        bool dayFirst = order_ == Order::dayMonthYear;
+            pieces_[2].size() == 4 || (!yearFirst && order_ != DateOrder::open && order_ != DateOrder::yearMonthDay);
+        bool dayFirst = order_ == DateOrder::dayMonthYear;
         if (yearFirst && (target_.base == Base::date || target_.base == Base::datetime2)) {
             dayFirst = false; // the newer types read year, month, day whatever the order is
         }
@@ -322,7 +322,7 @@ private:
     }
 
     std::string_view text_;
-    Order order_;
+    DateOrder order_;
     Type target_;
     std::size_t position_ = 0;
     std::vector<std::string_view> pieces_;

@@ -66,6 +66,10 @@ struct Type {
     bool operator==(const Type&) const = default;
 };
 
+constexpr Type integerType{Base::integer, 0, 0, 0};
+/// nvarchar(max).
+constexpr Type endlessText{Base::nvarchar, Type::maxLength, 0, 0};
+
 Family FamilyOf(Base base);
 inline Family FamilyOf(const Type& type) { return FamilyOf(type.base); }
 /// Whether the type is one of nchar, nvarchar, ntext.
