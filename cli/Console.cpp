@@ -2,7 +2,9 @@
 
 #include "cli/DisplayWidth.h"
 #include "cli/Platform.h"
+#include "text/Utf8.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -31,6 +33,23 @@ std::string_view Colour(Console::Tone tone) {
     return {};
 }
 
+/// The line with names of files as people read them: they stand in it in quotes and as the system has them, which is
+/// the locale's encoding where it is no UTF-8.
+std::string WithReadableNames(std::string_view line) {
+    if (text::IsUtf8(line)) {
+        return std::string(line);
+    }
+    std::string readable;
+    for (std::size_t begin = 0; begin <= line.size();) {
+        const std::size_t end = std::min(line.find('\'', begin), line.size());
+        const std::string_view piece = line.substr(begin, end - begin);
+        readable.append(text::IsUtf8(piece) ? std::string(piece) : platform::FromLocale(piece));
+        readable.append(line.substr(end, 1));
+        begin = end + 1;
+    }
+    return readable;
+}
+
 void Write(std::string_view text) {
     const std::string bytes = platform::ToLocale(text);
     std::fwrite(bytes.data(), 1, bytes.size(), stderr);
@@ -47,7 +66,7 @@ void Console::Say(Tone tone, std::string_view lead, std::string_view line) {
     std::string text;
     const bool coloured = coloured_ && tone != Tone::plain;
     text.append(coloured ? Colour(tone) : "").append(Printable(lead)).append(coloured ? "\x1B[0m" : "");
-    text.append(Printable(line)).push_back('\n');
+    text.append(Printable(WithReadableNames(line))).push_back('\n');
     Write(text);
 }
 
