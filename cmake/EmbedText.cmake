@@ -16,8 +16,10 @@ function(kovra_embed_text target namespace header)
   file(CONFIGURE OUTPUT ${folder}/${header} CONTENT
        "#pragma once\n\n#include <string_view>\n\nnamespace ${namespace} {\n${declarations}} // namespace ${namespace}\n"
        @ONLY)
+  # Clang warns of texts beyond the 65,536 bytes that every compiler must take.
+  set(quiet "#ifdef __clang__\n#pragma clang diagnostic ignored \"-Woverlength-strings\"\n#endif\n")
   file(CONFIGURE OUTPUT ${folder}/${header}.cpp CONTENT
-       "#include \"${header}\"\n\nnamespace ${namespace} {\n${definitions}} // namespace ${namespace}\n" @ONLY)
+       "#include \"${header}\"\n\n${quiet}\nnamespace ${namespace} {\n${definitions}} // namespace ${namespace}\n" @ONLY)
   target_sources(${target} PRIVATE ${folder}/${header}.cpp)
   target_include_directories(${target} PRIVATE ${folder})
 endfunction()

@@ -1,5 +1,6 @@
 #include "refhost/xml/Parser.h"
 
+#include "refhost/xml/ParameterEntities.h"
 #include "refhost/xml/PrefixScope.h"
 #include "text/Utf8.h"
 
@@ -83,6 +84,8 @@ private:
     bool PreservesBlanks() const { return !spaces_.empty() && spaces_.back().second; }
 
     std::string_view source_;
+    /// The source where parameter entities had to be written out.
+    std::string writtenOut_;
     std::size_t read_ = 0;
     std::size_t budget_;
     xmlParserCtxt* parser_ = nullptr;
@@ -90,8 +93,7 @@ private:
     Element* current_ = &tree_->document();
     std::string text_;
     PrefixScope prefixes_;
-    /// What the document type declares: attributes by their element, and entities that lie outside the text, each
-    /// behind "&" or "%".
+    /// What the document type declares: attributes by their element, and general entities that lie outside the text.
     std::unordered_map<std::string_view, std::vector<DeclaredAttribute>> declared_;
     std::unordered_set<std::string> outside_;
     /// Elements with `xml:space`, and whether they preserve.
@@ -256,23 +258,21 @@ xmlSAXHandler Builder::Handler() {
     handler.entityDecl = [](void* context, const xmlChar* name, int type, const xmlChar* publicId,
                             const xmlChar* systemId, xmlChar* content) {
         Report(context, [&](Builder& builder) {
-            const bool isParameter = type == XML_INTERNAL_PARAMETER_ENTITY || type == XML_EXTERNAL_PARAMETER_ENTITY;
-            const bool isInternal = type == XML_INTERNAL_PARAMETER_ENTITY || type == XML_INTERNAL_GENERAL_ENTITY;
-            const std::string known = (isParameter ? "%" : "&") + std::string(View(name));
-            // libxml2 skips blanks without end when it is stopped inside of one, and a bomb must be stopped.
-            if (isParameter && isInternal)
-                return builder.Refuse("The entity '" + std::string(View(name)) + "' is a parameter entity.");
+            // Parameter entities stand written out already.
+            if (type == XML_INTERNAL_PARAMETER_ENTITY || type == XML_EXTERNAL_PARAMETER_ENTITY)
+                return;
             // The first declaration of a name counts.
-            if (!isInternal)
-                builder.outside_.insert(known);
-            else if (!builder.outside_.contains(known))
+            if (type != XML_INTERNAL_GENERAL_ENTITY)
+                builder.outside_.emplace(View(name));
+            else if (!builder.outside_.contains(std::string(View(name))))
                 xmlSAX2EntityDecl(context, name, type, publicId, systemId, content);
         });
     };
     handler.unparsedEntityDecl = [](void* context, const xmlChar* name, const xmlChar*, const xmlChar*,
                                     const xmlChar*) {
-        Report(context, [&](Builder& builder) { builder.outside_.insert("&" + std::string(View(name))); });
+        Report(context, [&](Builder& builder) { builder.outside_.emplace(View(name)); });
     };
+    handler.getParameterEntity = [](void*, const xmlChar*) -> xmlEntityPtr { return nullptr; };
     handler.attributeDecl = [](void* context, const xmlChar* element, const xmlChar* name, int, int,
                                const xmlChar* value, xmlEnumerationPtr choices) {
         xmlFreeEnumeration(choices);
@@ -317,6 +317,13 @@ int Builder::Read(void* context, char* buffer, int length) {
 ParseResult Builder::Run() {
     if (source_.find('\0') != std::string_view::npos || !text::IsUtf8(source_))
         return {nullptr, "The text is not valid UTF-8."};
+    WrittenOut writtenOut = WriteOutParameterEntities(source_, budget_);
+    if (!writtenOut.reason.empty())
+        return {nullptr, std::move(writtenOut.reason)};
+    if (writtenOut.text) {
+        writtenOut_ = std::move(*writtenOut.text);
+        source_ = writtenOut_;
+    }
 
     xmlSAXHandler handler = Handler();
     const struct FreeContext {
@@ -341,6 +348,9 @@ ParseResult Builder::Run() {
         std::rethrow_exception(thrown_);
     // Some errors, that of too many names among them, leave `wellFormed` as it was.
     failed_ = failed_ || illFormed_ || parser_->wellFormed == 0;
+    // All that belong into the text stand written out.
+    if (!failed_ && parser_->hasPErefs != 0)
+        Refuse("A parameter entity is referred to where none may be.");
     if (!failed_ && View(parser_->version) != "1.0")
         Refuse("Only XML 1.0 is read.");
     if (failed_) {

@@ -34,9 +34,37 @@ TEST(DocumentType, DefaultsDeclareNamespacesAndKeepBlanks) {
               "<a xml:space=\"preserve\"> <b/></a>");
 }
 
-TEST(DocumentType, InternalParameterEntitiesAreRefused) {
-    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p \"<!ENTITY e 'v'>\"> %p; ]><a>&e;</a>"), "");
-    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p 'never used'>]><a/>"), "");
+TEST(DocumentType, InternalParameterEntitiesAddTheirDeclarations) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p \"<!ENTITY e 'v'>\"> %p; ]><a>&e;</a>"), "<a>v</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p 'never used'>]><a>1</a>"), "<a>1</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p ''>%p;%p;]><a/>"), "<a/>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p '<!-- > -->\n<?p >?><!ELEMENT a ANY>"
+                   "<!ATTLIST a b CDATA \"1]\">'>%p;]><a/>"),
+              "<a b=\"1]\"/>");
+    EXPECT_EQ(Read("\xEF\xBB\xBF<?xml version='1.0'?>\n<!-- [%p; --><?p [?><!DOCTYPE a SYSTEM '[' "
+                   "[<!ENTITY % p '<!ENTITY e \"v\">'>%p;]><a>&e;</a>"),
+              "<?xml version=\"1.0\"?><!-- [%p; --><?p [?><a>v</a>");
+}
+
+TEST(DocumentType, ParameterEntitiesMayDeclareAndHoldOthers) {
+    // The character references are read where the entity is declared, so that the declarations come to be behind it.
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % x '&#37;z;'><!ENTITY % z '&#60;!ENTITY e \"v\" >' >%x;]><a>&e;</a>"),
+              "<a>v</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p '<!ENTITY &#x25; q \"&#60;!ENTITY e &#39;&#38;#60;b/>&#39;>\">'>"
+                   "%p;%q;]><a>&e;</a>"),
+              "<a><b/></a>");
+}
+
+TEST(DocumentType, FirstDeclarationOfAParameterEntityCounts) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p '<!ENTITY e \"1\">'><!ENTITY % p '<!ENTITY e \"2\">'>%p;]><a>&e;</a>"),
+              "<a>1</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p '<!ENTITY e \"1\">'>%p;<!ENTITY e '2'>]><a>&e;</a>"), "<a>1</a>");
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p SYSTEM 'p.ent'><!ENTITY % p ''>%p;]><a/>"), "") << "which is not read";
+}
+
+TEST(DocumentType, PercentSignsOutsideOfDeclarationsAreText) {
+    EXPECT_EQ(Read("<!DOCTYPE a [<!ENTITY % p ''><!ATTLIST a b CDATA '%p;'><!-- %q; --><?p %q;?>]><a>%p;</a>"),
+              "<a b=\"%p;\">%p;</a>");
 }
 
 TEST(DocumentType, NotationsAndElementsMayBeDeclared) {
@@ -61,7 +89,26 @@ TEST(DocumentType, WhatIsIllFormedStaysRefused) {
          {"<!DOCTYPE a [%p;]><a/>", "<!DOCTYPE a [<!ENTITY % p \"<!ENTITY\"> %p;]><a/>", "<!DOCTYPE a SYSTEM><a/>",
           "<!DOCTYPE a [<!ATTLIST a b CDATA '<'>]><a/>", "<!DOCTYPE a [<!ATTLIST a b CDATA>]><a/>",
           "<!DOCTYPE a [<!NOTATION n>]><a/>", "<!DOCTYPE a [<!ENTITY e SYSTEM 'u' NDATA>]><a/>",
-          "<!DOCTYPE a [<!ATTLIST a b CDATA '&e;'>]><a/>", "<!DOCTYPE a [<!ENTITY % p 'x'>]><a>%p;</a><b/>"}) {
+          "<!DOCTYPE a [<!ATTLIST a b CDATA '&e;'>]><a/>", "<!DOCTYPE a [<!ENTITY % p 'x'>]><a>%p;</a><b/>",
+          // A parameter entity within a declaration, in the document itself and in another's text.
+          "<!DOCTYPE a [<!ENTITY % p 'ANY'><!ELEMENT a %p;>]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p 'x'><!ENTITY e '%p;'>]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p 'ANY'><!ENTITY % q '<!ELEMENT a &#37;p;>'>%q;]><a/>",
+          // One that does not hold whole declarations.
+          "<!DOCTYPE a [<!ENTITY % p 'x'>%p;]><a/>", "<!DOCTYPE a [<!ENTITY % p '<!ELEMENT a'>%p; ANY>]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p '<!--'>%p;-->]><a/>", "<!DOCTYPE a [<!ENTITY % p '<?p'>%p;?>]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p ']><a/><!--'>%p;-->", "<!DOCTYPE a [<!ENTITY % p '<b/>'>%p;]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p '<![INCLUDE[<!ELEMENT a ANY>]]>'>%p;]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p '<!ATTLIST a b CDATA &#34;'>%p;c\">]><a/>",
+          // Ones that are declared wrongly, or not yet.
+          "<!DOCTYPE a [<!ENTITY % p '&#0;'>%p;]><a/>", "<!DOCTYPE a [<!ENTITY % p '&#xD800;'>]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p '&#38'>%p;]><a/>", "<!DOCTYPE a [<!ENTITY %p ''>]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p>]><a/>", "<!DOCTYPE a [<!ENTITY % 1 ''>%1;]><a/>",
+          "<!DOCTYPE a [%p;<!ENTITY % p ''>]><a/>", "<!DOCTYPE a [<!ENTITY % p ''>%p]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p ''>% p;]><a/>", "<!DOCTYPE a [<!ENTITY p ''>%p;]><a/>",
+          // What is behind an error.
+          "<!DOCTYPE a [x<!ENTITY % p ''>%p;]><a/>", "<!DOCTYPE a [<!ENTITY % p '<!ENTITY e \"v\">'>%p;<!b]><a/>",
+          "<!DOCTYPE a [<!ENTITY % p ''>%p;", "<!DOCTYPE a [<!ENTITY % p ''>%p;<!--", "<!DOCTYPE a '[<!ENTITY"}) {
         EXPECT_EQ(Read(xml), "") << xml;
     }
 }

@@ -1,5 +1,6 @@
 #include "host/Error.h"
 #include "refhost/xml/Document.h"
+#include "refhost/xml/ParameterEntities.h"
 
 #include <ctime>
 #include <filesystem>
@@ -185,13 +186,73 @@ std::string ParameterChain(int levels, std::size_t times) {
     return xml + "%p" + std::to_string(levels) + ";]><a/>";
 }
 
+/// The text with its parameter entities written out within 1,000 bytes, or why not.
+std::string WrittenOut(const std::string& xml) {
+    const refhost::xml::WrittenOut result = refhost::xml::WriteOutParameterEntities(xml, 1'000);
+    return result.text.value_or(result.reason.empty() ? xml : result.reason);
+}
+
+TEST(HostileXml, ParameterEntitiesAreWrittenOutWithinTheBudget) {
+    EXPECT_EQ(WrittenOut("<!DOCTYPE a [<!ENTITY % p '<?p?>'>%p;%p;]><a/>"),
+              "<!DOCTYPE a [<!ENTITY % p '<?p?>'> <?p?>  <?p?> ]><a/>");
+    // Each use costs the entity's length and the two blanks: 1,000 bytes hold 500 of an empty one.
+    EXPECT_EQ(WrittenOut("<!DOCTYPE a [<!ENTITY % p ''>" + Repeat(500, "%p;") + "]>"),
+              "<!DOCTYPE a [<!ENTITY % p ''>" + std::string(1'000, ' ') + "]>");
+    const std::string tooMuch = "The text's parameter entities expand to too much.";
+    EXPECT_EQ(WrittenOut("<!DOCTYPE a [<!ENTITY % p ''>" + Repeat(501, "%p;") + "]>"), tooMuch);
+    EXPECT_EQ(WrittenOut(ParameterBomb(12)), tooMuch);
+    EXPECT_EQ(WrittenOut(ParameterChain(30, 2)), tooMuch);
+}
+
 TEST(HostileXml, ParameterEntityBombsAreRefused) {
-    const Swiftly swiftly;
-    EXPECT_FALSE(Loads(ParameterBomb(12)));
-    EXPECT_FALSE(Loads(ParameterChain(30, 2)));
+    const auto refused = [](const std::string& xml) {
+        Document document;
+        EXPECT_FALSE(document.LoadXML(xml));
+        return document.LoadError();
+    };
+    const std::string tooMuch = "The text's parameter entities expand to too much.";
+    EXPECT_EQ(refused(ParameterBomb(12)), tooMuch);
+    EXPECT_EQ(refused(ParameterChain(30, 2)), tooMuch);
+    EXPECT_EQ(refused(ParameterChain(20, 1'000)), tooMuch);
+    EXPECT_EQ(
+        refused("<!DOCTYPE a [<!ENTITY % p '" + std::string(100'000, ' ') + "'>" + Repeat(100'000, "%p;") + "]><a/>"),
+        tooMuch);
+    EXPECT_TRUE(Loads(ParameterBomb(2))) << "a hundred comments are no bomb";
+    EXPECT_TRUE(Loads(ParameterChain(500, 1))) << "nor are many levels";
+}
+
+TEST(HostileXml, ParameterEntitiesThatHoldThemselvesAreRefused) {
+    EXPECT_EQ(WrittenOut("<!DOCTYPE a [<!ENTITY % p \"&#37;p;\">%p;]><a/>"), "The parameter entity 'p' holds itself.");
     EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY % p \"&#37;p;\">%p;]><a/>"));
-    EXPECT_FALSE(
-        Loads("<!DOCTYPE a [<!ENTITY % p '" + std::string(100'000, ' ') + "'>" + Repeat(100'000, "%p;") + "]><a/>"));
+    EXPECT_EQ(WrittenOut("<!DOCTYPE a [<!ENTITY % p '&#37;q;'><!ENTITY % q ' &#37;p;'>%p;]><a/>"),
+              "The parameter entity 'p' holds itself.");
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY % p '&#37;q;'><!ENTITY % q ' &#37;p;'>%p;]><a/>"));
+}
+
+TEST(HostileXml, ErrorsInsideOfParameterEntitiesEndTheText) {
+    // Each makes libxml2 stop where it had an entity open, had it been told of one.
+    for (const std::string declaration :
+         {"<!ELEMENT a b>", "<!ENTITY e '&#0;'>", "<!ATTLIST a b CDATA '<'>", "<!NOTATION n>", "<!-- -- -->",
+          "<?xml version='1.0'?>", "<!b>", "<!ELEMENT"}) {
+        const std::string twice = declaration + Repeat(1'000, " ") + declaration;
+        for (const std::string& xml :
+             {"<!DOCTYPE a [<!ENTITY % p \"" + twice + "\">%p; ]><a/>",
+              "<!DOCTYPE a [<!ENTITY % p \"" + twice + "\"><!ENTITY % q ' &#37;p; '>%q; %q;]><a/>"})
+            EXPECT_FALSE(Loads(xml)) << xml;
+    }
+    std::string many;
+    for (int n = 0; n < 3'000; ++n)
+        many += " a" + std::to_string(n) + " CDATA ''";
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY % p \"<!ATTLIST a" + many + ">\">%p; ]><a/>"));
+    EXPECT_FALSE(Loads("<!DOCTYPE a [<!ENTITY % p \"<!ENTITY e '&e;'>\">%p; ]><a>&e;</a>"));
+}
+
+TEST(HostileXml, EveryTruncationOfParameterEntitiesIsRefused) {
+    const std::string xml = "<!DOCTYPE q [<!ENTITY % x '&#37;z;'><!ENTITY % z \"<!ENTITY e 'v'><!-- x -->\">%x; "
+                            "<!ENTITY % o PUBLIC 'p' 'o'>%z;]><q>&e;</q>";
+    ASSERT_TRUE(Loads(xml));
+    for (std::size_t size = 0; size < xml.size(); ++size)
+        EXPECT_FALSE(Loads(xml.substr(0, size))) << xml.substr(0, size);
 }
 
 TEST(HostileXml, DefaultsThatMultiplyAreRefused) {

@@ -38,6 +38,7 @@ bool EndsBatch(const host::Error& error) {
 constexpr int raisedNumber = 50000;
 
 template <class... Visitors> struct Overloaded : Visitors... { using Visitors::operator()...; };
+template <class... Visitors> Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
 } // namespace
 
@@ -249,7 +250,7 @@ Variables BatchRunner::RunText(const std::string& text, Variables parameters) {
         Fail(217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit {}).",
              maxNesting);
     }
-    const auto leave = [this](int* nesting) { --*nesting; };
+    const auto leave = [](int* nesting) { --*nesting; };
     const std::unique_ptr<int, decltype(leave)> guard(&database_.nesting_, leave);
     Parser parser(text, database_.options_);
     const Statements statements = parser.ParseScript(std::move(parameters));
