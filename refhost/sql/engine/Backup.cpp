@@ -129,17 +129,25 @@ void Restore(const std::string& connectionString, Schema schema, const std::stri
 }
 
 std::vector<std::string> CheckFiles(const std::string& connectionString) {
-    const std::unique_ptr<EmbeddedDatabase> database = OpenEmbedded(connectionString, Mode::open);
     std::vector<std::string> faults;
-    Command schemas(database->Handle(),
-                    "SELECT name, file FROM pragma_database_list WHERE name <> 'temp' ORDER BY seq");
-    while (schemas.Step()) {
-        Command check(database->Handle(), fmt::format("PRAGMA {}.integrity_check", Quoted(schemas.Text(0))));
-        while (check.Step()) {
-            if (check.Text(0) != "ok") {
-                faults.push_back(fmt::format("{}: {}", schemas.Text(1), check.Text(0)));
+    try {
+        const std::unique_ptr<EmbeddedDatabase> database = OpenEmbedded(connectionString, Mode::open);
+        Command schemas(database->Handle(),
+                        "SELECT name, file FROM pragma_database_list WHERE name <> 'temp' ORDER BY seq");
+        while (schemas.Step()) {
+            Command check(database->Handle(), fmt::format("PRAGMA {}.integrity_check", Quoted(schemas.Text(0))));
+            while (check.Step()) {
+                if (check.Text(0) != "ok") {
+                    faults.push_back(fmt::format("{}: {}", schemas.Text(1), check.Text(0)));
+                }
             }
         }
+    } catch (const host::Error& error) {
+        // Damage may keep the files from being opened at all.
+        if (error.native() != damagedFile) {
+            throw;
+        }
+        faults.push_back(fmt::format("{}: {}", FileOf(connectionString), error.description()));
     }
     return faults;
 }
