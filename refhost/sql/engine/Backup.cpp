@@ -13,6 +13,13 @@ namespace {
 namespace fs = std::filesystem;
 using host::error_number::unspecified;
 
+/// A file's name, which is UTF-8 on every system as SQLite takes it.
+fs::path PathOf(const std::string& file) { return {std::u8string(file.begin(), file.end())}; }
+std::string NameOf(const fs::path& file) {
+    const std::u8string name = file.u8string();
+    return {name.begin(), name.end()};
+}
+
 struct FinishBackup {
     void operator()(sqlite3_backup* backup) const { sqlite3_backup_finish(backup); }
 };
@@ -66,7 +73,7 @@ public:
 
     void Keep() const {
         std::error_code error;
-        fs::rename(name_, target_, error);
+        fs::rename(PathOf(name_), PathOf(target_), error);
         if (error) {
             FailOwn(unspecified, "The file \"{}\" cannot be written: {}.", target_, error.message());
         }
@@ -76,7 +83,7 @@ private:
     void Discard() const {
         std::error_code ignored;
         for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
-            fs::remove(name_ + suffix, ignored);
+            fs::remove(PathOf(name_ + suffix), ignored);
         }
     }
 
@@ -90,7 +97,7 @@ std::string FileFor(Schema schema, const std::string& connectionString) {
 }
 
 void BackUpFile(const std::string& from, const std::string& to) {
-    if (fs::exists(to)) {
+    if (fs::exists(PathOf(to))) {
         FailOwn(unspecified, "The file \"{}\" exists already. Name another, or take it away.", to);
     }
     PartialCopy(OpenExisting(from).get(), to).Keep();
@@ -106,9 +113,9 @@ void BackUp(const std::string& connectionString, Schema schema, const std::strin
 
 std::string CopyAccount(const std::string& connectionString, const std::string& folder) {
     const std::string account = FileOf(connectionString);
-    const std::string copy = (fs::path(folder) / fs::path(account).filename()).string();
+    const std::string copy = NameOf(PathOf(folder) / PathOf(account).filename());
     BackUpFile(account, copy);
-    if (fs::exists(SystemFile(account))) {
+    if (fs::exists(PathOf(SystemFile(account)))) {
         BackUpFile(SystemFile(account), SystemFile(copy));
     }
     return text::WithConnectionStringValue(connectionString, "Data Source", copy);
@@ -120,7 +127,7 @@ void Restore(const std::string& connectionString, Schema schema, const std::stri
     const PartialCopy content(OpenExisting(file).get(), target);
     // Nobody is to meet an older format.
     OpenEmbedded(text::WithConnectionStringValue(connectionString, "Data Source", content.Name()), Mode::open);
-    if (!fs::exists(target)) {
+    if (!fs::exists(PathOf(target))) {
         return content.Keep();
     }
     const DatabaseHandle db = OpenExisting(target);
@@ -156,7 +163,7 @@ std::vector<FormatChange> UpgradeFiles(const std::string& connectionString) {
     std::vector<FormatChange> changes;
     for (const Schema schema : {Schema::account, Schema::system}) {
         const std::string file = FileFor(schema, connectionString);
-        if (schema == Schema::account || fs::exists(file)) {
+        if (schema == Schema::account || fs::exists(PathOf(file))) {
             changes.push_back({file, FormatOf(file), 0});
         }
     }
