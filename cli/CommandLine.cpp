@@ -155,6 +155,26 @@ private:
         command.add_flag("--demo", account.demo, Text(help_.accountDemo));
         command.add_option("--database", account.database, Text(help_.accountDatabase))->type_name("NAME");
         Runs(command, [&account](Console& console) { return RunAccountCreate(account, console); });
+        AddAccountCopy(accounts, "backup", help_.accountBackup, RunAccountBackup);
+        AddAccountCopy(accounts, "restore", help_.accountRestore, RunAccountRestore);
+        AddAccountWork(accounts, "check", help_.accountCheck, RunAccountCheck);
+        AddAccountWork(accounts, "upgrade", help_.accountUpgrade, RunAccountUpgrade);
+    }
+
+    using AccountWork = int (*)(const AccountArguments&, Console&);
+
+    CLI::App& AddAccountWork(CLI::App& accounts, const char* name, std::string_view meaning, AccountWork work) {
+        AccountArguments& account = arguments_.account;
+        CLI::App& command = *AddCommand(accounts, name, meaning);
+        AddLogin(command, account.login);
+        Runs(command, [&account, work](Console& console) { return work(account, console); });
+        return command;
+    }
+    /// A command that copies to or from a file.
+    void AddAccountCopy(CLI::App& accounts, const char* name, std::string_view meaning, AccountWork work) {
+        CLI::App& command = AddAccountWork(accounts, name, meaning, work);
+        command.add_flag("--system", arguments_.account.system, Text(help_.accountSystem));
+        command.add_option("FILE", arguments_.account.file, Text(help_.accountFile))->required();
     }
 
     void AddLoginCommands() {

@@ -60,6 +60,10 @@ struct AccountArguments {
     /// The database to create on a server; empty for the one that the login names.
     std::string database;
     bool demo = false;
+    /// The file that a backup goes to or comes from.
+    std::string file;
+    /// Whether the system database is meant instead of the account.
+    bool system = false;
 };
 
 struct LoginCheckArguments {
@@ -89,6 +93,16 @@ int RunSql(const SqlArguments& arguments, Console& console);
 
 /// Creates the host's tables, and tells people what it made.
 int RunAccountCreate(const AccountArguments& arguments, Console& console);
+
+/// Copies an embedded account database, or the system database beside it, to a file while others work on it, and back.
+/// Each tells people what it did, and throws std::runtime_error for an account on a server.
+int RunAccountBackup(const AccountArguments& arguments, Console& console);
+int RunAccountRestore(const AccountArguments& arguments, Console& console);
+/// Tells on standard output what is damaged in the files of an embedded account and of its system database; the status
+/// is `failed` where something is. Throws likewise.
+int RunAccountCheck(const AccountArguments& arguments, Console& console);
+/// Brings these files up to the program's format, and tells people of each what it had. Throws likewise.
+int RunAccountUpgrade(const AccountArguments& arguments, Console& console);
 
 /// Tells on standard output what is missing or wrong in a login and what its account is. The status is `failed` where
 /// something is wrong.

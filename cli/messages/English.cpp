@@ -40,6 +40,12 @@ constexpr Messages englishMessages = {
             .accountCreate = "Create the host's tables in an empty account database",
             .accountDemo = "Add a small company to try things on",
             .accountDatabase = "On a server: create the database NAME for the account, unless it is there",
+            .accountBackup = "Copy an embedded account to a new file, while others work on it",
+            .accountRestore = "Put such a copy in the place of an embedded account's content",
+            .accountCheck = "Look through the files of an embedded account for damage",
+            .accountUpgrade = "Bring the files of an embedded account up to this program's format",
+            .accountSystem = "The system database QxSystem of the account's folder instead of the account",
+            .accountFile = "The file of the copy",
             .loginCommand = "Login files",
             .loginCheck = "Tell what is missing or wrong in a login, open its account and say what it is",
             .loginInit = "Make a login file that only its owner can read",
@@ -155,6 +161,16 @@ constexpr Messages englishMessages = {
             .demoMade =
                 "The demonstration company has {0} warehouses, {1} items, {2} ledger accounts and {3} departments; "
                 "January 2024 is its open month.",
+            .backedUp = "Copied the account to {0}. QxSystem.db is a file of its own; --system copies it.",
+            .systemBackedUp = "Copied the system database to {0}.",
+            .restored = "The account has the content of {0} now.",
+            .systemRestored = "The system database has the content of {0} now.",
+            .sound = "The account's files are sound.",
+            .damaged = "The account's files are damaged. kovra account restore puts a backup in their place.",
+            .upgraded = "Brought {0} from format {1} to format {2}.",
+            .upToDate = "{0} has format {1} already.",
+            .embeddedOnly = "this is for embedded accounts (Provider=KovraAccount); this login's account is on a "
+                            "server, which has tools of its own for it",
         },
 };
 

@@ -51,6 +51,12 @@ struct HelpTexts {
     std::string_view accountCreate;
     std::string_view accountDemo;
     std::string_view accountDatabase;
+    std::string_view accountBackup;
+    std::string_view accountRestore;
+    std::string_view accountCheck;
+    std::string_view accountUpgrade;
+    std::string_view accountSystem;
+    std::string_view accountFile;
     std::string_view loginCommand;
     std::string_view loginCheck;
     std::string_view loginInit;
@@ -206,6 +212,20 @@ struct AccountTexts {
     std::string_view accountMade;
     /// `{0}` warehouses, `{1}` items, `{2}` ledger accounts, `{3}` departments.
     std::string_view demoMade;
+
+    /// `{0}` the backup's file.
+    std::string_view backedUp;
+    std::string_view systemBackedUp;
+    std::string_view restored;
+    std::string_view systemRestored;
+    std::string_view sound;
+    /// What to do about the faults listed before it.
+    std::string_view damaged;
+    /// `{0}` the file, `{1}` its format before, `{2}` its format now.
+    std::string_view upgraded;
+    std::string_view upToDate;
+    /// The account is on a server.
+    std::string_view embeddedOnly;
 };
 
 /// All texts that the program has for people, in one language.

@@ -6,7 +6,7 @@ _kovra() {
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
       transact | query | sql | account | login) [ -n "$command" ] || command=$word ;;
-      create | check | init) [ -z "$command" ] || command="${command%% *} $word" ;;
+      create | backup | restore | check | upgrade | init) [ -z "$command" ] || command="${command%% *} $word" ;;
     esac
   done
 
@@ -24,7 +24,7 @@ _kovra() {
     -e | --execute | --timeout | --database | --connection | --account | --year | --user | --name) return ;;
   esac
   if [ -z "${choices:-}" ]; then
-    if [[ $current != -* && ($command == transact || $command == query || $command == sql || $command == "login init") ]]; then
+    if [[ $current != -* && ($command == transact || $command == query || $command == sql || $command == "login init" || $command == "account backup" || $command == "account restore") ]]; then
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
     fi
@@ -33,8 +33,10 @@ _kovra() {
       transact) choices="--class --login --trace --journal --format --quiet --lang --help" ;;
       query) choices="--login --conditions --trace --lang --help" ;;
       sql) choices="--login --execute --format --timeout --lang --help" ;;
-      account) choices="create --lang --help" ;;
+      account) choices="create backup restore check upgrade --lang --help" ;;
       "account create") choices="--login --demo --database --lang --help" ;;
+      "account backup" | "account restore") choices="--login --system --lang --help" ;;
+      "account check" | "account upgrade") choices="--login --lang --help" ;;
       login) choices="check init --lang --help" ;;
       "login check") choices="--login --lang --help" ;;
       "login init") choices="--connection --account --year --user --name --lang --help" ;;

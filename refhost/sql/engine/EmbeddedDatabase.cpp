@@ -5,6 +5,7 @@
 #include "refhost/sql/engine/Storage.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
+#include "text/ConnectionString.h"
 
 #include <algorithm>
 #include <utility>
@@ -14,44 +15,23 @@ namespace {
 
 using host::error_number::unspecified;
 
-/// How long a statement waits for another process that writes, as imports do side by side.
-constexpr int busyMilliseconds = 30'000;
 /// Steps of SQLite's machine from one look at the clock to the next: some milliseconds.
 constexpr int stepsPerCheck = 100'000;
 constexpr std::string_view inMemory = ":memory:";
 
-std::string_view WithoutBlanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
+    const auto value = [&](std::string_view key) { return text::ConnectionStringValue(connectionString, key); };
     EmbeddedDatabase::Settings settings;
-    std::string_view rest = connectionString;
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find(';'), rest.size());
-        const std::string_view pair = rest.substr(0, end);
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        const std::size_t equals = pair.find('=');
-        if (equals == std::string_view::npos) {
-            continue;
-        }
-        const std::string_view key = WithoutBlanks(pair.substr(0, equals));
-        const std::string_view value = WithoutBlanks(pair.substr(equals + 1));
-        if (EqualNames(key, "Data Source")) {
-            settings.file = value;
-        } else if (EqualNames(key, "Delete Star")) {
-            settings.deleteStar = EqualNames(value, "Accept");
-        } else if (EqualNames(key, "Synchronous")) {
-            if (!EqualNames(value, "Full") && !EqualNames(value, "Normal")) {
-                FailOwn(unspecified, "The connection string's Synchronous is Full or Normal, not '{}'.", value);
-            }
-            settings.durability = EqualNames(value, "Full") ? Durability::full : Durability::normal;
-        }
-    }
+    settings.file = value("Data Source").value_or("");
     if (settings.file.empty()) {
         FailOwn(unspecified, "The connection string names no Data Source.");
+    }
+    settings.deleteStar = EqualNames(value("Delete Star").value_or(""), "Accept");
+    if (const std::optional<std::string> synchronous = value("Synchronous")) {
+        if (!EqualNames(*synchronous, "Full") && !EqualNames(*synchronous, "Normal")) {
+            FailOwn(unspecified, "The connection string's Synchronous is Full or Normal, not '{}'.", *synchronous);
+        }
+        settings.durability = EqualNames(*synchronous, "Full") ? Durability::full : Durability::normal;
     }
     return settings;
 }
@@ -59,10 +39,6 @@ EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
 std::size_t NameStart(const std::string& file) {
     const std::size_t slash = file.find_last_of("/\\");
     return slash == std::string::npos ? 0 : slash + 1;
-}
-
-std::string SystemFile(const std::string& file) {
-    return file == inMemory ? file : file.substr(0, NameStart(file)) + "QxSystem.db";
 }
 
 /// The account database's name: that of its file without the ending.
@@ -140,6 +116,10 @@ host::Value ValueOf(const Cell& cell) {
 void FailMoving() { FailOwn(unspecified, "Could not complete the statement because definitions keep changing."); }
 
 std::string FileOf(const std::string& connectionString) { return ReadSettings(connectionString).file; }
+
+std::string SystemFile(const std::string& file) {
+    return file == inMemory ? file : file.substr(0, NameStart(file)) + "QxSystem.db";
+}
 
 std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString) {
     return OpenEmbedded(connectionString, Mode::open);

@@ -36,6 +36,11 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 
 /// The account's file that such a connection string names. Throws for one that names none.
 std::string FileOf(const std::string& connectionString);
+/// The file of the system database beside an account's file.
+std::string SystemFile(const std::string& file);
+
+/// How long a statement waits for another process that writes, as imports do side by side.
+inline constexpr int busyMilliseconds = 30'000;
 
 /// What a power failure may take of what was committed; the failure of a process takes nothing either way.
 enum class Durability {

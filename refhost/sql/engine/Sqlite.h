@@ -27,6 +27,8 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 StatementHandle Prepare(sqlite3* db, std::string_view text);
 /// Runs SQLite's own SQL without reading an answer. Throws likewise.
 void Run(sqlite3* db, const std::string& text);
+/// The server's number for a file that is damaged.
+inline constexpr int damagedFile = 824;
 /// What SQLite's latest error is to SQL Server, or, for what SQL Server does not know, to this database; never a text
 /// of SQLite's own. Throws std::bad_alloc where memory did not suffice.
 host::Error SqliteError(sqlite3* db);

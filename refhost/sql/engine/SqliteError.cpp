@@ -110,7 +110,7 @@ host::Error SqliteError(sqlite3* db) {
     case SQLITE_IOERR:
         return {unspecified, "The operating system reported an error while the account database was read or written."};
     case SQLITE_CORRUPT:
-        return {unspecified, "The file of the account database is damaged. Restore it from a backup."};
+        return ErrorOf(damagedFile, "The file of the account database is damaged. Restore it from a backup.");
     case SQLITE_NOTADB:
         return {unspecified, "The file is not an account database."};
     case SQLITE_CANTOPEN:
