@@ -5,6 +5,7 @@
 #include "cli/HelpFormatter.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
+#include "cli/SheetOptions.h"
 #include "cli/Version.h"
 
 #include <algorithm>
@@ -99,6 +100,23 @@ private:
     }
     void Runs(CLI::App& command, std::function<int(Console&)> run) {
         command.callback([this, run = std::move(run)] { arguments_.command = run; });
+    }
+
+    /// The options that say how a spreadsheet is read.
+    void AddSheet(CLI::App& command, SheetArguments& sheet) {
+        command.add_option("FILE", sheet.file, Text(help_.sheetFile))->required();
+        command.add_option("--class", sheet.className, Fill(help_.sheetClass, ClassNames()))->type_name("CLASS");
+        command.add_option("--sheet", sheet.sheet, Text(help_.sheetName))->type_name("NAME");
+        command.add_option("--header-row", sheet.headerRow, Text(help_.sheetHeaderRow))
+            ->type_name("ROW")
+            ->check(CLI::Validator(CLI::PositiveNumber).description(""));
+        command.add_option("--map", sheet.map, Text(help_.sheetMap))
+            ->allow_extra_args(false)
+            ->type_name(Text(help_.sheetMapValue));
+        command.add_option("--encoding", sheet.encoding, Text(help_.sheetEncoding))->type_name("NAME");
+        AddChoice(command, "--hidden", sheet.hidden, help_.sheetHidden, {"include", "skip"});
+        command.add_flag("--fix-codes", sheet.fixCodes, Text(help_.sheetFixCodes));
+        command.add_flag("--allow-duplicates", sheet.allowDuplicates, Text(help_.sheetAllowDuplicates));
     }
 
     void AddTransact() {
@@ -210,7 +228,7 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error, const
         return Fill(texts.unexpected, extras.front());
     }
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-        return words.starts_with("-") ? Fill(texts.missingOption, OptionIn(words)) : std::string(texts.missingCommand);
+        return words.starts_with("A ") ? std::string(texts.missingCommand) : Fill(texts.missingOption, OptionIn(words));
     }
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr && words.starts_with("-")) {
         return Fill(texts.missingValue, OptionIn(words));

@@ -47,6 +47,17 @@ constexpr Messages chineseMessages = {
             .loginInitYear = "会计年度",
             .loginInitUser = "操作员编码",
             .loginInitName = "操作员姓名；单据未写制单人时以此为制单人",
+            .sheetClass = "类名：{0}；不指定时由列标题判断",
+            .sheetName = "工作表；不指定时取唯一合适的那张",
+            .sheetHeaderRow = "列标题所在的行；不指定时自动查找",
+            .sheetMap = "把标题为“列”的一列当作“字段”，可重复给出；“列=”略去该列",
+            .sheetMapValue = "列=字段",
+            .sheetEncoding = "CSV 文件的编码，例如 GB18030；不指定时自动判断",
+            .sheetHidden = "隐藏或筛选掉的行：include 导入，skip 跳过；不指定而有隐藏行时不导入",
+            .sheetFixCodes = "补齐编码丢失的前导零",
+            .sheetAllowDuplicates = "允许表中有重复的行",
+            .sheetFile = "表格文件：.xlsx 或 CSV",
+            .sheetJson = "结果写成一个 JSON 对象",
             .exitStatus = "退出状态：\n"
                           "  0    全部接受，或已执行 EMPTY\n"
                           "  1    部分或全部行被拒绝；query、sql、account 和 login：所要求的操作失败\n"
@@ -64,6 +75,7 @@ constexpr Messages chineseMessages = {
             .seeHelp = "用法见 {0} --help",
             .unknownClass = "没有名为“{0}”的类；可用的类有 {1}",
             .didYouMean = "是否想写 {0}？",
+            .wrongMap = "--map {0}：应写成 --map 列标题=字段",
         },
     .server =
         {

@@ -49,6 +49,20 @@ constexpr Messages englishMessages = {
             .loginInitYear = "The accounting year",
             .loginInitUser = "The user's id",
             .loginInitName = "The operator's name, which becomes the maker of documents that name none",
+            .sheetClass = "The class: {0}; without it the headings tell",
+            .sheetName = "The sheet; without it the only one that fits",
+            .sheetHeaderRow = "The line of the headings; without it they are looked for",
+            .sheetMap =
+                "Read the column with this heading as FIELD, may be given several times; HEADING= leaves it out",
+            .sheetMapValue = "HEADING=FIELD",
+            .sheetEncoding = "Encoding of a CSV file, such as GB18030; without it it is found out",
+            .sheetHidden =
+                "Rows that are hidden or filtered out: include or skip; without it a table with such rows is "
+                "not imported",
+            .sheetFixCodes = "Put back the leading zeros that codes have lost",
+            .sheetAllowDuplicates = "Take rows that repeat others",
+            .sheetFile = "The spreadsheet: .xlsx or CSV",
+            .sheetJson = "Write the outcome as one JSON object",
             .exitStatus = "Exit status:\n"
                           "  0    everything was accepted, or operation EMPTY was done\n"
                           "  1    some or all rows were refused; query, sql, account and login: what was asked failed\n"
@@ -66,6 +80,7 @@ constexpr Messages englishMessages = {
             .seeHelp = "{0} --help tells what there is",
             .unknownClass = "there is no class '{0}'; the classes are {1}",
             .didYouMean = "did you mean {0}?",
+            .wrongMap = "--map {0}: write --map HEADING=FIELD",
         },
     .server =
         {

@@ -60,6 +60,18 @@ struct HelpTexts {
     std::string_view loginInitYear;
     std::string_view loginInitUser;
     std::string_view loginInitName;
+    /// How spreadsheets are read. `{0}` the names of the classes.
+    std::string_view sheetClass;
+    std::string_view sheetName;
+    std::string_view sheetHeaderRow;
+    std::string_view sheetMap;
+    std::string_view sheetMapValue;
+    std::string_view sheetEncoding;
+    std::string_view sheetHidden;
+    std::string_view sheetFixCodes;
+    std::string_view sheetAllowDuplicates;
+    std::string_view sheetFile;
+    std::string_view sheetJson;
     std::string_view exitStatus;
 };
 
@@ -77,6 +89,8 @@ struct UsageTexts {
     std::string_view unknownClass;
     /// `{0}` the nearest name.
     std::string_view didYouMean;
+    /// `{0}` the entry.
+    std::string_view wrongMap;
 };
 
 /// What making an account on a server tells.
