@@ -46,6 +46,7 @@ struct Arguments {
     TransactArguments transact;
     QueryArguments query;
     SqlArguments sql;
+    RequestArguments request;
     AccountArguments account;
     LoginCheckArguments loginCheck;
     LoginInitArguments loginInit;
@@ -65,6 +66,7 @@ public:
         app_.footer(Text(help_.exitStatus));
         AddTransact();
         AddQuery();
+        AddRequest();
         AddSql();
         AddAccount();
         AddLoginCommands();
@@ -119,6 +121,13 @@ private:
         command.add_flag("--allow-duplicates", sheet.allowDuplicates, Text(help_.sheetAllowDuplicates));
     }
 
+    static void FromLocale(SheetArguments& sheet) {
+        sheet.sheet = platform::FromLocale(sheet.sheet);
+        for (std::string& entry : sheet.map) {
+            entry = platform::FromLocale(entry);
+        }
+    }
+
     void AddTransact() {
         TransactArguments& transact = arguments_.transact;
         CLI::App& command = *AddCommand(app_, "transact", help_.transact);
@@ -142,6 +151,20 @@ private:
         command.add_option("--trace", query.trace, Text(help_.trace))->type_name("FILE");
         command.add_option("ENVELOPE", query.envelope, Text(help_.queryEnvelope));
         Runs(command, [&query](Console&) { return RunQuery(query); });
+    }
+
+    void AddRequest() {
+        RequestArguments& request = arguments_.request;
+        CLI::App& command = *AddCommand(app_, "request", help_.request);
+        AddSheet(command, request.sheet);
+        command.add_option("-o,--output", request.output, Text(help_.requestOutput))->type_name("FILE");
+        command.add_option("--login", request.login, Text(help_.requestLogin))->type_name("FILE");
+        command.add_flag("--json", request.json, Text(help_.sheetJson));
+        command.add_flag("-q,--quiet", request.quiet, Text(help_.requestQuiet));
+        Runs(command, [&request](Console& console) {
+            FromLocale(request.sheet);
+            return RunRequest(request, console);
+        });
     }
 
     void AddSql() {

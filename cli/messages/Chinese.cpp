@@ -6,6 +6,7 @@ constexpr Messages chineseMessages = {
     .row = {.one = "{0} 行", .many = "{0} 行", .place = "第 {0} 行"},
     .document = {.one = "{0} 张单据", .many = "{0} 张单据", .place = "第 {0} 张单据"},
     .entry = {.one = "{0} 行表体", .many = "{0} 行表体", .place = "表体第 {0} 行"},
+    .cell = {.one = "{0} 处", .many = "{0} 处", .place = ""},
     .help =
         {
             .program = "把单据导入 ERP 账套的存货核算模块。",
@@ -58,6 +59,10 @@ constexpr Messages chineseMessages = {
             .sheetAllowDuplicates = "允许表中有重复的行",
             .sheetFile = "表格文件：.xlsx 或 CSV",
             .sheetJson = "结果写成一个 JSON 对象",
+            .request = "把表格中可用的行写成请求，并逐格列出更正和拒绝",
+            .requestOutput = "请求写到 FILE；不写则写到标准输出",
+            .requestLogin = "登录文件（XML）；给出时按账套检查编码",
+            .requestQuiet = "标准错误上只显示错误",
             .exitStatus = "退出状态：\n"
                           "  0    全部接受，或已执行 EMPTY\n"
                           "  1    部分或全部行被拒绝；query、sql、account 和 login：所要求的操作失败\n"
@@ -162,6 +167,21 @@ constexpr Messages chineseMessages = {
             .next = "下一步：{0}",
             .accountMade = "已建立账套：{0} 张表，{1} 个视图。",
             .demoMade = "演示公司有 {0} 个仓库、{1} 种存货、{2} 个科目、{3} 个部门；2024 年 1 月为未结账月份。",
+        },
+    .sheet =
+        {
+            .corrections = "更正了 {0}：",
+            .correction = "{0}：“{1}”改为“{2}”",
+            .warnings = "请留意 {0}：",
+            .refusals = "拒绝了 {0}：",
+            .finding = "{0}：{1}",
+            .moreLines = "另有 {0} 处；用 --json 可得到全部",
+            .hiddenTaken = "其中隐藏或筛选掉的 {0}也已计入。",
+            .hiddenSkipped = "跳过了隐藏或筛选掉的 {0}。",
+            .taken = "可导入 {0}，拒绝 {1}。",
+            .noRows = "表中没有数据行",
+            .requestWritten = "请求已写到 {0}。",
+            .requestNotWritten = "没有写出请求。",
         },
 };
 

@@ -6,6 +6,7 @@ constexpr Messages englishMessages = {
     .row = {.one = "{0} row", .many = "{0} rows", .place = "row {0}"},
     .document = {.one = "{0} document", .many = "{0} documents", .place = "document {0}"},
     .entry = {.one = "{0} entry", .many = "{0} entries", .place = "entry {0}"},
+    .cell = {.one = "{0} cell", .many = "{0} cells", .place = ""},
     .help =
         {
             .program = "Imports documents into the inventory accounting of an ERP account.",
@@ -63,6 +64,10 @@ constexpr Messages englishMessages = {
             .sheetAllowDuplicates = "Take rows that repeat others",
             .sheetFile = "The spreadsheet: .xlsx or CSV",
             .sheetJson = "Write the outcome as one JSON object",
+            .request = "Make a request of a spreadsheet's rows; what was corrected and refused is told cell by cell",
+            .requestOutput = "Write the request to FILE; without it to standard output",
+            .requestLogin = "The login, an XML file; with it codes are held against the account",
+            .requestQuiet = "Nothing but errors on standard error",
             .exitStatus = "Exit status:\n"
                           "  0    everything was accepted, or operation EMPTY was done\n"
                           "  1    some or all rows were refused; query, sql, account and login: what was asked failed\n"
@@ -170,6 +175,21 @@ constexpr Messages englishMessages = {
             .demoMade =
                 "The demonstration company has {0} warehouses, {1} items, {2} ledger accounts and {3} departments; "
                 "January 2024 is its open month.",
+        },
+    .sheet =
+        {
+            .corrections = "{0} corrected:",
+            .correction = "{0}: \"{1}\" became \"{2}\"",
+            .warnings = "A look at {0} is advised:",
+            .refusals = "{0} refused:",
+            .finding = "{0}: {1}",
+            .moreLines = "and {0} more; --json has them all",
+            .hiddenTaken = "{0}, hidden or filtered out, are among them.",
+            .hiddenSkipped = "{0}, hidden or filtered out, were left out.",
+            .taken = "{0} can be imported, {1} refused.",
+            .noRows = "the table has no rows",
+            .requestWritten = "The request is in {0}.",
+            .requestNotWritten = "No request was written.",
         },
 };
 
