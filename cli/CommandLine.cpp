@@ -5,6 +5,7 @@
 #include "cli/HelpFormatter.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
+#include "cli/SheetOptions.h"
 #include "cli/Version.h"
 
 #include <algorithm>
@@ -45,6 +46,7 @@ struct Arguments {
     TransactArguments transact;
     QueryArguments query;
     SqlArguments sql;
+    RequestArguments request;
     AccountArguments account;
     LoginCheckArguments loginCheck;
     LoginInitArguments loginInit;
@@ -64,6 +66,7 @@ public:
         app_.footer(Text(help_.exitStatus));
         AddTransact();
         AddQuery();
+        AddRequest();
         AddSql();
         AddAccount();
         AddLoginCommands();
@@ -101,6 +104,30 @@ private:
         command.callback([this, run = std::move(run)] { arguments_.command = run; });
     }
 
+    /// The options that say how a spreadsheet is read.
+    void AddSheet(CLI::App& command, SheetArguments& sheet) {
+        command.add_option("FILE", sheet.file, Text(help_.sheetFile))->required();
+        command.add_option("--class", sheet.className, Fill(help_.sheetClass, ClassNames()))->type_name("CLASS");
+        command.add_option("--sheet", sheet.sheet, Text(help_.sheetName))->type_name("NAME");
+        command.add_option("--header-row", sheet.headerRow, Text(help_.sheetHeaderRow))
+            ->type_name("ROW")
+            ->check(CLI::Validator(CLI::PositiveNumber).description(""));
+        command.add_option("--map", sheet.map, Text(help_.sheetMap))
+            ->allow_extra_args(false)
+            ->type_name(Text(help_.sheetMapValue));
+        command.add_option("--encoding", sheet.encoding, Text(help_.sheetEncoding))->type_name("NAME");
+        AddChoice(command, "--hidden", sheet.hidden, help_.sheetHidden, {"include", "skip"});
+        command.add_flag("--fix-codes", sheet.fixCodes, Text(help_.sheetFixCodes));
+        command.add_flag("--allow-duplicates", sheet.allowDuplicates, Text(help_.sheetAllowDuplicates));
+    }
+
+    static void FromLocale(SheetArguments& sheet) {
+        sheet.sheet = platform::FromLocale(sheet.sheet);
+        for (std::string& entry : sheet.map) {
+            entry = platform::FromLocale(entry);
+        }
+    }
+
     void AddTransact() {
         TransactArguments& transact = arguments_.transact;
         CLI::App& command = *AddCommand(app_, "transact", help_.transact);
@@ -124,6 +151,20 @@ private:
         command.add_option("--trace", query.trace, Text(help_.trace))->type_name("FILE");
         command.add_option("ENVELOPE", query.envelope, Text(help_.queryEnvelope));
         Runs(command, [&query](Console&) { return RunQuery(query); });
+    }
+
+    void AddRequest() {
+        RequestArguments& request = arguments_.request;
+        CLI::App& command = *AddCommand(app_, "request", help_.request);
+        AddSheet(command, request.sheet);
+        command.add_option("-o,--output", request.output, Text(help_.requestOutput))->type_name("FILE");
+        command.add_option("--login", request.login, Text(help_.requestLogin))->type_name("FILE");
+        command.add_flag("--json", request.json, Text(help_.sheetJson));
+        command.add_flag("-q,--quiet", request.quiet, Text(help_.requestQuiet));
+        Runs(command, [&request](Console& console) {
+            FromLocale(request.sheet);
+            return RunRequest(request, console);
+        });
     }
 
     void AddSql() {
@@ -230,7 +271,7 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error, const
         return Fill(texts.unexpected, extras.front());
     }
     if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr) {
-        return words.starts_with("-") ? Fill(texts.missingOption, OptionIn(words)) : std::string(texts.missingCommand);
+        return words.starts_with("A ") ? std::string(texts.missingCommand) : Fill(texts.missingOption, OptionIn(words));
     }
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr && words.starts_with("-")) {
         return Fill(texts.missingValue, OptionIn(words));

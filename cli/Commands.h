@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/Console.h"
+#include "cli/SheetOptions.h"
 
 #include <string>
 #include <vector>
@@ -80,12 +81,27 @@ struct LoginInitArguments {
     std::string userName;
 };
 
+struct RequestArguments {
+    SheetArguments sheet;
+    /// A file, or "-" for standard output.
+    std::string output = "-";
+    /// The login of the account that codes are held against; empty to leave them unchecked.
+    std::string login;
+    bool json = false;
+    /// Nothing but errors on standard error.
+    bool quiet = false;
+};
+
 /// Runs a request through a class, writes the result and tells people what came of it. Each command returns the exit
 /// status; it throws `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
 int RunTransact(const TransactArguments& arguments, Console& console);
 
 /// Queries stock documents and writes the filled envelope. Throws `host::Error` for what the query raises too.
 int RunQuery(const QueryArguments& arguments);
+
+/// Makes the request of a spreadsheet's rows and tells what was corrected and what is refused. Throws
+/// importing::UnreadableFile too.
+int RunRequest(const RequestArguments& arguments, Console& console);
 
 /// Runs T-SQL batches up to the first that fails. Rows go to standard output; counts, messages and errors of a batch go
 /// to `console`.

@@ -58,7 +58,7 @@ void Write(std::string_view text) {
 } // namespace
 
 Console::Console(Language language)
-    : messages_(MessagesIn(language)), terminal_(platform::IsTerminal(platform::Stream::error)),
+    : language_(language), messages_(MessagesIn(language)), terminal_(platform::IsTerminal(platform::Stream::error)),
       coloured_(terminal_ && WantsColour()) {}
 
 void Console::Say(Tone tone, std::string_view lead, std::string_view line) {

@@ -14,6 +14,7 @@ public:
 
     explicit Console(Language language);
 
+    Language language() const noexcept { return language_; }
     const Messages& messages() const noexcept { return messages_; }
     /// Whether lines go to a person's terminal.
     bool IsTerminal() const noexcept { return terminal_; }
@@ -29,6 +30,7 @@ public:
     void ClearProgress();
 
 private:
+    Language language_;
     const Messages& messages_;
     bool terminal_;
     bool coloured_;

@@ -2,6 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/Platform.h"
 #include "host/Error.h"
+#include "import/reading/UnreadableFile.h"
 
 #include <exception>
 #include <string>
@@ -15,6 +16,9 @@ int Guarded(const cli::Invocation& invocation, cli::Console& console) {
     } catch (const host::Error& error) {
         console.Say(cli::Console::Tone::bad, std::to_string(error.number()) + ": ", error.description());
         return cli::exit_status::failed;
+    } catch (const importing::UnreadableFile& error) {
+        console.Say(cli::Console::Tone::bad, "kovra: ", importing::Words(error.note(), console.language()));
+        return cli::exit_status::unusable;
     } catch (const std::exception& error) {
         console.Say(cli::Console::Tone::bad, "kovra: ", error.what());
         return cli::exit_status::unusable;

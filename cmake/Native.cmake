@@ -22,7 +22,7 @@ kovra_library(import ModPub fmt::fmt PkgConfig::LIBXML2 PkgConfig::MINIZIP)
 file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)
 list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp)
 add_library(cli STATIC ${cli_sources})
-target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
+target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost import fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
 set_property(SOURCE cli/Version.cpp PROPERTY COMPILE_DEFINITIONS
              KOVRA_VERSION="${PROJECT_VERSION}" KOVRA_ODBC_VERSION="${ODBC_VERSION}")
 add_executable(kovra cli/main.cpp)

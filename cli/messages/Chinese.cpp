@@ -6,6 +6,7 @@ constexpr Messages chineseMessages = {
     .row = {.one = "{0} 行", .many = "{0} 行", .place = "第 {0} 行"},
     .document = {.one = "{0} 张单据", .many = "{0} 张单据", .place = "第 {0} 张单据"},
     .entry = {.one = "{0} 行表体", .many = "{0} 行表体", .place = "表体第 {0} 行"},
+    .cell = {.one = "{0} 处", .many = "{0} 处", .place = ""},
     .help =
         {
             .program = "把单据导入 ERP 账套的存货核算模块。",
@@ -53,6 +54,21 @@ constexpr Messages chineseMessages = {
             .loginInitYear = "会计年度",
             .loginInitUser = "操作员编码",
             .loginInitName = "操作员姓名；单据未写制单人时以此为制单人",
+            .sheetClass = "类名：{0}；不指定时由列标题判断",
+            .sheetName = "工作表；不指定时取唯一合适的那张",
+            .sheetHeaderRow = "列标题所在的行；不指定时自动查找",
+            .sheetMap = "把标题为“列”的一列当作“字段”，可重复给出；“列=”略去该列",
+            .sheetMapValue = "列=字段",
+            .sheetEncoding = "CSV 文件的编码，例如 GB18030；不指定时自动判断",
+            .sheetHidden = "隐藏或筛选掉的行：include 导入，skip 跳过；不指定而有隐藏行时不导入",
+            .sheetFixCodes = "补齐编码丢失的前导零",
+            .sheetAllowDuplicates = "允许表中有重复的行",
+            .sheetFile = "表格文件：.xlsx 或 CSV",
+            .sheetJson = "结果写成一个 JSON 对象",
+            .request = "把表格中可用的行写成请求，并逐格列出更正和拒绝",
+            .requestOutput = "请求写到 FILE；不写则写到标准输出",
+            .requestLogin = "登录文件（XML）；给出时按账套检查编码",
+            .requestQuiet = "标准错误上只显示错误",
             .exitStatus = "退出状态：\n"
                           "  0    全部接受，或已执行 EMPTY\n"
                           "  1    部分或全部行被拒绝；query、sql、account 和 login：所要求的操作失败\n"
@@ -70,6 +86,7 @@ constexpr Messages chineseMessages = {
             .seeHelp = "用法见 {0} --help",
             .unknownClass = "没有名为“{0}”的类；可用的类有 {1}",
             .didYouMean = "是否想写 {0}？",
+            .wrongMap = "--map {0}：应写成 --map 列标题=字段",
         },
     .server =
         {
@@ -166,6 +183,21 @@ constexpr Messages chineseMessages = {
             .upToDate = "{0} 已是格式 {1}，无需升级。",
             .embeddedOnly =
                 "此命令只用于内置账套（Provider=KovraAccount）；该登录文件的账套在服务器上，请用服务器自带的工具",
+        },
+    .sheet =
+        {
+            .corrections = "更正了 {0}：",
+            .correction = "{0}：“{1}”改为“{2}”",
+            .warnings = "请留意 {0}：",
+            .refusals = "拒绝了 {0}：",
+            .finding = "{0}：{1}",
+            .moreLines = "另有 {0} 处；用 --json 可得到全部",
+            .hiddenTaken = "其中隐藏或筛选掉的 {0}也已计入。",
+            .hiddenSkipped = "跳过了隐藏或筛选掉的 {0}。",
+            .taken = "可导入 {0}，拒绝 {1}。",
+            .noRows = "表中没有数据行",
+            .requestWritten = "请求已写到 {0}。",
+            .requestNotWritten = "没有写出请求。",
         },
 };
 

@@ -6,6 +6,7 @@ constexpr Messages englishMessages = {
     .row = {.one = "{0} row", .many = "{0} rows", .place = "row {0}"},
     .document = {.one = "{0} document", .many = "{0} documents", .place = "document {0}"},
     .entry = {.one = "{0} entry", .many = "{0} entries", .place = "entry {0}"},
+    .cell = {.one = "{0} cell", .many = "{0} cells", .place = ""},
     .help =
         {
             .program = "Imports documents into the inventory accounting of an ERP account.",
@@ -55,6 +56,24 @@ constexpr Messages englishMessages = {
             .loginInitYear = "The accounting year",
             .loginInitUser = "The user's id",
             .loginInitName = "The operator's name, which becomes the maker of documents that name none",
+            .sheetClass = "The class: {0}; without it the headings tell",
+            .sheetName = "The sheet; without it the only one that fits",
+            .sheetHeaderRow = "The line of the headings; without it they are looked for",
+            .sheetMap =
+                "Read the column with this heading as FIELD, may be given several times; HEADING= leaves it out",
+            .sheetMapValue = "HEADING=FIELD",
+            .sheetEncoding = "Encoding of a CSV file, such as GB18030; without it it is found out",
+            .sheetHidden =
+                "Rows that are hidden or filtered out: include or skip; without it a table with such rows is "
+                "not imported",
+            .sheetFixCodes = "Put back the leading zeros that codes have lost",
+            .sheetAllowDuplicates = "Take rows that repeat others",
+            .sheetFile = "The spreadsheet: .xlsx or CSV",
+            .sheetJson = "Write the outcome as one JSON object",
+            .request = "Make a request of a spreadsheet's rows; what was corrected and refused is told cell by cell",
+            .requestOutput = "Write the request to FILE; without it to standard output",
+            .requestLogin = "The login, an XML file; with it codes are held against the account",
+            .requestQuiet = "Nothing but errors on standard error",
             .exitStatus = "Exit status:\n"
                           "  0    everything was accepted, or operation EMPTY was done\n"
                           "  1    some or all rows were refused; query, sql, account and login: what was asked failed\n"
@@ -72,6 +91,7 @@ constexpr Messages englishMessages = {
             .seeHelp = "{0} --help tells what there is",
             .unknownClass = "there is no class '{0}'; the classes are {1}",
             .didYouMean = "did you mean {0}?",
+            .wrongMap = "--map {0}: write --map HEADING=FIELD",
         },
     .server =
         {
@@ -171,6 +191,21 @@ constexpr Messages englishMessages = {
             .upToDate = "{0} has format {1} already.",
             .embeddedOnly = "this is for embedded accounts (Provider=KovraAccount); this login's account is on a "
                             "server, which has tools of its own for it",
+        },
+    .sheet =
+        {
+            .corrections = "{0} corrected:",
+            .correction = "{0}: \"{1}\" became \"{2}\"",
+            .warnings = "A look at {0} is advised:",
+            .refusals = "{0} refused:",
+            .finding = "{0}: {1}",
+            .moreLines = "and {0} more; --json has them all",
+            .hiddenTaken = "{0}, hidden or filtered out, are among them.",
+            .hiddenSkipped = "{0}, hidden or filtered out, were left out.",
+            .taken = "{0} can be imported, {1} refused.",
+            .noRows = "the table has no rows",
+            .requestWritten = "The request is in {0}.",
+            .requestNotWritten = "No request was written.",
         },
 };
 

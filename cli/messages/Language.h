@@ -1,12 +1,14 @@
 #pragma once
 
+#include "import/messages/Language.h"
+
 #include <optional>
 #include <string_view>
 
 namespace cli {
 
 /// The languages in which the program speaks to people.
-enum class Language { english, chinese };
+using importing::Language;
 
 /// "en" or "zh"; nothing for any other text.
 std::optional<Language> LanguageNamed(std::string_view name) noexcept;

@@ -66,6 +66,22 @@ struct HelpTexts {
     std::string_view loginInitYear;
     std::string_view loginInitUser;
     std::string_view loginInitName;
+    /// How spreadsheets are read. `{0}` the names of the classes.
+    std::string_view sheetClass;
+    std::string_view sheetName;
+    std::string_view sheetHeaderRow;
+    std::string_view sheetMap;
+    std::string_view sheetMapValue;
+    std::string_view sheetEncoding;
+    std::string_view sheetHidden;
+    std::string_view sheetFixCodes;
+    std::string_view sheetAllowDuplicates;
+    std::string_view sheetFile;
+    std::string_view sheetJson;
+    std::string_view request;
+    std::string_view requestOutput;
+    std::string_view requestLogin;
+    std::string_view requestQuiet;
     std::string_view exitStatus;
 };
 
@@ -83,6 +99,8 @@ struct UsageTexts {
     std::string_view unknownClass;
     /// `{0}` the nearest name.
     std::string_view didYouMean;
+    /// `{0}` the entry.
+    std::string_view wrongMap;
 };
 
 /// What making an account on a server tells.
@@ -228,16 +246,44 @@ struct AccountTexts {
     std::string_view embeddedOnly;
 };
 
+/// What is told of a spreadsheet's cells.
+struct SheetTexts {
+    /// `{0}` how many.
+    std::string_view corrections;
+    /// `{0}` the place, `{1}` what stands there, `{2}` what it became.
+    std::string_view correction;
+    /// `{0}` how many.
+    std::string_view warnings;
+    /// `{0}` how many rows.
+    std::string_view refusals;
+    /// `{0}` the place, `{1}` the reason.
+    std::string_view finding;
+    /// `{0}` how many.
+    std::string_view moreLines;
+    /// `{0}` how many rows.
+    std::string_view hiddenTaken;
+    std::string_view hiddenSkipped;
+    /// `{0}` how many rows are taken, `{1}` how many refused.
+    std::string_view taken;
+    std::string_view noRows;
+    /// `{0}` the file.
+    std::string_view requestWritten;
+    std::string_view requestNotWritten;
+};
+
 /// All texts that the program has for people, in one language.
 struct Messages {
     Noun row;
     Noun document;
     Noun entry;
+    /// Its `place` is not used: a cell has an address.
+    Noun cell;
     HelpTexts help;
     UsageTexts usage;
     ServerTexts server;
     SummaryTexts summary;
     AccountTexts account;
+    SheetTexts sheet;
 };
 
 const Messages& MessagesIn(Language language) noexcept;

@@ -2,10 +2,12 @@
 
 _kovra() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command="" word choices
+  # How a spreadsheet is read.
+  local sheet="--class --sheet --header-row --map --encoding --hidden --fix-codes --allow-duplicates"
   COMPREPLY=()
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
-      transact | query | sql | account | login) [ -n "$command" ] || command=$word ;;
+      transact | query | request | sql | account | login) [ -n "$command" ] || command=$word ;;
       create | backup | restore | check | upgrade | init) [ -z "$command" ] || command="${command%% *} $word" ;;
     esac
   done
@@ -17,21 +19,23 @@ _kovra() {
       [ "$command" != sql ] || choices="table json csv"
       ;;
     --lang) choices="zh en" ;;
-    --login | --trace | --journal | --conditions)
+    --hidden) choices="include skip" ;;
+    --login | --trace | --journal | --conditions | -o | --output)
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
-    -e | --execute | --timeout | --database | --connection | --account | --year | --user | --name) return ;;
+    -e | --execute | --timeout | --database | --connection | --account | --year | --user | --name | --sheet | --header-row | --map | --encoding) return ;;
   esac
   if [ -z "${choices:-}" ]; then
-    if [[ $current != -* && ($command == transact || $command == query || $command == sql || $command == "login init" || $command == "account backup" || $command == "account restore") ]]; then
+    if [[ $current != -* && ($command == transact || $command == query || $command == request || $command == sql || $command == "login init" || $command == "account backup" || $command == "account restore") ]]; then
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
     fi
     case $command in
-      "") choices="transact query sql account login --help --version --lang" ;;
+      "") choices="transact query request sql account login --help --version --lang" ;;
       transact) choices="--class --login --trace --journal --format --quiet --lang --help" ;;
       query) choices="--login --conditions --trace --lang --help" ;;
+      request) choices="$sheet --output --login --json --quiet --lang --help" ;;
       sql) choices="--login --execute --format --timeout --lang --help" ;;
       account) choices="create backup restore check upgrade --lang --help" ;;
       "account create") choices="--login --demo --database --lang --help" ;;

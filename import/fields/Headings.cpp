@@ -6,6 +6,7 @@
 #include "text/Utf16.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace importing {
 namespace {
@@ -52,35 +53,53 @@ const Field* FindField(const ClassFields& classFields, std::string_view heading)
     return nullptr;
 }
 
-const Field* FieldOfElement(const ClassFields& classFields, std::string_view element) {
-    const auto found = std::ranges::find(classFields.fields, element, &Field::element);
-    return found == classFields.fields.end() ? nullptr : &*found;
-}
-
-/// The Chinese name of the field whose name is nearest to `heading`, when that is near enough to have been meant.
-std::string NearestHeading(const ClassFields& classFields, std::string_view heading) {
+/// The field whose name is nearest to `heading`, when that is near enough to have been meant; else nullptr.
+const Field* NearestField(const ClassFields& classFields, std::string_view heading) {
     const std::string wanted = Bare(heading);
     // Half of a heading's characters may differ, and no more than three.
     constexpr std::size_t farthest = 3;
     std::size_t limit = std::min(farthest, text::Utf16Length(wanted) / 2);
-    std::string nearest;
+    const Field* nearest = nullptr;
     for (const Field& field : classFields.fields) {
         ForEachName(field, [&](std::string_view name) {
             const std::size_t distance = EditDistance(wanted, Bare(name), limit);
-            if (distance <= limit && (nearest.empty() || distance < limit)) {
+            if (distance <= limit && (nearest == nullptr || distance < limit)) {
                 limit = distance;
-                nearest = field.chinese;
+                nearest = &field;
             }
         });
     }
     return nearest;
 }
 
+/// Adds the field's Chinese and English name to what a note is about.
+Note About(Message message, std::vector<std::string> arguments, const Field& field) {
+    arguments.emplace_back(field.chinese);
+    arguments.emplace_back(field.english);
+    return {message, std::move(arguments)};
+}
+
+Note UnknownHeading(const ClassFields& classFields, std::string cell, const std::string& heading) {
+    const Field* const nearest = NearestField(classFields, heading);
+    return nearest == nullptr ? Note{Message::headingUnknown, {std::move(cell), heading}}
+                              : About(Message::headingUnknownNear, {std::move(cell), heading}, *nearest);
+}
+
+void CheckMap(Columns& columns, const ClassFields& classFields, const HeadingMap& map) {
+    for (const auto& [heading, name] : map) {
+        if (!name.empty() && FindField(classFields, name) == nullptr) {
+            columns.faults.push_back({Message::mapFieldUnknown, {heading, name}});
+        }
+        if (std::ranges::find(columns.headings, heading) == columns.headings.end()) {
+            columns.faults.push_back({Message::mapHeadingMissing, {heading}});
+        }
+    }
+}
+
 void CheckMissing(Columns& columns, const ClassFields& classFields) {
     for (const Field& field : classFields.fields) {
         if (field.required && std::ranges::find(columns.fields, &field) == columns.fields.end()) {
-            columns.faults.push_back(
-                {Message::headingMissing, {std::string(field.chinese), std::string(field.element)}});
+            columns.faults.push_back(About(Message::headingMissing, {std::string(field.element)}, field));
         }
     }
 }
@@ -99,31 +118,31 @@ Columns ReadHeadings(const Line& line, const ClassFields& classFields, const Hea
         const std::string heading(TrimBlanks(line.cells[column].text));
         columns.headings.push_back(heading);
         columns.fields.push_back(nullptr);
-        if (heading.empty()) {
+        const auto mapped = map.find(heading);
+        const bool isMapped = mapped != map.end();
+        if (heading.empty() || (isMapped && mapped->second.empty())) {
             continue;
         }
-        const auto mapped = map.find(heading);
-        const Field* const field =
-            mapped == map.end() ? FindField(classFields, heading) : FieldOfElement(classFields, mapped->second);
+        const Field* const field = FindField(classFields, isMapped ? mapped->second : heading);
         if (field == nullptr) {
-            const std::string nearest = NearestHeading(classFields, heading);
-            const std::string cell = CellName(column, line.number);
-            columns.faults.push_back(nearest.empty() ? Note{Message::headingUnknown, {cell, heading}}
-                                                     : Note{Message::headingUnknownNear, {cell, heading, nearest}});
+            if (!isMapped) {
+                columns.faults.push_back(UnknownHeading(classFields, CellName(column, line.number), heading));
+            }
         } else if (std::ranges::find(columns.fields, field) != columns.fields.end()) {
-            columns.faults.push_back(
-                {Message::headingTwice, {CellName(column, line.number), heading, std::string(field->chinese)}});
+            columns.faults.push_back(About(Message::headingTwice, {CellName(column, line.number), heading}, *field));
         } else {
             columns.fields.back() = field;
         }
     }
+    CheckMap(columns, classFields, map);
     CheckMissing(columns, classFields);
     return columns;
 }
 
-std::size_t CountHeadings(const Line& line, const ClassFields& classFields) {
+std::size_t CountHeadings(const Line& line, const ClassFields& classFields, const HeadingMap& map) {
     return static_cast<std::size_t>(std::ranges::count_if(line.cells, [&](const Cell& cell) {
-        return cell.kind == Cell::Kind::text && FindField(classFields, cell.text) != nullptr;
+        return cell.kind == Cell::Kind::text &&
+               (FindField(classFields, cell.text) != nullptr || map.contains(TrimBlanks(cell.text)));
     }));
 }
 

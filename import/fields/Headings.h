@@ -25,15 +25,17 @@ struct Columns {
     std::optional<std::size_t> Find(std::string_view element) const;
 };
 
-/// Headings that are to be read as the fields named beside them: heading to element name (`--map`).
+/// Headings that are to be read as the fields named beside them (`--map`): heading to any name of a field, or to the
+/// empty text for a column that is left out.
 using HeadingMap = std::map<std::string, std::string, std::less<>>;
 
 /// Finds the field of each heading among the class's: by the field's element name, its Chinese or English name, or one
 /// of its synonyms, letter case, width, blanks, a "*" and what stands in parentheses aside. Unknown, doubled and
-/// missing headings are faults, with the nearest heading that would do.
+/// missing headings are faults, with the nearest heading that would do; so are entries of `map` that name no heading or
+/// no field.
 Columns ReadHeadings(const Line& line, const ClassFields& classFields, const HeadingMap& map);
 
-/// How many of a line's cells are headings of the class.
-std::size_t CountHeadings(const Line& line, const ClassFields& classFields);
+/// How many of a line's cells are headings of the class, or of `map`.
+std::size_t CountHeadings(const Line& line, const ClassFields& classFields, const HeadingMap& map);
 
 } // namespace importing

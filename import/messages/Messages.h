@@ -57,6 +57,9 @@ enum class Message {
     headingUnknownNear,
     headingTwice,
     headingMissing,
+    mapFieldUnknown,
+    mapHeadingMissing,
+    classUnclear,
     // Rows.
     valueMissing,
     cellWithoutHeading,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "import/messages/Language.h"
 #include "import/messages/Messages.h"
 
 #include <initializer_list>
@@ -7,8 +8,6 @@
 #include <vector>
 
 namespace importing {
-
-enum class Language { chinese, english };
 
 /// Something to say to people: what, and what about. It becomes words in one language only where it is shown.
 struct Note {

@@ -54,6 +54,11 @@ bool CsvTable::Next(Line& line) {
     return true;
 }
 
+void CsvTable::Rewind() {
+    position_ = 0;
+    line_ = 1;
+}
+
 const std::vector<MergedCells>& CsvTable::Merged() const {
     static const std::vector<MergedCells> none;
     return none;

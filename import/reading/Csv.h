@@ -20,6 +20,7 @@ public:
 
     /// Throws UnreadableFile for a quoted field without an end, naming the line that it begins in.
     bool Next(Line& line) override;
+    void Rewind() override;
     const std::vector<MergedCells>& Merged() const override;
 
 private:

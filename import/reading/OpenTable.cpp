@@ -1,17 +1,13 @@
 #include "import/reading/OpenTable.h"
 
 #include "import/encoding/Encoding.h"
+#include "import/file/ReadBytes.h"
 #include "import/reading/Csv.h"
 #include "import/reading/UnreadableFile.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -31,14 +27,6 @@ struct Mark {
 };
 constexpr std::array<Mark, 3> byteOrderMarks = {
     {{"\xEF\xBB\xBF"sv, "UTF-8"}, {"\xFF\xFE"sv, "UTF-16LE"}, {"\xFE\xFF"sv, "UTF-16BE"}}};
-
-std::string ReadBytes(const std::string& path) {
-    std::ifstream file(std::filesystem::u8path(path), std::ios::binary);
-    if (!file) {
-        throw UnreadableFile({Message::fileNotRead, {path, std::strerror(errno)}});
-    }
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 /// The first line of `bytes`, each byte that is not in the encoding shown as "?".
 std::string FirstLine(std::string_view bytes, const std::string& encoding) {

@@ -17,44 +17,53 @@ constexpr std::size_t mostLines = 1'048'576;
 } // namespace
 
 SheetTable::SheetTable(Archive& archive, const std::string& part, Shared shared)
-    : part_(part), reader_(archive, part), shared_(shared), mostCells_(archive.bounds().cells) {}
+    : archive_(archive), part_(part), shared_(shared), mostCells_(archive.bounds().cells) {
+    reader_.emplace(archive_, part_);
+}
+
+void SheetTable::Rewind() {
+    reader_.emplace(archive_, part_);
+    merged_.clear();
+    line_ = 0;
+    cells_ = 0;
+}
 
 bool SheetTable::Next(Line& line) {
-    for (auto event = reader_.Next(); event != PartReader::Event::none; event = reader_.Next()) {
+    for (auto event = reader_->Next(); event != PartReader::Event::none; event = reader_->Next()) {
         if (event != PartReader::Event::start) {
             continue;
         }
-        if (reader_.Name() == "row") {
+        if (reader_->Name() == "row") {
             ReadRow(line);
             return true;
         }
-        if (reader_.Name() == "mergeCell") {
-            ReadMerge(reader_.Attribute("ref"));
+        if (reader_->Name() == "mergeCell") {
+            ReadMerge(reader_->Attribute("ref"));
         }
     }
     return false;
 }
 
 void SheetTable::ReadRow(Line& line) {
-    const std::string_view number = reader_.Attribute("r");
+    const std::string_view number = reader_->Attribute("r");
     line_ = number.empty() ? line_ + 1 : WholeNumber(number);
     if (line_ == 0 || line_ > mostLines) {
         Broken();
     }
     line.number = line_;
-    line.hidden = reader_.IsTrue("hidden");
+    line.hidden = reader_->IsTrue("hidden");
     std::size_t count = 0;
     std::size_t next = 0;
-    for (auto event = reader_.Next(); event != PartReader::Event::end; event = reader_.Next()) {
+    for (auto event = reader_->Next(); event != PartReader::Event::end; event = reader_->Next()) {
         if (event == PartReader::Event::none) {
             Broken();
         }
         if (event == PartReader::Event::start) {
-            if (reader_.Name() == "c") {
+            if (reader_->Name() == "c") {
                 ReadCell(line, next, count);
                 next = count;
             } else {
-                reader_.Skip();
+                reader_->Skip();
             }
         }
     }
@@ -67,7 +76,7 @@ void SheetTable::ReadRow(Line& line) {
 
 void SheetTable::ReadCell(Line& line, std::size_t next, std::size_t& count) {
     std::size_t column = next;
-    if (const std::string_view name = reader_.Attribute("r"); !name.empty()) {
+    if (const std::string_view name = reader_->Attribute("r"); !name.empty()) {
         const std::optional<Position> position = ReadPosition(name);
         if (!position) {
             Broken();
@@ -77,8 +86,8 @@ void SheetTable::ReadCell(Line& line, std::size_t next, std::size_t& count) {
     if (column < next || column >= mostColumns) {
         Broken();
     }
-    const std::size_t style = WholeNumber(reader_.Attribute("s"));
-    type_ = reader_.Attribute("t");
+    const std::size_t style = WholeNumber(reader_->Attribute("s"));
+    type_ = reader_->Attribute("t");
     while (count <= column) {
         if (count == line.cells.size()) {
             line.cells.emplace_back();
@@ -93,12 +102,12 @@ void SheetTable::ReadCell(Line& line, std::size_t next, std::size_t& count) {
     bool hasFormula = false;
     bool hasValue = false;
     std::string* into = nullptr;
-    for (auto event = reader_.Next(); event != PartReader::Event::none; event = reader_.Next()) {
+    for (auto event = reader_->Next(); event != PartReader::Event::none; event = reader_->Next()) {
         if (event == PartReader::Event::start) {
-            const std::string_view name = reader_.Name();
+            const std::string_view name = reader_->Name();
             if (name == "is") {
                 hasValue = true;
-                ReadStringItem(reader_, cell.text);
+                ReadStringItem(*reader_, cell.text);
             } else if (name == "v") {
                 hasValue = true;
                 into = &cell.text;
@@ -106,15 +115,15 @@ void SheetTable::ReadCell(Line& line, std::size_t next, std::size_t& count) {
                 hasFormula = true;
                 into = &formula;
             } else {
-                reader_.Skip();
+                reader_->Skip();
             }
         } else if (event == PartReader::Event::text) {
             if (into != nullptr) {
-                into->append(reader_.Text());
+                into->append(reader_->Text());
             }
         } else if (into != nullptr) {
             into = nullptr;
-        } else if (reader_.Name() == "c") {
+        } else if (reader_->Name() == "c") {
             break;
         }
     }

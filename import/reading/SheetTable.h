@@ -28,6 +28,7 @@ public:
 
     /// Throws UnreadableFile.
     bool Next(Line& line) override;
+    void Rewind() override;
     const std::vector<MergedCells>& Merged() const override { return merged_; }
 
 private:
@@ -46,8 +47,10 @@ private:
     void ReadMerge(std::string_view block);
     [[noreturn]] void Broken() const;
 
+    Archive& archive_;
     std::string part_;
-    PartReader reader_;
+    /// Always there; made anew to begin again.
+    std::optional<PartReader> reader_;
     Shared shared_;
     std::vector<MergedCells> merged_;
     std::size_t line_ = 0;

@@ -27,6 +27,9 @@ public:
     /// are left out here too. Throws UnreadableFile.
     virtual bool Next(Line& line) = 0;
 
+    /// Begins again at the first line. Throws UnreadableFile.
+    virtual void Rewind() = 0;
+
     /// The merged blocks; complete once `Next` has returned false.
     virtual const std::vector<MergedCells>& Merged() const = 0;
 };

@@ -1,25 +1,18 @@
 #include "import/rows/Amounts.h"
 
 #include "ModPub/Numbers.h"
-
-#include <cmath>
+#include "import/rows/Sum.h"
 
 namespace importing {
 
 double SumOf(const std::vector<Row>& rows, std::size_t column) {
-    // Kahan's compensation keeps what the additions would lose.
-    double sum = 0;
-    double lost = 0;
+    Sum sum;
     for (const Row& row : rows) {
-        if (!row.refusals.empty() || column >= row.values.size()) {
-            continue;
+        if (row.refusals.empty() && column < row.values.size()) {
+            sum.Add(ModPub::Val(row.values[column]));
         }
-        const double next = ModPub::Val(row.values[column]) - lost;
-        const double grown = sum + next;
-        lost = (grown - sum) - next;
-        sum = grown;
     }
-    return sum;
+    return sum.value();
 }
 
 void WarnOfAmount(const Columns& columns, Row& row) {

@@ -7,6 +7,7 @@
 #include "import/cells/ReadNumber.h"
 #include "import/cells/ReadText.h"
 #include "import/rows/Amounts.h"
+#include "import/rows/FindClass.h"
 
 #include <algorithm>
 #include <array>
@@ -43,10 +44,12 @@ public:
     }
 
     Sheet Read() {
-        if (!FindHeadings()) {
+        if (!FindHeadings(table_, *sheet_.classFields, options_.headerLine, options_.headings, line_)) {
             sheet_.faults.push_back({Message::headingsNotFound, {}});
             return std::move(sheet_);
         }
+        sheet_.headerLine = line_.number;
+        sheet_.columns = ReadHeadings(line_, *sheet_.classFields, options_.headings);
         sheet_.faults = sheet_.columns.faults;
         while (table_.Next(line_)) {
             ReadLine();
@@ -59,19 +62,6 @@ public:
     }
 
 private:
-    bool FindHeadings() {
-        while (table_.Next(line_)) {
-            const bool isHeader = options_.headerLine == 0 ? CountHeadings(line_, *sheet_.classFields) >= leastHeadings
-                                                           : line_.number == options_.headerLine;
-            if (isHeader) {
-                sheet_.headerLine = line_.number;
-                sheet_.columns = ReadHeadings(line_, *sheet_.classFields, options_.headings);
-                return true;
-            }
-        }
-        return false;
-    }
-
     void ReadLine() {
         if (line_.Empty()) {
             return;
@@ -115,7 +105,7 @@ private:
         }
         if (reading.value.empty()) {
             if (field.required) {
-                row.refusals.push_back({column, {Message::valueMissing, {std::string(field.chinese)}}, {}});
+                row.refusals.push_back({column, {Message::valueMissing, {sheet_.columns.headings[column]}}, {}});
             }
             return;
         }
@@ -246,8 +236,6 @@ private:
             }
         }
     }
-
-    static constexpr std::size_t leastHeadings = 2;
 
     Table& table_;
     const CodeLists& codes_;

@@ -10,13 +10,13 @@
 namespace test {
 namespace {
 
-constexpr std::array commands = {"transact",       "query",           "sql",           "account create",
-                                 "account backup", "account restore", "account check", "account upgrade",
-                                 "login check",    "login init"};
+constexpr std::array commands = {"transact",        "query",          "request",         "sql",
+                                 "account create",  "account backup", "account restore", "account check",
+                                 "account upgrade", "login check",    "login init"};
 
 /// The long options that the help of a command names.
 std::set<std::string> Options(const std::string& help) {
-    static const std::regex option("(?:^|\n)  (?:-[a-z],)?(--[a-z]+)");
+    static const std::regex option("(?:^|\n)  (?:-[a-z],)?(--[a-z-]+)");
     std::set<std::string> options;
     for (auto found = std::sregex_iterator(help.begin(), help.end(), option); found != std::sregex_iterator();
          ++found) {
@@ -57,6 +57,7 @@ TEST_F(Completion, OffersCommandsAndValues) {
     EXPECT_EQ(Offered("kovra log"), Words{"login"});
     EXPECT_EQ(Offered("kovra login ''"), (Words{"check", "init", "--lang", "--help"}));
     EXPECT_EQ(Offered("kovra transact --class ClsOpp"), (Words{"ClsOppSubject", "ClsOppSubjectST"}));
+    EXPECT_EQ(Offered("kovra request --hidden ''"), (Words{"include", "skip"}));
     EXPECT_EQ(Offered("kovra transact --format ''"), (Words{"xml", "table", "json"}));
     EXPECT_EQ(Offered("kovra transact --login log"), Words{"login.xml"});
     EXPECT_EQ(Offered("kovra sql log"), Words{"login.xml"});

@@ -48,18 +48,20 @@ TEST(Headings, AreReadWithoutWidthBlanksMarksAndUnits) {
 
 TEST(Headings, ThatAreUnknownStopWithTheNearest) {
     const Columns columns = Read({"仓库编码", "存货编码", "金额", "数里", "颜色深浅"});
-    EXPECT_EQ(columns.faults, (std::vector<Note>{{Message::headingUnknownNear, {"D1", "数里", "数量"}},
+    EXPECT_EQ(columns.faults, (std::vector<Note>{{Message::headingUnknownNear, {"D1", "数里", "数量", "Quantity"}},
                                                  {Message::headingUnknown, {"E1", "颜色深浅"}}}));
 }
 
 TEST(Headings, ThatStandTwiceStop) {
     const Columns columns = Read({"仓库编码", "存货编码", "金额", "仓库"});
-    EXPECT_EQ(columns.faults, (std::vector<Note>{{Message::headingTwice, {"D1", "仓库", "仓库编码"}}}));
+    EXPECT_EQ(columns.faults,
+              (std::vector<Note>{{Message::headingTwice, {"D1", "仓库", "仓库编码", "Warehouse code"}}}));
 }
 
 TEST(Headings, ThatAreRequiredAndMissingStop) {
-    EXPECT_EQ(Read({"仓库编码", "数量"}).faults, (std::vector<Note>{{Message::headingMissing, {"存货编码", "cInvCode"}},
-                                                                    {Message::headingMissing, {"金额", "iPrice"}}}));
+    EXPECT_EQ(Read({"仓库编码", "数量"}).faults,
+              (std::vector<Note>{{Message::headingMissing, {"cInvCode", "存货编码", "Item code"}},
+                                 {Message::headingMissing, {"iPrice", "金额", "Amount"}}}));
 }
 
 TEST(Headings, AreReadAsTheUserSays) {
@@ -68,9 +70,20 @@ TEST(Headings, AreReadAsTheUserSays) {
     EXPECT_TRUE(columns.faults.empty());
 }
 
+TEST(Headings, AreMappedByEachNameOfAFieldAndLeftOutByNone) {
+    const Columns columns = Read({"库", "品号", "名称", "金额"}, {{"库", "仓库"}, {"品号", "Item code"}, {"名称", ""}});
+    EXPECT_EQ(Elements(columns), (std::vector<std::string>{"cWhCode", "cInvCode", "", "iPrice"}));
+    EXPECT_TRUE(columns.faults.empty());
+}
+
+TEST(Headings, MustBeThereWhereTheUserMapsThem) {
+    EXPECT_EQ(Read({"仓库编码", "存货编码", "金额"}, {{"品号", "cInvCode"}}).faults,
+              (std::vector<Note>{{Message::mapHeadingMissing, {"品号"}}}));
+}
+
 TEST(Headings, NeverNameAColumnThatTheClassHasNot) {
     const Columns columns = Read({"仓库编码", "存货编码", "金额", "额外"}, {{"额外", "cVouType"}});
-    EXPECT_EQ(columns.faults, (std::vector<Note>{{Message::headingUnknown, {"D1", "额外"}}}));
+    EXPECT_EQ(columns.faults, (std::vector<Note>{{Message::mapFieldUnknown, {"额外", "cVouType"}}}));
 }
 
 TEST(Headings, MayBeEmptyForAColumnWithoutCells) {

@@ -1,0 +1,92 @@
+#include "cli/AccountCodes.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
+#include "cli/SheetFindings.h"
+#include "import/encoding/Encoding.h"
+#include "import/request/BuildRequest.h"
+#include "text/Json.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+namespace cli {
+namespace {
+
+void WriteRequest(const std::string& path, const std::string& request) {
+    if (path == "-") {
+        WriteOutput(request);
+        return;
+    }
+    std::ofstream file(std::filesystem::u8path(path), std::ios::binary);
+    file << request << std::flush;
+    if (!file) {
+        throw std::system_error(errno, std::generic_category(), path);
+    }
+}
+
+std::string Json(const RequestArguments& arguments, const importing::Sheet& sheet, Language language) {
+    std::string json = "{\"file\":";
+    text::AppendJsonString(json, arguments.sheet.file);
+    json.append(",\"class\":");
+    text::AppendJsonString(json, sheet.classFields->className);
+    return json.append(",\"rows\":" + std::to_string(sheet.rows.size()))
+        .append(",\"taken\":" + std::to_string(CountTaken(sheet)))
+        .append(",\"hidden\":" + std::to_string(sheet.hiddenRows) + ",")
+        .append(FindingsJson(sheet, language))
+        .append("}\n");
+}
+
+} // namespace
+
+int RunRequest(const RequestArguments& arguments, Console& console) {
+    const Messages& messages = console.messages();
+    importing::Spreadsheet spreadsheet = OpenSpreadsheet(arguments.sheet, messages.usage);
+    importing::CodeLists codes;
+    if (!arguments.login.empty()) {
+        codes = CodesOfAccount(arguments.login, spreadsheet.classFields());
+    }
+    const importing::Sheet sheet = spreadsheet.Read(codes, importing::InCodePage936);
+    const std::size_t taken = CountTaken(sheet);
+    const std::size_t refused = sheet.rows.size() - taken;
+    const bool usable = sheet.faults.empty() && !sheet.rows.empty();
+    const bool writes = usable && taken > 0 && !(arguments.json && arguments.output == "-");
+    if (writes) {
+        const std::filesystem::path file = std::filesystem::u8path(arguments.sheet.file);
+        WriteRequest(arguments.output, importing::BuildRequest(sheet, file.stem().string(), "ADD"));
+    }
+    if (arguments.json) {
+        WriteOutput(Json(arguments, sheet, console.language()));
+    }
+
+    const SheetTexts& texts = messages.sheet;
+    if (!arguments.quiet) {
+        TellFindings(sheet, console);
+    }
+    TellFaults(sheet, console);
+    if (sheet.faults.empty() && sheet.rows.empty()) {
+        console.Say(Console::Tone::bad, "kovra: ", texts.noRows);
+    }
+    if (!arguments.quiet) {
+        if (sheet.hiddenRows > 0 && usable) {
+            console.Say(Fill(arguments.sheet.hidden == "skip" ? texts.hiddenSkipped : texts.hiddenTaken,
+                             Count(sheet.hiddenRows, messages.row)));
+        }
+        if (usable) {
+            console.Say(refused == 0 ? Console::Tone::good : Console::Tone::bad,
+                        Fill(texts.taken, Count(taken, messages.row), Count(refused, messages.row)), {});
+        }
+        if (!writes && !arguments.json) {
+            console.Say(texts.requestNotWritten);
+        } else if (writes && arguments.output != "-") {
+            console.Say(Fill(texts.requestWritten, arguments.output));
+        }
+    }
+    if (!usable) {
+        return exit_status::unusable;
+    }
+    return refused == 0 ? exit_status::done : exit_status::failed;
+}
+
+} // namespace cli
