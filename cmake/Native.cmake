@@ -31,6 +31,9 @@ set_target_properties(kovra PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY
 
 include(cmake/Installed.cmake)
 
+if(KOVRA_BENCH OR KOVRA_TESTS)
+  add_subdirectory(bench)
+endif()
 if(KOVRA_TESTS)
   enable_testing()
   add_subdirectory(tests)
@@ -38,7 +41,4 @@ endif()
 # The driver's runs are tests of the sanitizers; with libFuzzer the targets stand alone.
 if(KOVRA_FUZZ OR (KOVRA_TESTS AND KOVRA_SANITIZE MATCHES "address"))
   add_subdirectory(fuzz)
-endif()
-if(KOVRA_BENCH)
-  add_subdirectory(bench)
 endif()

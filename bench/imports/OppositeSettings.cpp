@@ -1,5 +1,7 @@
-#include "bench/ImportBench.h"
+#include "bench/imports/Import.h"
+#include "bench/imports/RawStatements.h"
 
+namespace bench {
 namespace {
 
 /// Rows share out among this many categories.
@@ -51,11 +53,48 @@ std::string StandardCostRequest(std::size_t rows) {
     return xml + "</qxinterface>";
 }
 
-const bool registered = [] {
-    bench::RegisterImport("OppositeSettings", {"ClsOppSubject", Account, PlainRequest}, {1000, 10000, 100000});
-    bench::RegisterImport("StandardCostSettings", {"ClsOppSubjectST", Account, StandardCostRequest},
-                          {1000, 10000, 100000});
-    return true;
-}();
+constexpr const char* findAccount = "SELECT ccode FROM code WHERE ccode = ? AND bend = 1 AND iyear = ?";
+
+void AddPlainHandWritten(RawStatements& raw, std::size_t row) {
+    raw.Add("SELECT cValueType FROM inventory WHERE cInvCode = ? AND bService = 0 AND bInvType = 0 AND "
+            "(bPTOModel = 0 OR bPTOModel IS NULL)",
+            {Item(row)});
+    raw.Add("SELECT cRdCode FROM rd_style WHERE cRdCode = ?", {Category(row)});
+    raw.Add("SELECT cDepCode FROM department WHERE cDepCode = ?", {"01"});
+    for (const char* account : {"500101", "220202"}) {
+        raw.Add(findAccount, {account, 2023});
+    }
+    raw.Add("SELECT AutoID FROM IA_OppHead WHERE cRdCode = ? AND (cInvcCode IS NULL OR cInvcCode = '') AND "
+            "cInvCode = ? AND cDepCode = ? AND (citem_class IS NULL OR citem_class = '') AND "
+            "(citemcode IS NULL OR citemcode = '') AND iYear = ?",
+            {Category(row), Item(row), "01", 2023});
+    raw.Add("INSERT INTO IA_OppHead (cRdCode, cInvCode, cDepCode, cOppHead, cEstHead, iYear) "
+            "VALUES (?, ?, ?, ?, ?, ?)",
+            {Category(row), Item(row), "01", "500101", "220202", 2023});
+}
+
+void AddStandardCostHandWritten(RawStatements& raw, std::size_t row) {
+    raw.Add("SELECT cInvCCode FROM inventoryclass WHERE cInvCCode = ?", {Class(row)});
+    raw.Add("SELECT cRdCode FROM rd_style WHERE bRdEnd = 1 AND cRdCode = ?", {Category(row)});
+    raw.Add("SELECT cDepCode FROM department WHERE bDepEnd = 1 AND cDepCode = ?", {"01"});
+    for (int account = 0; account < 4; ++account) {
+        raw.Add(findAccount, {"500101", 2023});
+    }
+    raw.Add("SELECT AutoID FROM IA_OppHead WHERE cRdCode = ? AND cInvcCode = ? AND cDepCode = ? AND iYear = ?",
+            {Category(row), Class(row), "01", 2023});
+    raw.Add("INSERT INTO IA_OppHead (cRdCode, cInvcCode, cDepCode, cOppHead, cMaterialHead, cOiqtCode, cOPriceCode, "
+            "iYear) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+            {Category(row), Class(row), "01", "500101", "500101", "500101", "500101", 2023});
+}
 
 } // namespace
+
+Import OppositeSettings() {
+    return {"opposite settings", "ClsOppSubject", Account, PlainRequest, AddPlainHandWritten};
+}
+
+Import StandardCostSettings() {
+    return {"standard-cost settings", "ClsOppSubjectST", Account, StandardCostRequest, AddStandardCostHandWritten};
+}
+
+} // namespace bench

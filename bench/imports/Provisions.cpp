@@ -1,5 +1,6 @@
-#include "bench/ImportBench.h"
+#include "bench/imports/Import.h"
 
+namespace bench {
 namespace {
 
 constexpr std::size_t entriesEach = 3;
@@ -26,9 +27,10 @@ std::string Request(std::size_t rows) {
     return xml + "</qxinterface>";
 }
 
-const bool registered = [] {
-    bench::RegisterImport("Provisions", {"ClsKovraProof", Account, Request}, {1000, 10000});
-    return true;
-}();
-
 } // namespace
+
+Import Provisions() {
+    return {"provisions", "ClsKovraProof", Account, Request};
+}
+
+} // namespace bench

@@ -1,5 +1,5 @@
 #include "ClsKovraProof/ClsKovraProof.h"
-#include "bench/MemoryAccount.h"
+#include "bench/imports/MemoryAccount.h"
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
 

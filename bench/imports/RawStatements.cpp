@@ -1,14 +1,15 @@
-#include "bench/Replay.h"
+#include "bench/imports/RawStatements.h"
+
+#include "bench/imports/MemoryAccount.h"
 
 #include <stdexcept>
-#include <unordered_map>
 
 #include <sqlite3.h>
 
 namespace bench {
 namespace {
 
-/// Binds a value as it is held; the replay outlives it.
+/// Binds a value as it is held; the statements outlive it.
 struct Bind {
     sqlite3_stmt* statement;
     int index;
@@ -29,31 +30,22 @@ struct Bind {
 
 } // namespace
 
-Replay::Replay(refhost::sql::EmbeddedDatabase& database, const std::vector<std::string>& statements)
-    : database_(database.Handle()) {
-    std::unordered_map<std::string, sqlite3_stmt*> prepared;
-    calls_.reserve(statements.size());
-    for (const std::string& sql : statements) {
-        refhost::sql::Translation translation = database.Translate(sql);
-        const auto [found, fresh] = prepared.try_emplace(translation.text, nullptr);
-        if (fresh) {
-            if (sqlite3_prepare_v3(database_, translation.text.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &found->second,
-                                   nullptr) != SQLITE_OK) {
-                throw std::runtime_error(sqlite3_errmsg(database_));
-            }
-            statements_.push_back(found->second);
-        }
-        calls_.push_back({found->second, std::move(translation.parameters)});
-    }
-}
-
-Replay::~Replay() {
-    for (sqlite3_stmt* statement : statements_) {
+RawStatements::~RawStatements() {
+    for (const auto& [text, statement] : prepared_) {
         sqlite3_finalize(statement);
     }
 }
 
-void Replay::Run() {
+void RawStatements::Add(const std::string& text, std::vector<host::Value> parameters) {
+    const auto [found, fresh] = prepared_.try_emplace(text, nullptr);
+    if (fresh && sqlite3_prepare_v3(database_, text.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &found->second, nullptr) !=
+                     SQLITE_OK) {
+        throw std::runtime_error(sqlite3_errmsg(database_));
+    }
+    calls_.push_back({found->second, std::move(parameters)});
+}
+
+void RawStatements::Run() {
     for (const Call& call : calls_) {
         for (std::size_t index = 0; index < call.parameters.size(); ++index) {
             std::visit(Bind{call.statement, static_cast<int>(index) + 1}, call.parameters[index].storage());
@@ -65,6 +57,18 @@ void Replay::Run() {
         sqlite3_reset(call.statement);
         if (result != SQLITE_DONE) {
             throw std::runtime_error(sqlite3_errmsg(database_));
+        }
+    }
+}
+
+void AddTranslated(RawStatements& raw, refhost::sql::EmbeddedDatabase& database,
+                   const std::vector<std::string>& statements) {
+    for (const std::string& sql : statements) {
+        if (sql == beginTransaction || sql == commitTransaction) {
+            raw.Add(sql, {});
+        } else {
+            refhost::sql::Translation translation = database.Translate(sql);
+            raw.Add(translation.text, std::move(translation.parameters));
         }
     }
 }

@@ -10,14 +10,20 @@
 
 namespace bench {
 
+/// How recorded statements begin and end a transaction.
+inline constexpr const char* beginTransaction = "BEGIN";
+inline constexpr const char* commitTransaction = "COMMIT";
+
 /// An account in memory, with the host's tables, that outlives the connections to it.
 class MemoryAccount {
 public:
+    static constexpr const char* connectionString = "Provider=KovraAccount;Data Source=:memory:";
+
     MemoryAccount();
 
     /// Opens every connection on this account, whatever its connection string.
     refhost::DatabaseOpener Opener() const;
-    /// The same, noting every statement in `statements`.
+    /// The same, noting every statement in `statements`, those that begin and commit transactions included.
     refhost::DatabaseOpener RecordingOpener(std::vector<std::string>& statements) const;
 
     /// Runs statements in one transaction.

@@ -1,5 +1,7 @@
-#include "bench/ImportBench.h"
+#include "bench/imports/Import.h"
+#include "bench/imports/RawStatements.h"
 
+namespace bench {
 namespace {
 
 std::string Item(std::size_t row) { return "I" + std::to_string(row); }
@@ -27,9 +29,23 @@ std::string Request(std::size_t rows) {
     return xml + "</qxinterface>";
 }
 
-const bool registered = [] {
-    bench::RegisterImport("InventorySettings", {"ClsInvSubject", Account, Request}, {1000, 10000, 100000});
-    return true;
-}();
+void AddHandWritten(RawStatements& raw, std::size_t row) {
+    raw.Add("SELECT cValueType FROM inventory WHERE cInvCode = ? AND bService = 0 AND bInvType = 0 AND "
+            "(bPTOModel = 0 OR bPTOModel IS NULL)",
+            {Item(row)});
+    raw.Add("SELECT cWhValueStyle FROM Warehouse WHERE cWhCode = ?", {"01"});
+    for (const char* account : {"1405", "1404"}) {
+        raw.Add("SELECT ccode FROM code WHERE ccode = ? AND bend = 1 AND iyear = ?", {account, 2023});
+    }
+    raw.Add("SELECT AutoID FROM IA_HeadSet WHERE cWhCode = ? AND cInvCode = ? AND iYear = ?", {"01", Item(row), 2023});
+    raw.Add("INSERT INTO IA_HeadSet (cWhCode, cInvHead, cDifHead, cInvCode, iYear) VALUES (?, ?, ?, ?, ?)",
+            {"01", "1405", "1404", Item(row), 2023});
+}
 
 } // namespace
+
+Import InventorySettings() {
+    return {"inventory settings", "ClsInvSubject", Account, Request, AddHandWritten};
+}
+
+} // namespace bench

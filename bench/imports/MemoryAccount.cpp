@@ -1,4 +1,4 @@
-#include "bench/MemoryAccount.h"
+#include "bench/imports/MemoryAccount.h"
 
 #include "refhost/account/Account.h"
 #include "refhost/ado/Connection.h"
@@ -7,8 +7,6 @@
 
 namespace bench {
 namespace {
-
-constexpr const char* connectionString = "Provider=KovraAccount;Data Source=:memory:";
 
 /// A connection's share in a database that others use too.
 class Shared : public refhost::Database {
@@ -24,8 +22,14 @@ public:
         Note(sql);
         database_->Execute(sql);
     }
-    void BeginTrans() override { database_->BeginTrans(); }
-    void CommitTrans() override { database_->CommitTrans(); }
+    void BeginTrans() override {
+        Note(beginTransaction);
+        database_->BeginTrans();
+    }
+    void CommitTrans() override {
+        Note(commitTransaction);
+        database_->CommitTrans();
+    }
     void RollbackTrans() override { database_->RollbackTrans(); }
 
 private:

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <functional>
+
+namespace bench {
+
+/// Time of one run, in seconds.
+struct Time {
+    /// On the clock.
+    double wall = 0;
+    /// Of the processor, the kernel's part included: what other programs do at the same time changes it little.
+    double processor = 0;
+};
+
+Time Measure(const std::function<void()>& run);
+
+} // namespace bench

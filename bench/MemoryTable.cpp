@@ -1,0 +1,96 @@
+#include "bench/Measure.h"
+#include "bench/Tables.h"
+#include "bench/imports/HandAccount.h"
+#include "bench/imports/MemoryAccount.h"
+#include "bench/imports/RawStatements.h"
+#include "bench/imports/RunImport.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <fmt/format.h>
+
+namespace bench {
+namespace {
+
+/// Seconds of the processor for the three ways of one import.
+struct Round {
+    double transact = 0;
+    double replay = 0;
+    double hand = 0;
+};
+
+std::vector<std::string> RecordStatements(const Import& import, std::size_t rows, const std::string& request) {
+    std::vector<std::string> statements;
+    MemoryAccount account;
+    account.Fill(import.account(rows));
+    RunImport(import, request, MemoryAccount::connectionString, account.RecordingOpener(statements));
+    return statements;
+}
+
+Round RunRound(const Import& import, std::size_t rows, const std::string& request,
+               const std::vector<std::string>& statements) {
+    Round round;
+    {
+        MemoryAccount account;
+        account.Fill(import.account(rows));
+        round.transact = Measure([&] {
+                             RunImport(import, request, MemoryAccount::connectionString, account.Opener());
+                         }).processor;
+    }
+    MemoryAccount account;
+    account.Fill(import.account(rows));
+    if (import.addHandWritten != nullptr) {
+        const HandAccount hand(account.database().Handle());
+        RawStatements raw(hand.Handle());
+        for (std::size_t row = 0; row < rows; ++row) {
+            import.addHandWritten(raw, row);
+        }
+        round.hand = Measure([&] { raw.Run(); }).processor;
+    }
+    RawStatements raw(account.database().Handle());
+    AddTranslated(raw, account.database(), statements);
+    round.replay = Measure([&] { raw.Run(); }).processor;
+    return round;
+}
+
+/// The middle one of what `value` gives of the rounds.
+template <class Value> double Middle(const std::vector<Round>& rounds, const Value& value) {
+    std::vector<double> values;
+    for (const Round& round : rounds) {
+        values.push_back(value(round));
+    }
+    std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
+    return values[values.size() / 2];
+}
+
+std::string Ratio(double ratio) { return fmt::format("{:.2f}", ratio); }
+
+} // namespace
+
+void PrintMemoryTable(std::size_t rows, int rounds) {
+    fmt::print("| import | rows | statements a row | Transact ms | replay ms | by hand ms | Transact / replay | "
+               "replay / by hand |\n|---|---|---|---|---|---|---|---|\n");
+    for (const Import& import : {InventorySettings(), OppositeSettings(), StandardCostSettings(), OpeningBalances(),
+                                 Provisions()}) {
+        const std::string request = import.request(rows);
+        const std::vector<std::string> statements = RecordStatements(import, rows, request);
+        std::vector<Round> all;
+        for (int round = 0; round < rounds; ++round) {
+            all.push_back(RunRound(import, rows, request, statements));
+        }
+        const auto milliseconds = [&](double Round::*part) {
+            return Middle(all, [&](const Round& round) { return round.*part * 1000; });
+        };
+        const double byHand = milliseconds(&Round::hand);
+        fmt::print("| {} | {} | {:.1f} | {:.0f} | {:.0f} | {} | {} | {} |\n", import.name, rows,
+                   static_cast<double>(statements.size()) / static_cast<double>(rows), milliseconds(&Round::transact),
+                   milliseconds(&Round::replay), byHand > 0 ? fmt::format("{:.0f}", byHand) : "-",
+                   Ratio(Middle(all, [](const Round& round) { return round.transact / round.replay; })),
+                   byHand > 0 ? Ratio(Middle(all, [](const Round& round) { return round.replay / round.hand; }))
+                              : "-");
+        std::fflush(stdout);
+    }
+}
+
+} // namespace bench

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace bench {
+
+/// Each prints a table in Markdown to standard output. `rows` are those of each request.
+
+/// Imports into an account in memory, beside the raw library's time for their statements and, where a class has them,
+/// for hand-written ones. Processor time, in pairs that alternate.
+void PrintMemoryTable(std::size_t rows, int rounds);
+/// Price vouchers: how much of the time the statement takes that looks for repetitions.
+void PrintVoucherTable(std::size_t rows);
+/// Inventory settings into a file in `folder`: time, and what is asked of the system.
+void PrintFileTable(std::size_t rows, const std::string& folder);
+/// Peak memory of `program` (kovra) over the size of its request, for each class, with files in `folder`.
+void PrintPeakTable(std::size_t rows, const std::string& folder, const std::string& program);
+
+} // namespace bench
