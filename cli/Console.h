@@ -23,7 +23,7 @@ public:
     void Say(std::string_view line) { Say(Tone::plain, {}, line); }
     void Say(Tone tone, std::string_view lead, std::string_view line);
 
-    /// Shows `line` in place of the line shown before; on a terminal alone.
+    /// Shows `line` in place of the line shown before; on a terminal that takes escape sequences alone.
     void ShowProgress(std::string_view line);
     /// Takes the line of progress away again.
     void ClearProgress();
@@ -31,6 +31,7 @@ public:
 private:
     const Messages& messages_;
     bool terminal_;
+    bool escapes_;
     bool coloured_;
     bool progressShown_ = false;
 };
