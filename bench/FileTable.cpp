@@ -15,8 +15,7 @@ void PrintFileTable(std::size_t rows, const std::string& folder) {
     const FileAccount account(folder);
     account.Fill(import.account(rows));
     const SystemCalls before = CountedSystemCalls();
-    const Time time = Measure(
-        [&] { RunImport(import, request, account.connectionString(), refhost::OpenExisting()); });
+    const Time time = Measure([&] { RunImport(import, request, account.connectionString(), refhost::OpenExisting()); });
     const SystemCalls calls = CountedSystemCalls() - before;
     const auto each = [&](std::int64_t count) { return static_cast<double>(count) / static_cast<double>(rows); };
     fmt::print("| import into a file | rows | Transact ms | processor ms | fcntl a row | pwrite a row | KB a row | "

@@ -34,9 +34,8 @@ Round RunRound(const Import& import, std::size_t rows, const std::string& reques
     {
         MemoryAccount account;
         account.Fill(import.account(rows));
-        round.transact = Measure([&] {
-                             RunImport(import, request, MemoryAccount::connectionString, account.Opener());
-                         }).processor;
+        round.transact =
+            Measure([&] { RunImport(import, request, MemoryAccount::connectionString, account.Opener()); }).processor;
     }
     MemoryAccount account;
     account.Fill(import.account(rows));
@@ -71,8 +70,8 @@ std::string Ratio(double ratio) { return fmt::format("{:.2f}", ratio); }
 void PrintMemoryTable(std::size_t rows, int rounds) {
     fmt::print("| import | rows | statements a row | Transact ms | replay ms | by hand ms | Transact / replay | "
                "replay / by hand |\n|---|---|---|---|---|---|---|---|\n");
-    for (const Import& import : {InventorySettings(), OppositeSettings(), StandardCostSettings(), OpeningBalances(),
-                                 Provisions()}) {
+    for (const Import& import :
+         {InventorySettings(), OppositeSettings(), StandardCostSettings(), OpeningBalances(), Provisions()}) {
         const std::string request = import.request(rows);
         const std::vector<std::string> statements = RecordStatements(import, rows, request);
         std::vector<Round> all;
@@ -87,8 +86,7 @@ void PrintMemoryTable(std::size_t rows, int rounds) {
                    static_cast<double>(statements.size()) / static_cast<double>(rows), milliseconds(&Round::transact),
                    milliseconds(&Round::replay), byHand > 0 ? fmt::format("{:.0f}", byHand) : "-",
                    Ratio(Middle(all, [](const Round& round) { return round.transact / round.replay; })),
-                   byHand > 0 ? Ratio(Middle(all, [](const Round& round) { return round.replay / round.hand; }))
-                              : "-");
+                   byHand > 0 ? Ratio(Middle(all, [](const Round& round) { return round.replay / round.hand; })) : "-");
         std::fflush(stdout);
     }
 }

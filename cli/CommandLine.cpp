@@ -9,8 +9,8 @@
 #include "cli/Version.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,7 +22,7 @@ namespace cli {
 namespace {
 
 /// The language that `--lang` chooses, before anything else is read: the help speaks it too.
-Language ChosenLanguage(std::span<const char* const> arguments) {
+Language ChosenLanguage(const std::vector<std::string>& arguments) {
     constexpr std::string_view option = "--lang";
     for (std::size_t i = 1; i < arguments.size(); ++i) {
         std::string_view argument = arguments[i];
@@ -281,16 +281,16 @@ std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error, const
 
 } // namespace
 
-Invocation ReadCommandLine(int argc, const char* const* argv) {
-    const std::span<const char* const> texts(argv, static_cast<std::size_t>(argc));
+Invocation ReadCommandLine(const std::vector<std::string>& words) {
     Invocation invocation;
-    invocation.language = ChosenLanguage(texts);
+    invocation.language = ChosenLanguage(words);
     const Messages& messages = MessagesIn(invocation.language);
     const auto arguments = std::make_shared<Arguments>();
     Reader reader(messages, *arguments);
     CLI::App& app = reader.app();
     try {
-        app.parse(argc, argv);
+        // CLI11 takes them from the last to the first, without the program's name.
+        app.parse(std::vector<std::string>(words.rbegin(), std::prev(words.rend())));
         invocation.command = [arguments](Console& console) { return arguments->command(console); };
     } catch (const CLI::Success& asked) {
         const bool version = dynamic_cast<const CLI::CallForVersion*>(&asked) != nullptr;

@@ -5,6 +5,8 @@
 
 #include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace cli {
 
@@ -18,6 +20,7 @@ struct Invocation {
 };
 
 /// Reads the command line. Help and version are written to standard output, what is wrong to standard error.
-Invocation ReadCommandLine(int argc, const char* const* argv);
+/// @param words the program's name first
+Invocation ReadCommandLine(const std::vector<std::string>& words);
 
 } // namespace cli

@@ -5,18 +5,16 @@
 #include "text/Utf8.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
 namespace cli {
 namespace {
 
-/// Whether a terminal may be steered: not one that says it is dumb, and not where NO_COLOR asks for none.
-bool WantsColour() {
-    const char* const terminal = std::getenv("TERM");
+/// Whether the user asks for none.
+bool RefusesColour() {
     const char* const noColour = std::getenv("NO_COLOR");
-    return terminal != nullptr && std::string_view(terminal) != "dumb" && (noColour == nullptr || *noColour == '\0');
+    return noColour != nullptr && *noColour != '\0';
 }
 
 std::string_view Colour(Console::Tone tone) {
@@ -50,16 +48,13 @@ std::string WithReadableNames(std::string_view line) {
     return readable;
 }
 
-void Write(std::string_view text) {
-    const std::string bytes = platform::ToLocale(text);
-    std::fwrite(bytes.data(), 1, bytes.size(), stderr);
-}
+void Write(std::string_view text) { platform::WriteText(platform::Stream::error, text); }
 
 } // namespace
 
 Console::Console(Language language)
     : language_(language), messages_(MessagesIn(language)), terminal_(platform::IsTerminal(platform::Stream::error)),
-      coloured_(terminal_ && WantsColour()) {}
+      escapes_(platform::TakesEscapes(platform::Stream::error)), coloured_(escapes_ && !RefusesColour()) {}
 
 void Console::Say(Tone tone, std::string_view lead, std::string_view line) {
     ClearProgress();
@@ -71,7 +66,7 @@ void Console::Say(Tone tone, std::string_view lead, std::string_view line) {
 }
 
 void Console::ShowProgress(std::string_view line) {
-    if (!terminal_) {
+    if (!escapes_) {
         return;
     }
     // A line that wrapped would stay behind.

@@ -24,7 +24,7 @@ public:
     void Say(std::string_view line) { Say(Tone::plain, {}, line); }
     void Say(Tone tone, std::string_view lead, std::string_view line);
 
-    /// Shows `line` in place of the line shown before; on a terminal alone.
+    /// Shows `line` in place of the line shown before; on a terminal that takes escape sequences alone.
     void ShowProgress(std::string_view line);
     /// Takes the line of progress away again.
     void ClearProgress();
@@ -33,6 +33,7 @@ private:
     Language language_;
     const Messages& messages_;
     bool terminal_;
+    bool escapes_;
     bool coloured_;
     bool progressShown_ = false;
 };

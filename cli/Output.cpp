@@ -7,13 +7,20 @@
 #include <system_error>
 
 namespace cli {
+namespace {
 
-void WriteOutput(std::string_view text) {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
+void Check(bool written) {
+    if (!written) {
         throw std::system_error(errno, std::generic_category(), "standard output");
     }
 }
 
-void WriteForPeople(std::string_view text) { WriteOutput(platform::ToLocale(text)); }
+} // namespace
+
+void WriteOutput(std::string_view text) {
+    Check(std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0);
+}
+
+void WriteForPeople(std::string_view text) { Check(platform::WriteText(platform::Stream::output, text)); }
 
 } // namespace cli

@@ -5,14 +5,23 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// What the program asks of its platform; everything else in `cli/` is standard C++.
 namespace cli::platform {
 
 enum class Stream { input, output, error };
 
-/// Takes over the user's locale, for its encoding alone: numbers are written as ever.
-void UseLocale();
+/// To be called before anything else: takes over the user's locale, for its encoding alone (numbers are written as
+/// ever), and lets the standard streams carry bytes as they are.
+void Start();
+
+/// The words of the command line, the program's name first. In UTF-8 where the system has them in UTF-16, else as they
+/// are, since they may name files.
+std::vector<std::string> Arguments(int argc, const char* const* argv);
+
+/// The language that the system speaks to its user, as "zh_CN"; empty where the environment's variables alone tell it.
+std::string SystemLanguage();
 
 /// Whether a person sits at the other end of a stream.
 bool IsTerminal(Stream stream) noexcept;
@@ -20,9 +29,12 @@ bool IsTerminal(Stream stream) noexcept;
 /// Columns of the terminal at a stream; 80 where it does not tell.
 std::size_t TerminalWidth(Stream stream) noexcept;
 
-/// A text in UTF-8 as the locale's terminals read it. What the encoding lacks becomes "?"; bytes that are no UTF-8, as
-/// in names of files, stay as they are. The locale "C" says nothing of its terminal, and the text stays as it is.
-std::string ToLocale(std::string_view text);
+/// Whether the terminal at a stream takes escape sequences.
+bool TakesEscapes(Stream stream) noexcept;
+
+/// Writes a text (UTF-8) that people read: on a terminal in its encoding, else in the locale's. False, with the reason
+/// in errno, when it does not take everything.
+bool WriteText(Stream stream, std::string_view text);
 
 /// A text from the command line in UTF-8; as it stands where it is not in the locale's encoding.
 std::string FromLocale(std::string_view text);

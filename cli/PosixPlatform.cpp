@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <clocale>
 #include <csignal>
+#include <cstdlib>
 #include <system_error>
 
 #include <fcntl.h>
@@ -79,18 +80,8 @@ private:
     iconv_t handle_;
 };
 
-} // namespace
-
-void UseLocale() { std::setlocale(LC_CTYPE, ""); }
-
-bool IsTerminal(Stream stream) noexcept { return isatty(Descriptor(stream)) == 1; }
-
-std::size_t TerminalWidth(Stream stream) noexcept {
-    constexpr std::size_t usual = 80;
-    winsize size{};
-    return ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
-}
-
+/// A text in UTF-8 as the locale's terminals read it. What the encoding lacks becomes "?"; bytes that are no UTF-8, as
+/// in names of files, stay as they are. The locale "C" says nothing of its terminal, and the text stays as it is.
 std::string ToLocale(std::string_view text) {
     const std::string encoding = ForeignEncoding();
     if (encoding.empty()) {
@@ -107,6 +98,33 @@ std::string ToLocale(std::string_view text) {
         text.remove_prefix(character.length);
     }
     return converted;
+}
+
+} // namespace
+
+void Start() { std::setlocale(LC_CTYPE, ""); }
+
+std::vector<std::string> Arguments(int argc, const char* const* argv) { return {argv, argv + argc}; }
+
+std::string SystemLanguage() { return {}; }
+
+bool IsTerminal(Stream stream) noexcept { return isatty(Descriptor(stream)) == 1; }
+
+std::size_t TerminalWidth(Stream stream) noexcept {
+    constexpr std::size_t usual = 80;
+    winsize size{};
+    return ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
+}
+
+bool TakesEscapes(Stream stream) noexcept {
+    const char* const terminal = std::getenv("TERM");
+    return IsTerminal(stream) && terminal != nullptr && std::string_view(terminal) != "dumb";
+}
+
+bool WriteText(Stream stream, std::string_view text) {
+    std::FILE* const file = stream == Stream::output ? stdout : stderr;
+    const std::string bytes = ToLocale(text);
+    return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
 }
 
 std::string FromLocale(std::string_view text) {

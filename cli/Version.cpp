@@ -22,7 +22,7 @@ std::string VersionText() {
     std::string text = "kovra " KOVRA_VERSION "\n";
     text.append("libxml2 ").append(LibxmlVersion()).append("\n");
     text.append("SQLite ").append(sqlite3_libversion()).append("\n");
-    text.append("unixODBC " KOVRA_ODBC_VERSION "\n");
+    text.append(KOVRA_ODBC_VERSION "\n");
     text.append(fmt::format("fmt {}.{}.{}\n", FMT_VERSION / 10000, FMT_VERSION / 100 % 100, FMT_VERSION % 100));
     text.append("CLI11 " CLI11_VERSION "\n");
     return text;

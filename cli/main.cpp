@@ -28,8 +28,8 @@ int Guarded(const cli::Invocation& invocation, cli::Console& console) {
 } // namespace
 
 int main(int argc, char** argv) {
-    cli::platform::UseLocale();
-    const cli::Invocation invocation = cli::ReadCommandLine(argc, argv);
+    cli::platform::Start();
+    const cli::Invocation invocation = cli::ReadCommandLine(cli::platform::Arguments(argc, argv));
     if (!invocation.command) {
         return invocation.status;
     }

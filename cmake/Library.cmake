@@ -1,7 +1,19 @@
+# kovra_sources(VARIABLE FOLDER): every source in FOLDER and below that this platform has: files named Posix… are for all
+# but Windows, those named Windows… for Windows.
+function(kovra_sources variable folder)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "/Posix[^/]*$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "/Windows[^/]*$")
+  endif()
+  set(${variable} ${sources} PARENT_SCOPE)
+endfunction()
+
 # kovra_library(FOLDER [LIBRARY...]): a static library of every source in FOLDER and below, named after it ('/' becomes '-').
 function(kovra_library folder)
   string(REPLACE "/" "-" name ${folder})
-  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${folder}/*.cpp)
+  kovra_sources(sources ${folder})
   if(sources)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC kovra_flags ${ARGN} PRIVATE kovra_sanitize)

@@ -1,4 +1,4 @@
-# The reference host, the program and what proves them.
+# The libraries of the system, the program, and what proves it.
 find_package(PkgConfig REQUIRED)
 find_package(fmt REQUIRED)
 find_package(CLI11 REQUIRED)
@@ -8,26 +8,12 @@ pkg_check_modules(ODBC REQUIRED IMPORTED_TARGET odbc)
 pkg_check_modules(MINIZIP REQUIRED IMPORTED_TARGET minizip)
 
 add_library(kovra_sqlite ALIAS PkgConfig::SQLITE3)
+add_library(kovra_libxml2 ALIAS PkgConfig::LIBXML2)
+add_library(kovra_minizip ALIAS PkgConfig::MINIZIP)
+add_library(kovra_odbc ALIAS PkgConfig::ODBC)
+set(KOVRA_ODBC_VERSION "unixODBC ${ODBC_VERSION}")
 include(cmake/AccountDatabase.cmake)
-
-kovra_library(refhost/xml ModPub PkgConfig::LIBXML2)
-kovra_library(refhost/odbc ModPub PkgConfig::ODBC)
-add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)
-target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
-                              PRIVATE kovra_sanitize)
-
-kovra_library(import ModPub fmt::fmt PkgConfig::LIBXML2 PkgConfig::MINIZIP)
-
-# The program's commands, apart from main, so that the tests reach them.
-file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)
-list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp)
-add_library(cli STATIC ${cli_sources})
-target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost import fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
-set_property(SOURCE cli/Version.cpp PROPERTY COMPILE_DEFINITIONS
-             KOVRA_VERSION="${PROJECT_VERSION}" KOVRA_ODBC_VERSION="${ODBC_VERSION}")
-add_executable(kovra cli/main.cpp)
-target_link_libraries(kovra PRIVATE cli kovra_sanitize)
-set_target_properties(kovra PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
+include(cmake/Program.cmake)
 
 include(cmake/Installed.cmake)
 

@@ -1,6 +1,10 @@
 # Flags that every target of ours is built with; `kovra_flags` is linked by each.
 add_library(kovra_flags INTERFACE)
 target_include_directories(kovra_flags INTERFACE ${PROJECT_SOURCE_DIR})
+if(WIN32)
+  # Windows 7 and later.
+  target_compile_definitions(kovra_flags INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+endif()
 if(MSVC)
   target_compile_options(kovra_flags INTERFACE /W4 /WX /utf-8 /permissive- /Zc:__cplusplus)
 else()

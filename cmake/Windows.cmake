@@ -1,5 +1,7 @@
-# Kovra.dll.
+# Kovra.dll, KovraHost.dll and kovra.exe.
 enable_language(RC)
+option(KOVRA_PROGRAM "Build kovra.exe" ON)
+option(KOVRA_OPTIMISE "Optimise kovra.exe; the tests run shorter than that takes" ON)
 
 # The interface definitions as header, identifiers and type library. widl takes the base types and the standard type
 # library from Wine's development files.
@@ -43,7 +45,6 @@ kovra_interfaces(kovrahost_idl KovraHost ${PROJECT_SOURCE_DIR}/refhost/com/Kovra
 
 add_library(kovra_windows INTERFACE)
 target_link_libraries(kovra_windows INTERFACE kovra_flags ole32 oleaut32 uuid advapi32 user32)
-target_compile_definitions(kovra_windows INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
 if(NOT MSVC)
   # COM interfaces have no destructor by design; objects delete themselves in Release.
   target_compile_options(kovra_windows INTERFACE -Wno-non-virtual-dtor)
@@ -83,9 +84,27 @@ if(NOT MSVC)
   target_link_options(KovraHost PRIVATE $<$<CONFIG:Release>:-s>)
 endif()
 
+if(KOVRA_PROGRAM OR KOVRA_TESTS)
+  include(cmake/WindowsLibraries.cmake)
+  include(cmake/AccountDatabase.cmake)
+  include(cmake/Program.cmake)
+  configure_file(cli/kovra.manifest.in ${PROJECT_BINARY_DIR}/kovra.manifest @ONLY)
+  configure_file(cli/kovra.rc.in ${PROJECT_BINARY_DIR}/kovra.rc @ONLY)
+  target_sources(kovra PRIVATE ${PROJECT_BINARY_DIR}/kovra.rc)
+  target_link_libraries(kovra PRIVATE shell32 advapi32)
+  if(NOT MSVC)
+    target_link_options(kovra PRIVATE $<$<CONFIG:Release>:-s>)
+  endif()
+  if(NOT KOVRA_OPTIMISE)
+    foreach(target kovra_sqlite LibXml2 refhost-ado refhost-sql refhost-account refhost-database refhost-xml refhost-odbc
+            refhost import cli)
+      target_compile_options(${target} PRIVATE $<IF:$<BOOL:${MSVC}>,/O1,-O1>)
+    endforeach()
+  endif()
+endif()
+
 if(KOVRA_TESTS)
   enable_testing()
-  include(cmake/WindowsAccount.cmake)
   add_subdirectory(tests/ado)
   add_subdirectory(tests/windows)
 endif()

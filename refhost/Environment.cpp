@@ -1,6 +1,8 @@
 #include "refhost/Environment.h"
 
 #include "ModPub/RuntimeErrors.h"
+#include "os/Files.h"
+#include "os/Variable.h"
 #include "refhost/ado/Connection.h"
 #include "refhost/ado/Recordset.h"
 #include "refhost/eai/EaiHelper.h"
@@ -13,7 +15,6 @@
 #include "refhost/xml/FileText.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <utility>
 
@@ -22,12 +23,12 @@ namespace {
 
 /// A mapping file of the user's own, from the folder that KOVRA_MAPPINGS names.
 std::optional<std::string> OwnMapping(const std::string& name) {
-    const char* const folder = std::getenv("KOVRA_MAPPINGS");
-    if (folder == nullptr) {
+    const std::optional<std::string> folder = os::Variable("KOVRA_MAPPINGS");
+    if (!folder) {
         return std::nullopt;
     }
-    const std::filesystem::path path = std::filesystem::path(folder) / name;
-    return std::filesystem::exists(path) ? std::optional(xml::ReadXmlFile(path.string())) : std::nullopt;
+    const std::filesystem::path path = os::PathOf(*folder) / os::PathOf(name);
+    return std::filesystem::exists(path) ? std::optional(xml::ReadXmlFile(os::NameOf(path))) : std::nullopt;
 }
 
 } // namespace

@@ -1,14 +1,17 @@
 #include "refhost/LoginFile.h"
 
 #include "host/Environment.h"
+#include "os/Files.h"
+#include "os/Variable.h"
 #include "refhost/xml/FileText.h"
 #include "text/ConnectionString.h"
 #include "text/SameName.h"
 
-#include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace refhost {
 namespace {
@@ -19,15 +22,15 @@ constexpr std::string_view connectionString = "QxDbName";
 constexpr std::string_view password = "cUserPassWord";
 
 std::string Variable(const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    if (value == nullptr) {
+    std::optional<std::string> value = os::Variable(name);
+    if (!value) {
         throw std::runtime_error("the environment variable '" + name + "' is not set");
     }
-    return value;
+    return *std::move(value);
 }
 
 std::string FirstLine(const fs::path& path) {
-    const std::string text = xml::ReadTextFile(path.string());
+    const std::string text = xml::ReadTextFile(os::NameOf(path));
     return text.substr(0, text.find_first_of("\r\n"));
 }
 
@@ -58,7 +61,7 @@ std::string WithSecrets(std::string_view text, const fs::path& folder, bool encl
         const std::string name(text.substr(colon + 1, end - colon - 1));
         filled.append(text.substr(0, begin));
         if (kind == "env" || kind == "file") {
-            const std::string value = kind == "env" ? Variable(name) : FirstLine(folder / name);
+            const std::string value = kind == "env" ? Variable(name) : FirstLine(folder / os::PathOf(name));
             filled.append(enclosed ? Enclosed(value) : value);
         } else {
             filled.append(text.substr(begin, end + 1 - begin));
@@ -72,16 +75,16 @@ std::string WithLocatedFile(const std::string& text, const fs::path& folder) {
     const std::string provider = text::ConnectionStringValue(text, "Provider").value_or("");
     const std::string file = text::ConnectionStringValue(text, "Data Source").value_or("");
     if (folder.empty() || !text::SameName(provider, "KovraAccount") || file.empty() || file == ":memory:" ||
-        fs::path(file).is_absolute()) {
+        os::PathOf(file).is_absolute()) {
         return text;
     }
-    return text::WithConnectionStringValue(text, "Data Source", (folder / file).string());
+    return text::WithConnectionStringValue(text, "Data Source", os::NameOf(folder / os::PathOf(file)));
 }
 
 } // namespace
 
 std::string ReadLoginXml(const std::string& path, host::Environment& environment) {
-    const fs::path folder = path == "-" ? fs::path() : fs::path(path).parent_path();
+    const fs::path folder = path == "-" ? fs::path() : os::PathOf(path).parent_path();
     const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
     const std::string xml = xml::ReadXmlFile(path);
     if (!document->LoadXML(xml)) {

@@ -44,8 +44,6 @@ void AddHandWritten(RawStatements& raw, std::size_t row) {
 
 } // namespace
 
-Import InventorySettings() {
-    return {"inventory settings", "ClsInvSubject", Account, Request, AddHandWritten};
-}
+Import InventorySettings() { return {"inventory settings", "ClsInvSubject", Account, Request, AddHandWritten}; }
 
 } // namespace bench

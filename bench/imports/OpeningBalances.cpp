@@ -53,8 +53,6 @@ void AddHandWritten(RawStatements& raw, std::size_t row) {
 
 } // namespace
 
-Import OpeningBalances() {
-    return {"opening balances", "ClsKovra", Account, Request, AddHandWritten};
-}
+Import OpeningBalances() { return {"opening balances", "ClsKovra", Account, Request, AddHandWritten}; }
 
 } // namespace bench

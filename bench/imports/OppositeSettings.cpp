@@ -89,9 +89,7 @@ void AddStandardCostHandWritten(RawStatements& raw, std::size_t row) {
 
 } // namespace
 
-Import OppositeSettings() {
-    return {"opposite settings", "ClsOppSubject", Account, PlainRequest, AddPlainHandWritten};
-}
+Import OppositeSettings() { return {"opposite settings", "ClsOppSubject", Account, PlainRequest, AddPlainHandWritten}; }
 
 Import StandardCostSettings() {
     return {"standard-cost settings", "ClsOppSubjectST", Account, StandardCostRequest, AddStandardCostHandWritten};

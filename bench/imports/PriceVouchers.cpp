@@ -38,8 +38,6 @@ std::string Request(std::size_t rows) {
 
 } // namespace
 
-Import PriceVouchers() {
-    return {"price vouchers", "ClsPriceJustVou", Account, Request};
-}
+Import PriceVouchers() { return {"price vouchers", "ClsPriceJustVou", Account, Request}; }
 
 } // namespace bench

@@ -29,8 +29,6 @@ std::string Request(std::size_t rows) {
 
 } // namespace
 
-Import Provisions() {
-    return {"provisions", "ClsKovraProof", Account, Request};
-}
+Import Provisions() { return {"provisions", "ClsKovraProof", Account, Request}; }
 
 } // namespace bench

@@ -1,5 +1,7 @@
 #include "cli/messages/Language.h"
 
+#include "cli/Platform.h"
+
 #include <cstdlib>
 
 namespace cli {
@@ -23,7 +25,7 @@ Language LanguageOfEnvironment() noexcept {
             return LanguageOfLocale(value);
         }
     }
-    return Language::english;
+    return LanguageOfLocale(platform::SystemLanguage());
 }
 
 } // namespace cli

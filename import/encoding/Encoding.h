@@ -1,5 +1,7 @@
 #pragma once
 
+#include "os/Encoding.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,7 +12,6 @@ namespace importing {
 /// UnreadableFile when the encoding is unknown.
 std::optional<std::string> Decode(std::string_view bytes, const std::string& name);
 
-/// Whether code page 936, in which a Chinese account keeps its texts, has the character.
-bool InCodePage936(char32_t character);
+using os::InCodePage936;
 
 } // namespace importing

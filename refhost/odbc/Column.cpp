@@ -1,6 +1,7 @@
 #include "refhost/odbc/Column.h"
 
 #include "refhost/odbc/Diagnostics.h"
+#include "refhost/odbc/Odbc.h"
 #include "refhost/odbc/Utf16.h"
 #include "text/SameName.h"
 
@@ -10,9 +11,6 @@
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <sqlext.h>
-#include <sqlucode.h>
 
 namespace refhost::odbc {
 namespace {

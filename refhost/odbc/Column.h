@@ -1,8 +1,7 @@
 #pragma once
 
 #include "host/Database.h"
-
-#include <sql.h>
+#include "refhost/odbc/Odbc.h"
 
 namespace refhost::odbc {
 

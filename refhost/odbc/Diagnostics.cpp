@@ -1,6 +1,7 @@
 #include "refhost/odbc/Diagnostics.h"
 
 #include "refhost/ado/ServerErrors.h"
+#include "refhost/odbc/Odbc.h"
 #include "refhost/odbc/Utf16.h"
 
 #include <algorithm>
@@ -8,9 +9,6 @@
 #include <optional>
 #include <utility>
 #include <vector>
-
-#include <sqlext.h>
-#include <sqlucode.h>
 
 namespace refhost::odbc {
 namespace {

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "host/Error.h"
+#include "refhost/odbc/Odbc.h"
 
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <sql.h>
 
 namespace refhost::odbc {
 

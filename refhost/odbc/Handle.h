@@ -1,12 +1,9 @@
 #pragma once
 
 #include "refhost/odbc/Diagnostics.h"
+#include "refhost/odbc/Odbc.h"
 
 #include <utility>
-
-#include <sql.h>
-#include <sqlext.h>
-#include <sqlucode.h>
 
 namespace refhost::odbc {
 

@@ -1,12 +1,10 @@
 #pragma once
 
+#include "refhost/odbc/Odbc.h"
 #include "text/Utf16.h"
 
 #include <string>
 #include <string_view>
-
-#include <sql.h>
-#include <sqltypes.h>
 
 namespace refhost::odbc {
 

@@ -1,5 +1,6 @@
 #include "refhost/trace/Trace.h"
 
+#include "os/Files.h"
 #include "refhost/trace/HostCall.h"
 #include "text/ConnectionString.h"
 #include "text/Json.h"
@@ -22,7 +23,7 @@ void AppendMember(std::string& line, std::string_view name, int number) {
 } // namespace
 
 Trace::Trace(const std::string& path, Begin begin)
-    : path_(path), file_(std::fopen(path.c_str(), begin == Begin::append ? "ab" : "wb")) {
+    : path_(path), file_(os::OpenFile(path, begin == Begin::append ? "ab" : "wb")) {
     if (!file_) {
         throw std::system_error(errno, std::generic_category(), path);
     }

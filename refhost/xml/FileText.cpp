@@ -1,20 +1,19 @@
 #include "refhost/xml/FileText.h"
 
+#include "os/Encoding.h"
+#include "os/Files.h"
 #include "text/SameName.h"
 #include "text/Utf8.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <system_error>
-#include <type_traits>
-
-#include <iconv.h>
-#include <sys/stat.h>
+#include <utility>
 
 namespace refhost::xml {
 namespace {
@@ -38,32 +37,14 @@ constexpr std::array<Mark, 2> wideStarts = {{
     {std::string_view("\0<", 2), "UTF-16BE"},
 }};
 
-/// Converts bytes with iconv.
 std::string Convert(std::string_view bytes, const std::string& encoding) {
-    // iconv's own value for failure.
-    const auto none = reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
-    const bool knownName = !encoding.empty() && encoding.find('/') == std::string::npos;
-    const iconv_t opened = knownName ? iconv_open("UTF-8", encoding.c_str()) : none;
-    if (opened == none)
+    std::optional<os::Decoded> decoded = os::Decode(bytes, encoding);
+    if (!decoded)
         throw std::runtime_error("unknown encoding '" + encoding + "'");
-    const std::unique_ptr<std::remove_pointer_t<iconv_t>, int (*)(iconv_t)> converter(opened, &iconv_close);
-
-    std::string text;
-    std::array<char, 1 << 16> block;
-    // iconv only reads through this pointer; its signature is older than const.
-    char* from = const_cast<char*>(bytes.data());
-    std::size_t left = bytes.size();
-    while (left != 0) {
-        char* to = block.data();
-        std::size_t room = block.size();
-        const std::size_t done = iconv(converter.get(), &from, &left, &to, &room);
-        const int reason = errno;
-        text.append(block.data(), to);
-        if (done == static_cast<std::size_t>(-1) && reason != E2BIG)
-            throw std::runtime_error("byte " + std::to_string(bytes.size() - left) + " is not in the encoding '" +
-                                     encoding + "'");
-    }
-    return text;
+    if (decoded->read != bytes.size())
+        throw std::runtime_error("byte " + std::to_string(decoded->read) + " is not in the encoding '" + encoding +
+                                 "'");
+    return std::move(decoded->text);
 }
 
 std::string Decode(std::string_view bytes, const std::string& encoding) {
@@ -121,19 +102,23 @@ std::string DeclaredEncoding(std::string_view bytes) {
 std::string SystemMessage(int error) { return std::generic_category().message(error); }
 
 std::string ReadBytes(const std::string& path) {
-    std::FILE* const opened = path == standardInput ? stdin : std::fopen(path.c_str(), "rb");
+    namespace fs = std::filesystem;
+    const bool isInput = path == standardInput;
+    std::error_code unknown;
+    const fs::file_status status = isInput ? fs::file_status() : fs::status(os::PathOf(path), unknown);
+    if (fs::is_directory(status))
+        Fail(path, "it is a folder");
+    std::FILE* const opened = isInput ? stdin : os::OpenFile(path, "rb");
     if (opened == nullptr)
         Fail(path, SystemMessage(errno));
     const auto close = [](std::FILE* file) { return file == stdin ? 0 : std::fclose(file); };
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(opened, close);
 
-    struct stat status {};
-    const bool known = fstat(fileno(file.get()), &status) == 0;
-    if (known && S_ISDIR(status.st_mode))
-        Fail(path, "it is a folder");
     std::string bytes;
-    if (known && S_ISREG(status.st_mode))
-        bytes.reserve(static_cast<std::size_t>(status.st_size));
+    if (fs::is_regular_file(status)) {
+        const std::uintmax_t size = fs::file_size(os::PathOf(path), unknown);
+        bytes.reserve(unknown ? 0 : static_cast<std::size_t>(size));
+    }
     std::array<char, 1 << 16> block;
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get()))
         bytes.append(block.data(), count);

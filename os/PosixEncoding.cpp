@@ -1,5 +1,4 @@
-#include "import/encoding/Encoding.h"
-#include "import/reading/UnreadableFile.h"
+#include "os/Encoding.h"
 #include "text/Utf8.h"
 
 #include <array>
@@ -9,9 +8,7 @@
 
 #include <iconv.h>
 
-// The platform's conversions of encodings, all that the import needs of POSIX.
-
-namespace importing {
+namespace os {
 namespace {
 
 using Converter = std::unique_ptr<std::remove_pointer_t<iconv_t>, int (*)(iconv_t)>;
@@ -25,28 +22,27 @@ Converter OpenConverter(const char* to, const char* from) {
 
 } // namespace
 
-std::optional<std::string> Decode(std::string_view bytes, const std::string& name) {
-    // A "/" would ask iconv to guess what it cannot convert.
-    const Converter converter =
-        OpenConverter("UTF-8", name.find('/') == std::string::npos ? name.c_str() : "no encoding");
+std::optional<Decoded> Decode(std::string_view bytes, const std::string& name) {
+    // A "/" would ask iconv to guess what it cannot convert; no name is the locale's encoding.
+    const bool isName = !name.empty() && name.find('/') == std::string::npos;
+    const Converter converter = OpenConverter("UTF-8", isName ? name.c_str() : "no encoding");
     if (!converter) {
-        throw UnreadableFile({Message::encodingUnknown, {name}});
+        return std::nullopt;
     }
-    std::string decoded;
+    Decoded decoded;
     std::array<char, 1 << 16> block;
     // iconv only reads through this pointer; its signature is older than const.
     char* from = const_cast<char*>(bytes.data());
     std::size_t left = bytes.size();
-    while (left != 0) {
+    bool goesOn = true;
+    while (goesOn && left != 0) {
         char* to = block.data();
         std::size_t room = block.size();
         const std::size_t done = iconv(converter.get(), &from, &left, &to, &room);
-        const bool full = errno == E2BIG;
-        decoded.append(block.data(), to);
-        if (done == static_cast<std::size_t>(-1) && !full) {
-            return std::nullopt;
-        }
+        goesOn = done != static_cast<std::size_t>(-1) || errno == E2BIG;
+        decoded.text.append(block.data(), to);
     }
+    decoded.read = bytes.size() - left;
     return decoded;
 }
 
@@ -62,4 +58,4 @@ bool InCodePage936(char32_t character) {
     return iconv(converter.get(), &from, &left, &to, &space) != static_cast<std::size_t>(-1);
 }
 
-} // namespace importing
+} // namespace os

@@ -1,0 +1,20 @@
+# The reference host, the import and the program, on the targets `fmt::fmt`, `CLI11::CLI11`, `kovra_sqlite`,
+# `kovra_libxml2`, `kovra_minizip` and `kovra_odbc`, which each platform defines, with KOVRA_ODBC_VERSION.
+kovra_library(refhost/xml ModPub os kovra_libxml2)
+kovra_library(refhost/odbc ModPub os kovra_odbc)
+add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)
+target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
+                              PRIVATE kovra_sanitize)
+
+kovra_library(import ModPub os fmt::fmt kovra_libxml2 kovra_minizip)
+
+# The program's commands, apart from main, so that the tests reach them.
+kovra_sources(cli_sources cli)
+list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp)
+add_library(cli STATIC ${cli_sources})
+target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost import fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
+set_property(SOURCE cli/Version.cpp PROPERTY COMPILE_DEFINITIONS
+             KOVRA_VERSION="${PROJECT_VERSION}" KOVRA_ODBC_VERSION="${KOVRA_ODBC_VERSION}")
+add_executable(kovra cli/main.cpp)
+target_link_libraries(kovra PRIVATE cli kovra_sanitize)
+set_target_properties(kovra PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})

@@ -1,0 +1,51 @@
+# What the program takes from elsewhere on Windows, linked in: libraries from Debian's sources (scripts/fetch-sources), and
+# Debian's headers where a library is nothing else.
+set(KOVRA_SOURCES ${PROJECT_SOURCE_DIR}/build/sources CACHE PATH "What scripts/fetch-sources has fetched")
+if(NOT EXISTS ${KOVRA_SOURCES}/versions)
+  message(FATAL_ERROR "The program takes the sources of its libraries: run scripts/fetch-sources, or configure with "
+                      "-D KOVRA_PROGRAM=OFF -D KOVRA_TESTS=OFF for the COM servers alone")
+endif()
+
+# kovra_foreign_library(NAME INCLUDES SOURCE...): a static library of other people's C, without our warnings.
+function(kovra_foreign_library name includes)
+  add_library(${name} STATIC ${ARGN})
+  target_include_directories(${name} SYSTEM PUBLIC ${includes})
+  target_compile_options(${name} PRIVATE $<IF:$<C_COMPILER_ID:MSVC>,/w,-w>)
+endfunction()
+
+# Headers that stand among the system's own, which this compiler must not see.
+function(kovra_headers target folder)
+  find_path(KOVRA_${folder}_HEADERS ${folder} HINTS /usr/include NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+  file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/headers/${folder})
+  file(CREATE_LINK ${KOVRA_${folder}_HEADERS}/${folder} ${PROJECT_BINARY_DIR}/headers/${folder}/${folder} SYMBOLIC)
+  add_library(kovra_${folder}_headers INTERFACE)
+  add_library(${target} ALIAS kovra_${folder}_headers)
+  target_include_directories(kovra_${folder}_headers SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/headers/${folder})
+endfunction()
+kovra_headers(fmt::fmt fmt)
+target_compile_definitions(kovra_fmt_headers INTERFACE FMT_HEADER_ONLY)
+kovra_headers(CLI11::CLI11 CLI)
+
+kovra_foreign_library(kovra_sqlite ${KOVRA_SOURCES}/sqlite3 ${KOVRA_SOURCES}/sqlite3/sqlite3.c)
+
+# libxml2 without what reaches beyond the text that it is given.
+set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
+set(BUILD_SHARED_LIBS OFF)
+foreach(part C14N CATALOG DEBUG DOCB FTP HTML HTTP ICONV ICU LEGACY LZMA MEM_DEBUG MODULES PROGRAMS PYTHON RUN_DEBUG
+        SCHEMAS SCHEMATRON TESTS XINCLUDE XPTR ZLIB)
+  set(LIBXML2_WITH_${part} OFF)
+endforeach()
+add_subdirectory(${KOVRA_SOURCES}/libxml2 ${PROJECT_BINARY_DIR}/libxml2 EXCLUDE_FROM_ALL)
+target_compile_options(LibXml2 PRIVATE $<IF:$<C_COMPILER_ID:MSVC>,/w,-w>)
+add_library(kovra_libxml2 ALIAS LibXml2)
+
+# Archives: zlib is Debian's own for mingw-w64. Files are opened by their names in UTF-8.
+find_library(KOVRA_ZLIB NAMES z zlibstatic REQUIRED)
+set(minizip ${KOVRA_SOURCES}/minizip)
+kovra_foreign_library(kovra_minizip ${minizip} ${minizip}/ioapi.c ${minizip}/unzip.c ${minizip}/zip.c)
+target_compile_options(kovra_minizip PRIVATE -include ${PROJECT_SOURCE_DIR}/os/Utf8Fopen.h)
+target_link_libraries(kovra_minizip PUBLIC os ${KOVRA_ZLIB})
+
+add_library(kovra_odbc INTERFACE)
+target_link_libraries(kovra_odbc INTERFACE odbc32)
+set(KOVRA_ODBC_VERSION "odbc32")

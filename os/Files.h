@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+/// What every room asks of the operating system. Names and texts are UTF-8 on every platform.
+namespace os {
+
+/// The path that a name stands for; where names are bytes, these very bytes.
+inline std::filesystem::path PathOf(std::string_view name) {
+    return {std::u8string_view(reinterpret_cast<const char8_t*>(name.data()), name.size())};
+}
+
+/// The name of a path.
+inline std::string NameOf(const std::filesystem::path& path) {
+    const std::u8string name = path.u8string();
+    return {name.begin(), name.end()};
+}
+
+/// std::fopen by a name in UTF-8: null, and the reason in errno, when it fails.
+std::FILE* OpenFile(const std::string& name, const char* mode);
+
+} // namespace os

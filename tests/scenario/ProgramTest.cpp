@@ -1,0 +1,54 @@
+// Runs every scenario through the program: its result, its trace and its rows.
+
+#include "tests/support/Program.h"
+
+#include "refhost/xml/Document.h"
+#include "tests/support/ScenarioFolder.h"
+
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What the program writes for the expected document.
+std::string ExpectedOutput(const fs::path& folder) {
+    if (test::ExpectsEmptyResult(folder)) {
+        return {};
+    }
+    const std::unique_ptr<host::DOMDocument> document = refhost::xml::CreateDocument();
+    EXPECT_TRUE(document->LoadXML(test::ReadText(folder / "expected.xml"))) << "expected.xml is not well-formed";
+    return document->Xml() + "\n";
+}
+
+class ProgramScenario : public testing::TestWithParam<fs::path> {};
+
+TEST_P(ProgramScenario, GivesResultAndStatements) {
+    const fs::path folder = GetParam();
+    const test::TestAccount account;
+    account.Run(test::ReadText(folder / "setup.sql"));
+    // Names in Chinese, as accountants give them.
+    const fs::path place = account.folder() / "导入 一";
+    fs::create_directory(place);
+    for (const char* name : {"account.db", "QxSystem.db"}) {
+        fs::rename(account.folder() / name, place / name);
+    }
+    fs::copy_file(folder / "login.xml", place / "login.xml");
+    fs::copy_file(folder / "request.xml", place / "请求.xml");
+
+    const std::string className = folder.parent_path().filename().string();
+    test::Program program(
+        place, {"transact", "--class", className, "--login", "login.xml", "--trace", "记录.jsonl", "请求.xml"});
+    EXPECT_EQ(program.Wait().output, ExpectedOutput(folder));
+    for (const char* name : {"account.db", "QxSystem.db"}) {
+        fs::rename(place / name, account.folder() / name);
+    }
+    test::ExpectStatementsAndRows(folder, place / "记录.jsonl", account);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ProgramScenario, testing::ValuesIn(test::ScenarioFolders()), test::ScenarioName);
+
+} // namespace
