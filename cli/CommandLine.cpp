@@ -9,6 +9,7 @@
 #include "cli/Version.h"
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -86,6 +87,14 @@ private:
     }
     void AddHelp(CLI::App& command) { command.set_help_flag("-h,--help", Text(help_.help)); }
     void AddLanguage(CLI::App& command) { AddChoice(command, "--lang", arguments_.language, help_.lang, {"zh", "en"}); }
+    /// Refuses all but whole numbers from 1 on.
+    auto PositiveNumber() const {
+        return [words = std::string(usage_.wrongNumber)](const std::string& given) {
+            unsigned number = 0;
+            const auto [end, error] = std::from_chars(given.data(), given.data() + given.size(), number);
+            return error == std::errc() && end == given.data() + given.size() && number > 0 ? std::string() : words;
+        };
+    }
     /// An option that takes one of a few values.
     void AddChoice(CLI::App& command, const char* name, std::string& value, std::string_view meaning,
                    const std::vector<std::string>& choices) {
@@ -111,7 +120,7 @@ private:
         command.add_option("--sheet", sheet.sheet, Text(help_.sheetName))->type_name("NAME");
         command.add_option("--header-row", sheet.headerRow, Text(help_.sheetHeaderRow))
             ->type_name("ROW")
-            ->check(CLI::Validator(CLI::PositiveNumber).description(""));
+            ->check(PositiveNumber());
         command.add_option("--map", sheet.map, Text(help_.sheetMap))
             ->allow_extra_args(false)
             ->type_name(Text(help_.sheetMapValue));
@@ -178,7 +187,7 @@ private:
         AddChoice(command, "--format", sql.format, help_.sqlFormat, {"table", "json", "csv"});
         command.add_option("--timeout", sql.seconds, Text(help_.sqlTimeout))
             ->type_name("SECONDS")
-            ->check(CLI::Validator(CLI::PositiveNumber).description(""));
+            ->check(PositiveNumber());
         Runs(command, [&sql](Console& console) {
             for (std::string& statement : sql.statements) {
                 statement = platform::FromLocale(statement);
@@ -266,7 +275,7 @@ std::string CommandName(const CLI::App& app) {
 std::string OptionIn(std::string_view words) { return std::string(words.substr(0, words.find_first_of(": "))); }
 
 std::string WhatIsWrong(const CLI::App& app, const CLI::ParseError& error, const UsageTexts& texts) {
-    const std::string words = error.what();
+    std::string words = error.what();
     if (const std::vector<std::string> extras = app.remaining(true); !extras.empty()) {
         return Fill(texts.unexpected, extras.front());
     }

@@ -6,9 +6,11 @@
 #include "refhost/LoginFile.h"
 #include "refhost/trace/Traced.h"
 #include "refhost/xml/FileText.h"
+#include "text/Fault.h"
 
 #include <optional>
-#include <stdexcept>
+
+#include <fmt/format.h>
 
 namespace cli {
 namespace {
@@ -16,13 +18,15 @@ namespace {
 /// The conditions of a file: the child elements `condition` of its root.
 host::DOMNodeList ReadConditions(const std::string& path, host::DOMDocument& document) {
     if (!document.LoadXML(refhost::xml::ReadXmlFile(path))) {
-        throw std::runtime_error("'" + path + "' is not well-formed XML");
+        throw text::Fault({"'" + path + "' is not well-formed XML", "'" + path + "' 不是格式正确的 XML"});
     }
     host::DOMNodeList conditions = document.DocumentElement()->SelectNodes("*");
     for (const host::DOMNodePtr& condition : conditions) {
         if (condition->NodeName() != "condition") {
-            throw std::runtime_error("'" + path + "' holds <" + condition->NodeName() +
-                                     ">; conditions are <condition name operation value logic>");
+            const std::string name = condition->NodeName();
+            throw text::Fault(
+                {fmt::format("'{}' holds <{}>; conditions are <condition name operation value logic>", path, name),
+                 fmt::format("'{}' 中有 <{}>；条件的写法是 <condition name operation value logic>", path, name)});
         }
     }
     return conditions;

@@ -11,6 +11,7 @@
 #include "refhost/ado/JsonRow.h"
 #include "refhost/eai/Login.h"
 #include "refhost/xml/FileText.h"
+#include "text/Fault.h"
 
 #include <algorithm>
 #include <chrono>
@@ -74,7 +75,8 @@ int RunSql(const SqlArguments& arguments, Console& console) {
         std::ranges::move(refhost::SplitBatches(refhost::xml::ReadTextFile(file)), std::back_inserter(batches));
     }
     if (batches.empty()) {
-        throw std::runtime_error("nothing to run: give -e STATEMENT or a file");
+        throw text::Fault(
+            {"nothing to run: give -e STATEMENT or a file", "没有要运行的语句：请给出 -e 语句或一个文件"});
     }
     refhost::Environment environment;
     const refhost::Login login = refhost::ReadLogin(arguments.login, environment);

@@ -5,6 +5,7 @@
 #include "os/Variable.h"
 #include "refhost/xml/FileText.h"
 #include "text/ConnectionString.h"
+#include "text/Fault.h"
 #include "text/SameName.h"
 
 #include <filesystem>
@@ -24,7 +25,7 @@ constexpr std::string_view password = "cUserPassWord";
 std::string Variable(const std::string& name) {
     std::optional<std::string> value = os::Variable(name);
     if (!value) {
-        throw std::runtime_error("the environment variable '" + name + "' is not set");
+        throw text::Fault({"the environment variable '" + name + "' is not set", "环境变量 '" + name + "' 没有设置"});
     }
     return *std::move(value);
 }
@@ -86,7 +87,7 @@ std::string WithLocatedFile(const std::string& text, const fs::path& folder) {
 std::string ReadLoginXml(const std::string& path, host::Environment& environment) {
     const fs::path folder = path == "-" ? fs::path() : os::PathOf(path).parent_path();
     const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
-    const std::string xml = xml::ReadXmlFile(path);
+    std::string xml = xml::ReadXmlFile(path);
     if (!document->LoadXML(xml)) {
         // `Login` says what is wrong with it.
         return xml;
@@ -104,10 +105,13 @@ std::string ReadLoginXml(const std::string& path, host::Environment& environment
 Login ReadLogin(const std::string& path, host::Environment& environment) {
     try {
         return {ReadLoginXml(path, environment), environment};
-    } catch (const std::runtime_error& error) {
-        const std::string reason = error.what();
+    } catch (const text::Fault& fault) {
+        const text::Words reason = fault.words();
         // Reading the file names it already.
-        throw std::runtime_error(reason.find(path) != std::string::npos ? reason : "'" + path + "': " + reason);
+        if (reason.english.find(path) != std::string::npos) {
+            throw;
+        }
+        throw text::Fault({"'" + path + "': " + reason.english, "'" + path + "'：" + reason.chinese});
     }
 }
 

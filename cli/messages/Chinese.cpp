@@ -83,6 +83,7 @@ constexpr Messages chineseMessages = {
             .missingCommand = "缺少命令",
             .missingValue = "{0} 需要一个值",
             .wrongValue = "可用的值为 {0}",
+            .wrongNumber = "应为从 1 起的整数",
             .seeHelp = "用法见 {0} --help",
             .unknownClass = "没有名为“{0}”的类；可用的类有 {1}",
             .didYouMean = "是否想写 {0}？",

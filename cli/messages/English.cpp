@@ -88,6 +88,7 @@ constexpr Messages englishMessages = {
             .missingCommand = "a command is missing",
             .missingValue = "{0} takes a value",
             .wrongValue = "the values are {0}",
+            .wrongNumber = "takes a whole number from 1 on",
             .seeHelp = "{0} --help tells what there is",
             .unknownClass = "there is no class '{0}'; the classes are {1}",
             .didYouMean = "did you mean {0}?",

@@ -93,6 +93,7 @@ struct UsageTexts {
     std::string_view missingValue;
     /// `{0}` the values that there are.
     std::string_view wrongValue;
+    std::string_view wrongNumber;
     /// Where to read on; `{0}` the command.
     std::string_view seeHelp;
     /// `{0}` the name given, `{1}` the names of the classes.

@@ -4,6 +4,7 @@
 #include "ModPub/RuntimeErrors.h"
 #include "host/Environment.h"
 #include "refhost/trace/HostCall.h"
+#include "text/Fault.h"
 
 #include <array>
 #include <stdexcept>
@@ -29,10 +30,12 @@ std::string Quoted(std::string_view text) {
 Login::Login(const std::string& xml, host::Environment& environment) : environment_(environment) {
     const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
     if (!document->LoadXML(xml))
-        throw std::runtime_error("the login is not XML: " + document->LoadError());
+        throw text::Fault(
+            {"the login is not XML: " + document->LoadError(), "登录文件不是 XML：" + document->LoadError()});
     const host::DOMNodePtr root = document->DocumentElement();
     if (root->NodeName() != "login")
-        throw std::runtime_error("the login's root element is <" + root->NodeName() + ">, not <login>");
+        throw text::Fault({"the login's root element is <" + root->NodeName() + ">, not <login>",
+                           "登录文件的根元素是 <" + root->NodeName() + ">，应为 <login>"});
     for (const char* name : memberNames) {
         if (auto value = root->GetAttribute(name))
             members_.emplace(name, std::move(*value));

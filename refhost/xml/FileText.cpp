@@ -3,6 +3,7 @@
 #include "os/Encoding.h"
 #include "os/Files.h"
 #include "text/SameName.h"
+#include "text/SystemWords.h"
 #include "text/Utf8.h"
 
 #include <array>
@@ -40,17 +41,19 @@ constexpr std::array<Mark, 2> wideStarts = {{
 std::string Convert(std::string_view bytes, const std::string& encoding) {
     std::optional<os::Decoded> decoded = os::Decode(bytes, encoding);
     if (!decoded)
-        throw std::runtime_error("unknown encoding '" + encoding + "'");
-    if (decoded->read != bytes.size())
-        throw std::runtime_error("byte " + std::to_string(decoded->read) + " is not in the encoding '" + encoding +
-                                 "'");
+        throw text::Fault({"unknown encoding '" + encoding + "'", "未知的编码 '" + encoding + "'"});
+    if (decoded->read != bytes.size()) {
+        const std::string at = std::to_string(decoded->read);
+        throw text::Fault({"byte " + at + " is not in the encoding '" + encoding + "'",
+                           "第 " + at + " 字节不属于编码 '" + encoding + "'"});
+    }
     return std::move(decoded->text);
 }
 
 std::string Decode(std::string_view bytes, const std::string& encoding) {
     if (text::SameName(encoding, "UTF-8") || text::SameName(encoding, "UTF8")) {
         if (!text::IsUtf8(bytes))
-            throw std::runtime_error("the file is not valid UTF-8");
+            throw text::Fault({"the file is not valid UTF-8", "文件不是有效的 UTF-8"});
         return std::string(bytes);
     }
     if (text::SameName(encoding, "GB2312") || text::SameName(encoding, "GBK"))
@@ -94,12 +97,13 @@ std::string DeclaredEncoding(std::string_view bytes) {
     }
 }
 
-[[noreturn]] void Fail(const std::string& path, const std::string& reason) {
-    const std::string name = path == standardInput ? "standard input" : "'" + path + "'";
-    throw std::runtime_error("cannot read " + name + ": " + reason);
+[[noreturn]] void Fail(const std::string& path, const text::Words& reason) {
+    const bool isInput = path == standardInput;
+    throw text::Fault({"cannot read " + (isInput ? "standard input" : "'" + path + "'") + ": " + reason.english,
+                       "无法读取" + (isInput ? "标准输入" : " '" + path + "'") + "：" + reason.chinese});
 }
 
-std::string SystemMessage(int error) { return std::generic_category().message(error); }
+text::Words SystemWords(int error) { return text::SystemWords({error, std::generic_category()}); }
 
 std::string ReadBytes(const std::string& path) {
     namespace fs = std::filesystem;
@@ -107,10 +111,10 @@ std::string ReadBytes(const std::string& path) {
     std::error_code unknown;
     const fs::file_status status = isInput ? fs::file_status() : fs::status(os::PathOf(path), unknown);
     if (fs::is_directory(status))
-        Fail(path, "it is a folder");
+        Fail(path, {"it is a folder", "这是一个文件夹"});
     std::FILE* const opened = isInput ? stdin : os::OpenFile(path, "rb");
     if (opened == nullptr)
-        Fail(path, SystemMessage(errno));
+        Fail(path, SystemWords(errno));
     const auto close = [](std::FILE* file) { return file == stdin ? 0 : std::fclose(file); };
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(opened, close);
 
@@ -123,7 +127,7 @@ std::string ReadBytes(const std::string& path) {
     while (const std::size_t count = std::fread(block.data(), 1, block.size(), file.get()))
         bytes.append(block.data(), count);
     if (std::ferror(file.get()) != 0)
-        Fail(path, SystemMessage(errno));
+        Fail(path, SystemWords(errno));
     return bytes;
 }
 
@@ -131,8 +135,8 @@ template <class Decoder> std::string ReadFile(const std::string& path, Decoder d
     const std::string bytes = ReadBytes(path);
     try {
         return decode(bytes);
-    } catch (const std::runtime_error& error) {
-        Fail(path, error.what());
+    } catch (const text::Fault& fault) {
+        Fail(path, fault.words());
     }
 }
 
@@ -148,7 +152,8 @@ std::string DecodeXmlBytes(std::string_view bytes) {
     const std::string declared = DeclaredEncoding(bytes);
     // The declaration could be read byte by byte, so these are no 16-bit characters.
     if (text::SameName(declared.substr(0, 6), "UTF-16"))
-        throw std::runtime_error("the declaration names '" + declared + "', but the file is not in it");
+        throw text::Fault({"the declaration names '" + declared + "', but the file is not in it",
+                           "声明的编码是 '" + declared + "'，但文件并不是这种编码"});
     return Decode(bytes, declared.empty() ? "UTF-8" : declared);
 }
 

@@ -70,6 +70,38 @@ TEST_F(Program, RefusesWhatItDoesNotKnow) {
     EXPECT_EQ(command.error, "kovra: 无法识别 transakt\n用法见 kovra --help\n");
 }
 
+TEST_F(Program, SaysInChineseWhatIsWrongWithFilesAndNumbers) {
+    const std::string lang = " --lang zh";
+    const auto says = [&](const std::string& arguments, const std::string& words) {
+        const Ended run = Kovra(arguments + lang);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_EQ(run.error.substr(0, run.error.find('\n')), "kovra: " + words) << arguments;
+    };
+    const std::string transact = "transact --class ClsInvSubject --login ";
+    Write("request.xml", oneSetting);
+    fs::create_directory(Path("folder"));
+    says(transact + "login.xml nowhere.xml", "无法读取 'nowhere.xml'：没有这个文件或文件夹");
+    says(transact + "login.xml folder", "无法读取 'folder'：这是一个文件夹");
+    says(transact + "nowhere.xml request.xml", "无法读取 'nowhere.xml'：没有这个文件或文件夹");
+    says(transact + "request.xml request.xml", "'request.xml'：登录文件的根元素是 <qxinterface>，应为 <login>");
+    Write("other.xml", "<?xml version=\"1.0\" encoding=\"Klingon\"?><login/>");
+    says(transact + "login.xml other.xml", "无法读取 'other.xml'：未知的编码 'Klingon'");
+    Write("other.xml", "<?xml version=\"1.0\"?><a>\xB2\xD6</a>");
+    says(transact + "login.xml other.xml", "无法读取 'other.xml'：文件不是有效的 UTF-8");
+    Write("other.xml", "<?xml version=\"1.0\" encoding=\"GBK\"?><a>\xFF</a>");
+    says(transact + "login.xml other.xml", "无法读取 'other.xml'：第 39 字节不属于编码 'CP936'");
+    Write("other.xml", "<login QxDbName=\"${env:KOVRA_NOT_SET}\"/>");
+    says(transact + "other.xml request.xml", "'other.xml'：环境变量 'KOVRA_NOT_SET' 没有设置");
+    says("sql --login login.xml", "没有要运行的语句：请给出 -e 语句或一个文件");
+    says("sql --login login.xml --timeout soon", "--timeout: 应为从 1 起的整数");
+    says(transact + "login.xml --trace folder/none/trace.jsonl request.xml",
+         "folder/none/trace.jsonl: 没有这个文件或文件夹");
+    says(transact + "login.xml --journal folder request.xml", "'folder': 这是一个文件夹");
+    Write("other.xml", "<conditions><rule/></conditions>");
+    says("query --login login.xml --conditions other.xml request.xml",
+         "'other.xml' 中有 <rule>；条件的写法是 <condition name operation value logic>");
+}
+
 TEST_F(Program, RefusesAnUnknownClassAndNamesTheClasses) {
     const Ended run = Kovra("transact --class ClsNobody --login login.xml request.xml");
     EXPECT_EQ(run.status, 2);

@@ -34,7 +34,7 @@ constexpr const char* errorPage = "requests";
 const std::vector<std::string> errorSources = {"ModPub/RuntimeErrors.cpp"};
 
 /// Sources whose Chinese texts are no messages: labels of row keys, names of valuation methods, words of dates and
-/// numbers, and refusals to post, which the class does not pass on.
+/// numbers, refusals to post, which the class does not pass on, and what is wrong with the file of a login.
 const Texts sourcesWithoutMessages = {
     "ClsInvSubject/InventorySetting.cpp",
     "ClsOppSubject/OppositeSetting.cpp",
@@ -42,6 +42,7 @@ const Texts sourcesWithoutMessages = {
     "ClsKovra/OpeningRow.cpp",
     "ClsKovra/Valuation.cpp",
     "ClsKovra/Valuation.h",
+    "refhost/eai/Login.cpp",
     "ModPub/DateFields.cpp",
     "ModPub/Numbers.cpp",
     "ModPub/RowKey.cpp",
