@@ -258,11 +258,13 @@ template <class Int> Int ToWhole(std::string_view text) {
     return ToWhole<Int>(parsed.value);
 }
 
-constexpr int significantDigits = 15;
+/// Significant digits that a number has as text.
+constexpr int doubleDigits = 15;
+constexpr int singleDigits = 7;
 
-/// A number's 15 significant decimal digits: 0.d1d2d3... × 10^pointPosition.
+/// A number's significant decimal digits: 0.d1d2d3... × 10^pointPosition.
 struct DecimalDigits {
-    std::array<char, significantDigits> digits{};
+    std::array<char, doubleDigits> digits{};
     /// Digits without trailing zeros; 0 for the number 0.
     int count = 0;
     int pointPosition = 0;
@@ -282,25 +284,25 @@ int WriteDigits(double magnitude, int count, char* digits) {
     return exponent;
 }
 
-/// Whether the digits behind the significant ones round these up: a half rounds away from zero.
-bool RoundsUp(double magnitude, std::string_view further) {
+/// Whether the digits behind the `significant` ones round these up: a half rounds away from zero.
+bool RoundsUp(double magnitude, int significant, std::string_view further) {
     if (further != "50")
         return further > "50";
     // Rounded themselves, they may hide a number just below the half.
-    constexpr int enough = 2 * significantDigits;
+    constexpr int enough = 2 * doubleDigits;
     std::array<char, enough> digits{};
     WriteDigits(magnitude, enough, digits.data());
-    return digits[significantDigits] >= '5';
+    return digits[static_cast<std::size_t>(significant)] >= '5';
 }
 
-DecimalDigits SplitDecimal(double magnitude) {
+DecimalDigits SplitDecimal(double magnitude, int significant) {
     DecimalDigits result;
     if (magnitude == 0)
         return result;
-    std::array<char, significantDigits + 2> digits{};
-    result.pointPosition = WriteDigits(magnitude, static_cast<int>(digits.size()), digits.data()) + 1;
-    result.count = significantDigits;
-    if (RoundsUp(magnitude, {digits.data() + significantDigits, 2})) {
+    std::array<char, doubleDigits + 2> digits{};
+    result.pointPosition = WriteDigits(magnitude, significant + 2, digits.data()) + 1;
+    result.count = significant;
+    if (RoundsUp(magnitude, significant, {digits.data() + significant, 2})) {
         while (result.count > 0 && digits[static_cast<std::size_t>(result.count) - 1] == '9')
             --result.count;
         if (result.count == 0) {
@@ -320,6 +322,42 @@ std::string NotFiniteText(double number) {
     if (std::isnan(number))
         return std::signbit(number) ? "-1.#IND" : "1.#QNAN";
     return number < 0 ? "-1.#INF" : "1.#INF";
+}
+
+/// `number` with so many significant digits; a magnitude from `below` on has more before the point.
+std::string TextOf(double number, int significant, double below) {
+    if (!std::isfinite(number))
+        return NotFiniteText(number);
+    // Most amounts are whole; their digits need no rounding.
+    if (std::fabs(number) < below && std::trunc(number) == number)
+        return std::to_string(static_cast<std::int64_t>(number));
+    const DecimalDigits decimal = SplitDecimal(std::fabs(number), significant);
+    const auto count = static_cast<std::size_t>(decimal.count);
+    const std::string_view digits(decimal.digits.data(), count);
+    const int point = decimal.pointPosition;
+    std::string text;
+    text.reserve(24);
+    if (number < 0)
+        text += '-';
+    if (point > significant || decimal.count - point > significant) {
+        text += digits[0];
+        if (count > 1)
+            text.append(1, '.').append(digits.substr(1));
+        const int exponent = point - 1;
+        text += exponent < 0 ? "E-" : "E+";
+        const int magnitude = std::abs(exponent);
+        if (magnitude < 10)
+            text += '0';
+        text += std::to_string(magnitude);
+    } else if (point <= 0) {
+        text.append("0.").append(static_cast<std::size_t>(-point), '0').append(digits);
+    } else if (decimal.count <= point) {
+        text.append(digits).append(static_cast<std::size_t>(point - decimal.count), '0');
+    } else {
+        const auto whole = static_cast<std::size_t>(point);
+        text.append(digits.substr(0, whole)).append(1, '.').append(digits.substr(whole));
+    }
+    return text;
 }
 
 } // namespace
@@ -359,40 +397,9 @@ double Val(std::string_view text) {
     return negative && value != 0 ? -value : value;
 }
 
-std::string NumberText(double number) {
-    if (!std::isfinite(number))
-        return NotFiniteText(number);
-    // Most amounts are whole; their digits need no rounding.
-    if (std::fabs(number) < 1e15 && std::trunc(number) == number)
-        return std::to_string(static_cast<std::int64_t>(number));
-    const DecimalDigits decimal = SplitDecimal(std::fabs(number));
-    const auto count = static_cast<std::size_t>(decimal.count);
-    const std::string_view digits(decimal.digits.data(), count);
-    const int point = decimal.pointPosition;
-    std::string text;
-    text.reserve(24);
-    if (number < 0)
-        text += '-';
-    if (point > significantDigits || decimal.count - point > significantDigits) {
-        text += digits[0];
-        if (count > 1)
-            text.append(1, '.').append(digits.substr(1));
-        const int exponent = point - 1;
-        text += exponent < 0 ? "E-" : "E+";
-        const int magnitude = std::abs(exponent);
-        if (magnitude < 10)
-            text += '0';
-        text += std::to_string(magnitude);
-    } else if (point <= 0) {
-        text.append("0.").append(static_cast<std::size_t>(-point), '0').append(digits);
-    } else if (decimal.count <= point) {
-        text.append(digits).append(static_cast<std::size_t>(point - decimal.count), '0');
-    } else {
-        const auto whole = static_cast<std::size_t>(point);
-        text.append(digits.substr(0, whole)).append(1, '.').append(digits.substr(whole));
-    }
-    return text;
-}
+std::string NumberText(double number) { return TextOf(number, doubleDigits, 1e15); }
+
+std::string SingleText(float number) { return TextOf(double{number}, singleDigits, 1e7); }
 
 std::optional<double> ParseNumber(std::string_view text) {
     const std::optional<ParsedNumber> parsed = Parse(text);
@@ -426,7 +433,7 @@ bool ToBoolean(std::string_view text) {
 double TwoPlaces(double number) {
     if (!std::isfinite(number))
         RaiseRuntimeError(en::overflow);
-    const DecimalDigits decimal = SplitDecimal(std::fabs(number));
+    const DecimalDigits decimal = SplitDecimal(std::fabs(number), doubleDigits);
     // The hundredths are the digits before position `point + 2`; the digit there decides the rounding.
     const int kept = decimal.pointPosition + 2;
     if (kept < 0 || decimal.count == 0)

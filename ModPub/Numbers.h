@@ -21,6 +21,9 @@ double Val(std::string_view text);
 /// behind it.
 std::string NumberText(double number);
 
+/// A Single as text (`CStr`): as `NumberText`, with 7 digits in place of 15 ("0.1", "1.677722E+07").
+std::string SingleText(float number);
+
 /// The number that the whole of `text` writes, or nothing when it is none: blanks around, one sign before or behind,
 /// parentheses for a negative number, the yuan sign, grouping commas, an exponent (E or D), or "&H"/"&O" digits.
 /// Throws error 6 for a number that is too large.

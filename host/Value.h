@@ -41,13 +41,15 @@ struct Bytes {
 /// A Variant. It only holds; `ModPub/Conversions.h` converts it as the run-time does.
 class Value {
 public:
-    using Storage = std::variant<Empty, Null, bool, std::int64_t, double, Decimal, std::string, Date, Bytes>;
+    using Storage = std::variant<Empty, Null, bool, std::int64_t, float, double, Decimal, std::string, Date, Bytes>;
 
     Value() = default;
     Value(Null) : storage_(Null{}) {}
     Value(bool value) : storage_(value) {}
     Value(int value) : storage_(std::int64_t{value}) {}
     Value(std::int64_t value) : storage_(value) {}
+    /// A Single: its text has seven digits.
+    Value(float value) : storage_(value) {}
     Value(double value) : storage_(value) {}
     Value(Decimal value) : storage_(std::move(value)) {}
     /// Text in UTF-8.

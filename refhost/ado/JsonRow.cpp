@@ -48,6 +48,7 @@ struct AppendValue {
     void operator()(host::Null) const { json.append("null"); }
     void operator()(bool value) const { json.append(value ? "true" : "false"); }
     void operator()(std::int64_t value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
+    void operator()(float value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
     void operator()(double value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
     void operator()(const host::Decimal& value) const { json.append(value.text); }
     void operator()(const std::string& value) const { text::AppendJsonString(json, value); }
@@ -66,6 +67,7 @@ struct AppendPlain {
     void operator()(host::Null) const {}
     void operator()(bool value) const { text.append(value ? "1" : "0"); }
     void operator()(std::int64_t value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
+    void operator()(float value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
     void operator()(double value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
     void operator()(const host::Decimal& value) const { text.append(value.text); }
     void operator()(const std::string& value) const { text.append(value); }

@@ -151,8 +151,8 @@ std::string HexText(const std::vector<std::uint8_t>& bytes) {
     return text;
 }
 
-/// The shortest decimal number that reads back as the same double, without an exponent.
-std::string NumberText(double number) {
+/// The shortest decimal number that reads back as the same one, without an exponent.
+template <class Number> std::string NumberText(Number number) {
     std::array<char, 512> text;
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed).ptr;
     return {text.data(), end};
@@ -169,6 +169,7 @@ struct ToAttributeText {
     Text operator()(std::int64_t value) const {
         return type == FieldType::boolean ? (*this)(value != 0) : std::to_string(value);
     }
+    Text operator()(float value) const { return NumberText(value); }
     Text operator()(double value) const { return NumberText(value); }
     Text operator()(const host::Decimal& value) const { return value.text; }
     Text operator()(const std::string& value) const { return value; }

@@ -41,7 +41,7 @@ constexpr std::array typeMappings = {
     TypeMapping{SQL_SMALLINT, FieldType::smallInt, Reading::whole},
     TypeMapping{SQL_INTEGER, FieldType::integer, Reading::whole},
     TypeMapping{SQL_BIGINT, FieldType::bigInt, Reading::whole},
-    TypeMapping{SQL_REAL, FieldType::single, Reading::real},
+    TypeMapping{SQL_REAL, FieldType::single, Reading::single},
     TypeMapping{SQL_FLOAT, FieldType::doubleFloat, Reading::real},
     TypeMapping{SQL_DOUBLE, FieldType::doubleFloat, Reading::real},
     TypeMapping{SQL_NUMERIC, FieldType::numeric, Reading::decimal},
@@ -180,6 +180,8 @@ host::Value ReadValue(SQLHSTMT statement, SQLUSMALLINT index, const Column& colu
                       [](SQLBIGINT value) { return static_cast<std::int64_t>(value); });
     case Reading::bit:
         return OrNull(ReadFixed<SQLCHAR>(statement, index, SQL_C_BIT), [](SQLCHAR value) { return value != 0; });
+    case Reading::single:
+        return OrNull(ReadFixed<SQLREAL>(statement, index, SQL_C_FLOAT), [](SQLREAL value) { return value; });
     case Reading::real:
         return OrNull(ReadFixed<SQLDOUBLE>(statement, index, SQL_C_DOUBLE), [](SQLDOUBLE value) { return value; });
     case Reading::dateTime:

@@ -6,7 +6,7 @@
 namespace refhost::odbc {
 
 /// How a column's values are read.
-enum class Reading { text, whole, bit, real, decimal, money, dateTime, bytes };
+enum class Reading { text, whole, bit, single, real, decimal, money, dateTime, bytes };
 
 /// A column of a result: what a recordset tells of it, and how to read it.
 struct Column {

@@ -5,9 +5,7 @@
 #include "server/com/Utf16.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
-#include <iterator>
 #include <utility>
 
 namespace server {
@@ -55,16 +53,6 @@ bool AddZero(DECIMAL& decimal) {
     decimal.Hi32 = static_cast<ULONG>(parts[2]);
     ++decimal.scale;
     return true;
-}
-
-/// The double that has a Single's seven digits: its text is that of the Single, "0.1" and not "0.100000001490116".
-double OfSingle(float value) {
-    constexpr int digits = 7;
-    char text[32];
-    const char* const end = std::to_chars(text, std::end(text), value, std::chars_format::general, digits).ptr;
-    double same = 0;
-    std::from_chars(text, end, same);
-    return same;
 }
 
 /// A copy of `variant`'s content, references followed.
@@ -117,6 +105,10 @@ void Store(VARIANT& variant, std::int64_t value) noexcept {
         V_VT(&variant) = VT_I8;
         V_I8(&variant) = value;
     }
+}
+void Store(VARIANT& variant, float value) noexcept {
+    V_VT(&variant) = VT_R4;
+    V_R4(&variant) = value;
 }
 void Store(VARIANT& variant, double value) noexcept {
     V_VT(&variant) = VT_R8;
@@ -255,7 +247,7 @@ host::Value PlainValue(const VARIANT& content) {
     case VT_I8:
         return std::int64_t{V_I8(&content)};
     case VT_R4:
-        return OfSingle(V_R4(&content));
+        return V_R4(&content);
     case VT_R8:
         return V_R8(&content);
     case VT_DATE:

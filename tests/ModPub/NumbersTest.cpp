@@ -135,6 +135,40 @@ TEST(NumberText, TakesTheExponentFormBeyondFifteenDigitsBehindThePoint) {
     EXPECT_EQ(NumberText(1.5e-14), "0.000000000000015");
 }
 
+TEST(SingleText, HasUpToSevenSignificantDigits) {
+    const std::pair<float, std::string_view> table[] = {
+        {0.0F, "0"},
+        {-0.0F, "0"},
+        {0.1F, "0.1"},
+        {-2.5F, "-2.5"},
+        {1.0F / 3, "0.3333333"},
+        {2.0F / 3, "0.6666667"},
+        {1234.5678F, "1234.568"},
+        {123456.75F, "123456.8"},
+        {9999999.0F, "9999999"},
+    };
+    for (const auto& [number, expected] : table)
+        EXPECT_EQ(SingleText(number), expected);
+}
+
+TEST(SingleText, RoundsAHalfBehindTheSeventhDigitAwayFromZero) {
+    // Both are held exactly.
+    EXPECT_EQ(SingleText(1000000.25F), "1000000");
+    EXPECT_EQ(SingleText(1000000.5F), "1000001");
+    EXPECT_EQ(SingleText(-1000002.5F), "-1000003");
+}
+
+TEST(SingleText, TakesTheExponentFormBeyondSevenDigitsOnEitherSideOfThePoint) {
+    EXPECT_EQ(SingleText(10'000'000.0F), "1E+07");
+    EXPECT_EQ(SingleText(16'777'216.0F), "1.677722E+07");
+    EXPECT_EQ(SingleText(-3.4e38F), "-3.4E+38");
+    EXPECT_EQ(SingleText(0.075F), "0.075");
+    EXPECT_EQ(SingleText(1.0F / 30), "3.333334E-02") << "the nearest Single is 0.03333333507";
+    EXPECT_EQ(SingleText(1e-7F), "0.0000001");
+    EXPECT_EQ(SingleText(1e-8F), "1E-08");
+    EXPECT_EQ(SingleText(std::numeric_limits<float>::infinity()), "1.#INF");
+}
+
 TEST(NumberText, NamesWhatIsNotFinite) {
     EXPECT_EQ(NumberText(std::numeric_limits<double>::infinity()), "1.#INF");
     EXPECT_EQ(NumberText(-std::numeric_limits<double>::infinity()), "-1.#INF");

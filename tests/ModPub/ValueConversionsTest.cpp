@@ -24,6 +24,8 @@ TEST(ToText, WritesEveryKindOfValue) {
         {std::int64_t{-9007199254740993}, "-9007199254740993"},
         {1.5, "1.5"},
         {1e15, "1E+15"},
+        {0.1F, "0.1"},
+        {16'777'216.0F, "1.677722E+07"},
         {host::Decimal{"12.5000"}, "12.5"},
         {host::Decimal{"1200"}, "1200"},
         {host::Decimal{"0.00"}, "0"},
@@ -43,6 +45,7 @@ TEST(ToDouble, ReadsEveryKindOfValue) {
     EXPECT_EQ(ToDouble(host::Value(true)), -1);
     EXPECT_EQ(ToDouble(host::Value(7)), 7);
     EXPECT_EQ(ToDouble(host::Value(2.5)), 2.5);
+    EXPECT_EQ(ToDouble(host::Value(0.1F)), 0.100000001490116119384765625) << "a Single's number is what it holds";
     EXPECT_EQ(ToDouble(host::Value(host::Decimal{"-12.50"})), -12.5);
     EXPECT_EQ(ToDouble(host::Value("1,000")), 1000);
     EXPECT_EQ(ToDouble(host::Value(host::Date{45000.5})), 45000.5);

@@ -125,6 +125,15 @@ TEST_P(DatabaseCases, StaticCursorCountsItsRows) {
     EXPECT_EQ(Open("select a from kovra_case")->RecordCount(), 2);
 }
 
+TEST_P(DatabaseCases, SinglesComeAsSingles) {
+    Execute("create table kovra_case (a real, b real)");
+    Execute("insert into kovra_case (a) values (0.1)");
+    EXPECT_EQ(Single("select a from kovra_case"), Value(0.1F));
+    EXPECT_EQ(Single("select b from kovra_case"), Value(host::Null{}));
+    EXPECT_EQ(ModPub::ToText(Single("select a from kovra_case")), "0.1");
+    EXPECT_EQ(Single("select count(*) from kovra_case where a = 0.1"), Value(1));
+}
+
 TEST_P(DatabaseCases, ForwardOnlyCursorOnTheServerDoesNotCount) {
     EXPECT_EQ(Open("select 1 as a", CursorType::forwardOnly)->RecordCount(), -1);
 }

@@ -102,6 +102,7 @@ TEST(RowsetXml, ValuesAsAdoWritesThem) {
 
 TEST(RowsetXml, DoublesArePlainAndExact) {
     EXPECT_EQ(ValueXml(FieldType::doubleFloat, 0.1), "<z:row v=\"0.1\"/>");
+    EXPECT_EQ(ValueXml(FieldType::single, 0.1F), "<z:row v=\"0.1\"/>");
     EXPECT_EQ(ValueXml(FieldType::doubleFloat, 100.0), "<z:row v=\"100\"/>");
     EXPECT_EQ(ValueXml(FieldType::doubleFloat, -1e20), "<z:row v=\"-100000000000000000000\"/>");
     EXPECT_EQ(ValueXml(FieldType::doubleFloat, 3.125e-7), "<z:row v=\"0.0000003125\"/>");

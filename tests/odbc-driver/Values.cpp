@@ -144,6 +144,8 @@ SQLRETURN CopyValue(const host::Value& value, SQLSMALLINT cType, SQLPOINTER buff
         break;
     case SQL_C_BIT:
         return CopyFixed(static_cast<SQLCHAR>(ModPub::ToBoolean(value) ? 1 : 0), buffer, indicator);
+    case SQL_C_FLOAT:
+        return CopyFixed(static_cast<SQLREAL>(ModPub::ToDouble(value)), buffer, indicator);
     case SQL_C_DOUBLE:
         return CopyFixed(ModPub::ToDouble(value), buffer, indicator);
     case SQL_C_TYPE_TIMESTAMP:

@@ -26,6 +26,7 @@ inline std::string Show(const host::Value& value) {
         std::string operator()(host::Null) const { return "Null"; }
         std::string operator()(bool flag) const { return flag ? "True" : "False"; }
         std::string operator()(std::int64_t number) const { return std::to_string(number); }
+        std::string operator()(float number) const { return fmt::format("{}f", number); }
         std::string operator()(double number) const { return fmt::format("{}r", number); }
         std::string operator()(const host::Decimal& number) const { return number.text + "m"; }
         std::string operator()(const std::string& text) const { return "'" + text + "'"; }

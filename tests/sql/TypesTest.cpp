@@ -54,7 +54,7 @@ TEST(Types, AreTakenAndRefusedByColumns) {
             Case{"insert into t (f) values ('abc')", "-2147217913: Error converting data type varchar to float."},
             Case{"insert into t (m) values ('abc')",
                  "-2147217913: Cannot convert a char value to money. The char value has incorrect syntax."},
-            Case{"select d, m, f, r from t", "1.01m 1.0001m 1000r 0.10000000149011612r | -12.35m 1234.5000m 2.5r 1r"},
+            Case{"select d, m, f, r from t", "1.01m 1.0001m 1000r 0.1f | -12.35m 1234.5000m 2.5r 1f"},
             Case{"delete t", ""},
             Case{"insert into t (bin) values (0x0A0B)", ""},
             Case{"insert into t (bin) values (0x0A0B0C)", "-2147217833: String or binary data would be truncated."},
@@ -63,6 +63,23 @@ TEST(Types, AreTakenAndRefusedByColumns) {
                  "-2147217913: Conversion failed when converting from a character string to uniqueidentifier."},
             Case{"select bin, u from t", "0x0A0B Null | Null '6F9619FF-8B86-D011-B42D-00C04FC964FF'"},
         });
+}
+
+TEST(Types, SinglesAreCountedAndComparedAsTheNumbersThatTheyAre) {
+    const auto db = OpenMemory();
+    RunCases(*db, std::array{
+                      Case{"create table t (r real, f float)", ""},
+                      Case{"insert into t (r, f) values (0.1, 0.1)", ""},
+                      Case{"insert into t (r, f) values (16777217, 16777217)", ""}, // which 24 bits do not hold
+                      Case{"select r, r + r, r * f from t where r < 1", "0.1f 0.2f 0.010000000149011612r"},
+                      Case{"select count(*) from t where r = 0.1", "1"},
+                      Case{"select count(*) from t where r = '0.1'", "1"},
+                      Case{"select count(*) from t where r = f", "0"},
+                      Case{"select count(*) from t where r = 16777216", "1"},
+                      Case{"select r from t where r > 1", "16777216f"},
+                      Case{"select convert(nvarchar(20), r) from t", "'0.1' | '1.67772e+007'"},
+                      Case{"select cast(r as float) from t where r < 1", "0.10000000149011612r"},
+                  });
 }
 
 TEST(Types, ATextThatSqliteCannotTakeIsNoNull) {

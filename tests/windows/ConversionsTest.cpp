@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -196,6 +197,14 @@ const Accepted yuanSign = {"Wine knows no yuan sign", nullptr, [](const std::str
                                return Replaced(input, {{"￥", ""}, {"¥", ""}});
                            }};
 
+const Accepted exponentBySize = {
+    "Wine chooses the exponent form by the number's size, the system by the digits behind the point",
+    [](const std::string&, const Outcome& ours, const Outcome& theirs) {
+        return !Refused(ours) && !Refused(theirs) && std::fabs(std::stod(*ours.value)) < 1 &&
+               std::stod(*ours.value) == std::stod(*theirs.value);
+    },
+    nullptr};
+
 /// Where Wine's reading of numbers stays behind the system's.
 std::vector<Accepted> NumberDifferences() {
     return {
@@ -369,19 +378,27 @@ TEST(ConversionsAgainstOle, TextToDate) {
 }
 
 TEST(ConversionsAgainstOle, DoubleToText) {
-    const std::vector<Accepted> accepted = {
-        {"Wine chooses the exponent form by the number's size, the system by the digits behind the point",
-         [](const std::string&, const Outcome& ours, const Outcome& theirs) {
-             return !Refused(ours) && !Refused(theirs) && std::fabs(std::stod(*ours.value)) < 1 &&
-                    std::stod(*ours.value) == std::stod(*theirs.value);
-         },
-         nullptr},
-    };
     Compare<double>(
-        Doubles(), accepted, ShowNumber,
+        Doubles(), {exponentBySize}, ShowNumber,
         [](const double& number) { return Ours([&] { return ModPub::NumberText(number); }); },
         [](const double& number) {
             return TheirText([&](BSTR* text) { return VarBstrFromR8(number, chinese, LOCALE_NOUSEROVERRIDE, text); });
+        });
+}
+
+TEST(ConversionsAgainstOle, SingleToText) {
+    std::vector<double> singles;
+    for (const double number : Doubles()) {
+        if (std::fabs(number) <= double{std::numeric_limits<float>::max()})
+            singles.push_back(double{static_cast<float>(number)});
+    }
+    Compare<double>(
+        singles, {exponentBySize}, ShowNumber,
+        [](const double& number) { return Ours([&] { return ModPub::SingleText(static_cast<float>(number)); }); },
+        [](const double& number) {
+            return TheirText([&](BSTR* text) {
+                return VarBstrFromR4(static_cast<float>(number), chinese, LOCALE_NOUSEROVERRIDE, text);
+            });
         });
 }
 

@@ -41,6 +41,7 @@ TEST(VariantHolder, EveryValueComesBackAsItWas) {
         std::int64_t{2147483648LL},
         std::int64_t{INT64_MIN},
         0.1,
+        0.1F,
         -1e300,
         host::Date{45047.5},
         host::Date{-1.25},
@@ -95,7 +96,7 @@ TEST(VariantHolder, ReadsEveryTypeThatComesIn) {
     EXPECT_EQ(server::ToValue(variant), Value(std::int64_t{4294967295}));
     variant = Plain(VT_R4);
     V_R4(&variant) = 0.5F;
-    EXPECT_EQ(server::ToValue(variant), Value(0.5));
+    EXPECT_EQ(server::ToValue(variant), Value(0.5F));
     variant = Plain(VT_CY);
     V_CY(&variant).int64 = -125000;
     EXPECT_EQ(server::ToValue(variant), Value(host::Decimal{"-12.5000"}));
@@ -105,6 +106,14 @@ TEST(VariantHolder, ReadsEveryTypeThatComesIn) {
     variant = Plain(VT_BOOL);
     V_BOOL(&variant) = 1;
     EXPECT_EQ(server::ToValue(variant), Value(true));
+}
+
+TEST(VariantHolder, SinglesHaveTheTextOfTheirOwnDigits) {
+    VARIANT variant = Plain(VT_R4);
+    V_R4(&variant) = 0.1F;
+    EXPECT_EQ(server::ToText(variant), "0.1");
+    V_R4(&variant) = 16'777'216.0F;
+    EXPECT_EQ(server::ToText(variant), "1.677722E+07");
 }
 
 TEST(VariantHolder, WhatNoValueHoldsIsATypeMismatch) {

@@ -237,8 +237,10 @@ host::Value ReadValue(sqlite3_stmt* statement, int column, const Type& type) {
         const std::int64_t value = sqlite3_column_int64(statement, column);
         return type.base == Base::bit ? host::Value(value != 0) : host::Value(value);
     }
-    case Family::real:
-        return sqlite3_column_double(statement, column);
+    case Family::real: {
+        const double value = sqlite3_column_double(statement, column);
+        return type.base == Base::real ? host::Value(static_cast<float>(value)) : host::Value(value);
+    }
     case Family::exact:
         return host::Decimal{text()};
     case Family::date:
