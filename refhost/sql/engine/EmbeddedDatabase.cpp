@@ -306,7 +306,7 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     const Select* select = statement ? statement->Query() : nullptr;
     const bool manipulates = statement && (select != nullptr || statement->As<Insert>() != nullptr ||
                                            statement->As<Update>() != nullptr || statement->As<Delete>() != nullptr);
-    if (!manipulates || (select != nullptr && select->into) || parser.Literals().size() != scanner_.Literals().size()) {
+    if (!manipulates || (select != nullptr && select->into)) {
         return nullptr;
     }
     Plan plan = BindPlan(*statement, parser.Literals());
