@@ -186,6 +186,21 @@ TEST_F(Query, MoreFunctions) {
         Case{"select datefromparts(2023, 2, 29)",
              "-2147217900: Cannot construct data type date, some of the arguments have values which are not valid."},
         Case{"select string_agg(item, ',') from sale where shop = 'A'", "'apple,pear'"},
+        // The examples of the pages of STR and PATINDEX.
+        Case{"select str(123.45, 6, 1), str(123.45, 2, 2), str(floor(123.45), 8, 3), str(7)",
+             "' 123.5' '**' ' 123.000' '         7'"},
+        Case{"select patindex('%ter%', 'interesting data'), patindex('%[^ 0-9A-z]%', 'Please ensure the door is "
+             "locked!'), patindex('%en_ure%', 'Please ensure the door is locked!'), patindex('ter%', 'interesting')",
+             "3 33 8 0"},
+        Case{"select patindex('%y%', Null), patindex('%Ｂ%', N'𠮷ab')", "Null 4"},
+        // Variances by hand: n is 5, 3, 7, 3, 1, its mean 3.8, its squares' sum 20.8.
+        Case{"select round(var(n), 6), round(varp(n), 6), round(stdev(n), 6), round(stdevp(n), 6) from sale",
+             "5.2r 4.16r 2.280351r 2.039608r"},
+        Case{"select stdev(n), stdevp(n), varp(n) from sale where id = 1", "Null 0r 0r"},
+        Case{"select string_agg(item, ',') within group (order by price desc) from sale", "'plum,pear,apple,apple'"},
+        Case{"select shop, string_agg(item, '; ') within group (order by item desc, id) from sale group by shop order "
+             "by shop",
+             "'A' 'pear; apple' | 'B' 'plum; apple' | 'C' Null"},
         Case{"select len(newid())", "36"},
         Case{"select exp(0), log(1), square(3)", "1r 0r 9r"},
     });

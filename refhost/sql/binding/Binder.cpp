@@ -84,11 +84,17 @@ std::string Binder::Own(Bound& value) {
     return value.text;
 }
 
+int Binder::StyleFor(int style, const Type& from, const Type& to) const {
+    const bool reads = FamilyOf(from) == Family::text && FamilyOf(to) == Family::date;
+    return style == 0 && reads ? session_.dateStyle : style;
+}
+
 Bound Binder::Converted(Bound value, const Type& type, int style, Surplus surplus) {
     if (value.kind == Bound::Kind::null) {
         value.type = type;
         return value;
     }
+    style = StyleFor(style, value.type, type);
     if (value.kind == Bound::Kind::literal) {
         const Literal& literal = LiteralAt(value.slot.literal);
         const bool same = literal.kind == LiteralKind::integer && value.slot.steps.empty() &&
@@ -103,7 +109,8 @@ Bound Binder::Converted(Bound value, const Type& type, int style, Surplus surplu
         return value;
     }
     if (!Contains(type, value.type)) {
-        value.text = surplus == Surplus::refuse
+        // A date leaves nothing over, and only the other has a style.
+        value.text = surplus == Surplus::refuse && style == 0
                          ? fmt::format("k_store({}, {}, {})", value.text, Pack(value.type), Pack(type))
                          : fmt::format("k_convert({}, {}, {}, {})", value.text, Pack(value.type), Pack(type), style);
         value.kind = Bound::Kind::expression;
@@ -384,7 +391,8 @@ Bound Binder::BindTryConvert(Bound value, const Type& type, int style) {
     Own(value);
     Bound result;
     result.type = type;
-    result.text = fmt::format("k_tryconvert({}, {}, {}, {})", value.text, Pack(value.type), Pack(type), style);
+    result.text = fmt::format("k_tryconvert({}, {}, {}, {})", value.text, Pack(value.type), Pack(type),
+                              StyleFor(style, value.type, type));
     return result;
 }
 

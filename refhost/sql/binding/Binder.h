@@ -19,6 +19,8 @@ struct SessionState {
     /// SET NOCOUNT and SET XACT_ABORT.
     bool noCount = false;
     bool xactAbort = false;
+    /// The style that texts are read as dates by where none is named: 0, or what SET DATEFORMAT chose.
+    int dateStyle = 0;
 };
 
 /// A value expression in SQLite's language, with its type. A literal stays apart until its place says what type it
@@ -229,6 +231,7 @@ private:
     // Functions, in FunctionBinder.cpp.
     Bound BindFunction(const Expression& expression);
     Bound BindAggregate(const std::string& name, const Expression& expression);
+    Bound BindTextAggregate(const Expression& expression, std::string text, const std::string& over);
     Bound BindTextFunction(const std::string& name, const Expression& expression);
     Bound BindDateFunction(const std::string& name, const Expression& expression);
     Bound BindNumberFunction(const std::string& name, const Expression& expression);
@@ -260,6 +263,8 @@ private:
     Family Unify(const std::vector<Bound*>& values);
     /// With the collation that its comparisons need, when SQLite does not know it from the column.
     static std::string Collated(const Bound& value);
+    /// The style of a conversion that names `style`.
+    int StyleFor(int style, const Type& from, const Type& to) const;
     std::string Parameter(const Slot& slot);
     void Pin(std::size_t literal) { pinned_.insert(literal); }
     const Literal& LiteralAt(std::size_t index) const { return literals_.at(index); }

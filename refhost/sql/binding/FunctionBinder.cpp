@@ -98,7 +98,8 @@ Bound Binder::BindFunction(const Expression& expression) {
     if (const std::optional<Bound> bound = BindWindowFunction(name, expression)) {
         return *bound;
     }
-    static constexpr std::array aggregates{"count", "count_big", "sum", "avg", "min", "max", "string_agg"};
+    static constexpr std::array aggregates{"count",      "count_big", "sum",    "avg", "min", "max",
+                                           "string_agg", "stdev",     "stdevp", "var", "varp"};
     if (std::find(aggregates.begin(), aggregates.end(), name) != aggregates.end()) {
         return BindAggregate(name, expression);
     }
@@ -166,10 +167,14 @@ Bound Binder::BindAggregate(const std::string& name, const Expression& expressio
     scope->inAggregate = false;
     scope->windows = windows;
     if (name == "string_agg") {
-        const std::string text = As(std::move(value), endlessText);
-        return Expressed(
-            fmt::format("group_concat({}, {}){}", text, As(BindValue(*expression.arguments[1]), endlessText), over),
-            endlessText);
+        return BindTextAggregate(expression, As(std::move(value), endlessText), over);
+    }
+    if (name == "stdev" || name == "stdevp" || name == "var" || name == "varp") {
+        if (expression.window || expression.flag) {
+            FailOwn(host::error_number::unspecified,
+                    "The embedded database has no {} over a window or of DISTINCT values.", name);
+        }
+        return Expressed(fmt::format("k_{}({})", name, As(std::move(value), floatType)), floatType);
     }
     Own(value);
     const std::string argument = (expression.flag ? "DISTINCT " : "") + Collated(value);
@@ -201,6 +206,31 @@ Bound Binder::BindAggregate(const std::string& name, const Expression& expressio
     return Expressed(fmt::format("k_convert(k_{}{}({}){}, {}, {}, 0)", name, money ? "_money" : "", argument, over,
                                  Pack({Base::decimal, 0, 38, 6}), Pack(result)),
                      result);
+}
+
+Bound Binder::BindTextAggregate(const Expression& expression, std::string text, const std::string& over) {
+    const std::string separator = As(BindValue(*expression.arguments[1]), endlessText);
+    if (expression.within.empty()) {
+        return Expressed(fmt::format("group_concat({}, {}){}", text, separator, over), endlessText);
+    }
+    if (expression.window) {
+        FailOwn(
+            host::error_number::syntaxError,
+            "The function 'string_agg' is not a valid windowing function, and cannot be used with the OVER clause.");
+    }
+    std::string call = fmt::format("k_string_agg({}, {}", text, separator);
+    Scope* scope = scope_;
+    scope->inAggregate = true;
+    for (const OrderItem& item : expression.within) {
+        Bound key = BindValue(*item.value);
+        Own(key);
+        const Family family = FamilyOf(key.type);
+        const bool exact = family == Family::exact;
+        const bool words = family == Family::text || family == Family::guid;
+        call += fmt::format(", {}, {}", key.text, (item.descending ? -1 : 1) * (exact ? 3 : words ? 2 : 1));
+    }
+    scope->inAggregate = false;
+    return Expressed(call + ")", endlessText);
 }
 
 Bound Binder::BindTextFunction(const std::string& name, const Expression& expression) {
@@ -278,6 +308,18 @@ Bound Binder::BindTextFunction(const std::string& name, const Expression& expres
         Bound value = BindValue(*arguments[0]);
         Own(value);
         return Expressed(fmt::format("k_datalength({}, {})", value.text, Pack(value.type)), integerType);
+    }
+    if (name == "str") {
+        RequireArguments(expression, 1, 3);
+        const std::string value = As(BindValue(*arguments[0]), floatType);
+        return Expressed(fmt::format("k_str({}, {}, {})", value, arguments.size() > 1 ? number(1) : "10",
+                                     arguments.size() > 2 ? number(2) : "0"),
+                         {Base::varchar, 8000, 0, 0});
+    }
+    if (name == "patindex") {
+        RequireArguments(expression, 2, 2);
+        const std::string pattern = text(0);
+        return Expressed(fmt::format("k_patindex({}, {})", pattern, text(1)), integerType);
     }
     if (name == "charindex") {
         RequireArguments(expression, 2, 3);

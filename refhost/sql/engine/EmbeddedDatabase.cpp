@@ -8,6 +8,7 @@
 #include "text/ConnectionString.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace refhost::sql {
@@ -306,7 +307,7 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     const Select* select = statement ? statement->Query() : nullptr;
     const bool manipulates = statement && (select != nullptr || statement->As<Insert>() != nullptr ||
                                            statement->As<Update>() != nullptr || statement->As<Delete>() != nullptr);
-    if (!manipulates || (select != nullptr && select->into) || parser.Literals().size() != scanner_.Literals().size()) {
+    if (!manipulates || (select != nullptr && select->into)) {
         return nullptr;
     }
     Plan plan = BindPlan(*statement, parser.Literals());
@@ -388,6 +389,18 @@ void EmbeddedDatabase::RunSetOption(const SetOption& option) {
     case Option::xactAbort:
         session_.xactAbort = option.on;
         return;
+    case Option::dateFormat: {
+        static constexpr std::array<std::pair<std::string_view, int>, 3> styles{
+            {{"mdy", 101}, {"dmy", 103}, {"ymd", 0}}};
+        const auto* const found =
+            std::ranges::find_if(styles, [&](const auto& style) { return EqualNames(style.first, option.order); });
+        if (found == styles.end()) {
+            FailOwn(unspecified, "The embedded database knows the date formats mdy, dmy and ymd, and not {}.",
+                    option.order);
+        }
+        session_.dateStyle = found->second;
+        return ForgetPlans();
+    }
     case Option::other:
         return;
     }

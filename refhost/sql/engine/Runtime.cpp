@@ -523,6 +523,45 @@ void LikeFunction(Call& call) {
     call.Return(std::int64_t{matches ? 1 : 0});
 }
 
+/// k_patindex(pattern, text): where the pattern, which % in front lets begin anywhere, is met first.
+void PatternIndexFunction(Call& call) {
+    if (call.AnyNull(2)) {
+        return call.ReturnNull();
+    }
+    std::u32string pattern = FoldedPoints(call.Text(0));
+    const bool anywhere = pattern.starts_with(U'%');
+    pattern.erase(0, std::min(pattern.find_first_not_of(U'%'), pattern.size()));
+    const std::string_view text = call.Text(1);
+    std::int64_t place = 1;
+    for (std::size_t position = 0;;) {
+        if (LikeMatcher(FoldedPoints(text.substr(position)), pattern, U'\0').Matches()) {
+            return call.Return(place);
+        }
+        if (!anywhere || position >= text.size()) {
+            return call.Return(std::int64_t{0});
+        }
+        place += NextCodePoint(text, position) > 0xffff ? 2 : 1;
+    }
+}
+
+/// k_str(number, length, decimals)
+void NumberTextFunction(Call& call) {
+    constexpr std::int64_t mostDecimals = 16;
+    constexpr std::int64_t mostLength = 8000;
+    if (call.AnyNull(3) || call.Integer(1) <= 0 || call.Integer(1) > mostLength || call.Integer(2) < 0) {
+        return call.ReturnNull();
+    }
+    const auto length = static_cast<std::size_t>(call.Integer(1));
+    // Decimals give way before the whole number does.
+    for (std::int64_t decimals = std::min(call.Integer(2), mostDecimals); decimals >= 0; --decimals) {
+        const std::string text = fmt::format("{:.{}f}", call.Real(0), decimals);
+        if (text.size() <= length) {
+            return call.Return(std::string(length - text.size(), ' ') + text);
+        }
+    }
+    call.Return(std::string(length, '*'));
+}
+
 void DataLengthFunction(Call& call) {
     if (call.IsNull(0)) {
         return call.ReturnNull();
@@ -998,6 +1037,123 @@ template <Aggregate aggregate> void SumFinal(sqlite3_context* context) {
     const std::unique_ptr<Sum> done(SumOf(context, false));
 }
 
+/// How far numbers spread, by Welford's method: one pass, and no difference of large sums.
+struct Spread {
+    double count;
+    double mean;
+    double squares;
+};
+
+void SpreadStep(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+    auto* spread = static_cast<Spread*>(sqlite3_aggregate_context(context, sizeof(Spread)));
+    if (spread == nullptr || sqlite3_value_type(arguments[0]) == SQLITE_NULL) {
+        return;
+    }
+    const double value = sqlite3_value_double(arguments[0]);
+    const double distance = value - spread->mean;
+    spread->count += 1;
+    spread->mean += distance / spread->count;
+    spread->squares += distance * (value - spread->mean);
+}
+
+/// Of a sample, or of the whole; the variance or its root.
+template <bool sample, bool root> void SpreadFinal(sqlite3_context* context) {
+    const auto* spread = static_cast<const Spread*>(sqlite3_aggregate_context(context, 0));
+    const double count = spread == nullptr ? 0 : spread->count - (sample ? 1 : 0);
+    if (count <= 0) {
+        return sqlite3_result_null(context);
+    }
+    const double variance = spread->squares / count;
+    sqlite3_result_double(context, root ? std::sqrt(variance) : variance);
+}
+
+/// Texts to be joined in an order.
+struct SortedTexts {
+    struct Key {
+        std::optional<double> number;
+        std::string text;
+    };
+    struct Item {
+        std::string text;
+        std::vector<Key> keys;
+    };
+    std::vector<Item> items;
+    std::string separator;
+    /// Of each key: 1 for numbers, 2 for texts, 3 for exact numbers; below 0 where it descends.
+    std::vector<std::int64_t> orders;
+};
+
+/// Null is the lowest, as the server has it.
+int CompareKeys(const SortedTexts::Key& left, const SortedTexts::Key& right, std::int64_t order) {
+    if (!left.number || !right.number) {
+        return (left.number ? 1 : 0) - (right.number ? 1 : 0);
+    }
+    switch (order < 0 ? -order : order) {
+    case 2:
+        return CompareText(left.text, right.text);
+    case 3:
+        return CompareExact(left.text, right.text);
+    default:
+        return *left.number < *right.number ? -1 : *left.number > *right.number ? 1 : 0;
+    }
+}
+
+SortedTexts** SortedTextsOf(sqlite3_context* context, bool create) {
+    return static_cast<SortedTexts**>(sqlite3_aggregate_context(context, create ? sizeof(SortedTexts*) : 0));
+}
+
+/// k_string_agg(text, separator, key, order, …)
+void SortedTextsStep(sqlite3_context* context, int count, sqlite3_value** arguments) {
+    Guarded(context, [&] {
+        const Call call(context, arguments, count);
+        SortedTexts** slot = SortedTextsOf(context, true);
+        if (slot == nullptr) {
+            throw std::bad_alloc();
+        }
+        if (*slot == nullptr) {
+            auto fresh = std::make_unique<SortedTexts>();
+            fresh->separator = call.Text(1);
+            for (int i = 3; i < count; i += 2) {
+                fresh->orders.push_back(call.Integer(i));
+            }
+            *slot = fresh.release();
+        }
+        if (call.IsNull(0)) {
+            return;
+        }
+        SortedTexts::Item item{std::string(call.Text(0)), {}};
+        for (int i = 2; i < count; i += 2) {
+            item.keys.push_back(
+                {call.IsNull(i) ? std::nullopt : std::optional(call.Real(i)), std::string(call.Text(i))});
+        }
+        (*slot)->items.push_back(std::move(item));
+    });
+}
+
+void SortedTextsFinal(sqlite3_context* context) {
+    SortedTexts** slot = SortedTextsOf(context, false);
+    const std::unique_ptr<SortedTexts> texts(slot == nullptr ? nullptr : std::exchange(*slot, nullptr));
+    Guarded(context, [&] {
+        if (!texts || texts->items.empty()) {
+            return sqlite3_result_null(context);
+        }
+        std::ranges::stable_sort(texts->items, [&](const SortedTexts::Item& left, const SortedTexts::Item& right) {
+            for (std::size_t i = 0; i < texts->orders.size(); ++i) {
+                const int order = CompareKeys(left.keys[i], right.keys[i], texts->orders[i]);
+                if (order != 0) {
+                    return (order < 0) == (texts->orders[i] > 0);
+                }
+            }
+            return false;
+        });
+        std::string joined;
+        for (const SortedTexts::Item& item : texts->items) {
+            joined += (&item == &texts->items.front() ? "" : texts->separator) + item.text;
+        }
+        sqlite3_result_text64(context, joined.data(), joined.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+    });
+}
+
 /// The one value of a subquery.
 struct Single {
     sqlite3_value* value = nullptr;
@@ -1067,6 +1223,8 @@ constexpr std::array functions{
     FunctionRow{"k_unicode", 1, Entry<UnicodeFunction>},
     FunctionRow{"k_char", 1, Entry<CharacterFunction>},
     FunctionRow{"k_like", -1, Entry<LikeFunction>},
+    FunctionRow{"k_patindex", 2, Entry<PatternIndexFunction>},
+    FunctionRow{"k_str", 3, Entry<NumberTextFunction>},
     FunctionRow{"k_datalength", 2, Entry<DataLengthFunction>},
     FunctionRow{"k_abs", 2, Entry<AbsFunction>},
     FunctionRow{"k_floor", 2, Entry<FloorFunction>},
@@ -1127,6 +1285,11 @@ Runtime::Runtime(sqlite3* db) : db_(db) {
                                    SumValue<Aggregate::average>, SumInverse, nullptr);
     sqlite3_create_window_function(db, "k_avg_money", 1, pure, this, SumStep, SumFinal<Aggregate::moneyAverage>,
                                    SumValue<Aggregate::moneyAverage>, SumInverse, nullptr);
+    sqlite3_create_function_v2(db, "k_stdev", 1, pure, this, nullptr, SpreadStep, SpreadFinal<true, true>, nullptr);
+    sqlite3_create_function_v2(db, "k_stdevp", 1, pure, this, nullptr, SpreadStep, SpreadFinal<false, true>, nullptr);
+    sqlite3_create_function_v2(db, "k_var", 1, pure, this, nullptr, SpreadStep, SpreadFinal<true, false>, nullptr);
+    sqlite3_create_function_v2(db, "k_varp", 1, pure, this, nullptr, SpreadStep, SpreadFinal<false, false>, nullptr);
+    sqlite3_create_function_v2(db, "k_string_agg", -1, pure, this, nullptr, SortedTextsStep, SortedTextsFinal, nullptr);
     sqlite3_create_function_v2(db, "k_single", 1, pure, this, nullptr, SingleStep, SingleFinal, nullptr);
     sqlite3_create_collation_v2(db, std::string(textCollation).c_str(), SQLITE_UTF8, nullptr, Collate<CompareText>,
                                 nullptr);

@@ -56,6 +56,11 @@ enum class Node {
 
 inline bool IsCondition(Node node) { return node >= Node::compare; }
 
+struct OrderItem {
+    ExpressionPtr value;
+    bool descending = false;
+};
+
 struct Expression {
     Node node = Node::null;
     std::string text;
@@ -67,6 +72,8 @@ struct Expression {
     SelectPtr select;
     /// OVER (…) of a function, nullptr without one.
     std::unique_ptr<Window> window;
+    /// WITHIN GROUP (ORDER BY …) of a function.
+    std::vector<OrderItem> within;
 };
 
 struct SelectItem {
@@ -74,11 +81,6 @@ struct SelectItem {
     std::string alias;
     /// "@name" where the item sets a variable and is no column.
     std::string variable;
-};
-
-struct OrderItem {
-    ExpressionPtr value;
-    bool descending = false;
 };
 
 struct Window {
@@ -274,15 +276,18 @@ enum class Option {
     identityInsert,
     noCount,
     xactAbort,
-    other, ///< one that changes nothing that this database does
+    dateFormat, ///< the order of numbers in dates
+    other,      ///< one that changes nothing that this database does
 };
 
-/// SET option ON or OFF.
+/// SET option ON or OFF, or SET DATEFORMAT order.
 struct SetOption {
     Option option = Option::other;
     /// Of IDENTITY_INSERT.
     std::optional<Name> table;
     bool on = false;
+    /// Of DATEFORMAT: mdy, dmy or ymd as written.
+    std::string order;
 };
 
 struct VariableDefinition {

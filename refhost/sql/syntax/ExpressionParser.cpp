@@ -361,6 +361,14 @@ ExpressionPtr Parser::ParseCall(Name name) {
         }
     }
     ExpectSymbol(")");
+    if (At("within") && Peek().Is("group")) {
+        Advance();
+        Advance();
+        ExpectSymbol("(");
+        Expect("order");
+        call->within = ParseOrderItems();
+        ExpectSymbol(")");
+    }
     if (Accept("over")) {
         call->window = ParseWindow();
     }

@@ -35,88 +35,43 @@ bool IsReserved(std::string_view word) {
 
 bool Token::Is(std::string_view word) const { return kind == TokenKind::name && EqualNames(text, word); }
 
-void Lexer::SkipBlanksAndComments() {
-    while (position_ < sql_.size()) {
-        const char c = sql_[position_];
-        if (c == ' ' || (c >= '\t' && c <= '\r')) {
-            ++position_;
-        } else if (c == '-' && At(position_ + 1) == '-') {
-            const std::size_t end = sql_.find('\n', position_);
-            position_ = end == std::string_view::npos ? sql_.size() : end + 1;
-        } else if (c == '/' && At(position_ + 1) == '*') {
-            int depth = 0;
-            do {
-                if (position_ >= sql_.size()) {
-                    Fail(113, "Missing end comment mark '*/'.");
-                }
-                const bool opens = sql_[position_] == '/' && At(position_ + 1) == '*';
-                const bool closes = sql_[position_] == '*' && At(position_ + 1) == '/';
-                depth += (opens ? 1 : 0) - (closes ? 1 : 0);
-                position_ += opens || closes ? 2 : 1;
-            } while (depth > 0);
-        } else {
-            return;
-        }
-    }
-}
-
-std::size_t Lexer::CloseQuote(std::size_t start, char quote, bool& doubled) const {
-    const std::size_t end = SkipQuoted(sql_, start, quote, doubled);
-    if (end == std::string_view::npos) {
-        Fail(105, "Unclosed quotation mark after the character string '{}'.", sql_.substr(start));
-    }
-    return end;
-}
-
 Token Lexer::Next() {
-    SkipBlanksAndComments();
-    Token token;
-    token.position = position_;
-    if (position_ >= sql_.size()) {
-        return token;
-    }
-    const char c = sql_[position_];
-    const bool national = (c == 'N' || c == 'n') && At(position_ + 1) == '\'';
-    if (c == '\'' || national) {
-        Literal literal;
-        literal.national = national;
-        const std::size_t start = position_ + (national ? 2 : 1);
-        position_ = CloseQuote(start, '\'', literal.doubled);
-        literal.body = sql_.substr(start, position_ - start - 1);
-        token.kind = TokenKind::literal;
-        token.text = TextOf(literal);
-        token.literal = literals_.size();
-        literals_.push_back(literal);
-    } else if (IsDigit(c) || (c == '.' && IsDigit(At(position_ + 1)))) {
-        const Literal literal = TakeNumber(sql_, position_);
-        token.kind = TokenKind::literal;
-        token.text = std::string(sql_.substr(token.position, position_ - token.position));
-        token.literal = literals_.size();
-        literals_.push_back(literal);
-    } else if (c == '[' || c == '"') {
-        const char quote = c == '[' ? ']' : '"';
-        bool doubled = false;
-        const std::size_t start = position_ + 1;
-        position_ = CloseQuote(start, quote, doubled);
+    Literal literal;
+    ScanNext(sql_, scanned_, literal);
+    const std::string_view written = sql_.substr(scanned_.begin, scanned_.end - scanned_.begin);
+    Token token{TokenKind::end, std::string(written), 0, scanned_.begin};
+    switch (scanned_.kind) {
+    case ScanKind::end:
+        break;
+    case ScanKind::name:
+        token.kind = TokenKind::name;
+        break;
+    case ScanKind::quotedName: {
         token.kind = TokenKind::quotedName;
-        token.text = std::string(sql_.substr(start, position_ - start - 1));
+        token.text = written.substr(1, written.size() - 2);
+        const char quote = written.back();
         for (std::size_t at = token.text.find(quote); at != std::string::npos; at = token.text.find(quote, at + 1)) {
             token.text.erase(at, 1);
         }
-    } else if (IsNameByte(c)) {
-        while (position_ < sql_.size() && IsNameByte(sql_[position_])) {
-            ++position_;
+        break;
+    }
+    case ScanKind::literal:
+        token.kind = TokenKind::literal;
+        if (literal.kind == LiteralKind::text) {
+            token.text = TextOf(literal);
         }
-        token.kind = TokenKind::name;
-        token.text = std::string(sql_.substr(token.position, position_ - token.position));
-    } else {
+        token.literal = literals_.size();
+        literals_.push_back(literal);
+        break;
+    case ScanKind::symbol:
+    case ScanKind::control:
         token.kind = TokenKind::symbol;
-        const char next = At(position_ + 1);
-        const bool pair = (c == '<' && (next == '=' || next == '>')) || (c == '>' && next == '=') ||
-                          (c == '!' && (next == '=' || next == '<' || next == '>')) ||
-                          (next == '=' && std::string_view("+-*/%").find(c) != std::string_view::npos);
-        position_ += pair ? 2 : 1;
-        token.text = std::string(sql_.substr(token.position, position_ - token.position));
+        break;
+    case ScanKind::openQuote:
+        Fail(105, "Unclosed quotation mark after the character string '{}'.",
+             written.substr(written.find_first_of("'[\"") + 1));
+    case ScanKind::openComment:
+        Fail(113, "Missing end comment mark '*/'.");
     }
     return token;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/syntax/Literals.h"
+#include "refhost/sql/syntax/Scanner.h"
 
 #include <cstddef>
 #include <string>
@@ -42,12 +42,8 @@ public:
     std::string_view Source() const { return sql_; }
 
 private:
-    void SkipBlanksAndComments();
-    char At(std::size_t position) const { return position < sql_.size() ? sql_[position] : '\0'; }
-    std::size_t CloseQuote(std::size_t start, char quote, bool& doubled) const;
-
     std::string_view sql_;
-    std::size_t position_ = 0;
+    Scanned scanned_;
     std::vector<Literal> literals_;
 };
 

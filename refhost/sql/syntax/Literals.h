@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace refhost::sql {
 
@@ -32,31 +31,7 @@ struct Literal {
 /// T-SQL reference counts it to the language, for Azure SQL Database too, and has it before LF and before CR LF.
 std::string TextOf(const Literal& literal);
 
-/// Reads the rest of a quoted text behind its opening `quote`: returns the position behind the closing quote, or npos
-/// when there is none; sets `doubled` when the quote stands doubled inside or, between single quotes, a
-/// line is continued.
-std::size_t SkipQuoted(std::string_view sql, std::size_t position, char quote, bool& doubled);
-/// Reads the number that begins at `position` (a digit, or a point before a digit) and moves behind it.
-Literal TakeNumber(std::string_view sql, std::size_t& position);
-
-/// Whether a byte can stand in a name; bytes of non-ASCII characters can.
-bool IsNameByte(char c);
-inline bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-/// Takes the literals out of a statement. What is left is its shape: statements that differ in their literals alone
-/// have one shape. This runs for every statement, so it makes one pass and allocates only while its buffers grow.
-class ShapeScanner {
-public:
-    /// Returns false when the text has no shape, because a quote or a comment is not closed or it holds control
-    /// characters; then only the parser can tell what is wrong with it.
-    bool Scan(std::string_view sql);
-
-    const std::string& Shape() const { return shape_; }
-    const std::vector<Literal>& Literals() const { return literals_; }
-
-private:
-    std::string shape_;
-    std::vector<Literal> literals_;
-};
+/// Whether a line of the body of a text is continued.
+bool HasContinuation(std::string_view body);
 
 } // namespace refhost::sql

@@ -447,6 +447,11 @@ Statement Parser::ParseSet() {
         {"concat_null_yields_null", Option::other},
     }};
     SetOption option;
+    if (Accept("dateformat")) {
+        option.option = Option::dateFormat;
+        option.order = TakeName();
+        return {std::move(option)};
+    }
     if (Accept("identity_insert")) {
         option.option = Option::identityInsert;
         option.table = TakeObjectName();

@@ -4,6 +4,7 @@
 #include "refhost/sql/types/Errors.h"
 #include "text/Digit.h"
 
+#include <algorithm>
 #include <array>
 #include <vector>
 
@@ -27,6 +28,21 @@ std::int64_t DaysFromCivil(std::int64_t year, int month, int day) {
 
 /// 1970-01-01 as days since day 0 of OLE Automation.
 constexpr std::int64_t epoch = 25569;
+
+// SQL Server's Hijri calendar (styles 130 and 131) is the tabular one: cycles of 30 years, of which the 2nd, 5th, 7th,
+// 10th, 13th, 16th, 18th, 21st, 24th, 26th and 29th have a day more; months of 30 and 29 days in turn. Its first day
+// follows from two answers of the server that are in print: 2000-08-07 is 7/05/1421 and 2006-12-30 is 10/12/1427.
+constexpr int hijriStyle = 131;
+constexpr std::int64_t hijriCycleDays = 10631;
+/// Day 1 of its year 1 as days since day 0 of OLE Automation.
+constexpr std::int64_t hijriEpoch = -466580;
+
+/// Days from the calendar's first to the first of a year.
+std::int64_t HijriYearStart(std::int64_t year) { return (year - 1) * 354 + (3 + 11 * year) / 30; }
+
+std::int64_t DaysFromHijri(std::int64_t year, int month, int day) {
+    return hijriEpoch + HijriYearStart(year) + (month - 1) * 29 + month / 2 + day - 1;
+}
 
 enum class Flaw { none, syntax, range };
 
@@ -54,7 +70,7 @@ DateOrder OrderOf(int style) {
     case 103:
     case 104:
     case 105:
-    case 131:
+    case hijriStyle:
         return DateOrder::dayMonthYear;
     case 2:
     case 11:
@@ -76,7 +92,7 @@ DateOrder OrderOf(int style) {
 class DateReader {
 public:
     DateReader(std::string_view text, const Type& target, int style)
-        : text_(text), order_(OrderOf(style)), target_(target) {}
+        : text_(text), order_(OrderOf(style)), target_(target), hijri_(style == hijriStyle) {}
 
     Flaw Read(Calendar& result) {
         Split();
@@ -310,6 +326,22 @@ private:
         calendar_.year = FullYear(year);
         calendar_.month = Number(month);
         calendar_.day = Number(day);
+        if (hijri_) {
+            ReadAsHijri();
+        }
+    }
+
+    void ReadAsHijri() {
+        const int days = calendar_.month % 2 == 1 || calendar_.month == 12 ? 30 : 29;
+        if (calendar_.year < 1 || calendar_.month < 1 || calendar_.month > 12 || calendar_.day < 1 ||
+            calendar_.day > days) {
+            calendar_.month = 0; // beyond its range, as `Validate` finds
+            return;
+        }
+        const Calendar date = ToCalendar(DaysFromHijri(calendar_.year, calendar_.month, calendar_.day) * ticksPerDay);
+        calendar_.year = date.year;
+        calendar_.month = date.month;
+        calendar_.day = date.day;
     }
 
     Flaw Validate() const {
@@ -324,6 +356,7 @@ private:
     std::string_view text_;
     DateOrder order_;
     Type target_;
+    bool hijri_;
     std::size_t position_ = 0;
     std::vector<std::string_view> pieces_;
     bool separated_ = false;
@@ -479,14 +512,24 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
         return fmt::format("{:02}.{:02}.{:02}", shortYear, c.month, c.day);
     case 102:
         return fmt::format("{:04}.{:02}.{:02}", c.year, c.month, c.day);
+    case 3:
+        return fmt::format("{:02}/{:02}/{:02}", c.day, c.month, shortYear);
     case 103:
         return fmt::format("{:02}/{:02}/{:04}", c.day, c.month, c.year);
+    case 4:
+        return fmt::format("{:02}.{:02}.{:02}", c.day, c.month, shortYear);
     case 104:
         return fmt::format("{:02}.{:02}.{:04}", c.day, c.month, c.year);
+    case 5:
+        return fmt::format("{:02}-{:02}-{:02}", c.day, c.month, shortYear);
     case 105:
         return fmt::format("{:02}-{:02}-{:04}", c.day, c.month, c.year);
+    case 6:
+        return fmt::format("{:02} {} {:02}", c.day, month, shortYear);
     case 106:
         return fmt::format("{:02} {} {:04}", c.day, month, c.year);
+    case 7:
+        return fmt::format("{} {:02}, {:02}", month, c.day, shortYear);
     case 107:
         return fmt::format("{} {:02}, {:04}", month, c.day, c.year);
     case 8:
@@ -497,6 +540,8 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
     case 109:
         return fmt::format("{} {:>2} {:04} {:>2}:{:02}:{:02}:{:03}{}", month, c.day, c.year, hour12, c.minute, c.second,
                            milliseconds, half);
+    case 10:
+        return fmt::format("{:02}-{:02}-{:02}", c.month, c.day, shortYear);
     case 110:
         return fmt::format("{:02}-{:02}-{:04}", c.month, c.day, c.year);
     case 11:
@@ -507,6 +552,10 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
         return fmt::format("{:02}{:02}{:02}", shortYear, c.month, c.day);
     case 112:
         return fmt::format("{:04}{:02}{:02}", c.year, c.month, c.day);
+    case 13:
+    case 113:
+        return fmt::format("{:02} {} {:04} {:02}:{:02}:{:02}:{:03}", c.day, month, c.year, c.hour, c.minute, c.second,
+                           milliseconds);
     case 14:
     case 114:
         return fmt::format("{:02}:{:02}:{:02}:{:03}", c.hour, c.minute, c.second, milliseconds);
@@ -521,15 +570,28 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
         return base == Base::date ? fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day)
                                   : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}{}", c.year, c.month, c.day, c.hour,
                                                 c.minute, c.second, fraction);
+    case 22:
+        return fmt::format("{:02}/{:02}/{:02} {:>2}:{:02}:{:02} {}", c.month, c.day, shortYear, hour12, c.minute,
+                           c.second, half);
     case 23:
         return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
     case 126:
+    case 127: // the same, for dates without a time zone
         if (base == Base::date) {
             return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
         }
         // A fraction of zero is left out.
         return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}{}", c.year, c.month, c.day, c.hour, c.minute, c.second,
                            c.fraction == 0 ? std::string() : fraction);
+    case hijriStyle: {
+        const std::int64_t days = FloorTo(ticks, ticksPerDay) / ticksPerDay - hijriEpoch;
+        const std::int64_t year = (30 * days + 10646) / hijriCycleDays;
+        const auto day = static_cast<int>(days - HijriYearStart(year));
+        const int hijriMonth = std::min(day * 2 / 59 + 1, 12);
+        return fmt::format("{:>2}/{:02}/{:04} {:>2}:{:02}:{:02}:{:03}{}",
+                           day - ((hijriMonth - 1) * 29 + hijriMonth / 2) + 1, hijriMonth, year, hour12, c.minute,
+                           c.second, milliseconds, half);
+    }
     default:
         Fail(281, "{} is not a valid style number when converting from {} to a character string.", style, NameOf(base));
     }
