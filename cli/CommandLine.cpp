@@ -47,6 +47,7 @@ struct Arguments {
     QueryArguments query;
     SqlArguments sql;
     RequestArguments request;
+    TemplateArguments workbook;
     AccountArguments account;
     LoginCheckArguments loginCheck;
     LoginInitArguments loginInit;
@@ -66,6 +67,7 @@ public:
         app_.footer(Text(help_.exitStatus));
         AddTransact();
         AddQuery();
+        AddTemplate();
         AddRequest();
         AddSql();
         AddAccount();
@@ -151,6 +153,15 @@ private:
         command.add_option("--trace", query.trace, Text(help_.trace))->type_name("FILE");
         command.add_option("ENVELOPE", query.envelope, Text(help_.queryEnvelope));
         Runs(command, [&query](Console&) { return RunQuery(query); });
+    }
+
+    void AddTemplate() {
+        TemplateArguments& workbook = arguments_.workbook;
+        CLI::App& command = *AddCommand(app_, "template", help_.workbook);
+        command.add_option("CLASS", workbook.className, Fill(help_.transactClass, ClassNames()))->required();
+        command.add_option("-o,--output", workbook.output, Text(help_.workbookOutput))->required()->type_name("FILE");
+        command.add_option("--login", workbook.login, Text(help_.workbookLogin))->type_name("FILE");
+        Runs(command, [&workbook](Console& console) { return RunTemplate(workbook, console); });
     }
 
     void AddRequest() {

@@ -88,6 +88,14 @@ struct RequestArguments {
     bool quiet = false;
 };
 
+struct TemplateArguments {
+    std::string className;
+    /// The workbook to make.
+    std::string output;
+    /// The login of the account that the codes to choose from are read of; empty for none.
+    std::string login;
+};
+
 /// Runs a request through a class, writes the result and tells people what came of it. Each command returns the exit
 /// status; it throws `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
 int RunTransact(const TransactArguments& arguments, Console& console);
@@ -98,6 +106,9 @@ int RunQuery(const QueryArguments& arguments);
 /// Makes the request of a spreadsheet's rows and tells what was corrected and what is refused. Throws
 /// importing::UnreadableFile too.
 int RunRequest(const RequestArguments& arguments, Console& console);
+
+/// Makes a workbook to fill in. Throws std::runtime_error when the file is there already.
+int RunTemplate(const TemplateArguments& arguments, Console& console);
 
 /// Runs T-SQL batches up to the first that fails. Rows go to standard output; counts, messages and errors of a batch go
 /// to `console`.

@@ -6,6 +6,7 @@ pkg_check_modules(LIBXML2 REQUIRED IMPORTED_TARGET libxml-2.0)
 pkg_check_modules(SQLITE3 REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(ODBC REQUIRED IMPORTED_TARGET odbc)
 pkg_check_modules(MINIZIP REQUIRED IMPORTED_TARGET minizip)
+pkg_check_modules(XLSXWRITER REQUIRED IMPORTED_TARGET xlsxwriter)
 
 add_library(kovra_sqlite ALIAS PkgConfig::SQLITE3)
 include(cmake/AccountDatabase.cmake)
@@ -16,7 +17,7 @@ add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refh
 target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
                               PRIVATE kovra_sanitize)
 
-kovra_library(import ModPub fmt::fmt PkgConfig::LIBXML2 PkgConfig::MINIZIP)
+kovra_library(import ModPub fmt::fmt PkgConfig::LIBXML2 PkgConfig::MINIZIP PkgConfig::XLSXWRITER)
 
 # The program's commands, apart from main, so that the tests reach them.
 file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)

@@ -59,6 +59,9 @@ constexpr Messages chineseMessages = {
             .sheetAllowDuplicates = "允许表中有重复的行",
             .sheetFile = "表格文件：.xlsx 或 CSV",
             .sheetJson = "结果写成一个 JSON 对象",
+            .workbook = "生成待填写的 Excel 表格",
+            .workbookOutput = "要生成的文件；已存在的文件不会被覆盖",
+            .workbookLogin = "登录文件（XML）；给出时列出账套中可用的编码供选择",
             .request = "把表格中可用的行写成请求，并逐格列出更正和拒绝",
             .requestOutput = "请求写到 FILE；不写则写到标准输出",
             .requestLogin = "登录文件（XML）；给出时按账套检查编码",
@@ -182,6 +185,8 @@ constexpr Messages chineseMessages = {
             .noRows = "表中没有数据行",
             .requestWritten = "请求已写到 {0}。",
             .requestNotWritten = "没有写出请求。",
+            .templateWritten = "已生成 {0}，带 * 的列必填。",
+            .templateThere = "{0} 已经存在，没有覆盖",
         },
 };
 

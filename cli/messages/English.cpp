@@ -64,6 +64,9 @@ constexpr Messages englishMessages = {
             .sheetAllowDuplicates = "Take rows that repeat others",
             .sheetFile = "The spreadsheet: .xlsx or CSV",
             .sheetJson = "Write the outcome as one JSON object",
+            .workbook = "Make an Excel workbook to fill in",
+            .workbookOutput = "The file to make; one that is there stays as it is",
+            .workbookLogin = "The login, an XML file; with it the account's codes are offered",
             .request = "Make a request of a spreadsheet's rows; what was corrected and refused is told cell by cell",
             .requestOutput = "Write the request to FILE; without it to standard output",
             .requestLogin = "The login, an XML file; with it codes are held against the account",
@@ -190,6 +193,8 @@ constexpr Messages englishMessages = {
             .noRows = "the table has no rows",
             .requestWritten = "The request is in {0}.",
             .requestNotWritten = "No request was written.",
+            .templateWritten = "Made {0}; the columns with * are required.",
+            .templateThere = "{0} is there already; it was left as it is",
         },
 };
 

@@ -72,6 +72,9 @@ struct HelpTexts {
     std::string_view sheetAllowDuplicates;
     std::string_view sheetFile;
     std::string_view sheetJson;
+    std::string_view workbook;
+    std::string_view workbookOutput;
+    std::string_view workbookLogin;
     std::string_view request;
     std::string_view requestOutput;
     std::string_view requestLogin;
@@ -249,6 +252,9 @@ struct SheetTexts {
     /// `{0}` the file.
     std::string_view requestWritten;
     std::string_view requestNotWritten;
+    /// `{0}` the file.
+    std::string_view templateWritten;
+    std::string_view templateThere;
 };
 
 /// All texts that the program has for people, in one language.

@@ -2,18 +2,19 @@
 
 _kovra() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command="" word choices
+  local classes="ClsInvSubject ClsOppSubject ClsOppSubjectST ClsKovra ClsKovraProof ClsPriceJustVou"
   # How a spreadsheet is read.
   local sheet="--class --sheet --header-row --map --encoding --hidden --fix-codes --allow-duplicates"
   COMPREPLY=()
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
-      transact | query | request | sql | account | login) [ -n "$command" ] || command=$word ;;
+      transact | query | template | request | sql | account | login) [ -n "$command" ] || command=$word ;;
       create | check | init) [ -z "$command" ] || command="${command%% *} $word" ;;
     esac
   done
 
   case $previous in
-    --class) choices="ClsInvSubject ClsOppSubject ClsOppSubjectST ClsKovra ClsKovraProof ClsPriceJustVou" ;;
+    --class) choices=$classes ;;
     --format)
       choices="xml table json"
       [ "$command" != sql ] || choices="table json csv"
@@ -26,15 +27,19 @@ _kovra() {
       ;;
     -e | --execute | --timeout | --database | --connection | --account | --year | --user | --name | --sheet | --header-row | --map | --encoding) return ;;
   esac
+  if [[ $previous == template && $current != -* ]]; then
+    choices=$classes
+  fi
   if [ -z "${choices:-}" ]; then
     if [[ $current != -* && ($command == transact || $command == query || $command == request || $command == sql || $command == "login init") ]]; then
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
     fi
     case $command in
-      "") choices="transact query request sql account login --help --version --lang" ;;
+      "") choices="transact query template request sql account login --help --version --lang" ;;
       transact) choices="--class --login --trace --journal --format --quiet --lang --help" ;;
       query) choices="--login --conditions --trace --lang --help" ;;
+      template) choices="--output --login --lang --help" ;;
       request) choices="$sheet --output --login --json --quiet --lang --help" ;;
       sql) choices="--login --execute --format --timeout --lang --help" ;;
       account) choices="create --lang --help" ;;

@@ -10,7 +10,7 @@
 namespace test {
 namespace {
 
-constexpr std::array commands = {"transact", "query", "request", "sql", "account create", "login check", "login init"};
+constexpr std::array commands = {"transact", "query", "template", "request", "sql", "account create", "login check", "login init"};
 
 /// The long options that the help of a command names.
 std::set<std::string> Options(const std::string& help) {
@@ -55,6 +55,7 @@ TEST_F(Completion, OffersCommandsAndValues) {
     EXPECT_EQ(Offered("kovra log"), Words{"login"});
     EXPECT_EQ(Offered("kovra login ''"), (Words{"check", "init", "--lang", "--help"}));
     EXPECT_EQ(Offered("kovra transact --class ClsOpp"), (Words{"ClsOppSubject", "ClsOppSubjectST"}));
+    EXPECT_EQ(Offered("kovra template ClsOpp"), (Words{"ClsOppSubject", "ClsOppSubjectST"}));
     EXPECT_EQ(Offered("kovra request --hidden ''"), (Words{"include", "skip"}));
     EXPECT_EQ(Offered("kovra transact --format ''"), (Words{"xml", "table", "json"}));
     EXPECT_EQ(Offered("kovra transact --login log"), Words{"login.xml"});

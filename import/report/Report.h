@@ -1,0 +1,18 @@
+#pragma once
+
+#include "import/messages/Language.h"
+#include "import/outcome/Outcome.h"
+
+#include <string>
+
+namespace importing {
+
+/// What came of an import as one HTML page, to look at, to print and to sign: totals by warehouse and account, the
+/// reasons of refusals, warnings, every correction, and who imported which file when. It has no scripts and needs no
+/// other file.
+std::string ReportHtml(const Outcome& outcome, Language language);
+
+/// Where the report of the file `input` goes: "期初.报告.html" beside "期初.xlsx". Paths are in UTF-8.
+std::string ReportPath(const std::string& input, Language language);
+
+} // namespace importing
