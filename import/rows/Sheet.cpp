@@ -8,6 +8,7 @@
 #include "import/cells/ReadNumber.h"
 #include "import/cells/ReadText.h"
 #include "import/rows/Amounts.h"
+#include "import/rows/Documents.h"
 #include "import/rows/FindClass.h"
 
 #include <algorithm>
@@ -224,15 +225,11 @@ private:
                     {number, {Message::headerDiffers, {row.values[*number], std::to_string(header->line)}}, {}});
             }
         }
-        std::map<std::string, bool> refused;
-        for (const Row& row : sheet_.rows) {
-            refused[row.values[*number]] |= !row.refusals.empty();
-        }
+        std::vector<Row*> rows;
         for (Row& row : sheet_.rows) {
-            if (row.refusals.empty() && refused[row.values[*number]]) {
-                row.refusals.push_back({std::nullopt, {Message::documentRefused, {row.values[*number]}}, {}});
-            }
+            rows.push_back(&row);
         }
+        RefuseWithTheirDocuments(*sheet_.classFields, sheet_.columns, rows);
     }
 
     bool SameHeader(const Row& a, const Row& b) const {
