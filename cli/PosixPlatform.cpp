@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <clocale>
 #include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <system_error>
 
 #include <fcntl.h>
@@ -141,6 +143,14 @@ void CreatePrivateFile(const std::string& path, std::string_view text) {
     if (std::fclose(file) != 0 || !written) {
         Fail(path);
     }
+}
+
+std::string CreatePrivateFolder() {
+    std::string path = (std::filesystem::temp_directory_path() / "kovra-XXXXXX").string();
+    if (mkdtemp(path.data()) == nullptr) {
+        Fail(path);
+    }
+    return path;
 }
 
 DurableFile::DurableFile(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "ab")) {

@@ -17,7 +17,7 @@ add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refh
 target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
                               PRIVATE kovra_sanitize)
 
-kovra_library(import ModPub fmt::fmt PkgConfig::LIBXML2 PkgConfig::MINIZIP PkgConfig::XLSXWRITER)
+kovra_library(import ModPub fmt::fmt PkgConfig::LIBXML2 PkgConfig::MINIZIP PkgConfig::XLSXWRITER kovra_sqlite)
 
 # The program's commands, apart from main, so that the tests reach them.
 file(GLOB_RECURSE cli_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cli/*.cpp)

@@ -8,8 +8,8 @@ _kovra() {
   COMPREPLY=()
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
-      transact | query | template | request | sql | account | login) [ -n "$command" ] || command=$word ;;
-      create | check | init) [ -z "$command" ] || command="${command%% *} $word" ;;
+      transact | query | template | request | import | imports | sql | account | login) [ -n "$command" ] || command=$word ;;
+      create | check | init | list | show | undo) [ -z "$command" ] || command="${command%% *} $word" ;;
     esac
   done
 
@@ -21,7 +21,7 @@ _kovra() {
       ;;
     --lang) choices="zh en" ;;
     --hidden) choices="include skip" ;;
-    --login | --trace | --journal | --conditions | -o | --output)
+    --login | --trace | --journal | --conditions | --report | --refused | -o | --output)
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
@@ -31,16 +31,19 @@ _kovra() {
     choices=$classes
   fi
   if [ -z "${choices:-}" ]; then
-    if [[ $current != -* && ($command == transact || $command == query || $command == request || $command == sql || $command == "login init") ]]; then
+    if [[ $current != -* && ($command == transact || $command == query || $command == request || $command == import || $command == sql || $command == "login init") ]]; then
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
     fi
     case $command in
-      "") choices="transact query template request sql account login --help --version --lang" ;;
+      "") choices="transact query template request import imports sql account login --help --version --lang" ;;
       transact) choices="--class --login --trace --journal --format --quiet --lang --help" ;;
       query) choices="--login --conditions --trace --lang --help" ;;
       template) choices="--output --login --lang --help" ;;
       request) choices="$sheet --output --login --json --quiet --lang --help" ;;
+      import) choices="$sheet --login --commit --strict --report --refused --json --quiet --lang --help" ;;
+      imports) choices="list show undo --lang --help" ;;
+      "imports list" | "imports show" | "imports undo") choices="--login --lang --help" ;;
       sql) choices="--login --execute --format --timeout --lang --help" ;;
       account) choices="create --lang --help" ;;
       "account create") choices="--login --demo --database --lang --help" ;;

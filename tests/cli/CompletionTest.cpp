@@ -10,7 +10,9 @@
 namespace test {
 namespace {
 
-constexpr std::array commands = {"transact", "query", "template", "request", "sql", "account create", "login check", "login init"};
+constexpr std::array commands = {"transact", "query",          "template",     "request",
+                                 "import",   "imports list",   "imports show", "imports undo",
+                                 "sql",      "account create", "login check",  "login init"};
 
 /// The long options that the help of a command names.
 std::set<std::string> Options(const std::string& help) {
