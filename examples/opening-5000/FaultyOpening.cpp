@@ -189,23 +189,23 @@ std::vector<Kind> RefusedKinds() {
         {15, Refused(
                  date,
                  [](const Row& row) {
-                     return Text(std::to_string(std::stoi(row.meant[date].substr(8)) % 12 + 1) + "/12/2022");
+                     return Text(std::to_string(std::stoi(row.meant[date].substr(8)) % 11 + 1) + "/12/2023");
                  },
                  [](const Row& row) {
                      const std::size_t first = std::stoul(row.typed[date].text);
-                     const std::string monthFirst = "2022-" + Padded(first, 2) + "-12";
-                     const std::string dayFirst = "2022-12-" + Padded(first, 2);
+                     const std::string monthFirst = "2023-" + Padded(first, 2) + "-12";
+                     const std::string dayFirst = "2023-12-" + Padded(first, 2);
                      return importing::Note{Message::dateTwoReadings, {row.typed[date].text, monthFirst, dayFirst}};
                  })},
-        // 44896 is 2022-12-01.
+        // 45261 is 2023-12-01.
         {10,
          Refused(
-             date, [](const Row& row) { return Number(std::to_string(44895 + std::stoi(row.meant[date].substr(8)))); },
+             date, [](const Row& row) { return Number(std::to_string(45260 + std::stoi(row.meant[date].substr(8)))); },
              [](const Row& row) {
                  return importing::Note{Message::dateSerial, {row.typed[date].text, row.meant[date]}};
              })},
         {6, Refused(
-                date, [](const Row&) { return Text("2022-02-30"); }, cellText(Message::dateNoDay, date))},
+                date, [](const Row&) { return Text("2023-02-30"); }, cellText(Message::dateNoDay, date))},
         {8, Refused(
                 memo, [](const Row&) { return Text("好\xF0\x9F\x98\x80"); },
                 [](const Row&) {
@@ -235,14 +235,15 @@ std::vector<std::size_t> Shuffled(std::mt19937& random) {
 Row CleanRow(std::size_t number, std::mt19937& random) {
     Row row;
     row.line = number + 2;
-    const std::size_t pieces = random() % 999 + 1;
-    const std::size_t unit = random() % 99'999 + 100;
+    // An amount has a comma always.
+    const std::size_t pieces = random() % 900 + 100;
+    const std::size_t unit = random() % 99'000 + 1000;
     row.meant = {Warehouse(number % warehouses),
                  Item(number / warehouses),
                  std::to_string(pieces),
                  Hundredths(unit),
                  Hundredths(pieces * unit),
-                 "2022-12-" + Padded(random() % 31 + 1, 2),
+                 "2023-12-" + Padded(random() % 31 + 1, 2),
                  "期初" + std::to_string(number + 1)};
     row.typed = {Text(row.meant[warehouse]), Text(row.meant[item]),     Number(row.meant[quantity]),
                  Number(row.meant[cost]),    Number(row.meant[amount]), {Cell::Kind::date, row.meant[date]},
@@ -255,6 +256,16 @@ void Repeat(std::vector<Row>& rows, std::size_t row, std::size_t earlier) {
     rows[row].typed[warehouse] = Text(rows[earlier].meant[warehouse]);
     rows[row].typed[item] = Text(rows[earlier].meant[item]);
     rows[row].fault = {std::nullopt, {Message::rowRepeated, {std::to_string(rows[earlier].line)}}};
+}
+
+/// One statement for as many rows as SQL Server takes at once, 1,000.
+std::string Insert(const std::string& into, std::size_t count,
+                   const std::function<std::string(std::size_t number)>& values) {
+    std::string statement = "insert into " + into + " values";
+    for (std::size_t number = 0; number < count; ++number) {
+        statement.append(number == 0 ? "\n(" : ",\n(").append(values(number)).append(")");
+    }
+    return statement;
 }
 
 class Writer {
@@ -306,7 +317,7 @@ private:
 } // namespace
 
 std::vector<Row> Rows() {
-    constexpr unsigned seed = 20230101;
+    constexpr unsigned seed = 20240101;
     std::mt19937 random(seed);
     std::vector<Row> rows;
     for (std::size_t number = 0; number < rowCount; ++number) {
@@ -349,19 +360,18 @@ importing::CodeLists Codes() {
 
 std::vector<std::string> AccountBatches() {
     std::vector<std::string> batches = {
-        "insert into AccInformation (cSysID, cName, cValue) values (N'IA', N'dIAStartDate', N'2023-01-01')",
+        "insert into AccInformation (cSysID, cName, cValue) values (N'IA', N'dIAStartDate', N'2024-01-01')",
         "insert into AccInformation (cSysID, cName, cValue) values (N'IA', N'cValueStyle', N'按仓库核算')",
         "insert into QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) "
-        "values (N'001', 2023, 1, '2023-01-01', '2023-01-31')",
+        "values (N'001', 2024, 1, '2024-01-01', '2024-01-31')",
     };
-    for (std::size_t number = 0; number < warehouses; ++number) {
-        batches.push_back("insert into Warehouse (cWhCode, cWhName, cWhValueStyle, bInCost) values (N'" +
-                          Warehouse(number) + "', N'仓库" + Warehouse(number) + "', N'全月平均法', 1)");
-    }
-    for (std::size_t number = 0; number < itemsOfAWarehouse; ++number) {
-        batches.push_back("insert into inventory (cInvCode, cInvName, bService, bInvType, bPTOModel) values (N'" +
-                          Item(number) + "', N'存货" + Item(number) + "', 0, 0, 0)");
-    }
+    batches.push_back(
+        Insert("Warehouse (cWhCode, cWhName, cWhValueStyle, bInCost)", warehouses, [](std::size_t number) {
+            return "N'" + Warehouse(number) + "', N'仓库" + Warehouse(number) + "', N'全月平均法', 1";
+        }));
+    batches.push_back(
+        Insert("inventory (cInvCode, cInvName, bService, bInvType, bPTOModel)", itemsOfAWarehouse,
+               [](std::size_t number) { return "N'" + Item(number) + "', N'存货" + Item(number) + "', 0, 0, 0"; }));
     return batches;
 }
 

@@ -116,7 +116,8 @@ constexpr std::array table = {
     MessageWords{Message::refusedFile, "拒绝", "refused"},
     MessageWords{Message::refusedReason, "拒绝原因", "Refused because"},
     MessageWords{Message::refusedLine, "原行号", "Original line"},
-    MessageWords{Message::reportFile, "报告", "report"},
+    MessageWords{Message::reportFile, "报告-{0}", "report-{0}"},
+    MessageWords{Message::testRunFile, "试运行", "test-run"},
 
     MessageWords{Message::sheetOfRows, "数据", "Rows"},
     MessageWords{Message::sheetOfCodes, "可用编码", "Valid codes"},

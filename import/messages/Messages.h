@@ -76,6 +76,7 @@ enum class Message {
     refusedReason,
     refusedLine,
     reportFile,
+    testRunFile,
     // Templates.
     sheetOfRows,
     sheetOfCodes,

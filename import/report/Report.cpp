@@ -199,13 +199,19 @@ private:
         for (const Reason& reason : reasons) {
             std::string places;
             for (const std::string& place : reason.places) {
-                places.append(places.empty() ? "" : language_ == Language::chinese ? "、" : ", ").append(place);
+                places.append(places.empty() ? "" : language_ == Language::chinese ? "、" : ", ").append(Place(place));
             }
             places.append(reason.count > reason.places.size() ? " …" : "");
             html_.Row(
                 {reason.words + (reason.byClass ? Bracketed(words_.byClass) : ""), Grouped(reason.count), places});
         }
         html_.EndTable();
+    }
+
+    /// A cell as it is; a line by its name.
+    std::string Place(const std::string& place) const {
+        const bool isLine = place.find_first_not_of("0123456789") == std::string::npos;
+        return isLine ? Fill(words_.line, place) : place;
     }
 
     std::string Bracketed(std::string_view text) const {
@@ -262,8 +268,11 @@ private:
 
 std::string ReportHtml(const Outcome& outcome, Language language) { return ReportWriter(outcome, language).Write(); }
 
-std::string ReportPath(const std::string& input, Language language) {
-    return PathBeside(input, Words({Message::reportFile, {}}, language), ".html");
+std::string ReportPath(const Outcome& outcome, Language language) {
+    const std::string what = outcome.committed
+                                 ? Words({Message::reportFile, {std::to_string(outcome.number)}}, language)
+                                 : Words({Message::testRunFile, {}}, language);
+    return PathBeside(outcome.file.path, what, ".html");
 }
 
 } // namespace importing

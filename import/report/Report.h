@@ -12,7 +12,8 @@ namespace importing {
 /// other file.
 std::string ReportHtml(const Outcome& outcome, Language language);
 
-/// Where the report of the file `input` goes: "期初.报告.html" beside "期初.xlsx". Paths are in UTF-8.
-std::string ReportPath(const std::string& input, Language language);
+/// Where the report goes: beside "期初.xlsx" it is "期初.试运行.html" after a test run, and "期初.报告-7.html" after
+/// import number 7, so that the report of an import is never overwritten. Paths are in UTF-8.
+std::string ReportPath(const Outcome& outcome, Language language);
 
 } // namespace importing

@@ -39,6 +39,8 @@ dd { margin: 0; }
   tr { padding: .4rem 0; border-bottom: 1px solid #c8c8c8; }
   td, tr.sum td { display: flex; justify-content: space-between; gap: 1rem; border: 0; padding: .1rem 0; white-space: normal; }
   tr.part td:first-child { padding-left: 0; }
+  td:has(span:empty) { display: none; }
+  td[data-heading=""] { font-weight: bold; }
   td::before { content: attr(data-heading); flex: none; color: #555; }
   td span { text-align: right; min-width: 0; }
 }

@@ -60,6 +60,8 @@ struct Words {
     std::string_view reason;
     std::string_view count;
     std::string_view places;
+    /// {0} the number.
+    std::string_view line;
     std::string_view byClass;
     std::string_view warnings;
     std::string_view remarks;

@@ -76,9 +76,12 @@ TEST(Figures, AreWrittenAsAccountantsReadThem) {
     EXPECT_EQ(importing::Grouped(4353), "4,353");
 }
 
-TEST(ReportPath, IsBesideTheFile) {
-    EXPECT_EQ(importing::ReportPath("账/期初.xlsx", Language::chinese), "账/期初.报告.html");
-    EXPECT_EQ(importing::ReportPath("opening.csv", Language::english), "opening.report.html");
+TEST_F(Report, IsBesideTheFileAndAnImportsIsItsOwn) {
+    EXPECT_EQ(ReportPath(outcome, Language::chinese), "账/期初.报告-7.html");
+    EXPECT_EQ(ReportPath(outcome, Language::english), "账/期初.report-7.html");
+    outcome.committed = false;
+    EXPECT_EQ(ReportPath(outcome, Language::chinese), "账/期初.试运行.html");
+    EXPECT_EQ(ReportPath(outcome, Language::english), "账/期初.test-run.html");
 }
 
 TEST_F(Report, HasNeitherScriptsNorOutsideLinks) {
@@ -176,7 +179,7 @@ TEST_F(ReportInABrowser, ShowsItsFiguresAndFitsNarrowAndWidePages) {
                                            "合计\t\t4\t1,000.125\t1,236,070.90");
     EXPECT_EQ(all[0].texts.at("refusals"), "原因\t次数\t最先出现在\n"
                                            "没有编码“…”。\t1\tA5\n"
-                                           "存货编码不合法。（账套的提示）\t1\t6");
+                                           "存货编码不合法。（账套的提示）\t1\t第 6 行");
     EXPECT_EQ(all[0].texts.at("warnings"), "原因\t次数\t最先出现在\n金额与数量乘单价相差 …。\t1\tE7");
     EXPECT_THAT(all[0].texts.at("corrections"), HasSubstr("B2\t存货编码\t１００１ \t1001"));
     EXPECT_EQ(all[2].texts.at("outcome"), "4 rows were imported, 2 were refused.");
