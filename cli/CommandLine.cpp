@@ -46,8 +46,11 @@ struct Arguments {
     std::string language;
     TransactArguments transact;
     QueryArguments query;
+    ImportArguments import;
+    ImportsArguments imports;
     SqlArguments sql;
     RequestArguments request;
+    TemplateArguments workbook;
     AccountArguments account;
     LoginCheckArguments loginCheck;
     LoginInitArguments loginInit;
@@ -67,7 +70,10 @@ public:
         app_.footer(Text(help_.exitStatus));
         AddTransact();
         AddQuery();
+        AddTemplate();
         AddRequest();
+        AddImport();
+        AddImports();
         AddSql();
         AddAccount();
         AddLoginCommands();
@@ -162,6 +168,15 @@ private:
         Runs(command, [&query](Console&) { return RunQuery(query); });
     }
 
+    void AddTemplate() {
+        TemplateArguments& workbook = arguments_.workbook;
+        CLI::App& command = *AddCommand(app_, "template", help_.workbook);
+        command.add_option("CLASS", workbook.className, Fill(help_.transactClass, ClassNames()))->required();
+        command.add_option("-o,--output", workbook.output, Text(help_.workbookOutput))->required()->type_name("FILE");
+        command.add_option("--login", workbook.login, Text(help_.workbookLogin))->type_name("FILE");
+        Runs(command, [&workbook](Console& console) { return RunTemplate(workbook, console); });
+    }
+
     void AddRequest() {
         RequestArguments& request = arguments_.request;
         CLI::App& command = *AddCommand(app_, "request", help_.request);
@@ -174,6 +189,44 @@ private:
             FromLocale(request.sheet);
             return RunRequest(request, console);
         });
+    }
+
+    void AddImport() {
+        ImportArguments& import = arguments_.import;
+        CLI::App& command = *AddCommand(app_, "import", help_.import);
+        AddSheet(command, import.sheet);
+        AddLogin(command, import.login);
+        command.add_flag("--commit", import.commit, Text(help_.importCommit));
+        command.add_flag("--strict", import.strict, Text(help_.importStrict));
+        command.add_option("--report", import.report, Text(help_.importReport))->type_name("FILE");
+        command.add_option("--refused", import.refused, Text(help_.importRefused))->type_name("FILE");
+        command.add_flag("--json", import.json, Text(help_.sheetJson));
+        command.add_flag("-q,--quiet", import.quiet, Text(help_.requestQuiet));
+        Runs(command, [&import](Console& console) {
+            FromLocale(import.sheet);
+            return RunImport(import, console);
+        });
+    }
+
+    void AddImports() {
+        CLI::App& imports = *AddCommand(app_, "imports", help_.imports);
+        imports.require_subcommand(1);
+        AddImportsCommand(imports, "list", help_.importsList, RunImportsList);
+        AddImportsNumber(AddImportsCommand(imports, "show", help_.importsShow, RunImportsShow));
+        AddImportsNumber(AddImportsCommand(imports, "undo", help_.importsUndo, RunImportsUndo));
+    }
+    CLI::App& AddImportsCommand(CLI::App& parent, const char* name, std::string_view meaning,
+                                int (*run)(const ImportsArguments& arguments, Console& console)) {
+        CLI::App& command = *AddCommand(parent, name, meaning);
+        ImportsArguments& imports = arguments_.imports;
+        AddLogin(command, imports.login);
+        Runs(command, [&imports, run](Console& console) { return run(imports, console); });
+        return command;
+    }
+    void AddImportsNumber(CLI::App& command) {
+        command.add_option("NUMBER", arguments_.imports.number, Text(help_.importsNumber))
+            ->required()
+            ->check(CLI::Validator(CLI::PositiveNumber).description(""));
     }
 
     void AddSql() {

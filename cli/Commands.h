@@ -3,6 +3,7 @@
 #include "cli/Console.h"
 #include "cli/SheetOptions.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,25 @@ struct QueryArguments {
     std::string trace;
     /// A file, or "-" for standard input.
     std::string envelope = "-";
+};
+
+struct ImportArguments {
+    SheetArguments sheet;
+    std::string login;
+    /// In earnest; a test run otherwise.
+    bool commit = false;
+    bool strict = false;
+    /// Where the report and the refused rows go; empty for beside the spreadsheet.
+    std::string report;
+    std::string refused;
+    bool json = false;
+    /// Nothing but errors on standard error.
+    bool quiet = false;
+};
+
+struct ImportsArguments {
+    std::string login;
+    std::int64_t number = 0;
 };
 
 struct SqlArguments {
@@ -92,6 +112,14 @@ struct RequestArguments {
     bool quiet = false;
 };
 
+struct TemplateArguments {
+    std::string className;
+    /// The workbook to make.
+    std::string output;
+    /// The login of the account that the codes to choose from are read of; empty for none.
+    std::string login;
+};
+
 /// Runs a request through a class, writes the result and tells people what came of it. Each command returns the exit
 /// status; it throws `std::exception` for a file that cannot be used and `host::Error` for what the database refuses.
 int RunTransact(const TransactArguments& arguments, Console& console);
@@ -102,6 +130,19 @@ int RunQuery(const QueryArguments& arguments);
 /// Makes the request of a spreadsheet's rows and tells what was corrected and what is refused. Throws
 /// importing::UnreadableFile too.
 int RunRequest(const RequestArguments& arguments, Console& console);
+
+/// Makes a workbook to fill in. Throws std::runtime_error when the file is there already.
+int RunTemplate(const TemplateArguments& arguments, Console& console);
+
+/// Imports a spreadsheet, or tests what importing it would do.
+int RunImport(const ImportArguments& arguments, Console& console);
+
+/// Lists the imports of a login on standard output.
+int RunImportsList(const ImportsArguments& arguments, Console& console);
+/// Shows one with the lines that it wrote.
+int RunImportsShow(const ImportsArguments& arguments, Console& console);
+/// Takes one back; the status is `failed` where that cannot be done.
+int RunImportsUndo(const ImportsArguments& arguments, Console& console);
 
 /// Runs T-SQL batches up to the first that fails. Rows go to standard output; counts, messages and errors of a batch go
 /// to `console`.

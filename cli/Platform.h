@@ -48,6 +48,10 @@ bool Interrupted() noexcept;
 /// be written.
 void CreatePrivateFile(const std::string& path, std::string_view text);
 
+/// Creates a folder of its own under the system's temporary one, that only its owner can read, and returns its path.
+/// Throws std::system_error.
+std::string CreatePrivateFolder();
+
 /// A file that outlives a crash: what was added is on disk.
 class DurableFile {
 public:

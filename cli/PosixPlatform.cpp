@@ -6,6 +6,7 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <system_error>
 
 #include <fcntl.h>
@@ -159,6 +160,14 @@ void CreatePrivateFile(const std::string& path, std::string_view text) {
     if (std::fclose(file) != 0 || !written) {
         Fail(path);
     }
+}
+
+std::string CreatePrivateFolder() {
+    std::string path = (std::filesystem::temp_directory_path() / "kovra-XXXXXX").string();
+    if (mkdtemp(path.data()) == nullptr) {
+        Fail(path);
+    }
+    return path;
 }
 
 DurableFile::DurableFile(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "ab")) {

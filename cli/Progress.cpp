@@ -7,14 +7,14 @@ namespace cli {
 Progress::Progress(Console& console)
     : console_(console), start_(Clock::now()), next_(start_ + std::chrono::seconds(1)) {}
 
-void Progress::Show(std::size_t begun, std::size_t of, const Noun& noun) {
+void Progress::Show(std::size_t begun, std::size_t of, const Noun& noun, std::string_view more) {
     const Clock::time_point now = Clock::now();
     if (now < next_) {
         return;
     }
     next_ = now + std::chrono::milliseconds(200);
     const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(now - start_);
-    console_.ShowProgress(ProgressLine(console_.messages(), noun, begun - 1, of, elapsed));
+    console_.ShowProgress(ProgressLine(console_.messages(), noun, begun - 1, of, elapsed).append(more));
 }
 
 std::string ProgressLine(const Messages& messages, const Noun& noun, std::size_t done, std::size_t of,

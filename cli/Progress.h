@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <string_view>
 
 namespace cli {
 
@@ -14,8 +15,8 @@ public:
 
     explicit Progress(Console& console);
 
-    /// Number `begun` of `of` has begun.
-    void Show(std::size_t begun, std::size_t of, const Noun& noun);
+    /// Number `begun` of `of` has begun. `more` stands behind.
+    void Show(std::size_t begun, std::size_t of, const Noun& noun, std::string_view more = {});
 
 private:
     Console& console_;

@@ -4,12 +4,10 @@
 #include "cli/SheetFindings.h"
 #include "import/encoding/Encoding.h"
 #include "import/request/BuildRequest.h"
+#include "import/writing/Files.h"
 #include "text/Json.h"
 
-#include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <system_error>
 
 namespace cli {
 namespace {
@@ -19,11 +17,7 @@ void WriteRequest(const std::string& path, const std::string& request) {
         WriteOutput(request);
         return;
     }
-    std::ofstream file(std::filesystem::u8path(path), std::ios::binary);
-    file << request << std::flush;
-    if (!file) {
-        throw std::system_error(errno, std::generic_category(), path);
-    }
+    importing::WriteFile(path, request);
 }
 
 std::string Json(const RequestArguments& arguments, const importing::Sheet& sheet, Language language) {

@@ -20,15 +20,15 @@ importing::HeadingMap ReadMap(const std::vector<std::string>& entries, const Usa
     return map;
 }
 
-const importing::ClassFields* FieldsOfClass(const std::string& name, const UsageTexts& texts) {
+} // namespace
+
+const importing::ClassFields& FieldsOfClass(const std::string& name, const UsageTexts& texts) {
     const importing::ClassFields* const fields = importing::FieldsOf(name);
-    if (fields == nullptr && !name.empty()) {
+    if (fields == nullptr) {
         throw std::runtime_error(Fill(texts.unknownClass, name, ClassNames()));
     }
-    return fields;
+    return *fields;
 }
-
-} // namespace
 
 importing::Spreadsheet OpenSpreadsheet(const SheetArguments& arguments, const UsageTexts& texts) {
     using Hidden = importing::SheetOptions::Hidden;
@@ -42,7 +42,7 @@ importing::Spreadsheet OpenSpreadsheet(const SheetArguments& arguments, const Us
     return {arguments.file,
             {.encoding = arguments.encoding, .sheet = arguments.sheet},
             std::move(options),
-            FieldsOfClass(arguments.className, texts)};
+            arguments.className.empty() ? nullptr : &FieldsOfClass(arguments.className, texts)};
 }
 
 } // namespace cli

@@ -28,6 +28,9 @@ struct SheetArguments {
     bool allowDuplicates = false;
 };
 
+/// The fields of a class. Throws std::runtime_error in the language of `texts` when there is no class of that name.
+const importing::ClassFields& FieldsOfClass(const std::string& name, const UsageTexts& texts);
+
 /// Opens the spreadsheet. Throws importing::UnreadableFile, and std::runtime_error in the language of `texts` for an
 /// unknown class or a map without "=".
 importing::Spreadsheet OpenSpreadsheet(const SheetArguments& arguments, const UsageTexts& texts);

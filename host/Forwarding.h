@@ -9,10 +9,10 @@
 
 namespace host {
 
-/// A connection that hands everything to another: what decorators of a connection are made of.
+/// A connection that hands everything to another: what decorators of a connection are made of. Several may share one.
 class ForwardingConnection : public Connection {
 public:
-    explicit ForwardingConnection(std::unique_ptr<Connection> inner) : inner_(std::move(inner)) {}
+    explicit ForwardingConnection(std::shared_ptr<Connection> inner) : inner_(std::move(inner)) {}
 
     void Open(const std::string& connectionString, const std::string& userId, const std::string& password,
               int options) override {
@@ -27,7 +27,7 @@ public:
     Connection& inner() const noexcept { return *inner_; }
 
 private:
-    std::unique_ptr<Connection> inner_;
+    std::shared_ptr<Connection> inner_;
 };
 
 /// A recordset that hands everything to another, and tells of each member before it runs.

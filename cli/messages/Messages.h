@@ -78,10 +78,23 @@ struct HelpTexts {
     std::string_view sheetAllowDuplicates;
     std::string_view sheetFile;
     std::string_view sheetJson;
+    std::string_view workbook;
+    std::string_view workbookOutput;
+    std::string_view workbookLogin;
     std::string_view request;
     std::string_view requestOutput;
     std::string_view requestLogin;
     std::string_view requestQuiet;
+    std::string_view import;
+    std::string_view importCommit;
+    std::string_view importStrict;
+    std::string_view importReport;
+    std::string_view importRefused;
+    std::string_view imports;
+    std::string_view importsList;
+    std::string_view importsShow;
+    std::string_view importsUndo;
+    std::string_view importsNumber;
     std::string_view exitStatus;
 };
 
@@ -270,6 +283,78 @@ struct SheetTexts {
     /// `{0}` the file.
     std::string_view requestWritten;
     std::string_view requestNotWritten;
+    /// `{0}` the file.
+    std::string_view templateWritten;
+    std::string_view templateThere;
+};
+
+/// What `kovra import` and `kovra imports` say.
+struct ImportTexts {
+    /// `{0}` how many rows.
+    std::string_view progressRefused;
+    /// `{0}` how many rows.
+    std::string_view ready;
+    std::string_view imported;
+    /// `{0}` the quantity, `{1}` the amount.
+    std::string_view sums;
+    /// `{0}` how many rows.
+    std::string_view corrected;
+    std::string_view hidden;
+    std::string_view refused;
+    std::string_view warnings;
+    /// `{0}` how many rows.
+    std::string_view open;
+    /// `{0}` how often, `{1}` the reason, `{2}` the places.
+    std::string_view reason;
+    std::string_view betweenPlaces;
+    std::string_view morePlaces;
+    /// `{0}` how many.
+    std::string_view moreReasons;
+    /// `{0}` the code, `{1}` the message.
+    std::string_view ledgerRefuses;
+    std::string_view testRun;
+    std::string_view interrupted;
+    std::string_view interruptedTest;
+    /// `{0}` the number, `{1}` the login.
+    std::string_view undoHint;
+    /// `{0}` the file.
+    std::string_view refusedWritten;
+    std::string_view reportWritten;
+    /// `{0}` the file.
+    std::string_view logBusy;
+    std::string_view noImports;
+    /// `{0}` the number.
+    std::string_view unknownImport;
+    std::string_view nothingToUndo;
+    /// `{0}` the number, `{1}` how many rows.
+    std::string_view undone;
+    std::string_view undoNotByClass;
+    std::string_view undoPosted;
+    /// `{0}` how many rows.
+    std::string_view undoChanged;
+    /// `{0}` the lines.
+    std::string_view undoChangedLines;
+    /// `{0}` the hash.
+    std::string_view fileHash;
+    /// What the tables are headed by.
+    std::string_view number;
+    std::string_view time;
+    std::string_view state;
+    std::string_view className;
+    std::string_view file;
+    std::string_view operatorName;
+    std::string_view rowsIn;
+    std::string_view rowsRefused;
+    std::string_view amount;
+    std::string_view line;
+    std::string_view record;
+    std::string_view stateTest;
+    std::string_view stateCutOff;
+    std::string_view stateEnded;
+    std::string_view stateUndone;
+    std::string_view unitBegun;
+    std::string_view unitImported;
+    std::string_view unitNotIn;
 };
 
 /// All texts that the program has for people, in one language.
@@ -285,6 +370,7 @@ struct Messages {
     SummaryTexts summary;
     AccountTexts account;
     SheetTexts sheet;
+    ImportTexts import;
 };
 
 const Messages& MessagesIn(Language language) noexcept;

@@ -1,9 +1,8 @@
 #include "import/account/ReadCodeLists.h"
 
-#include "ModPub/Conversions.h"
+#include "import/account/AccountReader.h"
 
 #include <array>
-#include <memory>
 #include <string>
 
 namespace importing {
@@ -31,12 +30,9 @@ constexpr std::array statements = {
     ListStatement{CodeList::projectClass, "select citem_class, citem_name from fitem"},
 };
 
-std::string TextOf(const host::Value& value) { return value.IsNull() ? std::string() : ModPub::ToText(value); }
-
 } // namespace
 
-CodeLists ReadCodeLists(const ClassFields& classFields, host::Environment& environment, host::Connection& connection,
-                        std::string_view year) {
+CodeLists ReadCodeLists(const ClassFields& classFields, AccountReader& account) {
     CodeLists lists;
     for (const Field& field : classFields.fields) {
         for (const ListStatement& each : statements) {
@@ -45,15 +41,12 @@ CodeLists ReadCodeLists(const ClassFields& classFields, host::Environment& envir
             }
             std::string statement(each.statement);
             if (each.ofYear) {
-                statement.append(year);
+                statement.append(account.year());
             }
             KnownCodes& codes = lists[field.list];
-            const std::unique_ptr<host::Recordset> records = environment.CreateRecordset();
-            records->Open(statement, connection, host::CursorType::openStatic, host::LockType::readOnly,
-                          host::command_option::text);
-            for (; !records->AtEOF(); records->MoveNext()) {
-                codes.Add(TextOf(records->FieldValue(0)), TextOf(records->FieldValue(1)));
-            }
+            account.Rows(statement, [&codes](const host::Recordset& row) {
+                codes.Add(TextOf(row.FieldValue(0)), TextOf(row.FieldValue(1)));
+            });
         }
     }
     return lists;

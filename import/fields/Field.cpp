@@ -614,12 +614,17 @@ constexpr auto provisionType = std::to_array<FixedElement>({
 });
 
 constexpr std::array classes = {
-    ClassFields{"ClsInvSubject", settings, "", {}},
-    ClassFields{"ClsKovra", opening, "", projectNames},
-    ClassFields{"ClsKovraProof", provisions, "Deccode", provisionType},
-    ClassFields{"ClsOppSubject", opposite, "", {}},
-    ClassFields{"ClsOppSubjectST", standardCost, "", {}},
-    ClassFields{"ClsPriceJustVou", prices, "ID", {}},
+    ClassFields{"ClsInvSubject", "存货科目设置", "Inventory account settings", settings, "", {}},
+    ClassFields{"ClsKovra", "期初余额", "Opening balances", opening, "", projectNames},
+    ClassFields{"ClsKovraProof", "存货跌价准备单", "Price-decline provisions", provisions, "Deccode", provisionType},
+    ClassFields{"ClsOppSubject", "对方科目设置", "Opposite account settings", opposite, "", {}},
+    ClassFields{"ClsOppSubjectST",
+                "标准成本的对方科目设置",
+                "Opposite account settings for standard costing",
+                standardCost,
+                "",
+                {}},
+    ClassFields{"ClsPriceJustVou", "价格调整单", "Price adjustment vouchers", prices, "ID", {}},
 };
 
 } // namespace

@@ -73,6 +73,9 @@ struct FixedElement {
 /// What a class imports, as a table.
 struct ClassFields {
     std::string_view className;
+    /// What is imported, as people call it.
+    std::string_view chinese;
+    std::string_view english;
     std::span<const Field> fields;
     /// The column whose rows make one document where they are the same; empty where each row stands alone.
     std::string_view document;

@@ -2,6 +2,7 @@
 
 #include "ModPub/Text.h"
 #include "import/cells/Characters.h"
+#include "import/cells/Defuse.h"
 #include "import/cells/KnownCodes.h"
 #include "text/Utf16.h"
 
@@ -26,6 +27,16 @@ std::string Bare(std::string_view heading) {
         }
     }
     return ModPub::LowerCase(bare);
+}
+
+/// Whether a line's first two headings are those of a file of refused rows: the reasons and the lines.
+bool HasFront(const Line& line) {
+    const auto is = [&line](std::size_t column, Message message) {
+        const MessageWords& words = WordsOf(message);
+        const std::string_view heading = TrimBlanks(line.cells[column].text);
+        return heading == words.chinese || heading == words.english;
+    };
+    return line.cells.size() > 1 && is(0, Message::refusedReason) && is(1, Message::refusedLine);
 }
 
 /// Calls `use` with every name that a field goes by.
@@ -114,13 +125,16 @@ std::optional<std::size_t> Columns::Find(std::string_view element) const {
 
 Columns ReadHeadings(const Line& line, const ClassFields& classFields, const HeadingMap& map) {
     Columns columns;
+    columns.front = HasFront(line) ? 2 : 0;
     for (std::size_t column = 0; column < line.cells.size(); ++column) {
-        const std::string heading(TrimBlanks(line.cells[column].text));
+        std::string_view text = line.cells[column].text;
+        text = columns.front == 0 ? text : Undefused(text);
+        const std::string heading(TrimBlanks(text));
         columns.headings.push_back(heading);
         columns.fields.push_back(nullptr);
         const auto mapped = map.find(heading);
         const bool isMapped = mapped != map.end();
-        if (heading.empty() || (isMapped && mapped->second.empty())) {
+        if (column < columns.front || heading.empty() || (isMapped && mapped->second.empty())) {
             continue;
         }
         const Field* const field = FindField(classFields, isMapped ? mapped->second : heading);

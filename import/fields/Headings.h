@@ -18,6 +18,8 @@ struct Columns {
     std::vector<const Field*> fields;
     /// The headings as they stand.
     std::vector<std::string> headings;
+    /// How many columns in front a file of refused rows has that are none of the original's: 2, or 0 for another file.
+    std::size_t front = 0;
     /// What is wrong with the headings; nothing may be imported then.
     std::vector<Note> faults;
 

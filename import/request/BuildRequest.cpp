@@ -12,7 +12,8 @@ namespace {
 
 class RequestWriter {
 public:
-    explicit RequestWriter(const Sheet& sheet) : sheet_(sheet), classFields_(*sheet.classFields) {}
+    RequestWriter(const ClassFields& classFields, const Columns& columns, std::span<const Row* const> rows)
+        : classFields_(classFields), columns_(columns), rows_(rows) {}
 
     std::string Write(std::string_view docid, std::string_view proc) {
         xml_ = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<qxinterface";
@@ -33,10 +34,8 @@ private:
     }
 
     void WriteRows() {
-        for (const Row& row : sheet_.rows) {
-            if (row.refusals.empty()) {
-                WriteRow(row);
-            }
+        for (const Row* const row : rows_) {
+            WriteRow(*row);
         }
     }
 
@@ -44,15 +43,13 @@ private:
     void WriteDocuments() {
         std::vector<std::vector<const Row*>> documents;
         std::map<std::string_view, std::size_t> numbers;
-        const std::size_t column = sheet_.columns.Find(classFields_.document).value();
-        for (const Row& row : sheet_.rows) {
-            if (row.refusals.empty()) {
-                const auto [number, isNew] = numbers.try_emplace(row.values[column], documents.size());
-                if (isNew) {
-                    documents.emplace_back();
-                }
-                documents[number->second].push_back(&row);
+        const std::size_t column = columns_.Find(classFields_.document).value();
+        for (const Row* const row : rows_) {
+            const auto [number, isNew] = numbers.try_emplace(row->values[column], documents.size());
+            if (isNew) {
+                documents.emplace_back();
             }
+            documents[number->second].push_back(row);
         }
         for (const std::vector<const Row*>& rows : documents) {
             xml_.append("<document><header>");
@@ -69,7 +66,7 @@ private:
 
     void WriteFields(const Row& row, Place place) {
         for (std::size_t column = 0; column < row.values.size(); ++column) {
-            const Field* const field = sheet_.columns.fields[column];
+            const Field* const field = columns_.fields[column];
             if (field == nullptr || field->place != place || row.values[column].empty()) {
                 continue;
             }
@@ -79,7 +76,7 @@ private:
             }
         }
         for (const FixedElement& fixed : classFields_.fixed) {
-            const std::optional<std::size_t> with = sheet_.columns.Find(fixed.with);
+            const std::optional<std::size_t> with = columns_.Find(fixed.with);
             if (fixed.place == place && (fixed.with.empty() || (with && !row.values[*with].empty()))) {
                 WriteElement(fixed.element, fixed.value);
             }
@@ -96,15 +93,27 @@ private:
         xml_.append("</").append(name).append(">");
     }
 
-    const Sheet& sheet_;
     const ClassFields& classFields_;
+    const Columns& columns_;
+    std::span<const Row* const> rows_;
     std::string xml_;
 };
 
 } // namespace
 
+std::string BuildRequest(const ClassFields& classFields, const Columns& columns, std::span<const Row* const> rows,
+                         std::string_view docid, std::string_view proc) {
+    return RequestWriter(classFields, columns, rows).Write(docid, proc);
+}
+
 std::string BuildRequest(const Sheet& sheet, std::string_view docid, std::string_view proc) {
-    return RequestWriter(sheet).Write(docid, proc);
+    std::vector<const Row*> taken;
+    for (const Row& row : sheet.rows) {
+        if (row.refusals.empty()) {
+            taken.push_back(&row);
+        }
+    }
+    return BuildRequest(*sheet.classFields, sheet.columns, taken, docid, proc);
 }
 
 } // namespace importing

@@ -2,11 +2,13 @@
 
 #include "ModPub/Numbers.h"
 #include "import/cells/Characters.h"
+#include "import/cells/Defuse.h"
 #include "import/cells/ReadCode.h"
 #include "import/cells/ReadDate.h"
 #include "import/cells/ReadNumber.h"
 #include "import/cells/ReadText.h"
 #include "import/rows/Amounts.h"
+#include "import/rows/Documents.h"
 #include "import/rows/FindClass.h"
 
 #include <algorithm>
@@ -20,19 +22,32 @@
 namespace importing {
 namespace {
 
-/// Whether a line is one of totals: a cell among its first says so.
-bool IsTotals(const Line& line) {
-    constexpr std::array<std::string_view, 5> words = {"合计", "总计", "小计", "total", "grand total"};
-    return std::ranges::any_of(line.cells, [&](const Cell& cell) {
-        std::string text(TrimBlanks(ToHalfWidth(cell.text)));
-        std::ranges::transform(text, text.begin(),
-                               [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-        std::erase(text, ' ');
-        while (text.ends_with(':')) {
-            text.pop_back();
+/// Whether a cell says that its line is one of totals.
+bool IsTotalsWord(const Cell& cell) {
+    constexpr std::array<std::string_view, 5> words = {"合计", "总计", "小计", "total", "grandtotal"};
+    std::string text(TrimBlanks(ToHalfWidth(cell.text)));
+    std::ranges::transform(text, text.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::erase(text, ' ');
+    while (text.ends_with(':')) {
+        text.pop_back();
+    }
+    return std::ranges::find(words, text) != words.end();
+}
+
+/// Whether a line is one of totals: a cell says so, and it has no code, as a row has whose memo is "total".
+bool IsTotals(const Line& line, const Columns& columns) {
+    bool says = false;
+    for (std::size_t column = 0; column < line.cells.size(); ++column) {
+        const Cell& cell = line.cells[column];
+        const Field* const field = column < columns.fields.size() ? columns.fields[column] : nullptr;
+        const bool isWord = IsTotalsWord(cell);
+        if (!isWord && field != nullptr && field->type == FieldType::code && !TrimBlanks(cell.text).empty()) {
+            return false;
         }
-        return std::ranges::find(words, text) != words.end() || text == "grandtotal";
-    });
+        says = says || isWord;
+    }
+    return says;
 }
 
 class SheetReader {
@@ -52,6 +67,9 @@ public:
         sheet_.columns = ReadHeadings(line_, *sheet_.classFields, options_.headings);
         sheet_.faults = sheet_.columns.faults;
         while (table_.Next(line_)) {
+            if (sheet_.columns.front != 0) {
+                Undefuse();
+            }
             ReadLine();
         }
         RefuseMerged();
@@ -62,6 +80,15 @@ public:
     }
 
 private:
+    /// Takes a line of refused rows as it was in its original.
+    void Undefuse() {
+        for (Cell& cell : line_.cells) {
+            if (cell.kind == Cell::Kind::text) {
+                cell.text = std::string(Undefused(cell.text));
+            }
+        }
+    }
+
     void ReadLine() {
         if (line_.Empty()) {
             return;
@@ -72,7 +99,7 @@ private:
                 return;
             }
         }
-        if (IsTotals(line_)) {
+        if (IsTotals(line_, sheet_.columns)) {
             totals_ = line_;
             return;
         }
@@ -80,9 +107,7 @@ private:
         row.line = line_.number;
         const std::size_t count = sheet_.columns.fields.size();
         row.values.resize(count);
-        for (std::size_t column = 0; column < line_.cells.size(); ++column) {
-            row.cells.push_back(line_.cells[column].text);
-        }
+        row.cells = line_.cells;
         line_.cells.resize(std::max(count, line_.cells.size()));
         for (std::size_t column = 0; column < count; ++column) {
             if (const Field* const field = sheet_.columns.fields[column]) {
@@ -149,7 +174,18 @@ private:
         }
     }
 
+    /// Whether the finding is about a column that tells rows from each other.
+    bool IsOfKey(const Finding& finding) const {
+        const std::vector<const Field*>& fields = sheet_.columns.fields;
+        return finding.column && *finding.column < fields.size() && fields[*finding.column] != nullptr &&
+               fields[*finding.column]->key;
+    }
+
     void RefuseRepeated(Row& row) {
+        // What a row repeats is not known before its codes are.
+        if (std::ranges::any_of(row.refusals, [this](const Finding& finding) { return IsOfKey(finding); })) {
+            return;
+        }
         std::string key;
         for (std::size_t column = 0; column < row.values.size(); ++column) {
             if (const Field* const field = sheet_.columns.fields[column]; field != nullptr && field->key) {
@@ -189,15 +225,11 @@ private:
                     {number, {Message::headerDiffers, {row.values[*number], std::to_string(header->line)}}, {}});
             }
         }
-        std::map<std::string, bool> refused;
-        for (const Row& row : sheet_.rows) {
-            refused[row.values[*number]] |= !row.refusals.empty();
-        }
+        std::vector<Row*> rows;
         for (Row& row : sheet_.rows) {
-            if (row.refusals.empty() && refused[row.values[*number]]) {
-                row.refusals.push_back({std::nullopt, {Message::documentRefused, {row.values[*number]}}, {}});
-            }
+            rows.push_back(&row);
         }
+        RefuseWithTheirDocuments(*sheet_.classFields, sheet_.columns, rows);
     }
 
     bool SameHeader(const Row& a, const Row& b) const {

@@ -50,8 +50,8 @@ struct Correction {
 struct Row {
     /// Its line in the file.
     std::size_t line = 0;
-    /// Its cells' texts as they stand.
-    std::vector<std::string> cells;
+    /// Its cells as they stand.
+    std::vector<Cell> cells;
     /// The values by column; of a refused row those that could be read.
     std::vector<std::string> values;
     std::vector<Correction> corrections;

@@ -10,9 +10,10 @@
 namespace test {
 namespace {
 
-constexpr std::array commands = {"transact",        "query",          "request",         "sql",
-                                 "account create",  "account backup", "account restore", "account check",
-                                 "account upgrade", "login check",    "login init"};
+constexpr std::array commands = {"transact",      "query",           "template",       "request",
+                                 "import",        "imports list",    "imports show",   "imports undo",
+                                 "sql",           "account create",  "account backup", "account restore",
+                                 "account check", "account upgrade", "login check",    "login init"};
 
 /// The long options that the help of a command names.
 std::set<std::string> Options(const std::string& help) {
@@ -57,6 +58,7 @@ TEST_F(Completion, OffersCommandsAndValues) {
     EXPECT_EQ(Offered("kovra log"), Words{"login"});
     EXPECT_EQ(Offered("kovra login ''"), (Words{"check", "init", "--lang", "--help"}));
     EXPECT_EQ(Offered("kovra transact --class ClsOpp"), (Words{"ClsOppSubject", "ClsOppSubjectST"}));
+    EXPECT_EQ(Offered("kovra template ClsOpp"), (Words{"ClsOppSubject", "ClsOppSubjectST"}));
     EXPECT_EQ(Offered("kovra request --hidden ''"), (Words{"include", "skip"}));
     EXPECT_EQ(Offered("kovra transact --format ''"), (Words{"xml", "table", "json"}));
     EXPECT_EQ(Offered("kovra transact --login log"), Words{"login.xml"});

@@ -5,6 +5,7 @@
 #include <memory>
 #include <stdexcept>
 
+#include <unzip.h>
 #include <zip.h>
 
 namespace test {
@@ -27,6 +28,26 @@ PackageFile PackageFile::OfSheet(const std::string& sheet, const std::string& st
     file.Set("xl/sharedStrings.xml", "<sst xmlns='" + main + "'>" + strings + "</sst>");
     file.Set("xl/styles.xml", "<styleSheet xmlns='" + main + "'>" + styles + "</styleSheet>");
     return file;
+}
+
+PackageFile PackageFile::Read(const std::filesystem::path& path) {
+    PackageFile package;
+    const unzFile file = unzOpen64(path.c_str());
+    if (file == nullptr) {
+        throw std::runtime_error("cannot read " + path.string());
+    }
+    for (int status = unzGoToFirstFile(file); status == UNZ_OK; status = unzGoToNextFile(file)) {
+        std::array<char, 256> name{};
+        unz_file_info64 info{};
+        unzGetCurrentFileInfo64(file, &info, name.data(), name.size(), nullptr, 0, nullptr, 0);
+        std::string content(info.uncompressed_size, '\0');
+        unzOpenCurrentFile(file);
+        unzReadCurrentFile(file, content.data(), static_cast<unsigned>(content.size()));
+        unzCloseCurrentFile(file);
+        package.parts_[name.data()] = std::move(content);
+    }
+    unzClose(file);
+    return package;
 }
 
 void PackageFile::Write(const std::filesystem::path& path) const {

@@ -14,6 +14,11 @@ public:
     static PackageFile OfSheet(const std::string& sheet, const std::string& strings = "",
                                const std::string& styles = "");
 
+    /// All parts of the workbook at `path`.
+    static PackageFile Read(const std::filesystem::path& path);
+
+    /// A part that is there.
+    const std::string& Part(const std::string& name) const { return parts_.at(name); }
     /// Adds or replaces a part.
     void Set(const std::string& name, std::string content) { parts_[name] = std::move(content); }
     void Remove(const std::string& name) { parts_.erase(name); }

@@ -41,6 +41,11 @@ TEST(ReadText, TakesNumbersAndDatesAsTheirTexts) {
 }
 
 TEST(ReadText, RefusesAnErrorCell) {
+    // As a CSV file has them.
+    EXPECT_EQ(importing::ReadText({Cell::Kind::text, "#REF!"}, {6, false}, HasCharacter),
+              Reading::Refuse({Message::cellError, {"#REF!"}}));
+    EXPECT_EQ(importing::ReadText({Cell::Kind::text, "=A1"}, {6, false}, HasCharacter),
+              Reading::Refuse({Message::cellNoValue, {"=A1"}}));
     EXPECT_EQ(importing::ReadText({Cell::Kind::error, "#N/A"}, {6, false}, HasCharacter),
               Reading::Refuse({Message::cellError, {"#N/A"}}));
 }

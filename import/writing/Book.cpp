@@ -1,0 +1,71 @@
+#include "import/writing/Book.h"
+
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+namespace importing {
+namespace {
+
+/// Whether `text` begins with "_xHHHH_".
+bool BeginsWithEscape(std::string_view text) {
+    constexpr std::size_t length = 7;
+    return text.size() >= length && text.starts_with("_x") && text[length - 1] == '_' &&
+           text.substr(2, 4).find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
+}
+
+} // namespace
+
+std::string CellText(std::string_view text) {
+    std::string escaped;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        escaped.append(BeginsWithEscape(text.substr(at)) ? "_x005F" : "");
+        escaped.push_back(text[at]);
+    }
+    return escaped;
+}
+
+Book::Book(std::string path) : path_(std::move(path)), workbook_(workbook_new(path_.c_str())) {
+    if (!workbook_) {
+        throw std::bad_alloc();
+    }
+    // Otherwise it would be the time of day. 2001-01-01.
+    lxw_doc_properties properties{};
+    constexpr std::time_t made = 978'307'200;
+    properties.created = made;
+    workbook_set_properties(workbook_.get(), &properties);
+}
+
+lxw_worksheet& Book::AddSheet(const std::string& name) {
+    lxw_worksheet* const sheet = workbook_add_worksheet(workbook_.get(), name.c_str());
+    if (sheet == nullptr) {
+        throw std::runtime_error(path_ + ": " + name);
+    }
+    return *sheet;
+}
+
+lxw_format& Book::AddFormat() {
+    lxw_format* const format = workbook_add_format(workbook_.get());
+    if (format == nullptr) {
+        throw std::bad_alloc();
+    }
+    return *format;
+}
+
+void Book::Save() {
+    // The library would tell standard error why it cannot be written, and nobody else.
+    if (!std::ofstream(std::filesystem::u8path(path_), std::ios::app)) {
+        throw std::runtime_error(path_ + ": " + std::strerror(errno));
+    }
+    // It is freed whether it could be written or not.
+    if (const lxw_error error = workbook_close(workbook_.release()); error != LXW_NO_ERROR) {
+        throw std::runtime_error(path_ + ": " + lxw_strerror(error));
+    }
+}
+
+} // namespace importing
