@@ -46,12 +46,16 @@ void WriteFiles(const Outcome& outcome, const ImportArguments& arguments, Consol
         }
     };
     if (std::ranges::any_of(outcome.rows, [](const importing::RowOutcome& row) { return IsRefused(row.state); })) {
-        const std::string path =
-            arguments.refused.empty() ? importing::RefusedRowsPath(file, language) : arguments.refused;
-        importing::WriteRefusedRows(outcome, language, path);
+        const auto write = [&](const std::string& path) { importing::WriteRefusedRows(outcome, language, path); };
+        std::string path = arguments.refused;
+        if (path.empty()) {
+            path = importing::WriteKeepingOthers(importing::RefusedRowsPath(file, language), write);
+        } else {
+            write(path);
+        }
         tell(texts.refusedWritten, path);
     }
-    const std::string path = arguments.report.empty() ? importing::ReportPath(file, language) : arguments.report;
+    const std::string path = arguments.report.empty() ? importing::ReportPath(outcome, language) : arguments.report;
     importing::WriteFile(path, importing::ReportHtml(outcome, language));
     tell(texts.reportWritten, path);
 }

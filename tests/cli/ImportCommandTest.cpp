@@ -35,7 +35,7 @@ TEST_F(ImportCommand, TellsInChineseWhatATestRunFound) {
                          "  1 处：“…”不是数字。（E5）\n"
                          "这是试运行，账套没有改动；正式导入请加 --commit。\n"
                          "被拒绝的行：期初.拒绝.csv（更正后再导入这个文件）\n"
-                         "报告：期初.报告.html\n");
+                         "报告：期初.试运行.html\n");
     EXPECT_TRUE(demo().Rows("select * from Ia_subsidiary where cVouType = '34'").empty());
 }
 
@@ -49,7 +49,7 @@ TEST_F(ImportCommand, TellsInEnglishWhatCameIn) {
                          "  1: \"…\" is no number. (E5)\n"
                          "To take it back: kovra imports undo 1 --login demo.xml\n"
                          "Refused rows: 期初.refused.csv (correct and import that file)\n"
-                         "Report: 期初.report.html\n");
+                         "Report: 期初.report-1.html\n");
     EXPECT_EQ(demo().Rows("select * from Ia_subsidiary where cVouType = '34'").size(), 2U);
 }
 
@@ -70,7 +70,7 @@ TEST_F(ImportCommand, WritesReportAndRefusedRowsWhereItIsTold) {
     Import("--quiet --lang zh --report r.html --refused r.csv");
     EXPECT_TRUE(Contains(Read(Path("r.html")), "5,003.00"));
     EXPECT_TRUE(Contains(Read(Path("r.csv")), "9999"));
-    EXPECT_FALSE(std::filesystem::exists(Path("期初.报告.html")));
+    EXPECT_FALSE(std::filesystem::exists(Path("期初.试运行.html")));
     // Corrected, the file of refused rows is imported and brings in just those.
     std::string refused = Read(Path("r.csv"));
     for (const auto& [wrong, right] : {std::pair("9999", "1006"), std::pair("9998", "2001"), std::pair(",x", ",1")}) {
@@ -86,7 +86,7 @@ TEST_F(ImportCommand, WritesReportAndRefusedRowsWhereItIsTold) {
 TEST_F(ImportCommand, WritesNoFileOfRefusedRowsWhereThereAreNone) {
     Write("good.csv", "仓库编码,存货编码,金额\n01,1001,5\n");
     EXPECT_EQ(Kovra("import good.csv --login demo.xml --lang en").status, 0);
-    EXPECT_TRUE(std::filesystem::exists(Path("good.report.html")));
+    EXPECT_TRUE(std::filesystem::exists(Path("good.test-run.html")));
     EXPECT_FALSE(std::filesystem::exists(Path("good.refused.csv")));
 }
 
