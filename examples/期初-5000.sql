@@ -6,7 +6,7 @@ insert into QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) values (N'00
 GO
 insert into code (ccode, ccode_name, iyear, bend) values (N'1403', N'原材料', 2024, 1), (N'1405', N'库存商品', 2024, 1)
 GO
-insert into IA_HeadSet (cWhCode, cInvHead) values (N'01', N'1403'), (N'02', N'1403'), (N'03', N'1405'), (N'04', N'1405'), (N'05', N'1405')
+insert into IA_HeadSet (cWhCode, cInvHead, iYear) values (N'01', N'1403', 2024), (N'02', N'1403', 2024), (N'03', N'1405', 2024), (N'04', N'1405', 2024), (N'05', N'1405', 2024)
 GO
 insert into Warehouse (cWhCode, cWhName, cWhValueStyle, bInCost) values
 (N'01', N'仓库01', N'全月平均法', 1),

@@ -366,8 +366,8 @@ std::string AccountSql() {
         "values (N'001', 2024, 1, '2024-01-01', '2024-01-31')",
         "insert into code (ccode, ccode_name, iyear, bend) values "
         "(N'1403', N'原材料', 2024, 1), (N'1405', N'库存商品', 2024, 1)",
-        "insert into IA_HeadSet (cWhCode, cInvHead) values "
-        "(N'01', N'1403'), (N'02', N'1403'), (N'03', N'1405'), (N'04', N'1405'), (N'05', N'1405')",
+        "insert into IA_HeadSet (cWhCode, cInvHead, iYear) values (N'01', N'1403', 2024), (N'02', N'1403', 2024), "
+        "(N'03', N'1405', 2024), (N'04', N'1405', 2024), (N'05', N'1405', 2024)",
     };
     batches.push_back(
         Insert("Warehouse (cWhCode, cWhName, cWhValueStyle, bInCost)", warehouses, [](std::size_t number) {

@@ -180,8 +180,8 @@ TEST_F(WorkbookFile, RefusesADocumentType) {
 }
 
 TEST_F(WorkbookFile, RefusesADocumentTypeInEveryPartThatIsRead) {
-    for (const char* const part : {"_rels/.rels", "xl/workbook.xml", "xl/_rels/workbook.xml.rels",
-                                   "xl/sharedStrings.xml", "xl/styles.xml"}) {
+    for (const char* const part :
+         {"_rels/.rels", "xl/workbook.xml", "xl/_rels/workbook.xml.rels", "xl/sharedStrings.xml", "xl/styles.xml"}) {
         PackageFile package = PackageFile::OfSheet("<sheetData/>");
         package.Set(part, "<!DOCTYPE a SYSTEM 'file:///etc/passwd'>" + package.Part(part));
         EXPECT_EQ(Refusal(package), (Note{Message::documentType, {part}}));
