@@ -358,12 +358,16 @@ importing::CodeLists Codes() {
     return codes;
 }
 
-std::vector<std::string> AccountBatches() {
+std::string AccountSql() {
     std::vector<std::string> batches = {
         "insert into AccInformation (cSysID, cName, cValue) values (N'IA', N'dIAStartDate', N'2024-01-01')",
         "insert into AccInformation (cSysID, cName, cValue) values (N'IA', N'cValueStyle', N'按仓库核算')",
         "insert into QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) "
         "values (N'001', 2024, 1, '2024-01-01', '2024-01-31')",
+        "insert into code (ccode, ccode_name, iyear, bend) values "
+        "(N'1403', N'原材料', 2024, 1), (N'1405', N'库存商品', 2024, 1)",
+        "insert into IA_HeadSet (cWhCode, cInvHead, iYear) values (N'01', N'1403', 2024), (N'02', N'1403', 2024), "
+        "(N'03', N'1405', 2024), (N'04', N'1405', 2024), (N'05', N'1405', 2024)",
     };
     batches.push_back(
         Insert("Warehouse (cWhCode, cWhName, cWhValueStyle, bInCost)", warehouses, [](std::size_t number) {
@@ -372,7 +376,11 @@ std::vector<std::string> AccountBatches() {
     batches.push_back(
         Insert("inventory (cInvCode, cInvName, bService, bInvType, bPTOModel)", itemsOfAWarehouse,
                [](std::size_t number) { return "N'" + Item(number) + "', N'存货" + Item(number) + "', 0, 0, 0"; }));
-    return batches;
+    std::string sql;
+    for (const std::string& batch : batches) {
+        sql.append(batch).append("\nGO\n");
+    }
+    return sql;
 }
 
 void WriteWorkbook(const std::string& path, const std::vector<Row>& rows) {

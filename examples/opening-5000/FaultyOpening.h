@@ -43,8 +43,9 @@ std::vector<Row> Rows();
 /// The codes that the rows mean.
 importing::CodeLists Codes();
 
-/// T-SQL batches that give an empty account everything that the rows mean: start date, calendar, warehouses, items.
-std::vector<std::string> AccountBatches();
+/// T-SQL batches, each with its GO, that give an empty account everything that the rows mean: start date, calendar,
+/// ledger accounts, warehouses, items.
+std::string AccountSql();
 
 /// Writes rows as they are typed, under headings and with a line of totals. Throws std::runtime_error.
 void WriteWorkbook(const std::string& path, const std::vector<Row>& rows);

@@ -15,11 +15,7 @@ int main(int argc, char** argv) {
         } else if (argc == 2) {
             const std::string base = std::string(argv[1]) + "/期初-5000";
             opening::WriteWorkbook(base + ".xlsx", rows);
-            std::string sql;
-            for (const std::string& batch : opening::AccountBatches()) {
-                sql.append(batch).append("\nGO\n");
-            }
-            importing::WriteFile(base + ".sql", sql);
+            importing::WriteFile(base + ".sql", opening::AccountSql());
         } else {
             std::fputs("usage: make-opening-5000 FOLDER | REFUSED CORRECTED\n", stderr);
             return 2;

@@ -119,8 +119,8 @@ private:
         html_.Raw("<dl>\n");
         const ClassFields& fields = *outcome_.classFields;
         TellFact(words_.className,
-                 std::string(language_ == Language::chinese ? fields.chinese : fields.english) + " (" +
-                     std::string(fields.className) + ")",
+                 std::string(language_ == Language::chinese ? fields.chinese : fields.english) +
+                     Bracketed(fields.className),
                  "class");
         TellFact(words_.file,
                  outcome_.file.path + (language_ == Language::chinese ? "，" : ", ") +

@@ -4,7 +4,9 @@
 #include "examples/opening-5000/FaultyOpening.h"
 
 #include "import/encoding/Encoding.h"
+#include "import/file/ReadBytes.h"
 #include "import/outcome/Outcome.h"
+#include "import/reading/Workbook.h"
 #include "import/rows/Spreadsheet.h"
 #include "import/writing/RefusedRows.h"
 #include "tests/import/PackageFile.h"
@@ -121,6 +123,27 @@ TEST_F(FaultyOpening, HasEveryFaultFoundAtItsCellAndNoFigureTakenWrong) {
             EXPECT_EQ(read.corrections[0].now, made.correction->now) << made.line;
         }
     }
+}
+
+TEST_F(FaultyOpening, IsTheOneOfTheExamples) {
+    const std::string examples = KOVRA_SOURCE_DIR "/examples/期初-5000";
+    importing::Workbook made(*path_);
+    importing::Workbook kept(examples + ".xlsx");
+    const std::unique_ptr<importing::Table> one = made.Open(0);
+    const std::unique_ptr<importing::Table> other = kept.Open(0);
+    importing::Line line;
+    importing::Line same;
+    while (one->Next(line)) {
+        ASSERT_TRUE(other->Next(same));
+        ASSERT_EQ(line.number, same.number);
+        ASSERT_EQ(line.cells.size(), same.cells.size()) << line.number;
+        for (std::size_t column = 0; column < line.cells.size(); ++column) {
+            ASSERT_EQ(line.cells[column].kind, same.cells[column].kind) << line.number;
+            ASSERT_EQ(line.cells[column].text, same.cells[column].text) << line.number;
+        }
+    }
+    EXPECT_FALSE(other->Next(same));
+    EXPECT_EQ(importing::ReadBytes(examples + ".sql"), opening::AccountSql());
 }
 
 TEST_F(FaultyOpening, LeavesItsRefusedRowsAndOnceCorrectedEverythingIsInOnce) {

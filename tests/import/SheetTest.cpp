@@ -254,13 +254,13 @@ TEST(Request, GivesProvisionsTheirVoucherType) {
 }
 
 TEST(Sheet, KeepsARowWhoseTextIsTotal) {
-    const Sheet sheet = Read("仓库编码,存货编码,金额,备注\n01,1001,10,合计\n01,1002,5,Total\n合计,,15,\n");
+    const Sheet sheet = SheetOf("仓库编码,存货编码,金额,备注\n01,1001,10,合计\n01,1002,5,Total\n合计,,15,\n");
     EXPECT_TRUE(sheet.faults.empty());
     EXPECT_EQ(sheet.rows.size(), 2U);
 }
 
 TEST(Sheet, KnowsNoRepetitionOfARowWhoseCodeIsRefused) {
-    const Sheet sheet = Read(head + "01,9001,1,5,5\n01,8001,1,5,5\n01,,1,5,5\n");
+    const Sheet sheet = SheetOf(head + "01,9001,1,5,5\n01,8001,1,5,5\n01,,1,5,5\n");
     ASSERT_EQ(sheet.rows.size(), 3U);
     for (const Row& row : sheet.rows) {
         EXPECT_EQ(row.refusals.size(), 1U) << row.line;

@@ -179,6 +179,15 @@ TEST_F(WorkbookFile, RefusesADocumentType) {
     EXPECT_EQ(Refusal(package), (Note{Message::documentType, {"xl/worksheets/sheet1.xml"}}));
 }
 
+TEST_F(WorkbookFile, RefusesADocumentTypeInEveryPartThatIsRead) {
+    for (const char* const part :
+         {"_rels/.rels", "xl/workbook.xml", "xl/_rels/workbook.xml.rels", "xl/sharedStrings.xml", "xl/styles.xml"}) {
+        PackageFile package = PackageFile::OfSheet("<sheetData/>");
+        package.Set(part, "<!DOCTYPE a SYSTEM 'file:///etc/passwd'>" + package.Part(part));
+        EXPECT_EQ(Refusal(package), (Note{Message::documentType, {part}}));
+    }
+}
+
 TEST_F(WorkbookFile, RefusesMissingAndBrokenParts) {
     PackageFile missing = PackageFile::OfSheet("<sheetData/>");
     missing.Remove("xl/worksheets/sheet1.xml");
@@ -204,6 +213,35 @@ TEST_F(WorkbookFile, RefusesMoreThanItsBoundsUnpacked) {
     package.Write(folder_.File("bomb.xlsx"));
     try {
         const Workbook workbook(folder_.File("bomb.xlsx"), ArchiveBounds{.unpacked = 100'000});
+        FAIL() << "read";
+    } catch (const importing::UnreadableFile& error) {
+        EXPECT_EQ(error.note(), (Note{Message::archiveTooLarge, {}}));
+    }
+}
+
+TEST_F(WorkbookFile, RefusesASheetThatUnpacksToMoreThanItsBounds) {
+    PackageFile::OfSheet("<sheetData><row><c/></row><!--" + std::string(1'000'000, ' ') + "--></sheetData>")
+        .Write(folder_.File("bomb.xlsx"));
+    Workbook workbook(folder_.File("bomb.xlsx"), ArchiveBounds{.unpacked = 100'000});
+    Line line;
+    try {
+        const std::unique_ptr<importing::Table> table = workbook.Open(0);
+        while (table->Next(line)) {
+        }
+        FAIL() << "read";
+    } catch (const importing::UnreadableFile& error) {
+        EXPECT_EQ(error.note(), (Note{Message::archiveTooLarge, {}}));
+    }
+}
+
+TEST_F(WorkbookFile, RefusesAnArchiveOfTooManyParts) {
+    PackageFile package = PackageFile::OfSheet("<sheetData/>");
+    for (int part = 0; part < 20; ++part) {
+        package.Set("xl/media/" + std::to_string(part), "");
+    }
+    package.Write(folder_.File("parts.xlsx"));
+    try {
+        const Workbook workbook(folder_.File("parts.xlsx"), ArchiveBounds{.parts = 20});
         FAIL() << "read";
     } catch (const importing::UnreadableFile& error) {
         EXPECT_EQ(error.note(), (Note{Message::archiveTooLarge, {}}));
