@@ -1,4 +1,5 @@
 #include "server/com/BString.h"
+#include "server/com/DispatchObject.h"
 #include "server/com/Utf16.h"
 #include "server/com/VariantHolder.h"
 #include "tests/windows/RegisteredClasses.h"
@@ -320,4 +321,19 @@ TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
         CloseHandle(done);
     }
     EXPECT_EQ(CanUnload(), S_OK);
+}
+
+// The registration names the system's surrogate, so a client may have its instances in a process of their own.
+TEST_F(RegistrationTest, InstancesLiveInTheSystemsSurrogateForAClientThatAsksForIt) {
+    CLSID classId{};
+    ASSERT_EQ(CLSIDFromProgID(L"Kovra.ClsInvSubject", &classId), S_OK);
+    server::ComPtr<IDispatch> object;
+    ASSERT_EQ(
+        CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, reinterpret_cast<void**>(object.Put())),
+        S_OK);
+    EXPECT_EQ(CanUnload(), S_OK) << "no instance lives in this process";
+    const server::DispatchObject instance(std::move(object));
+    const server::VariantHolder nothing(static_cast<IDispatch*>(nullptr));
+    EXPECT_EQ(server::ToText(instance.Call(L"Transact", server::VariantHolder(std::string("<a/>")), nothing).Get()),
+              "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>");
 }
