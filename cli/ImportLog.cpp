@@ -114,6 +114,12 @@ void ImportLog::EntryRefused(std::string_view message) noexcept {
     AddRefusal(entry_, {}, ModPub::outcome::refused, message);
 }
 
+void ImportLog::ConnectionLost(std::string_view description) noexcept {
+    if (!loss) {
+        Guard([&] { loss = {begun, std::string(description)}; });
+    }
+}
+
 void ImportLog::OutcomeRecorded(std::string_view key, long code, std::string_view description) noexcept {
     const bool isAccepted = code == ModPub::outcome::accepted;
     const bool isFirst = begun > 0 && outcomesOfRow_++ == 0;

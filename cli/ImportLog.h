@@ -67,6 +67,8 @@ public:
     void OutcomeRecorded(std::string_view key, long code, std::string_view description) noexcept override;
     void RequestUndone() noexcept override { undone = true; }
     void RequestRefused(std::string_view code, std::string_view message) noexcept override;
+    /// The connection to the database is lost; the first time counts.
+    void ConnectionLost(std::string_view description) noexcept;
 
     /// Empty until the request is read.
     std::string docid;
@@ -95,6 +97,13 @@ public:
     };
     /// The error result, when there is one.
     std::optional<Error> error;
+    /// Where the connection to the database was lost.
+    struct Loss {
+        /// The row at hand; 0 for none.
+        std::size_t row = 0;
+        std::string description;
+    };
+    std::optional<Loss> loss;
     std::map<std::string, UnknownField, std::less<>> unknownFields;
     /// What a listener threw.
     std::string failure;

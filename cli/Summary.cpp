@@ -86,6 +86,12 @@ private:
     /// Why the import ended before its last row, and what became of it.
     void TellEnd() {
         const std::size_t rows = log_.rows.value_or(0);
+        if (log_.loss) {
+            const std::string_view request = texts_.request;
+            Say(Tone::bad, Fill(texts_.connectionLost,
+                                log_.loss->row == 0 ? std::string(request) : Fill(noun_.place, Grouped(log_.loss->row)),
+                                log_.loss->description));
+        }
         if (log_.stoppedByError) {
             Say(Tone::bad,
                 Fill(texts_.stoppedByError, Fill(noun_.place, Grouped(log_.begun)), Count(rows - log_.begun, noun_)));

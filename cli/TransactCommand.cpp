@@ -8,6 +8,7 @@
 #include "cli/Summary.h"
 #include "refhost/Environment.h"
 #include "refhost/LoginFile.h"
+#include "refhost/ado/LossWatch.h"
 #include "refhost/trace/Traced.h"
 #include "refhost/xml/FileText.h"
 
@@ -102,7 +103,15 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     if (!arguments.trace.empty()) {
         trace.emplace(arguments.trace);
     }
-    refhost::Traced<refhost::Environment> environment(trace ? &*trace : nullptr);
+    // The log comes after the login, which needs the environment.
+    ImportLog* lossLog = nullptr;
+    refhost::Traced<refhost::Environment> environment(
+        trace ? &*trace : nullptr,
+        refhost::TellingOfLoss(refhost::OpenExisting(), [&lossLog](const refhost::ConnectionLost& loss) {
+            if (lossLog != nullptr) {
+                lossLog->ConnectionLost(loss.description());
+            }
+        }));
     refhost::Login login = refhost::ReadLogin(arguments.login, environment);
     std::optional<Journal> journal;
     if (!arguments.journal.empty()) {
@@ -122,6 +131,7 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     }
     ImportLog log(arguments.quiet ? std::nullopt : FieldsOf(importClass.name), format != ResultFormat::xml,
                   std::move(listeners));
+    lossLog = &log;
     platform::NoteInterruptions();
     std::string result;
     try {

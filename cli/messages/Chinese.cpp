@@ -126,6 +126,8 @@ constexpr Messages chineseMessages = {
             .betweenPlaces = "",
             .betweenClauses = "；",
             .stoppedByError = "导入在{0}因错误停止，其后的 {1}没有处理。",
+            .connectionLost = "处理{0}时与数据库的连接中断（{1}），不会自动重连，其后的数据均被拒绝；"
+                              "待数据库恢复后请重新导入这些数据。",
             .requestRefused = "整个请求没有处理（{0}）：{1}",
             .nothingImported = "没有导入任何数据。",
             .noRows = "请求中没有可导入的数据。",

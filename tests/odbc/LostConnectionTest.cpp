@@ -4,6 +4,7 @@
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
 #include "refhost/trace/Traced.h"
+#include "tests/support/Program.h"
 #include "tests/support/TdsServer.h"
 #include "tests/support/TestAccount.h"
 
@@ -43,6 +44,29 @@ TEST(LostConnection, IsTracedOnceBehindTheStatementThatMetIt) {
     EXPECT_GT(loss->size(), std::string(R"({"op":"ConnectionLost","description":""})").size());
     EXPECT_NE((loss - 1)->find("cWhCode='02'"), std::string::npos) << *(loss - 1);
     EXPECT_NE((loss - 1)->find(R"("error":-2147467259)"), std::string::npos) << *(loss - 1);
+}
+
+TEST(LostConnection, IsToldOnceInTheSummaryWithTheRow) {
+    const test::TestAccount account(test::AccountContent::demo);
+    const test::TdsServer server(account.connectionString(), {.hangUpAt = "cWhCode='02'"});
+    test::WriteBytes(account.folder() / "login.xml",
+                     "<login QxDbName=\"" + server.ConnectionString() + "\" cIYear=\"2024\"/>");
+    test::WriteBytes(account.folder() / "request.xml",
+                     "<qxinterface roottag=\"row\" docid=\"r\" proc=\"ADD\"><row><cWhCode>01</cWhCode><cInvHead>140301"
+                     "</cInvHead></row><row><cWhCode>02</cWhCode><cInvHead>140301</cInvHead></row><row><cWhCode>03"
+                     "</cWhCode><cInvHead>140301</cInvHead></row></qxinterface>");
+    const auto told = [&](const std::string& language, const std::string& line) {
+        const test::Ended ended =
+            test::Program(account.folder(), {"--lang", language, "transact", "--class", "ClsInvSubject", "--login",
+                                             "login.xml", "request.xml"})
+                .Wait();
+        EXPECT_EQ(ended.status, 1);
+        const std::size_t first = ended.error.find(line);
+        EXPECT_NE(first, std::string::npos) << ended.error;
+        EXPECT_EQ(ended.error.find(line, first + 1), std::string::npos) << ended.error;
+    };
+    told("en", "The connection to the database was lost at row 2 (");
+    told("zh", "处理第 2 行时与数据库的连接中断（");
 }
 
 } // namespace

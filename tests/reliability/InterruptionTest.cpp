@@ -1,53 +1,37 @@
 // Ctrl-C and SIGTERM: the program ends after the row at hand and says what was done.
 
 #include "tests/reliability/Soundness.h"
+#include "tests/reliability/TracePipe.h"
 #include "tests/support/NumberedImport.h"
 #include "tests/support/Program.h"
 
 #include <algorithm>
-#include <array>
-#include <chrono>
 #include <csignal>
-#include <thread>
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace test {
 namespace {
 
 constexpr int count = 300;
-/// What the pipe of the trace holds when the signal is sent: some rows of many, since a pipe takes 64 KiB and the
-/// program waits when it is full.
-constexpr int written = 24'000;
+/// Bytes of the trace that are out when the signal is sent: some rows of many.
+constexpr std::size_t written = 24'000;
 
 class Interruption : public testing::TestWithParam<NumberedImport> {
 protected:
     Interruption() {
         WriteBytes(account_.folder() / "login.xml", account_.LoginXml());
         WriteBytes(account_.folder() / "request.xml", RequestOf(GetParam(), 0, count));
-        EXPECT_EQ(mkfifo(Pipe().c_str(), 0600), 0);
     }
-
-    std::string Pipe() const { return (account_.folder() / "trace").string(); }
 
     /// Runs the import and sends it `signal` when it is in the middle.
     Ended Interrupted(int signal) const {
+        const TracePipe pipe(account_.folder() / "trace");
         Program program(account_.folder(), {"transact", "--class", GetParam().className, "--login", "login.xml",
                                             "--trace", "trace", "--journal", "journal", "request.xml"});
-        const int pipe = open(Pipe().c_str(), O_RDONLY);
-        int waiting = 0;
-        while (ioctl(pipe, FIONREAD, &waiting) == 0 && waiting < written) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(5));
-        }
+        EXPECT_EQ(pipe.Read(written), written);
         program.Signal(signal);
-        std::array<char, 1 << 16> block;
-        while (read(pipe, block.data(), block.size()) > 0) {
-        }
-        close(pipe);
+        pipe.ReadAll();
         return program.Wait();
     }
 

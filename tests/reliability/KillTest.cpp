@@ -1,27 +1,27 @@
-// Imports killed at any moment, as by a power cut of the process: what was committed is there, and nothing else.
+// Imports killed anywhere, as by a power cut of the process: what was committed is there, and nothing else. Where is
+// told by what they have done, never by time.
 
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/reliability/TracePipe.h"
 #include "tests/support/FaultyEnvironment.h"
 #include "tests/support/Program.h"
 
 #include <atomic>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <new>
 #include <random>
-#include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
 namespace test {
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 /// Kills of each class; the variable KOVRA_KILLS sets another number.
 int KillsOfAClass() {
@@ -31,6 +31,7 @@ int KillsOfAClass() {
 
 /// How far an import has come, in memory that outlives its process.
 struct Progress {
+    std::atomic<int> operations = 0;
     std::atomic<bool> inTransaction = false;
     /// Commits that were begun, and those that had returned when the next operation began.
     std::atomic<int> begun = 0;
@@ -54,10 +55,13 @@ private:
     Progress* progress_;
 };
 
-/// Hooks that keep the progress.
-Faults Watch(const NumberedImport& import, Progress& progress) {
-    const auto before = [&import, &progress](std::string_view operation) {
+/// Hooks that keep the progress, and kill the process in front of operation `killAt`, counted from 1.
+Faults Watch(const NumberedImport& import, Progress& progress, std::size_t killAt) {
+    const auto before = [&import, &progress, killAt](std::string_view operation) {
         progress.returned = progress.begun.load();
+        if (static_cast<std::size_t>(++progress.operations) == killAt) {
+            raise(SIGKILL);
+        }
         if (operation == "BeginTrans") {
             progress.inTransaction = true;
         }
@@ -68,78 +72,89 @@ Faults Watch(const NumberedImport& import, Progress& progress) {
     return {.statement = before, .transaction = before};
 }
 
-class Killed : public testing::TestWithParam<NumberedImport> {};
+constexpr std::size_t never = std::numeric_limits<std::size_t>::max();
+
+class Killed : public testing::TestWithParam<NumberedImport> {
+protected:
+    /// Runs the import in a copy of this process, which ends in front of operation `killAt`.
+    Ended InACopy(const TestAccount& account, std::size_t killAt) {
+        const NumberedImport& import = GetParam();
+        Process process([&] {
+            FaultyEnvironment environment(Watch(import, *progress_, killAt));
+            refhost::Login login(account.LoginXml(), environment);
+            return Transact(import, environment, login, request_) == AcceptedResult(import, 0, count_) ? 0 : 1;
+        });
+        return process.Wait();
+    }
+
+    /// Runs the import by the program, which ends at what it is about when so many bytes of its trace are read: in the
+    /// midst of an operation, too.
+    /// @return also how many were read
+    std::pair<Ended, std::size_t> ByProgram(const TestAccount& account, std::size_t killAt) {
+        WriteBytes(account.folder() / "login.xml", account.LoginXml());
+        WriteBytes(account.folder() / "request.xml", request_);
+        const TracePipe pipe(account.folder() / "trace");
+        Program program(account.folder(), {"transact", "--class", GetParam().className, "--login", "login.xml",
+                                           "--trace", "trace", "request.xml"});
+        const std::size_t read = pipe.Read(killAt);
+        if (read == killAt) {
+            program.Kill();
+        }
+        return {program.Wait(), read};
+    }
+
+    const int count_ = GetParam().commit == commitTrans ? 40 : 300;
+    const std::string request_ = RequestOf(GetParam(), 0, count_);
+    SharedProgress progress_;
+};
 
 TEST_P(Killed, LeavesWhatWasCommitted) {
     const NumberedImport& import = GetParam();
-    const int count = import.commit == commitTrans ? 40 : 300;
     const int kills = KillsOfAClass();
-    const NumberedAccount original(count);
-    const std::string request = RequestOf(import, 0, count);
+    const NumberedAccount original(count_);
+
+    // How much an import does undisturbed.
+    const TestAccount first(original);
+    ASSERT_EQ(InACopy(first, never).status, 0);
+    const auto operations = static_cast<std::size_t>(progress_->operations);
+    const TestAccount second(original);
+    const auto [undisturbed, bytes] = ByProgram(second, never);
+    ASSERT_EQ(undisturbed.status, 0);
+    for (const TestAccount* account : {&first, &second}) {
+        ASSERT_EQ(WholeNumbers(import, *account), count_);
+    }
+    ASSERT_GT(bytes, 2 * TracePipe::ahead);
+
     std::mt19937 random(20240115);
-
-    // How long an import takes undisturbed, by the program and in a copy of this process.
-    std::array<Clock::duration, 2> needed = {};
-    int killed = 0;
     int amidst = 0;
-    for (int run = 0; killed < kills && !HasFailure(); ++run) {
-        ASSERT_LT(run, 20 * kills + 2) << "the imports end before they are killed";
+    for (int run = 0; run < kills && !HasFailure(); ++run) {
         const TestAccount account(original);
-        WriteBytes(account.folder() / "login.xml", account.LoginXml());
-        WriteBytes(account.folder() / "request.xml", request);
-        const SharedProgress progress;
+        new (&*progress_) Progress;
         const bool byProgram = run % 2 == 0;
-        Clock::duration& whole = needed.at(byProgram ? 0 : 1);
-
-        const auto ends = [&](auto process) {
-            const Clock::time_point begin = Clock::now();
-            if (whole != Clock::duration::zero()) {
-                std::this_thread::sleep_for(std::chrono::duration_cast<Clock::duration>(
-                    std::uniform_real_distribution(0.0, 1.0)(random) * whole));
-                process.Kill();
-            }
-            const Ended ended = process.Wait();
-            if (ended.signal == 0) {
-                whole = Clock::now() - begin;
-            }
-            return ended;
-        };
-        const Ended ended =
-            byProgram
-                ? ends(Program(account.folder(),
-                               {"transact", "--class", import.className, "--login", "login.xml", "request.xml"}))
-                : ends(Process([&] {
-                      FaultyEnvironment environment(Watch(import, *progress));
-                      refhost::Login login(account.LoginXml(), environment);
-                      return Transact(import, environment, login, request) == AcceptedResult(import, 0, count) ? 0 : 1;
-                  }));
+        const std::size_t last = byProgram ? bytes - TracePipe::ahead : operations;
+        const std::size_t killAt = std::uniform_int_distribution<std::size_t>(1, last)(random);
+        const Ended ended = byProgram ? ByProgram(account, killAt).first : InACopy(account, killAt);
+        ASSERT_EQ(ended.signal, SIGKILL) << (byProgram ? "byte " : "operation ") << killAt;
 
         const int present = WholeNumbers(import, account);
-        if (ended.signal == 0) {
-            EXPECT_EQ(ended.status, 0);
-            EXPECT_EQ(present, count);
-            continue;
-        }
-        ASSERT_EQ(ended.signal, SIGKILL);
-        ++killed;
         if (import.atOnce) {
-            EXPECT_TRUE(present == 0 || present == count) << present;
+            EXPECT_TRUE(present == 0 || present == count_) << present;
         }
         if (!byProgram) {
-            const int each = import.atOnce ? count : 1;
-            EXPECT_GE(present, progress->returned * each);
-            EXPECT_LE(present, progress->begun * each);
+            // No commit was under way.
+            EXPECT_EQ(progress_->returned, progress_->begun);
+            EXPECT_EQ(present, progress_->returned * (import.atOnce ? count_ : 1)) << "operation " << killAt;
         }
-        if ((present != 0 && present != count) || (import.atOnce && progress->inTransaction && present == 0)) {
+        if ((present != 0 && present != count_) || (import.atOnce && progress_->inTransaction && present == 0)) {
             ++amidst;
         }
-        if (killed % 5 == 0) {
-            ExpectCanGoOn(import, account, present, count);
+        if (run % 5 == 4) {
+            ExpectCanGoOn(import, account, present, count_);
         }
     }
     EXPECT_GT(amidst, 0) << "no import was killed between its first and its last commit";
     std::printf("reliability: %s: %d kills survived, %d of them between the first write and the last\n",
-                import.className, killed, amidst);
+                import.className, kills, amidst);
 }
 
 INSTANTIATE_TEST_SUITE_P(Imports, Killed, testing::ValuesIn(NumberedImports()), NameOfImport);

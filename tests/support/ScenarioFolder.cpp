@@ -28,15 +28,13 @@ std::string ScenarioName(const testing::TestParamInfo<fs::path>& info) {
     return name;
 }
 
-bool ExpectsEmptyResult(const fs::path& folder) {
-    return ReadText(folder / "expected.xml").find_first_not_of(" \r\n\t") == std::string::npos;
+fs::path ExpectedFile(const fs::path& folder, const std::string& extension, Documents documents) {
+    fs::path other = folder / ("expected.windows" + extension);
+    return documents == Documents::msxml && fs::exists(other) ? other : folder / ("expected" + extension);
 }
 
-void ExpectStatementsAndRows(const fs::path& folder, const fs::path& trace, const TestAccount& account) {
-    EXPECT_EQ(OwnLines(trace), ReadLines(folder / "expected.trace"));
-    if (fs::exists(folder / "check.sql")) {
-        EXPECT_EQ(account.Rows(ReadText(folder / "check.sql")), ReadLines(folder / "expected.rows"));
-    }
+bool ExpectsEmptyResult(const fs::path& folder, Documents documents) {
+    return ReadText(ExpectedFile(folder, ".xml", documents)).find_first_not_of(" \r\n\t") == std::string::npos;
 }
 
 } // namespace test

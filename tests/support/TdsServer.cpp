@@ -228,13 +228,16 @@ private:
     std::string TokensOf(const std::string& batch) {
         // What a client asks about its own transaction and about databases.
         if (batch == "SELECT @@TRANCOUNT") {
-            return Number(transaction_ == 0 ? 0 : 1) + Done(done::counted, 1);
+            return Number(host::Value(transaction_ == 0 ? 0 : 1)) + Done(done::counted, 1);
         }
         if (batch == "IF @@TRANCOUNT = 0 BEGIN TRANSACTION") {
             return (transaction_ == 0 ? Begin() : std::string()) + Done(done::last);
         }
-        if (batch.starts_with("SELECT DB_ID(N'")) {
-            return Number(5) + Done(done::counted, 1);
+        if (std::optional<std::string> tokens = OfDatabases(batch)) {
+            return std::move(*tokens);
+        }
+        if (!database_) {
+            return Done(done::last);
         }
         std::string tokens;
         database_->RunBatch(batch, std::nullopt, [&](const refhost::BatchAnswer& answer) {
@@ -256,11 +259,48 @@ private:
         return tokens + Done(done::last);
     }
 
-    /// An answer of one number.
-    static std::string Number(std::int64_t number) {
+    /// The answer to a batch about databases; nothing for any other.
+    std::optional<std::string> OfDatabases(const std::string& batch) {
+        const std::filesystem::path& folder = server_.manners_.databases;
+        constexpr std::string_view ask = "SELECT DB_ID(N'";
+        if (batch.starts_with(ask)) {
+            const bool known = folder.empty() || exists(File(batch.substr(ask.size(), batch.rfind('\'') - ask.size())));
+            return Number(known ? host::Value(5) : host::Value(host::Null{})) + Done(done::counted, 1);
+        }
+        const auto named = [&](std::string_view verb) {
+            const bool is = !folder.empty() && batch.starts_with(verb) && batch.ends_with("]");
+            return is ? File(batch.substr(verb.size(), batch.size() - verb.size() - 1)) : std::filesystem::path();
+        };
+        if (const auto file = named("CREATE DATABASE ["); !file.empty()) {
+            refhost::OpenEmbeddedDatabase(Account(file), refhost::OpenMode::create);
+        } else if (const auto used = named("USE ["); !used.empty()) {
+            // Back from the system database, which the account itself reaches.
+            if (used == used_) {
+                return std::nullopt;
+            }
+            used_ = used;
+            // The list of databases has none behind it.
+            database_ = used.stem() == "master" ? nullptr : refhost::OpenDatabase(Account(used));
+        } else if (const auto dropped = named("DROP DATABASE ["); !dropped.empty()) {
+            std::filesystem::remove(dropped);
+        } else {
+            return std::nullopt;
+        }
+        return Done(done::last);
+    }
+
+    std::filesystem::path File(const std::string& database) const {
+        return server_.manners_.databases / (database + ".db");
+    }
+    static std::string Account(const std::filesystem::path& file) {
+        return "Provider=KovraAccount;Data Source=" + file.string();
+    }
+
+    /// An answer of one number, or Null.
+    static std::string Number(const host::Value& number) {
         refhost::ResultSet result;
         result.fields = std::make_shared<refhost::Fields>(1, host::Field{.name = {}, .type = host::FieldType::integer});
-        result.cells.emplace_back(number);
+        result.cells.push_back(number);
         result.rowCount = 1;
         return Rows(result);
     }
@@ -268,6 +308,8 @@ private:
     TdsServer& server_;
     int client_;
     std::unique_ptr<refhost::Database> database_;
+    /// Of several databases the one in use.
+    std::filesystem::path used_;
     Transaction transaction_ = 0;
     Transaction lastTransaction_ = 0;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <filesystem>
 #include <list>
 #include <mutex>
 #include <string>
@@ -25,6 +26,8 @@ public:
         std::string hangUpAt = {};
         /// Leaves a batch that holds this text without an answer until the client cancels it.
         std::string muteAt = {};
+        /// A folder of databases, each an embedded account: CREATE DATABASE, USE, DROP DATABASE and DB_ID know them.
+        std::filesystem::path databases = {};
     };
 
     /// @param account connection string of the embedded account database behind; empty for none

@@ -1,5 +1,6 @@
 // Many calls, and several threads at once.
 #include "server/adapters/ProgIds.h"
+#include "server/com/Utf16.h"
 #include "tests/windows/HostedTest.h"
 #include "tests/windows/ScriptedObject.h"
 
@@ -244,4 +245,27 @@ TEST_F(Load, ThreadsLeaveNothingBehind) {
               })),
               0)
         << "a helper, and an error";
+}
+
+TEST(Unloading, LeavesNothingOfALibraryBehind) {
+    for (const std::wstring name : {L"Kovra", L"KovraHost"}) {
+        // A copy, since other tests have used the library itself.
+        const std::wstring copy = name + L"Copy.dll";
+        ASSERT_TRUE(CopyFileW((name + L".dll").c_str(), copy.c_str(), FALSE));
+        const auto loadAndUnload = [&] {
+            const HMODULE library = LoadLibraryW(copy.c_str());
+            ASSERT_NE(library, nullptr);
+            const auto canUnload = reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
+                reinterpret_cast<void*>(GetProcAddress(library, "DllCanUnloadNow")));
+            EXPECT_EQ(canUnload(), S_OK);
+            FreeLibrary(library);
+            ASSERT_EQ(GetModuleHandleW(copy.c_str()), nullptr);
+        };
+        loadAndUnload();
+        const std::int64_t before = UsedBytes();
+        for (int i = 0; i < 10; ++i)
+            loadAndUnload();
+        EXPECT_EQ(UsedBytes(), before) << server::ToUtf8(name);
+        EXPECT_TRUE(DeleteFileW(copy.c_str()));
+    }
 }

@@ -1,9 +1,12 @@
 #include "server/com/BString.h"
+#include "server/com/DispatchObject.h"
 #include "server/com/Utf16.h"
 #include "server/com/VariantHolder.h"
+#include "tests/windows/OnWine.h"
 #include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ServerFixture.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -11,6 +14,7 @@
 
 #include <Kovra.h>
 #include <sddl.h>
+#include <tlhelp32.h>
 
 namespace {
 
@@ -67,6 +71,38 @@ void ExpectNothing(HKEY root) {
 }
 
 using RegistrationTest = test::ServerTest;
+
+/// Wine's surrogate. Wine starts the one of the 32-bit system folder whatever the size of the class, and has none there
+/// where its 32-bit half is not installed: the 64-bit one takes its place then. Nor does Wine ever end it; this does.
+class WinesSurrogate {
+public:
+    WinesSurrogate() {
+        wchar_t system[MAX_PATH]{};
+        wchar_t folder[MAX_PATH]{};
+        if (GetSystemDirectoryW(system, MAX_PATH) == 0 || GetSystemWow64DirectoryW(folder, MAX_PATH) == 0)
+            return;
+        CreateDirectoryW(folder, nullptr);
+        CopyFileW((std::wstring(system) + L"\\" + name).c_str(), (std::wstring(folder) + L"\\" + name).c_str(), TRUE);
+    }
+    ~WinesSurrogate() {
+        const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+        PROCESSENTRY32W entry{};
+        entry.dwSize = sizeof entry;
+        for (BOOL more = Process32FirstW(processes, &entry); more; more = Process32NextW(processes, &entry)) {
+            if (std::wstring_view(entry.szExeFile) == name) {
+                const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, entry.th32ProcessID);
+                TerminateProcess(process, 0);
+                CloseHandle(process);
+            }
+        }
+        CloseHandle(processes);
+    }
+    WinesSurrogate(const WinesSurrogate&) = delete;
+    WinesSurrogate& operator=(const WinesSurrogate&) = delete;
+
+private:
+    static constexpr const wchar_t* name = L"dllhost.exe";
+};
 
 /// A key below the machine's Software\Classes that nobody may open as long as the object lives.
 class LockedKey {
@@ -320,4 +356,22 @@ TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
         CloseHandle(done);
     }
     EXPECT_EQ(CanUnload(), S_OK);
+}
+
+// The registration names the system's surrogate, so a client may have its instances in a process of their own.
+TEST_F(RegistrationTest, InstancesLiveInTheSystemsSurrogateForAClientThatAsksForIt) {
+    std::optional<WinesSurrogate> wines;
+    if (test::OnWine())
+        wines.emplace();
+    CLSID classId{};
+    ASSERT_EQ(CLSIDFromProgID(L"Kovra.ClsInvSubject", &classId), S_OK);
+    server::ComPtr<IDispatch> object;
+    ASSERT_EQ(
+        CoCreateInstance(classId, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, reinterpret_cast<void**>(object.Put())),
+        S_OK);
+    EXPECT_EQ(CanUnload(), S_OK) << "no instance lives in this process";
+    const server::DispatchObject instance(std::move(object));
+    const server::VariantHolder nothing(static_cast<IDispatch*>(nullptr));
+    EXPECT_EQ(server::ToText(instance.Call(L"Transact", server::VariantHolder(std::string("<a/>")), nothing).Get()),
+              "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>");
 }

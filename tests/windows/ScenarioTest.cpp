@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -38,7 +39,19 @@ private:
 using server::DispatchObject;
 using server::VariantHolder;
 
-class Scenario : public test::HostedTest, public testing::WithParamInterface<fs::path> {};
+class Scenario : public test::HostedTest, public testing::WithParamInterface<fs::path> {
+protected:
+    /// What a run gave.
+    struct Run {
+        std::string result;
+        /// Calls of the login, the components, connections and recordsets.
+        int calls = 0;
+    };
+
+    /// Runs the scenario in an apartment of its own, since the helper of a thread that has one is not made again, and
+    /// holds the rows and statements against what is expected. `inside` runs within each call that leaves the instance.
+    Run RunWatched(const std::function<void(const DispatchObject& instance)>& inside);
+};
 
 /// The document as MSXML writes it, whatever wrote it before: Wine's MSXML adds line breaks and tabs to a text that has
 /// none. So it does to the text of a result document that a message quotes, where a line break at its end stays too;
@@ -61,6 +74,41 @@ std::string Comparable(const std::string& xml) {
     return document.Xml();
 }
 
+void ExpectResult(const fs::path& folder, const std::string& result) {
+    if (test::ExpectsEmptyResult(folder, test::Documents::msxml))
+        EXPECT_EQ(result, "");
+    else
+        EXPECT_EQ(Comparable(result),
+                  Comparable(test::ReadText(test::ExpectedFile(folder, ".xml", test::Documents::msxml))));
+}
+
+Scenario::Run Scenario::RunWatched(const std::function<void(const DispatchObject& instance)>& inside) {
+    const fs::path folder = GetParam();
+    const test::TestAccount account;
+    account.Run(test::ReadText(folder / "setup.sql"));
+    const RunFolder runFolder(account.folder());
+    Run run;
+    test::InNewApartment([&] {
+        DispatchObject instance;
+        test::Reentry reentry([&] {
+            if (!instance.object())
+                return;
+            ++run.calls;
+            inside(instance);
+        });
+        instance = DispatchObject::Create((L"Kovra." + folder.parent_path().filename().wstring()).c_str());
+        const DispatchObject login = reentry.Wrap(test::Login(test::ReadText(folder / "login.xml")));
+        run.result = server::ToText(instance
+                                        .Call(L"Transact", VariantHolder(test::ReadText(folder / "request.xml")),
+                                              VariantHolder(login.object().Get()))
+                                        .Get());
+        const DispatchObject last = std::exchange(instance, {});
+    }).join();
+    ExpectResult(folder, run.result);
+    test::ExpectStatementsAndRows(folder, "trace.jsonl", account, test::Documents::msxml);
+    return run;
+}
+
 } // namespace
 
 TEST_P(Scenario, GivesResultAndStatements) {
@@ -75,48 +123,27 @@ TEST_P(Scenario, GivesResultAndStatements) {
                        test::Login(test::ReadText(folder / "login.xml")));
     EXPECT_EQ(libraries().server.CanUnload(), S_OK);
 
-    if (test::ExpectsEmptyResult(folder))
-        EXPECT_EQ(result, "");
-    else
-        EXPECT_EQ(Comparable(result), Comparable(test::ReadText(folder / "expected.xml")));
-    test::ExpectStatementsAndRows(folder, "trace.jsonl", account);
+    ExpectResult(folder, result);
+    test::ExpectStatementsAndRows(folder, "trace.jsonl", account, test::Documents::msxml);
 }
 
 // An apartment takes other calls during each call that leaves it.
 TEST_P(Scenario, GivesTheSameWhenItIsCalledFromInside) {
-    const fs::path folder = GetParam();
-    const test::TestAccount account;
-    account.Run(test::ReadText(folder / "setup.sql"));
-    const RunFolder runFolder(account.folder());
-    std::string result;
-    int calls = 0;
-    // In an apartment of its own, since the helper of a thread that has one is not made again.
-    test::InNewApartment([&] {
+    const Run undisturbed = RunWatched([](const DispatchObject&) {});
+    // The connection string is asked for, each statement is a call, and the helper makes the result; an empty result is
+    // made without it.
+    const auto statements = test::ReadLines(test::ExpectedFile(GetParam(), ".trace", test::Documents::msxml)).size();
+    const std::size_t helped = test::ExpectsEmptyResult(GetParam(), test::Documents::msxml) ? 0 : 1;
+    EXPECT_GE(static_cast<std::size_t>(undisturbed.calls), 1 + statements + helped);
+
+    const Run run = RunWatched([](const DispatchObject& instance) {
         const DispatchObject otherLogin = test::Login("<login QxDbName=\"Provider=Nobody\" cIYear=\"1999\"/>");
-        DispatchObject instance;
-        test::Reentry reentry([&] {
-            if (!instance.object())
-                return;
-            ++calls;
-            const VariantHolder inner = instance.Call(L"Transact", VariantHolder(std::string("<a/>")),
-                                                      VariantHolder(otherLogin.object().Get()));
-            EXPECT_EQ(server::ToText(inner.Get()),
-                      "<error code=\"3705\" dsc=\"Operation is not allowed when the object is open.\"/>");
-        });
-        instance = DispatchObject::Create((L"Kovra." + folder.parent_path().filename().wstring()).c_str());
-        const DispatchObject login = reentry.Wrap(test::Login(test::ReadText(folder / "login.xml")));
-        result = server::ToText(instance
-                                    .Call(L"Transact", VariantHolder(test::ReadText(folder / "request.xml")),
-                                          VariantHolder(login.object().Get()))
-                                    .Get());
-        const DispatchObject last = std::exchange(instance, {});
-    }).join();
-    EXPECT_GE(calls, 3) << "the login, the connection and the helper at least";
-    if (test::ExpectsEmptyResult(folder))
-        EXPECT_EQ(result, "");
-    else
-        EXPECT_EQ(Comparable(result), Comparable(test::ReadText(folder / "expected.xml")));
-    test::ExpectStatementsAndRows(folder, "trace.jsonl", account);
+        const VariantHolder inner =
+            instance.Call(L"Transact", VariantHolder(std::string("<a/>")), VariantHolder(otherLogin.object().Get()));
+        EXPECT_EQ(server::ToText(inner.Get()),
+                  "<error code=\"3705\" dsc=\"Operation is not allowed when the object is open.\"/>");
+    });
+    EXPECT_EQ(run.calls, undisturbed.calls) << "the calls from inside add none, and leave out none, of the outer one's";
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Scenario, testing::ValuesIn(test::ScenarioFolders()), test::ScenarioName);
