@@ -82,6 +82,9 @@ public:
     virtual void BeginTrans() = 0;
     virtual void CommitTrans() = 0;
     virtual void RollbackTrans() = 0;
+    /// Has the disk take what was committed, where the database leaves that for later: before a result is handed out.
+    /// Such a database is the house's own; ADO has no call for it.
+    virtual void FlushCommits() noexcept {}
 };
 
 /// An ADO recordset over one query.

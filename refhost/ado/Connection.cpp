@@ -39,6 +39,12 @@ void Connection::RollbackTrans() {
     inTransaction_ = false;
 }
 
+void Connection::FlushCommits() noexcept {
+    if (database_) {
+        database_->FlushCommits();
+    }
+}
+
 Database& Connection::database() {
     if (!database_) {
         RaiseObjectClosed();

@@ -21,6 +21,7 @@ public:
     void BeginTrans() override;
     void CommitTrans() override;
     void RollbackTrans() override;
+    void FlushCommits() noexcept override;
 
     /// The database behind. Throws 3704 when the connection is closed.
     Database& database();

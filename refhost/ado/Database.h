@@ -64,6 +64,8 @@ public:
     /// Ends the transaction and returns to autocommit. Throw when none is open.
     virtual void CommitTrans() = 0;
     virtual void RollbackTrans() = 0;
+    /// Has the disk take what was committed, where the database leaves that for later.
+    virtual void FlushCommits() noexcept {}
 };
 
 /// How a connection opens its database: by its connection string alone, or with something between, as a test does.

@@ -218,6 +218,55 @@ TEST_F(Query, WritesGiveTheirRows) {
     });
 }
 
+TEST_F(Query, WritesThroughViewsOfOneTable) {
+    Check(std::array{
+        Case{"create view shop_a as select id, n as number, shop from sale where shop = 'A'", ""},
+        Case{"update shop_a set number = number + 1 where id < 4", ""},
+        Case{"select id, n from sale order by id", "1 6 | 2 4 | 3 7 | 4 3 | 5 1"},
+        Case{"update shop_a set n = 1", "-2147217900: Invalid column name 'n'."},
+        Case{"delete shop_a where number = 4 or 1 = 2", ""},
+        Case{"delete from shop_a where number = 7 or number = 3", ""}, // rows that the view does not show
+        Case{"select id from sale order by id", "1 | 3 | 4 | 5"},
+        Case{"insert into shop_a (id, number) values (6, 60)", ""},
+        Case{"insert into shop_a values (7, 70, 'A')", ""},
+        Case{"select id, shop, item, n from sale where id > 5 order by id", "6 Null Null 60 | 7 'A' Null 70"},
+        Case{"select id from shop_a order by id", "1 | 7"},
+        Case{"insert into shop_a values (8, 80)",
+             "-2147217900: Column name or number of supplied values does not match table definition."},
+        Case{"update top (1) shop_a set shop = 'Z' where shop_a.id = 7", ""},
+        Case{"select id from shop_a", "1"},
+        Case{"create view everything as select * from sale", ""},
+        Case{"update everything set item = 'fig' where item is null", ""},
+        Case{"select count(*) from sale where item = 'fig'", "3"},
+        Case{"create view sums as select shop, sum(n) s from sale group by shop", ""},
+        Case{"update sums set s = 0",
+             "-2147217900: Cannot update the view or function 'sums' because it contains aggregates, or a DISTINCT or "
+             "GROUP BY clause, or PIVOT or UNPIVOT operator."},
+        Case{"create view pairs as select a.id, b.n from sale a join sale b on a.id = b.id", ""},
+        Case{"delete pairs",
+             "-2147217900: View or function 'pairs' is not updatable because the modification affects multiple base "
+             "tables."},
+        Case{"create view doubled as select id, n * 2 as n2 from sale", ""},
+        Case{"update doubled set n2 = 1",
+             "-2147467259: The embedded database writes through views over one table whose columns are that table's; "
+             "'doubled' is none."},
+        Case{"delete shop_a output deleted.id",
+             "-2147467259: The embedded database gives no OUTPUT of writes through a view."},
+    });
+}
+
+TEST_F(Query, WritesThroughAViewOfAnotherDatabase) {
+    EXPECT_EQ(Batch(*db_, "use QxSystem create table p (a int, b int)"),
+              "says Changed database context to 'QxSystem'.");
+    Run("create view v as select a from p where b = 1");
+    EXPECT_EQ(Batch(*db_, "use account"), "says Changed database context to 'account'.");
+    Check(std::array{
+        Case{"insert into QxSystem..p values (1, 1), (2, 2)", ""},
+        Case{"update QxSystem..v set a = 5", ""},
+        Case{"select a, b from QxSystem..p", "5 1 | 2 2"},
+    });
+}
+
 TEST_F(Query, WritesOfTheFirstRows) {
     Check(std::array{
         Case{"update top (2) sale set n = 0 where shop in ('A', 'B')", ""},

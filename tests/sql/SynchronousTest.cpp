@@ -1,6 +1,16 @@
 // When the disk is made to take what was committed. A file system in between counts.
 
+#include "ClsInvSubject/ClsInvSubject.h"
+#include "ClsKovra/ClsKovra.h"
+#include "ClsKovraProof/ClsKovraProof.h"
+#include "ClsOppSubject/ClsOppSubject.h"
+#include "ClsOppSubjectST/ClsOppSubjectST.h"
+#include "ClsPriceJustVou/ClsPriceJustVou.h"
+#include "refhost/Environment.h"
+#include "refhost/eai/Login.h"
+#include "refhost/xml/FileText.h"
 #include "tests/sql/Support.h"
+#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <string>
@@ -13,8 +23,8 @@ namespace {
 using refhost::sql::Mode;
 using refhost::sql::OpenEmbedded;
 
-/// Counts the flushes of the write-ahead log of an account a.db, and passes everything on to the system's own file
-/// system.
+/// Counts the flushes of the write-ahead log of an account account.db, and passes everything on to the system's own
+/// file system.
 class CountingFiles {
 public:
     CountingFiles() {
@@ -37,7 +47,7 @@ public:
 private:
     static int OpenFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
         const int code = system_->xOpen(system_, name, file, flags, outFlags);
-        if (code == SQLITE_OK && (flags & SQLITE_OPEN_WAL) != 0 && std::string_view(name).ends_with("a.db-wal")) {
+        if (code == SQLITE_OK && (flags & SQLITE_OPEN_WAL) != 0 && std::string_view(name).ends_with("account.db-wal")) {
             systemSync_ = file->pMethods->xSync;
             logMethods_ = *file->pMethods;
             logMethods_.xSync = [](sqlite3_file* log, int how) {
@@ -58,7 +68,7 @@ private:
 class Synchronous : public testing::Test {
 protected:
     std::string Connection(const char* more) const {
-        return "Provider=KovraAccount;Data Source=" + (folder_.path() / "a.db").string() + more;
+        return "Provider=KovraAccount;Data Source=" + (folder_.path() / "account.db").string() + more;
     }
     /// Flushes while ten transactions are committed, and then while the connection is closed. Another one stays open.
     std::pair<int, int> Flushes(const char* more) {
@@ -95,6 +105,31 @@ TEST_F(Synchronous, ClosingFlushesNothingWhereNothingWasWritten) {
     EXPECT_EQ(Answer(*db, "select 1"), "1");
     db.reset();
     EXPECT_EQ(CountingFiles::flushes, 0);
+}
+
+/// Flushes from the beginning of a call of `Transact` up to the result that it hands out.
+template <class Class> int FlushesUntilResult(const char* example) {
+    const test::TestAccount account(test::AccountContent::demo);
+    const auto keeper = OpenEmbedded(account.connectionString(), Mode::open);
+    keeper->Execute("create table flushed (x int)"); // a new log's first page is flushed whatever was chosen
+    refhost::Environment environment;
+    refhost::Login hostLogin(account.LoginXml(), environment);
+    Class instance(environment);
+    const std::string request = refhost::xml::ReadXmlFile((test::SourceFolder() / "examples" / example).string());
+    CountingFiles::flushes = 0;
+    const std::string result = instance.Transact(request, &hostLogin);
+    EXPECT_NE(result.find("code=\"0\""), std::string::npos) << result;
+    return CountingFiles::flushes;
+}
+
+TEST(SynchronousImport, FlushesOnceBeforeItHandsItsResultOut) {
+    const CountingFiles files;
+    EXPECT_EQ(FlushesUntilResult<kovra::ClsInvSubject>("inventory-settings.xml"), 1);
+    EXPECT_EQ(FlushesUntilResult<kovra::ClsOppSubject>("opposite-settings.xml"), 1);
+    EXPECT_EQ(FlushesUntilResult<kovra::ClsOppSubjectST>("standard-cost-settings.xml"), 1);
+    EXPECT_EQ(FlushesUntilResult<kovra::ClsKovra>("opening-balances.xml"), 1);
+    EXPECT_EQ(FlushesUntilResult<kovra::ClsKovraProof>("provisions.xml"), 1);
+    EXPECT_EQ(FlushesUntilResult<kovra::ClsPriceJustVou>("price-voucher.xml"), 1);
 }
 
 TEST_F(Synchronous, AnyOtherWordIsRefused) {

@@ -275,9 +275,32 @@ private:
     std::string BindInsertKeys(const Insert& insert, const Table& table, const std::vector<const Column*>& keys);
     std::string BindUpdateKeys(const Update& update, const std::shared_ptr<const Table>& table,
                                const std::vector<const Column*>& keys);
+    /// What a statement writes: a table, or the table that a view shows.
+    struct WriteTarget {
+        std::shared_ptr<const Table> table;
+        bool view = false;
+        /// Of a view: the names of its columns, with their places in the table.
+        std::vector<std::pair<std::string, int>> columns;
+        /// Of a view with a condition: SQLite's query of the rows that it shows.
+        std::string rows;
+
+        /// The place in the table of a column that the statement names, -1 when there is none.
+        int Find(std::string_view name) const;
+    };
+    WriteTarget FindTarget(const Name& name);
+    WriteTarget OpenView(const Table& view);
+    /// A table to write. Throws for a view.
     std::shared_ptr<const Table> WritableTable(const Name& name);
-    /// Which rows of the one table an UPDATE or DELETE writes; nullptr without a condition or TOP.
-    std::string BindWritten(const ScopeSource& source, const Expression* where, const Expression* top);
+    /// Adds what is written to the scope, under the names that the statement knows.
+    ScopeSource& AddTarget(const WriteTarget& target, const Name& name);
+    /// The query of the rows of a table that a condition chooses.
+    std::string BindRows(std::shared_ptr<const Table> table, const std::string& alias, const Expression& condition);
+    /// Which rows of the one table an UPDATE or DELETE writes; nullptr without a condition or TOP, `rows` empty for
+    /// all.
+    std::string BindWritten(const ScopeSource& source, const Expression* where, const Expression* top,
+                            const std::string& rows);
+    /// Throws for an OUTPUT of what is written through a view.
+    static void RefuseOutput(const std::vector<SelectItem>& items, const WriteTarget& target);
     /// OUTPUT as RETURNING, empty without one; `rows` is what the rows are called there, "inserted" or "deleted".
     std::string BindOutput(const std::vector<SelectItem>& items, const Table& table, const std::string& rows);
     /// The plan of a statement that writes `table`, and of what BindOutput bound for it.

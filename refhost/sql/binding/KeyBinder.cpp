@@ -105,6 +105,10 @@ DuplicateQueries Binder::BindDuplicates(const Insert* insert, const Update* upda
                                         const std::shared_ptr<const Table>& table,
                                         const std::vector<std::string>& columns) {
     DuplicateQueries queries;
+    if ((insert != nullptr && catalog_.Get(insert->table)->view) ||
+        (update != nullptr && update->from.empty() && catalog_.Get(update->target)->view)) {
+        return queries; // columns go by the view's names there
+    }
     std::vector<const Column*> keys;
     for (const std::string& name : columns) {
         keys.push_back(&table->columns.at(static_cast<std::size_t>(table->Find(name))));

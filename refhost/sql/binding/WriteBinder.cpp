@@ -15,17 +15,23 @@ bool IsEmptyValue(const Expression& value) { return value.node == Node::null || 
 
 } // namespace
 
-std::shared_ptr<const Table> Binder::WritableTable(const Name& name) {
+Binder::WriteTarget Binder::FindTarget(const Name& name) {
     if (FindCommon(name)) {
         FailOwn(host::error_number::unspecified,
                 "The embedded database does not write through a common table expression.");
     }
     std::shared_ptr<const Table> table = catalog_.Get(name);
-    if (table->view) {
-        Fail(4405, "View or function '{}' is not updatable because the modification affects multiple base tables.",
-             name.Text());
+    return table->view ? OpenView(*table) : WriteTarget{std::move(table), false, {}, {}};
+}
+
+std::shared_ptr<const Table> Binder::WritableTable(const Name& name) {
+    WriteTarget target = FindTarget(name);
+    if (target.view) {
+        FailOwn(host::error_number::unspecified,
+                "The embedded database joins tables to a table that it writes, and not to a view such as '{}'.",
+                name.Text());
     }
-    return table;
+    return std::move(target.table);
 }
 
 void Binder::RefuseExplicit(const Table& table, const Column& column, bool insert) const {
@@ -45,6 +51,12 @@ void Binder::RefuseExplicit(const Table& table, const Column& column, bool inser
         }
         Fail(273, "Cannot insert an explicit value into a timestamp column. Use INSERT with a column list to "
                   "exclude the timestamp column, or insert a DEFAULT into the timestamp column.");
+    }
+}
+
+void Binder::RefuseOutput(const std::vector<SelectItem>& items, const WriteTarget& target) {
+    if (!items.empty() && target.view) {
+        FailOwn(host::error_number::unspecified, "The embedded database gives no OUTPUT of writes through a view.");
     }
 }
 
@@ -93,11 +105,12 @@ std::string Binder::BindAssigned(const Expression& value, const Column& column) 
 }
 
 Plan Binder::BindInsert(const Insert& insert) {
-    const std::shared_ptr<const Table> table = WritableTable(insert.table);
+    const WriteTarget written = FindTarget(insert.table);
+    const std::shared_ptr<const Table> table = written.table;
     const bool explicitIdentity = session_.identityInsert == table->id && table->id != 0;
     std::vector<int> targets;
     for (const std::string& name : insert.columns) {
-        const int position = table->Find(name);
+        const int position = written.Find(name);
         if (position < 0) {
             Fail(207, "Invalid column name '{}'.", name);
         }
@@ -114,10 +127,16 @@ Plan Binder::BindInsert(const Insert& insert) {
     }
     const bool listed = !insert.columns.empty();
     if (!listed && !insert.defaultValues) {
-        for (std::size_t i = 0; i < table->columns.size(); ++i) {
-            if (!table->columns[i].identity) {
-                targets.push_back(static_cast<int>(i));
+        const auto add = [&](std::size_t place) {
+            if (!table->columns[place].identity) {
+                targets.push_back(static_cast<int>(place));
             }
+        };
+        for (const auto& [name, place] : written.columns) {
+            add(static_cast<std::size_t>(place));
+        }
+        for (std::size_t i = 0; i < table->columns.size() && !written.view; ++i) {
+            add(i);
         }
     }
     const auto requireCount = [&](std::size_t count) {
@@ -209,6 +228,7 @@ Plan Binder::BindInsert(const Insert& insert) {
             text += fmt::format("{}({})", r > 0 ? ", " : "", values);
         }
     }
+    RefuseOutput(insert.output, written);
     text += BindOutput(insert.output, *table, "inserted");
     return FinishWrite(PlanKind::insert, std::move(text), table);
 }
@@ -227,8 +247,12 @@ Plan Binder::BindSelectInto(const Select& select, std::shared_ptr<const Table> t
     return plan;
 }
 
-std::string Binder::BindWritten(const ScopeSource& source, const Expression* where, const Expression* top) {
-    const std::string condition = where != nullptr ? " WHERE " + BindCondition(*where, true) : std::string();
+std::string Binder::BindWritten(const ScopeSource& source, const Expression* where, const Expression* top,
+                                const std::string& rows) {
+    std::string condition = rows.empty() ? std::string() : fmt::format(" WHERE {}.rowid IN ({})", source.sqlName, rows);
+    if (where != nullptr) {
+        condition += (condition.empty() ? " WHERE " : " AND ") + BindCondition(*where, condition.empty());
+    }
     return top == nullptr ? condition
                           : fmt::format(" WHERE rowid IN (SELECT {0}.rowid FROM {1} AS {0}{2} LIMIT {3})",
                                         source.sqlName, source.table->source, condition, BindRowCount(*top));
@@ -240,10 +264,12 @@ Plan Binder::BindUpdate(const Update& update) {
     scope_ = &scope;
     std::string from;
     std::shared_ptr<const Table> table;
+    WriteTarget written;
     std::string joined;
     if (update.from.empty()) {
-        table = WritableTable(update.target);
-        AddTable(table, {}, false);
+        written = FindTarget(update.target);
+        table = written.table;
+        AddTarget(written, update.target);
     } else {
         from = BindFrom(update.from);
         // The target is one of the tables of the FROM clause, by alias or by name, or else joins them.
@@ -269,7 +295,7 @@ Plan Binder::BindUpdate(const Update& update) {
     std::string query = fmt::format("SELECT {}.rowid AS id", joined);
     std::vector<int> assigned;
     for (const Assignment& assignment : update.assignments) {
-        const int position = table->Find(assignment.column);
+        const int position = update.from.empty() ? written.Find(assignment.column) : table->Find(assignment.column);
         if (position < 0) {
             Fail(207, "Invalid column name '{}'.", assignment.column);
         }
@@ -304,9 +330,10 @@ Plan Binder::BindUpdate(const Update& update) {
         query += update.top ? " LIMIT " + BindRowCount(*update.top) : std::string();
         text += fmt::format(" FROM ({}) AS s WHERE target.rowid = s.id", query);
     } else {
-        text += BindWritten(scope.sources.front(), update.where.get(), update.top.get());
+        text += BindWritten(scope.sources.front(), update.where.get(), update.top.get(), written.rows);
     }
     scope_ = nullptr;
+    RefuseOutput(update.output, written);
     for (const SelectItem& item : update.output) {
         const Name& name = item.value->name;
         if (name.parts.size() > 1 && EqualNames(name.parts.front(), "deleted")) {
@@ -323,12 +350,14 @@ Plan Binder::BindDelete(const Delete& del) {
     Scope scope;
     scope_ = &scope;
     std::shared_ptr<const Table> table;
+    WriteTarget written;
     std::string text;
     if (del.from.empty()) {
-        table = WritableTable(del.target);
-        const ScopeSource& source = AddTable(table, {}, false);
+        written = FindTarget(del.target);
+        table = written.table;
+        const ScopeSource& source = AddTarget(written, del.target);
         text = fmt::format("DELETE FROM {} AS {}", table->source, source.sqlName);
-        text += BindWritten(source, del.where.get(), del.top.get());
+        text += BindWritten(source, del.where.get(), del.top.get(), written.rows);
     } else {
         const std::string from = BindFrom(del.from);
         std::string joined;
@@ -350,6 +379,7 @@ Plan Binder::BindDelete(const Delete& del) {
         }
     }
     scope_ = nullptr;
+    RefuseOutput(del.output, written);
     text += BindOutput(del.output, *table, "deleted");
     return FinishWrite(PlanKind::del, std::move(text), table);
 }

@@ -1,5 +1,6 @@
 #include "refhost/sql/engine/BatchRunner.h"
 
+#include "refhost/sql/binding/Definer.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
@@ -52,7 +53,20 @@ BatchRunner::BatchRunner(BatchRunner& outer, const Parser& parser) : BatchRunner
     tries_ = outer.tries_;
 }
 
-BatchRunner::~BatchRunner() { database_.session_.variables = database_.runtime_->variables = outerVariables_; }
+BatchRunner::~BatchRunner() {
+    DropTableVariables();
+    database_.session_.variables = database_.runtime_->variables = outerVariables_;
+}
+
+void BatchRunner::DropTableVariables() noexcept {
+    if (tables_.empty()) {
+        return;
+    }
+    try {
+        database_.RunDefinition({Drop{ObjectKind::table, true, std::move(tables_)}}, literals_);
+    } catch (...) { // NOLINT(bugprone-empty-catch): they end with the session at the latest
+    }
+}
 
 void BatchRunner::Run(const Statements& statements) {
     try {
@@ -222,6 +236,16 @@ void BatchRunner::RunManipulation(const Statement& statement) {
 }
 
 void BatchRunner::RunDeclare(const Declare& declare) {
+    for (const CreateTable& table : declare.tables) {
+        // In a loop the table stays, with its rows, as a variable keeps its value.
+        const bool known =
+            std::ranges::any_of(tables_, [&](const Name& name) { return EqualNames(name.Last(), table.table.Last()); });
+        if (!known) {
+            Definer(database_.db_.get(), *database_.catalog_, database_.session_, literals_).Create(table);
+            database_.ForgetPlans();
+            tables_.push_back(table.table);
+        }
+    }
     for (const VariableDefinition& variable : declare.variables) {
         // The variable itself is there from the beginning, and in a loop keeps its value.
         if (variable.value) {

@@ -47,6 +47,8 @@ private:
     // One statement each; the others go to the database.
     void RunManipulation(const Statement& statement);
     void RunDeclare(const Declare& declare);
+    /// Takes the batch's table variables away.
+    void DropTableVariables() noexcept;
     void RunSet(const SetVariable& set);
     void RunPrint(const Print& print);
     /// Runs a text with its parameters, and gives all its variables as they are at its end.
@@ -73,6 +75,8 @@ private:
     Variables variables_;
     /// What the session had before.
     Variables* outerVariables_;
+    /// The tables of the table variables that it has declared.
+    std::vector<Name> tables_;
     /// How many TRY blocks are open, those of outer texts included.
     int tries_ = 0;
     /// Plans by the statement or expression that they are for, of one generation of definitions.

@@ -92,6 +92,8 @@ public:
     std::string ConstraintName(Schema schema, std::int64_t table, std::string_view xtype);
     /// The condition of the named check at a table, empty without one.
     std::string ConstraintText(Schema schema, std::int64_t table, std::string_view name);
+    /// The statement that a view was created by.
+    std::string ViewText(const Table& view) { return ConstraintText(view.schema, 0, view.name); }
     /// The kind of the named object at a table, empty without one.
     std::string ConstraintKindOf(Schema schema, std::int64_t table, std::string_view name);
 

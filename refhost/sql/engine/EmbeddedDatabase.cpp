@@ -153,19 +153,21 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     Run(db_.get(), "UPDATE temp.sqlite_sequence SET seq = 900000000");
     sqlite3_set_authorizer(db_.get(), Authorize, this);
     sqlite3_progress_handler(db_.get(), stepsPerCheck, CheckTime, this);
-    changesOfOpening_ = sqlite3_total_changes64(db_.get());
+    changesFlushed_ = sqlite3_total_changes64(db_.get());
 }
 
 EmbeddedDatabase::~EmbeddedDatabase() {
     plans_.Clear();
     runtime_->Forget();
-    FlushLogs();
+    FlushCommits();
 }
 
-void EmbeddedDatabase::FlushLogs() noexcept {
-    if (durability_ == Durability::full || sqlite3_total_changes64(db_.get()) == changesOfOpening_) {
+void EmbeddedDatabase::FlushCommits() noexcept {
+    const std::int64_t changes = sqlite3_total_changes64(db_.get());
+    if (durability_ == Durability::full || changes == changesFlushed_) {
         return;
     }
+    changesFlushed_ = changes;
     for (const Schema schema : {Schema::account, Schema::system}) {
         sqlite3_file* log = nullptr;
         sqlite3_file_control(db_.get(), schema == Schema::account ? "main" : "QxSystem", SQLITE_FCNTL_JOURNAL_POINTER,

@@ -44,7 +44,7 @@ inline constexpr int busyMilliseconds = 30'000;
 
 /// What a power failure may take of what was committed; the failure of a process takes nothing either way.
 enum class Durability {
-    normal, ///< commits since a connection was last closed, but nothing of the database's consistency
+    normal, ///< commits since the logs were last flushed, but nothing of the database's consistency
     full,   ///< nothing: each commit waits for the disk
 };
 
@@ -79,6 +79,7 @@ public:
     void BeginTrans() override;
     void CommitTrans() override;
     void RollbackTrans() override;
+    void FlushCommits() noexcept override;
 
     /// What Query and Execute would hand to SQLite, for measuring; of SELECT, INSERT, UPDATE and DELETE only.
     Translation Translate(std::string_view sql);
@@ -94,8 +95,6 @@ private:
 
     void Attach(const Settings& settings);
     void SetDurability(Schema schema);
-    /// Has the disk take what stands in the logs: a database is closed before a result is handed out.
-    void FlushLogs() noexcept;
     void Batch(std::string_view sql, const BatchSink& sink);
     /// A batch of one statement that has no plan of its own kept.
     void RunSingle(std::string_view sql, const BatchSink& sink);
@@ -146,8 +145,8 @@ private:
     std::size_t translations_ = 0;
     std::chrono::milliseconds batchTime_;
     Clock clock_;
-    /// Rows that opening the files changed.
-    std::int64_t changesOfOpening_ = 0;
+    /// How many rows had been changed when the disk last took the logs.
+    std::int64_t changesFlushed_ = 0;
     /// What the batch at hand may take of it.
     TimeLimit limit_;
     /// When the batch at hand has had its time. It counts from the first check on: short batches look at no clock, and

@@ -21,8 +21,16 @@ std::string_view Subject(std::string_view message) {
 
 std::string_view Verb(PlanKind kind) { return kind == PlanKind::update ? "UPDATE" : "INSERT"; }
 
-std::string DatabaseOf(const Table& table, const Catalog& catalog) {
-    return table.schema == Schema::account ? catalog.DatabaseName() : std::string(SqliteName(table.schema));
+/// How messages name a table: a table variable as it is written.
+std::string_view ShownName(const Table& table) {
+    const std::string_view name = table.name;
+    return name.substr(name.starts_with(TableOfVariable("@")) ? 1 : 0);
+}
+
+/// With its database, which a table variable has none of.
+std::string ShownPath(const Table& table, const Catalog& catalog) {
+    const std::string_view name = ShownName(table);
+    return name.starts_with('@') ? std::string(name) : fmt::format("{}.dbo.{}", catalog.DatabaseOf(table.schema), name);
 }
 
 /// The column of a check of one column, as messages name it; empty for a check of several.
@@ -103,9 +111,9 @@ std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& 
     }
     host::Error error =
         kind.empty() ? ErrorOf(2601, "Cannot insert duplicate key row in object 'dbo.{}' with unique index '{}'.",
-                               table.name, index)
+                               ShownName(table), index)
                      : ErrorOf(2627, "Violation of {} constraint '{}'. Cannot insert duplicate key in object 'dbo.{}'.",
-                               kind == "PK" ? "PRIMARY KEY" : "UNIQUE KEY", index, table.name);
+                               kind == "PK" ? "PRIMARY KEY" : "UNIQUE KEY", index, ShownName(table));
     throw DuplicateKey{std::move(error), target, std::move(columns)};
 }
 
@@ -118,10 +126,10 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
         switch (code) {
         case SQLITE_CONSTRAINT_NOTNULL:
             Fail(515,
-                 "Cannot insert the value NULL into column '{}', table '{}.dbo.{}'; column does not allow nulls. {} "
+                 "Cannot insert the value NULL into column '{}', table '{}'; column does not allow nulls. {} "
                  "fails.",
-                 subject.substr(std::min(table.name.size() + 1, subject.size())), DatabaseOf(table, catalog),
-                 table.name, Verb(plan.kind));
+                 subject.substr(std::min(table.name.size() + 1, subject.size())), ShownPath(table, catalog),
+                 Verb(plan.kind));
         case SQLITE_CONSTRAINT_CHECK:
             if (subject.starts_with(identityEnd)) {
                 Fail(8115, "Arithmetic overflow error converting IDENTITY to data type {}.",
@@ -130,7 +138,7 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
             Fail(547,
                  "The {} statement conflicted with the CHECK constraint \"{}\". The conflict occurred in database "
                  "\"{}\", table \"dbo.{}\"{}.",
-                 Verb(plan.kind), subject, DatabaseOf(table, catalog), table.name,
+                 Verb(plan.kind), subject, catalog.DatabaseOf(table.schema), ShownName(table),
                  CheckedColumn(table, catalog.ConstraintText(table.schema, table.id, subject)));
         case SQLITE_CONSTRAINT_UNIQUE:
         case SQLITE_CONSTRAINT_PRIMARYKEY:

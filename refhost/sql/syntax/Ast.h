@@ -290,6 +290,9 @@ struct SetOption {
     std::string order;
 };
 
+/// What the table of a table variable is called; the language has no such name.
+inline std::string TableOfVariable(const std::string& variable) { return "#" + variable; }
+
 struct VariableDefinition {
     std::string name;
     Type type;
@@ -299,6 +302,8 @@ struct VariableDefinition {
 
 struct Declare {
     std::vector<VariableDefinition> variables;
+    /// Of table variables, see `TableOfVariable`.
+    std::vector<CreateTable> tables;
 };
 
 struct SetVariable {

@@ -24,6 +24,12 @@ Statement Parser::ParseCreate() {
 CreateTable Parser::ParseCreateTable() {
     CreateTable create;
     create.table = TakeObjectName();
+    ParseTableBody(create);
+    SkipStorage();
+    return create;
+}
+
+void Parser::ParseTableBody(CreateTable& create) {
     ExpectSymbol("(");
     do {
         if (AtSymbol(")") && !create.columns.empty()) {
@@ -34,8 +40,6 @@ CreateTable Parser::ParseCreateTable() {
         }
     } while (AcceptSymbol(","));
     ExpectSymbol(")");
-    SkipStorage();
-    return create;
 }
 
 CreateView Parser::ParseCreateView(std::size_t start) {

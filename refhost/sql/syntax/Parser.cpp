@@ -1,5 +1,6 @@
 #include "refhost/sql/syntax/Parser.h"
 
+#include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
@@ -147,6 +148,18 @@ Name Parser::TakeObjectName() {
         }
     }
     return name;
+}
+
+Name Parser::TakeTableName() {
+    if (!AtVariable()) {
+        return TakeObjectName();
+    }
+    const std::string variable = token_.text;
+    if (std::ranges::none_of(tableVariables_, [&](const std::string& each) { return EqualNames(each, variable); })) {
+        Fail(1087, "Must declare the table variable \"{}\".", variable);
+    }
+    Advance();
+    return {{TableOfVariable(variable)}};
 }
 
 std::int64_t Parser::TakeWholeNumber() {

@@ -80,6 +80,8 @@ private:
     std::string TakeName();
     std::string TakeAlias();
     Name TakeObjectName();
+    /// The name of a table to read or write, which may be a table variable. Throws for one that is not declared.
+    Name TakeTableName();
     std::int64_t TakeWholeNumber();
     std::string TextSince(std::size_t start) const;
 
@@ -119,6 +121,8 @@ private:
     // Definitions.
     Statement ParseCreate();
     CreateTable ParseCreateTable();
+    /// The columns and constraints of a table, in parentheses.
+    void ParseTableBody(CreateTable& create);
     CreateView ParseCreateView(std::size_t start);
     CreateIndex ParseCreateIndex(bool unique);
     Drop ParseDrop();
@@ -182,6 +186,7 @@ private:
     /// Whether a default or a check is read, which hold no variables.
     bool inDefinition_ = false;
     Variables declared_;
+    std::vector<std::string> tableVariables_;
 };
 
 } // namespace refhost::sql

@@ -288,10 +288,7 @@ std::unique_ptr<Source> Parser::ParseSource() {
         }
         return source;
     }
-    if (AtVariable()) {
-        Fail(1087, "Must declare the table variable \"{}\".", token_.text);
-    }
-    source->name = TakeObjectName();
+    source->name = TakeTableName();
     if (Accept("as")) {
         source->alias = TakeName();
     } else if (AtNameToken()) {

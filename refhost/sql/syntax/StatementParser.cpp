@@ -228,13 +228,20 @@ ExpressionPtr Parser::ParseAssigned(ExpressionPtr name) {
 Declare Parser::ParseDeclare() {
     Declare declare;
     do {
-        VariableDefinition& variable = declare.variables.emplace_back();
-        variable.name = TakeVariable();
+        std::string name = TakeVariable();
         Accept("as");
-        if (At("table") || At("cursor")) {
-            FailOwn(host::error_number::unspecified, "The embedded database has no {} variables.{}", token_.text,
-                    At("table") ? " Use a table whose name begins with #." : "");
+        if (At("cursor")) {
+            FailOwn(host::error_number::unspecified, "The embedded database has no cursor variables.");
         }
+        if (Accept("table")) {
+            CreateTable& table = declare.tables.emplace_back();
+            table.table.parts = {TableOfVariable(name)};
+            ParseTableBody(table);
+            tableVariables_.push_back(std::move(name));
+            continue;
+        }
+        VariableDefinition& variable = declare.variables.emplace_back();
+        variable.name = std::move(name);
         variable.type = ParseType(1);
         declared_.Declare(variable.name, variable.type);
         if (AcceptSymbol("=")) {
@@ -333,7 +340,7 @@ std::vector<SelectItem> Parser::ParseOutput() {
 Insert Parser::ParseInsert() {
     Insert insert;
     Accept("into");
-    insert.table = TakeObjectName();
+    insert.table = TakeTableName();
     if (AtSymbol("(") && !Peek().Is("select")) {
         Advance();
         do {
@@ -370,7 +377,7 @@ Insert Parser::ParseInsert() {
 Update Parser::ParseUpdate() {
     Update update;
     update.top = ParseWriteTop();
-    update.target = TakeObjectName();
+    update.target = TakeTableName();
     SkipTableHints();
     Expect("set");
     do {
@@ -405,7 +412,7 @@ Delete Parser::ParseDelete() {
     }
     del.top = ParseWriteTop();
     Accept("from");
-    del.target = TakeObjectName();
+    del.target = TakeTableName();
     SkipTableHints();
     del.output = ParseOutput();
     if (Accept("from")) {
