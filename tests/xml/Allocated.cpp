@@ -44,5 +44,7 @@ void* operator new(std::size_t size) {
         throw std::bad_alloc();
     return block;
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return test::Allocate(size); }
 void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { std::free(block); }
 void operator delete(void* block, std::size_t) noexcept { std::free(block); }
