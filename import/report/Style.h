@@ -42,6 +42,7 @@ dd { margin: 0; }
   td:has(span:empty) { display: none; }
   td[data-heading=""] { font-weight: bold; }
   td::before { content: attr(data-heading); flex: none; color: #555; }
+  td[data-heading=""]::before { content: none; }
   td span { text-align: right; min-width: 0; }
 }
 @page { size: A4; margin: 15mm; @bottom-right { content: counter(page) " / " counter(pages); } }
