@@ -3,9 +3,10 @@
 #include "ModPub/Conversions.h"
 #include "cli/Platform.h"
 #include "import/run/HeldTransaction.h"
+#include "os/Files.h"
 #include "refhost/Environment.h"
 #include "refhost/LoginFile.h"
-#include "refhost/sql/engine/CopyAccount.h"
+#include "refhost/sql/engine/Backup.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "text/ConnectionString.h"
 
@@ -38,7 +39,7 @@ public:
     TemporaryFolder() : path_(platform::CreatePrivateFolder()) {}
     ~TemporaryFolder() {
         std::error_code ignored;
-        fs::remove_all(path_, ignored);
+        fs::remove_all(os::PathOf(path_), ignored);
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -102,9 +103,9 @@ std::string ImportAccount::Identity() const {
     std::string identity = accountId_;
     if (!OnServer()) {
         std::error_code ignored;
-        const fs::path file = refhost::sql::FileOf(connectionString_);
+        const fs::path file = os::PathOf(refhost::sql::FileOf(connectionString_));
         const fs::path known = fs::weakly_canonical(file, ignored);
-        return identity.append("|").append((ignored ? file : known).string());
+        return identity.append("|").append(os::NameOf(ignored ? file : known));
     }
     for (const std::string_view key : {"DSN", "Server", "Database", "Data Source"}) {
         identity.append("|").append(text::ConnectionStringValue(connectionString_, key).value_or(""));

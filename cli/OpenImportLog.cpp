@@ -1,12 +1,13 @@
 #include "cli/OpenImportLog.h"
 
-#include <filesystem>
+#include "os/Files.h"
+
 #include <stdexcept>
 
 namespace cli {
 
 importing::ImportLog OpenImportLog(const std::string& login, const ImportTexts& texts) {
-    const std::string path = (std::filesystem::u8path(login).parent_path() / "kovra-imports.db").string();
+    const std::string path = os::NameOf(os::PathOf(login).parent_path() / "kovra-imports.db");
     try {
         return importing::ImportLog(path);
     } catch (const importing::LogBusy&) {

@@ -8,7 +8,10 @@
 #include <atomic>
 #include <cerrno>
 #include <cstddef>
+#include <filesystem>
 #include <memory>
+#include <random>
+#include <string>
 #include <system_error>
 #include <type_traits>
 
@@ -83,6 +86,18 @@ bool WriteToConsole(HANDLE console, std::string_view text) {
     return true;
 }
 
+/// A security descriptor that gives rights to the user alone, and takes none over from the folder.
+/// @param path what it is for, as an error names it
+std::unique_ptr<void, LocalMemory> RightsOfUser(const std::wstring& rights, const std::wstring& inherited,
+                                                const std::string& path) {
+    const std::wstring text = L"D:P(A;" + inherited + L";" + rights + L";;;" + UserSid() + L")";
+    void* descriptor = nullptr;
+    if (!ConvertStringSecurityDescriptorToSecurityDescriptorW(text.c_str(), SDDL_REVISION_1, &descriptor, nullptr)) {
+        FailBySystem(path);
+    }
+    return std::unique_ptr<void, LocalMemory>(descriptor);
+}
+
 } // namespace
 
 void Start() {
@@ -146,14 +161,9 @@ void NoteInterruptions() {
 bool Interrupted() noexcept { return interrupted; }
 
 void CreatePrivateFile(const std::string& path, std::string_view text) {
-    // To read, to write and to remove, for the user alone; none from the folder.
-    const std::wstring rights = L"D:P(A;;FRFWSD;;;" + UserSid() + L")";
-    void* descriptor = nullptr;
-    if (!ConvertStringSecurityDescriptorToSecurityDescriptorW(rights.c_str(), SDDL_REVISION_1, &descriptor, nullptr)) {
-        FailBySystem(path);
-    }
-    const std::unique_ptr<void, LocalMemory> owned(descriptor);
-    SECURITY_ATTRIBUTES attributes{sizeof attributes, descriptor, FALSE};
+    // To read, to write and to remove.
+    const std::unique_ptr<void, LocalMemory> descriptor = RightsOfUser(L"FRFWSD", L"", path);
+    SECURITY_ATTRIBUTES attributes{sizeof attributes, descriptor.get(), FALSE};
     const HANDLE created = CreateFileW(os::PathOf(path).c_str(), GENERIC_WRITE, 0, &attributes, CREATE_NEW,
                                        FILE_ATTRIBUTE_NORMAL, nullptr);
     if (created == INVALID_HANDLE_VALUE) {
@@ -165,6 +175,19 @@ void CreatePrivateFile(const std::string& path, std::string_view text) {
         written != text.size()) {
         FailBySystem(path);
     }
+}
+
+std::string CreatePrivateFolder() {
+    std::random_device random;
+    const std::string path = os::NameOf(std::filesystem::temp_directory_path() /
+                                        ("kovra-" + std::to_string(random()) + std::to_string(random())));
+    // Everything, in what is made inside it too.
+    const std::unique_ptr<void, LocalMemory> descriptor = RightsOfUser(L"FA", L"OICI", path);
+    SECURITY_ATTRIBUTES attributes{sizeof attributes, descriptor.get(), FALSE};
+    if (!CreateDirectoryW(os::PathOf(path).c_str(), &attributes)) {
+        FailBySystem(path);
+    }
+    return path;
 }
 
 DurableFile::DurableFile(const std::string& path) : path_(path), file_(os::OpenFile(path, "ab")) {

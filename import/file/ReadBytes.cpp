@@ -1,17 +1,17 @@
 #include "import/file/ReadBytes.h"
 
 #include "import/reading/UnreadableFile.h"
+#include "os/Files.h"
 
 #include <cerrno>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
 namespace importing {
 
 std::string ReadBytes(const std::string& path) {
-    std::ifstream file(std::filesystem::u8path(path), std::ios::binary);
+    std::ifstream file(os::PathOf(path), std::ios::binary);
     if (!file) {
         throw UnreadableFile({Message::fileNotRead, {path, std::strerror(errno)}});
     }

@@ -50,9 +50,11 @@ public:
             return Finish();
         }
         outcome_.refused = AskWhetherOpen(outcome_, *session_, task_.transact);
+        // What is in the ledger counts among what was read.
+        const std::set<std::int64_t> ids = ledger_->Ids();
         const std::string fingerprint = account_.Fingerprint();
         const std::vector<std::int64_t> settled = SettleUnfinished(task_.log, *ledger_, Identity(), ClassName());
-        FindWhatIsIn();
+        FindWhatIsIn(ids);
         if (!task_.allowDuplicates) {
             RefuseWhatTheLedgerHas(outcome_, account_);
             RefuseDocuments();
@@ -122,12 +124,11 @@ private:
     }
 
     /// Marks the rows that an earlier import wrote, and whose records are still there.
-    void FindWhatIsIn() {
+    void FindWhatIsIn(const std::set<std::int64_t>& ids) {
         const auto known = task_.log.Known(Identity(), ClassName());
         if (known.empty()) {
             return;
         }
-        const std::set<std::int64_t> ids = ledger_->Ids();
         std::vector<Unit> units = UnitsOf(outcome_);
         const std::vector<std::string> hashes = UnitHashes(outcome_, units);
         std::size_t rows = 0;

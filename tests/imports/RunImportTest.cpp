@@ -168,6 +168,13 @@ TEST_F(RunImport, TellsWhenFileOrAccountChangedSinceTheTestRun) {
     EXPECT_EQ(outcome.remarks[0].arguments, std::vector<std::string>{"2024-01-15 10:00:00"});
 }
 
+TEST_F(RunImport, TellsWhenTheLedgerChangedSinceTheTestRun) {
+    Import(threeRows, {});
+    account().Run("insert into Ia_subsidiary (iYear, cVouType, bRdFlag, cWhCode, cInvCode, iAInQuantity) values "
+                  "(2024, '34', 1, '01', '1006', 9)");
+    EXPECT_EQ(Remarks(Import(threeRows, {.commit = true})), Messages{Message::accountChanged});
+}
+
 TEST_F(RunImport, SaysNothingOfChangesWhereThereAreNone) {
     Import(threeRows, {});
     EXPECT_EQ(Remarks(Import(threeRows, {.commit = true})), Messages{});
