@@ -5,7 +5,7 @@
 #include "import/run/HeldTransaction.h"
 #include "refhost/Environment.h"
 #include "refhost/LoginFile.h"
-#include "refhost/sql/engine/CopyAccount.h"
+#include "refhost/sql/engine/Backup.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "text/ConnectionString.h"
 
