@@ -183,6 +183,12 @@ TEST(Batch, GoesOnBehindAViolationAndEndsAfterAFailedConversion) {
     EXPECT_EQ(Answer(*db, "select a from t"), "5");
 }
 
+TEST(Batch, GoesOnBehindAProcedureThatIsNotThere) {
+    const auto db = OpenMemory();
+    EXPECT_EQ(Batch(*db, "exec nowhere select 1 as a"),
+              "-2147217900: Could not find stored procedure 'nowhere'.; rows(a) 1");
+}
+
 TEST(Batch, TryCatches) {
     const auto db = OpenMemory();
     RunBatches(

@@ -3,28 +3,15 @@
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Account.h"
 #include "refhost/ado/Connection.h"
+#include "tests/sql/Places.h"
 #include "tests/sql/Support.h"
-#include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
 #include <array>
-#include <cstdlib>
 #include <vector>
 
 namespace test_sql {
 namespace {
-
-/// Where the account is: embedded, embedded behind an ODBC driver, or in the empty database of a SQL Server that
-/// KOVRA_TEST_ODBC names (a connection string).
-enum class Place { embedded, embeddedThroughOdbc, server };
-
-std::vector<Place> Places() {
-    std::vector<Place> places = {Place::embedded, Place::embeddedThroughOdbc};
-    if (std::getenv("KOVRA_TEST_ODBC") != nullptr) {
-        places.push_back(Place::server);
-    }
-    return places;
-}
 
 /// An account with the few rows that the statements below look for.
 class Statements : public testing::TestWithParam<Place> {
@@ -68,13 +55,8 @@ protected:
 
 private:
     void Connect() {
-        std::string text = memory;
-        if (GetParam() == Place::embeddedThroughOdbc) {
-            text = "Driver=" + test::OdbcDriverPath() + ";" + made_.connectionString();
-        } else if (GetParam() == Place::server) {
-            text = std::getenv("KOVRA_TEST_ODBC");
-        }
-        connection_.Open(text, "", "", host::command_option::unspecified);
+        connection_.Open(ConnectionTextAt(GetParam(), made_.file().string()), "", "",
+                         host::command_option::unspecified);
         if (GetParam() != Place::embeddedThroughOdbc) {
             refhost::CreateAccount(connection_, "001", false);
         }
@@ -84,17 +66,7 @@ private:
     refhost::Connection connection_;
 };
 
-INSTANTIATE_TEST_SUITE_P(On, Statements, testing::ValuesIn(Places()), [](const auto& place) -> std::string {
-    switch (place.param) {
-    case Place::embedded:
-        return "Embedded";
-    case Place::embeddedThroughOdbc:
-        return "EmbeddedThroughOdbc";
-    case Place::server:
-        break;
-    }
-    return "Server";
-});
+INSTANTIATE_TEST_SUITE_P(On, Statements, testing::ValuesIn(Places()), PlaceName);
 
 TEST_P(Statements, OfEveryClass) {
     RunCases(

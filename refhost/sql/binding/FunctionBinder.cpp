@@ -104,9 +104,8 @@ Bound Binder::BindFunction(const Expression& expression) {
         return BindAggregate(name, expression);
     }
     if (expression.window) {
-        FailOwn(host::error_number::syntaxError,
-                "The function '{}' is not a valid windowing function, and cannot be used with the OVER clause.",
-                expression.name.Last());
+        Fail(4113, "The function '{}' is not a valid windowing function, and cannot be used with the OVER clause.",
+             expression.name.Last());
     }
     if (name == "isnull") {
         return BindIsNull(expression);

@@ -1,5 +1,6 @@
 #include "refhost/sql/engine/Backup.h"
 
+#include "os/Files.h"
 #include "refhost/sql/engine/Storage.h"
 #include "refhost/sql/types/Errors.h"
 #include "text/ConnectionString.h"
@@ -12,13 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using host::error_number::unspecified;
-
-/// A file's name, which is UTF-8 on every system as SQLite takes it.
-fs::path PathOf(const std::string& file) { return {std::u8string(file.begin(), file.end())}; }
-std::string NameOf(const fs::path& file) {
-    const std::u8string name = file.u8string();
-    return {name.begin(), name.end()};
-}
+using os::PathOf;
 
 struct FinishBackup {
     void operator()(sqlite3_backup* backup) const { sqlite3_backup_finish(backup); }
@@ -61,9 +56,13 @@ void CopyDatabase(sqlite3* from, sqlite3* to) {
 /// A copy of a database in a file that is taken away again unless it is kept.
 class PartialCopy {
 public:
-    PartialCopy(sqlite3* from, const std::string& target) : target_(target), name_(target + ".part") {
+    /// @param durability whether a power failure may take the copy
+    PartialCopy(sqlite3* from, const std::string& target, Durability durability)
+        : target_(target), name_(target + ".part") {
         Discard();
-        CopyDatabase(from, OpenRaw(name_, SQLITE_OPEN_CREATE).get());
+        const DatabaseHandle copy = OpenRaw(name_, SQLITE_OPEN_CREATE);
+        Run(copy.get(), durability == Durability::full ? "PRAGMA synchronous = FULL" : "PRAGMA synchronous = OFF");
+        CopyDatabase(from, copy.get());
     }
     ~PartialCopy() { Discard(); }
     PartialCopy(const PartialCopy&) = delete;
@@ -96,11 +95,11 @@ std::string FileFor(Schema schema, const std::string& connectionString) {
     return schema == Schema::system ? SystemFile(file) : file;
 }
 
-void BackUpFile(const std::string& from, const std::string& to) {
+void BackUpFile(const std::string& from, const std::string& to, Durability durability) {
     if (fs::exists(PathOf(to))) {
         FailOwn(unspecified, "The file \"{}\" exists already. Name another, or take it away.", to);
     }
-    PartialCopy(OpenExisting(from).get(), to).Keep();
+    PartialCopy(OpenExisting(from).get(), to, durability).Keep();
 }
 
 std::int64_t FormatOf(const std::string& file) { return FileFormat(OpenExisting(file).get(), Schema::account); }
@@ -108,15 +107,15 @@ std::int64_t FormatOf(const std::string& file) { return FileFormat(OpenExisting(
 } // namespace
 
 void BackUp(const std::string& connectionString, Schema schema, const std::string& file) {
-    BackUpFile(FileFor(schema, connectionString), file);
+    BackUpFile(FileFor(schema, connectionString), file, Durability::full);
 }
 
 std::string CopyAccount(const std::string& connectionString, const std::string& folder) {
     const std::string account = FileOf(connectionString);
-    const std::string copy = NameOf(PathOf(folder) / PathOf(account).filename());
-    BackUpFile(account, copy);
+    const std::string copy = os::NameOf(PathOf(folder) / PathOf(account).filename());
+    BackUpFile(account, copy, Durability::normal);
     if (fs::exists(PathOf(SystemFile(account)))) {
-        BackUpFile(SystemFile(account), SystemFile(copy));
+        BackUpFile(SystemFile(account), SystemFile(copy), Durability::normal);
     }
     return text::WithConnectionStringValue(connectionString, "Data Source", copy);
 }
@@ -124,7 +123,7 @@ std::string CopyAccount(const std::string& connectionString, const std::string& 
 void Restore(const std::string& connectionString, Schema schema, const std::string& file,
              std::chrono::milliseconds wait) {
     const std::string target = FileFor(schema, connectionString);
-    const PartialCopy content(OpenExisting(file).get(), target);
+    const PartialCopy content(OpenExisting(file).get(), target, Durability::full);
     // Nobody is to meet an older format.
     OpenEmbedded(text::WithConnectionStringValue(connectionString, "Data Source", content.Name()), Mode::open);
     if (!fs::exists(PathOf(target))) {

@@ -19,7 +19,8 @@ namespace refhost::sql {
 void BackUp(const std::string& connectionString, Schema schema, const std::string& file);
 
 /// Copies an account and the system database beside it, where there is one, into a folder that has neither, each like
-/// `BackUp`. Returns the connection string of the copy: `connectionString` with another Data Source.
+/// `BackUp`, for a work that ends before the machine does: a power failure may take it. Returns the connection string
+/// of the copy: `connectionString` with another Data Source.
 std::string CopyAccount(const std::string& connectionString, const std::string& folder);
 
 /// Puts what `BackUp` wrote in place of the database's content, or makes its file anew where it is gone, in the format
