@@ -3,8 +3,10 @@
 #include "cli/Classes.h"
 #include "cli/Commands.h"
 #include "cli/HelpFormatter.h"
+#include "cli/Host.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
+#include "cli/Registered.h"
 #include "cli/SheetOptions.h"
 #include "cli/Version.h"
 
@@ -54,6 +56,7 @@ struct Arguments {
     AccountArguments account;
     LoginCheckArguments loginCheck;
     LoginInitArguments loginInit;
+    DoctorArguments doctor;
     std::function<int(Console&)> command;
 };
 
@@ -77,6 +80,9 @@ public:
         AddSql();
         AddAccount();
         AddLoginCommands();
+        if constexpr (hasCom) {
+            AddDoctor();
+        }
     }
 
     CLI::App& app() { return app_; }
@@ -114,6 +120,12 @@ private:
     }
     void AddLogin(CLI::App& command, std::string& login) {
         command.add_option("--login", login, Text(help_.login))->required()->type_name("FILE");
+    }
+    /// Where there is but one host, nothing is to be chosen.
+    void AddHost(CLI::App& command, std::string& host) {
+        if (const std::vector<std::string> names = HostNames(); names.size() > 1) {
+            AddChoice(command, "--host", host, help_.host, names);
+        }
     }
     void Runs(CLI::App& command, std::function<int(Console&)> run) {
         command.callback([this, run = std::move(run)] { arguments_.command = run; });
@@ -153,6 +165,10 @@ private:
         command.add_option("--trace", transact.trace, Text(help_.trace))->type_name("FILE");
         command.add_option("--journal", transact.journal, Text(help_.transactJournal))->type_name("FILE");
         AddChoice(command, "--format", transact.format, help_.transactFormat, {"xml", "table", "json"});
+        AddHost(command, transact.host);
+        if constexpr (hasCom) {
+            command.add_flag("--server", transact.registered, Text(help_.transactServer));
+        }
         command.add_flag("-q,--quiet", transact.quiet, Text(help_.transactQuiet));
         command.add_option("REQUEST", transact.request, Text(help_.transactRequest));
         Runs(command, [&transact](Console& console) { return RunTransact(transact, console); });
@@ -164,6 +180,7 @@ private:
         AddLogin(command, query.login);
         command.add_option("--conditions", query.conditions, Text(help_.queryConditions))->type_name("FILE");
         command.add_option("--trace", query.trace, Text(help_.trace))->type_name("FILE");
+        AddHost(command, query.host);
         command.add_option("ENVELOPE", query.envelope, Text(help_.queryEnvelope));
         Runs(command, [&query](Console&) { return RunQuery(query); });
     }
@@ -306,6 +323,13 @@ private:
             }
             return RunLoginInit(init, console);
         });
+    }
+
+    void AddDoctor() {
+        DoctorArguments& doctor = arguments_.doctor;
+        CLI::App& command = *AddCommand(app_, "doctor", help_.doctor);
+        command.add_option("--login", doctor.login, Text(help_.doctorLogin))->type_name("FILE");
+        Runs(command, [&doctor](Console& console) { return RunDoctor(doctor, console); });
     }
 
     const HelpTexts& help_;

@@ -31,6 +31,10 @@ struct TransactArguments {
     std::string journal;
     /// "xml", "table" or "json"; empty for "table" on a terminal, else "xml".
     std::string format;
+    /// What the class runs on; empty for the reference host. See `HostNames`.
+    std::string host = {};
+    /// Whether the class is the one that is registered.
+    bool registered = false;
     /// Nothing but errors on standard error.
     bool quiet = false;
     /// A file, or "-" for standard input.
@@ -43,6 +47,8 @@ struct QueryArguments {
     std::string conditions;
     /// Empty for none.
     std::string trace;
+    /// What the class runs on; empty for the reference host. See `HostNames`.
+    std::string host = {};
     /// A file, or "-" for standard input.
     std::string envelope = "-";
 };

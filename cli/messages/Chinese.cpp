@@ -27,6 +27,11 @@ constexpr Messages chineseMessages = {
             .transactFormat = "结果的格式：xml（类的原样结果）、table（表格）或 json；不指定时终端上为表格，否则为 xml",
             .transactJournal = "每得到一行的结果就立即追加到 FILE，每行一个 JSON 对象；FILE 原有内容保留",
             .transactQuiet = "标准错误上不显示汇总和进度",
+            .host = "各类在什么上运行：reference（kovra 自带的文档、数据库和组件，默认）或 com（MSXML、ADO 和 ERP "
+                    "已注册的组件，与 Kovra.dll 相同）",
+            .transactServer = "像其他客户程序一样，创建注册名为 Kovra.CLASS 的类来执行",
+            .doctor = "说明本机注册了哪些类，能否创建",
+            .doctorLogin = "同时通过 ADO 打开该登录文件的账套",
             .query = "查询出入库单据，写出填好的信封",
             .queryConditions = "查询条件文件（XML）；不写则无条件",
             .queryEnvelope = "信封文件（XML）；写 - 或不写则读标准输入",
@@ -267,6 +272,26 @@ constexpr Messages chineseMessages = {
             .unitBegun = "未定",
             .unitImported = "已导入",
             .unitNotIn = "未导入",
+        },
+    .doctor =
+        {
+            .classHeading = "类",
+            .sizeHeading = "位数",
+            .versionHeading = "版本",
+            .stateHeading = "状态",
+            .fileHeading = "文件",
+            .bits64 = "64 位",
+            .bits32 = "32 位",
+            .created = "可以创建",
+            .notCreated = "无法创建：{0}：{1}",
+            .notRegistered = "没有注册",
+            .otherSize = "属于另一种位数",
+            .fileMissing = "文件不存在",
+            .accountOpens = "账套可以打开：{0}",
+            .accountFails = "账套无法打开：{0}：{1}",
+            .healthy = "Kovra 所需的组件齐全。",
+            .missing = "Kovra 所需的组件中，有 {0} 个在此无法创建。",
+            .askOtherSize = "其中一些以另一种位数注册：请用那种位数的 kovra.exe 检查。",
         },
 };
 

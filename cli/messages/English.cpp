@@ -29,6 +29,11 @@ constexpr Messages englishMessages = {
                 "a terminal, else xml",
             .transactJournal = "Add each outcome to FILE as it happens, as JSON lines; what FILE holds stays",
             .transactQuiet = "No summary and no progress on standard error",
+            .host = "What the classes run on: reference (documents, database and components of kovra's own, the usual) "
+                    "or com (MSXML, ADO and the ERP's registered components, as Kovra.dll does)",
+            .transactServer = "Create the class that is registered as Kovra.CLASS, as every client does",
+            .doctor = "Tell which classes are registered here and whether they can be created",
+            .doctorLogin = "Open the account of this login too, through ADO",
             .query = "Query stock documents and write the filled envelope",
             .queryConditions = "The conditions, an XML file; without it none",
             .queryEnvelope = "The envelope, an XML file; - or nothing for standard input",
@@ -275,6 +280,26 @@ constexpr Messages englishMessages = {
             .unitBegun = "in doubt",
             .unitImported = "imported",
             .unitNotIn = "not in",
+        },
+    .doctor =
+        {
+            .classHeading = "Class",
+            .sizeHeading = "Size",
+            .versionHeading = "Version",
+            .stateHeading = "State",
+            .fileHeading = "File",
+            .bits64 = "64-bit",
+            .bits32 = "32-bit",
+            .created = "can be created",
+            .notCreated = "cannot be created: {0}: {1}",
+            .notRegistered = "is not registered",
+            .otherSize = "of the other size",
+            .fileMissing = "its file is missing",
+            .accountOpens = "The account opens: {0}",
+            .accountFails = "The account cannot be opened: {0}: {1}",
+            .healthy = "Everything that Kovra needs is here.",
+            .missing = "Of what Kovra needs, {0} cannot be created here.",
+            .askOtherSize = "Some are there in the other size: ask the kovra.exe of that size about them.",
         },
 };
 

@@ -39,6 +39,10 @@ struct HelpTexts {
     std::string_view transactFormat;
     std::string_view transactJournal;
     std::string_view transactQuiet;
+    std::string_view host;
+    std::string_view transactServer;
+    std::string_view doctor;
+    std::string_view doctorLogin;
     std::string_view query;
     std::string_view queryConditions;
     std::string_view queryEnvelope;
@@ -359,6 +363,32 @@ struct ImportTexts {
     std::string_view unitNotIn;
 };
 
+/// What `kovra doctor` says.
+struct DoctorTexts {
+    std::string_view classHeading;
+    std::string_view sizeHeading;
+    std::string_view versionHeading;
+    std::string_view stateHeading;
+    std::string_view fileHeading;
+    std::string_view bits64;
+    std::string_view bits32;
+    std::string_view created;
+    /// `{0}` the error's number, `{1}` its description.
+    std::string_view notCreated;
+    std::string_view notRegistered;
+    /// Of a class that this program's size cannot create.
+    std::string_view otherSize;
+    std::string_view fileMissing;
+    /// `{0}` the database.
+    std::string_view accountOpens;
+    /// `{0}` the error's number, `{1}` its description.
+    std::string_view accountFails;
+    std::string_view healthy;
+    /// `{0}` how many classes.
+    std::string_view missing;
+    std::string_view askOtherSize;
+};
+
 /// All texts that the program has for people, in one language.
 struct Messages {
     Noun row;
@@ -373,6 +403,7 @@ struct Messages {
     AccountTexts account;
     SheetTexts sheet;
     ImportTexts import;
+    DoctorTexts doctor;
 };
 
 const Messages& MessagesIn(Language language) noexcept;

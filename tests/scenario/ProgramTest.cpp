@@ -16,11 +16,11 @@ namespace fs = std::filesystem;
 
 /// What the program writes for the expected document.
 std::string ExpectedOutput(const fs::path& folder) {
-    if (test::ExpectsEmptyResult(folder)) {
+    if (test::ExpectsEmptyResult(folder, test::Documents::native)) {
         return {};
     }
     const std::unique_ptr<host::DOMDocument> document = refhost::xml::CreateDocument();
-    EXPECT_TRUE(document->LoadXML(test::ReadText(folder / "expected.xml"))) << "expected.xml is not well-formed";
+    EXPECT_TRUE(document->LoadXML(test::ReadText(test::ExpectedFile(folder, ".xml", test::Documents::native)))) << "the expected result is not well-formed";
     return document->Xml() + "\n";
 }
 
@@ -46,7 +46,7 @@ TEST_P(ProgramScenario, GivesResultAndStatements) {
     for (const char* name : {"account.db", "QxSystem.db"}) {
         fs::rename(place / name, account.folder() / name);
     }
-    test::ExpectStatementsAndRows(folder, place / "记录.jsonl", account);
+    test::ExpectStatementsAndRows(folder, place / "记录.jsonl", account, test::Documents::native);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, ProgramScenario, testing::ValuesIn(test::ScenarioFolders()), test::ScenarioName);
