@@ -57,6 +57,7 @@ struct Arguments {
     LoginCheckArguments loginCheck;
     LoginInitArguments loginInit;
     DoctorArguments doctor;
+    TraceShowArguments traceShow;
     std::function<int(Console&)> command;
 };
 
@@ -80,6 +81,7 @@ public:
         AddSql();
         AddAccount();
         AddLoginCommands();
+        AddTraceCommands();
         if constexpr (hasCom) {
             AddDoctor();
         }
@@ -120,6 +122,10 @@ private:
     }
     void AddLogin(CLI::App& command, std::string& login) {
         command.add_option("--login", login, Text(help_.login))->required()->type_name("FILE");
+    }
+    void AddTrace(CLI::App& command, std::string& file, bool& times) {
+        command.add_option("--trace", file, Text(help_.trace))->type_name("FILE");
+        command.add_flag("--trace-times", times, Text(help_.traceTimes));
     }
     /// Where there is but one host, nothing is to be chosen.
     void AddHost(CLI::App& command, std::string& host) {
@@ -162,7 +168,7 @@ private:
             ->required()
             ->type_name("CLASS");
         AddLogin(command, transact.login);
-        command.add_option("--trace", transact.trace, Text(help_.trace))->type_name("FILE");
+        AddTrace(command, transact.trace, transact.traceTimes);
         command.add_option("--journal", transact.journal, Text(help_.transactJournal))->type_name("FILE");
         AddChoice(command, "--format", transact.format, help_.transactFormat, {"xml", "table", "json"});
         AddHost(command, transact.host);
@@ -179,7 +185,7 @@ private:
         CLI::App& command = *AddCommand(app_, "query", help_.query);
         AddLogin(command, query.login);
         command.add_option("--conditions", query.conditions, Text(help_.queryConditions))->type_name("FILE");
-        command.add_option("--trace", query.trace, Text(help_.trace))->type_name("FILE");
+        AddTrace(command, query.trace, query.traceTimes);
         AddHost(command, query.host);
         command.add_option("ENVELOPE", query.envelope, Text(help_.queryEnvelope));
         Runs(command, [&query](Console&) { return RunQuery(query); });
@@ -323,6 +329,15 @@ private:
             }
             return RunLoginInit(init, console);
         });
+    }
+
+    void AddTraceCommands() {
+        CLI::App& traces = *AddCommand(app_, "trace", help_.traceCommand);
+        traces.require_subcommand(1);
+        TraceShowArguments& show = arguments_.traceShow;
+        CLI::App& command = *AddCommand(traces, "show", help_.traceShow);
+        command.add_option("FILE", show.file, Text(help_.traceShowFile))->required();
+        Runs(command, [&show](Console& console) { return RunTraceShow(show, console); });
     }
 
     void AddDoctor() {

@@ -54,7 +54,8 @@ int RunQuery(const QueryArguments& arguments) {
     std::string envelope = refhost::xml::ReadXmlFile(arguments.envelope);
     std::optional<refhost::Trace> trace;
     if (!arguments.trace.empty()) {
-        trace.emplace(arguments.trace);
+        trace.emplace(arguments.trace, refhost::Trace::Begin::empty,
+                      arguments.traceTimes ? refhost::Trace::Times::told : refhost::Trace::Times::untold);
     }
     const std::unique_ptr<Host> host = OpenHost(arguments.host, trace ? &*trace : nullptr);
     host::Environment& environment = host->environment();

@@ -119,7 +119,8 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     }
     std::optional<refhost::Trace> trace;
     if (!arguments.trace.empty()) {
-        trace.emplace(arguments.trace);
+        trace.emplace(arguments.trace, refhost::Trace::Begin::empty,
+                      arguments.traceTimes ? refhost::Trace::Times::told : refhost::Trace::Times::untold);
     }
     // The log comes after the login, which needs the host.
     ImportLog* lossLog = nullptr;

@@ -1,5 +1,6 @@
 # The reference host, the import and the program, on the targets `fmt::fmt`, `CLI11::CLI11`, `kovra_sqlite`,
-# `kovra_libxml2`, `kovra_minizip`, `kovra_xlsxwriter` and `kovra_odbc`, which each platform defines, with KOVRA_ODBC_VERSION.
+# `kovra_libxml2`, `kovra_minizip`, `kovra_xlsxwriter` and `kovra_odbc`, which each platform defines, with
+# KOVRA_ODBC_VERSION.
 kovra_library(refhost/xml ModPub os kovra_libxml2)
 kovra_library(refhost/odbc ModPub os kovra_odbc)
 add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)

@@ -96,7 +96,7 @@ if(KOVRA_PROGRAM OR KOVRA_TESTS)
     target_link_options(kovra PRIVATE $<$<CONFIG:Release>:-s>)
   endif()
   if(NOT KOVRA_OPTIMISE)
-    foreach(target kovra_sqlite LibXml2 refhost-ado refhost-sql refhost-account refhost-database refhost-xml refhost-odbc
+    foreach(target kovra_sqlite kovra_xlsxwriter LibXml2 refhost-ado refhost-sql refhost-account refhost-database refhost-xml refhost-odbc
             refhost import cli)
       target_compile_options(${target} PRIVATE $<IF:$<BOOL:${MSVC}>,/O1,-O1>)
     endforeach()

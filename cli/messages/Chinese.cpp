@@ -21,6 +21,10 @@ constexpr Messages chineseMessages = {
             .lang = "提示语言：zh 或 en；不指定时由 LC_ALL、LC_MESSAGES 或 LANG 决定",
             .login = "登录文件（XML）；可用 kovra login init 生成",
             .trace = "把发给数据库的每条语句写入 FILE，每行一个 JSON 对象",
+            .traceTimes = "在跟踪中写出每次操作的用时（us，微秒）",
+            .traceCommand = "跟踪文件",
+            .traceShow = "显示跟踪文件：依次列出每次操作，并列出最慢的和重复的语句",
+            .traceShowFile = "由 --trace 或 Kovra.dll 写出的文件",
             .transact = "用指定的类执行请求并写出结果；汇总写到标准错误",
             .transactClass = "类名：{0}",
             .transactRequest = "请求文件（XML）；写 - 或不写则读标准输入",
@@ -272,6 +276,21 @@ constexpr Messages chineseMessages = {
             .unitBegun = "未定",
             .unitImported = "已导入",
             .unitNotIn = "未导入",
+        },
+    .trace =
+        {
+            .lineHeading = "行",
+            .timeHeading = "毫秒",
+            .countHeading = "次数",
+            .operationHeading = "操作",
+            .errorHeading = "错误",
+            .statementHeading = "语句",
+            .slowest = "最慢的操作：",
+            .repeated = "重复出现的语句（不计其中的值）：",
+            .sum = "操作 {0} 次，失败 {1} 次。",
+            .time = "数据库用时共 {0} 毫秒。",
+            .untimed = "跟踪中没有用时；加上 --trace-times 才会写出。",
+            .noTrace = "第 {0} 行不是跟踪文件的内容",
         },
     .doctor =
         {

@@ -21,6 +21,10 @@ constexpr Messages englishMessages = {
             .lang = "Language of what is said: zh or en; without it LC_ALL, LC_MESSAGES or LANG decides",
             .login = "The login, an XML file; kovra login init makes one",
             .trace = "Write what is asked of the database to FILE, as JSON lines",
+            .traceTimes = "Tell in the trace how long each operation took, as us, in microseconds",
+            .traceCommand = "Traces",
+            .traceShow = "Show a trace: every operation in order, the slowest, and the statements that repeat",
+            .traceShowFile = "A file that --trace or Kovra.dll has written",
             .transact = "Run a request through a class and write the result; a summary goes to standard error",
             .transactClass = "The class: {0}",
             .transactRequest = "The request, an XML file; - or nothing for standard input",
@@ -280,6 +284,21 @@ constexpr Messages englishMessages = {
             .unitBegun = "in doubt",
             .unitImported = "imported",
             .unitNotIn = "not in",
+        },
+    .trace =
+        {
+            .lineHeading = "Line",
+            .timeHeading = "ms",
+            .countHeading = "Times",
+            .operationHeading = "Operation",
+            .errorHeading = "Error",
+            .statementHeading = "Statement",
+            .slowest = "The slowest:",
+            .repeated = "Statements that come more than once, whatever their values:",
+            .sum = "Operations: {0}, failed: {1}.",
+            .time = "Time in the database: {0} ms.",
+            .untimed = "The trace tells no times; --trace-times has them written.",
+            .noTrace = "line {0} is no line of a trace",
         },
     .doctor =
         {

@@ -32,6 +32,10 @@ struct HelpTexts {
     std::string_view lang;
     std::string_view login;
     std::string_view trace;
+    std::string_view traceTimes;
+    std::string_view traceCommand;
+    std::string_view traceShow;
+    std::string_view traceShowFile;
     std::string_view transact;
     /// `{0}` the names of the classes.
     std::string_view transactClass;
@@ -363,6 +367,25 @@ struct ImportTexts {
     std::string_view unitNotIn;
 };
 
+/// What `kovra trace` says.
+struct TraceTexts {
+    std::string_view lineHeading;
+    std::string_view timeHeading;
+    std::string_view countHeading;
+    std::string_view operationHeading;
+    std::string_view errorHeading;
+    std::string_view statementHeading;
+    std::string_view slowest;
+    std::string_view repeated;
+    /// `{0}` how many operations, `{1}` how many of them failed.
+    std::string_view sum;
+    /// `{0}` milliseconds.
+    std::string_view time;
+    std::string_view untimed;
+    /// `{0}` the line.
+    std::string_view noTrace;
+};
+
 /// What `kovra doctor` says.
 struct DoctorTexts {
     std::string_view classHeading;
@@ -403,6 +426,7 @@ struct Messages {
     AccountTexts account;
     SheetTexts sheet;
     ImportTexts import;
+    TraceTexts trace;
     DoctorTexts doctor;
 };
 
