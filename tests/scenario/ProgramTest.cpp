@@ -20,7 +20,8 @@ std::string ExpectedOutput(const fs::path& folder) {
         return {};
     }
     const std::unique_ptr<host::DOMDocument> document = refhost::xml::CreateDocument();
-    EXPECT_TRUE(document->LoadXML(test::ReadText(test::ExpectedFile(folder, ".xml", test::Documents::native)))) << "the expected result is not well-formed";
+    EXPECT_TRUE(document->LoadXML(test::ReadText(test::ExpectedFile(folder, ".xml", test::Documents::native))))
+        << "the expected result is not well-formed";
     return document->Xml() + "\n";
 }
 

@@ -38,8 +38,7 @@ void ExpectResult(const std::filesystem::path& folder, const std::string& result
     if (ExpectsEmptyResult(folder, Documents::msxml))
         EXPECT_EQ(result, "");
     else
-        EXPECT_EQ(Comparable(result),
-                  Comparable(ReadText(ExpectedFile(folder, ".xml", Documents::msxml))));
+        EXPECT_EQ(Comparable(result), Comparable(ReadText(ExpectedFile(folder, ".xml", Documents::msxml))));
 }
 
 std::string Transact(const wchar_t* progId, const VariantHolder& request, const DispatchObject& login) {
