@@ -3,8 +3,10 @@
 #include "cli/Classes.h"
 #include "cli/Commands.h"
 #include "cli/HelpFormatter.h"
+#include "cli/Host.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
+#include "cli/Registered.h"
 #include "cli/SheetOptions.h"
 #include "cli/Version.h"
 
@@ -54,6 +56,8 @@ struct Arguments {
     AccountArguments account;
     LoginCheckArguments loginCheck;
     LoginInitArguments loginInit;
+    DoctorArguments doctor;
+    TraceShowArguments traceShow;
     std::function<int(Console&)> command;
 };
 
@@ -77,6 +81,10 @@ public:
         AddSql();
         AddAccount();
         AddLoginCommands();
+        AddTraceCommands();
+        if constexpr (hasCom) {
+            AddDoctor();
+        }
     }
 
     CLI::App& app() { return app_; }
@@ -115,6 +123,16 @@ private:
     void AddLogin(CLI::App& command, std::string& login) {
         command.add_option("--login", login, Text(help_.login))->required()->type_name("FILE");
     }
+    void AddTrace(CLI::App& command, std::string& file, bool& times) {
+        command.add_option("--trace", file, Text(help_.trace))->type_name("FILE");
+        command.add_flag("--trace-times", times, Text(help_.traceTimes));
+    }
+    /// Where there is but one host, nothing is to be chosen.
+    void AddHost(CLI::App& command, std::string& host) {
+        if (const std::vector<std::string> names = HostNames(); names.size() > 1) {
+            AddChoice(command, "--host", host, help_.host, names);
+        }
+    }
     void Runs(CLI::App& command, std::function<int(Console&)> run) {
         command.callback([this, run = std::move(run)] { arguments_.command = run; });
     }
@@ -150,9 +168,13 @@ private:
             ->required()
             ->type_name("CLASS");
         AddLogin(command, transact.login);
-        command.add_option("--trace", transact.trace, Text(help_.trace))->type_name("FILE");
+        AddTrace(command, transact.trace, transact.traceTimes);
         command.add_option("--journal", transact.journal, Text(help_.transactJournal))->type_name("FILE");
         AddChoice(command, "--format", transact.format, help_.transactFormat, {"xml", "table", "json"});
+        AddHost(command, transact.host);
+        if constexpr (hasCom) {
+            command.add_flag("--server", transact.registered, Text(help_.transactServer));
+        }
         command.add_flag("-q,--quiet", transact.quiet, Text(help_.transactQuiet));
         command.add_option("REQUEST", transact.request, Text(help_.transactRequest));
         Runs(command, [&transact](Console& console) { return RunTransact(transact, console); });
@@ -163,7 +185,8 @@ private:
         CLI::App& command = *AddCommand(app_, "query", help_.query);
         AddLogin(command, query.login);
         command.add_option("--conditions", query.conditions, Text(help_.queryConditions))->type_name("FILE");
-        command.add_option("--trace", query.trace, Text(help_.trace))->type_name("FILE");
+        AddTrace(command, query.trace, query.traceTimes);
+        AddHost(command, query.host);
         command.add_option("ENVELOPE", query.envelope, Text(help_.queryEnvelope));
         Runs(command, [&query](Console&) { return RunQuery(query); });
     }
@@ -306,6 +329,22 @@ private:
             }
             return RunLoginInit(init, console);
         });
+    }
+
+    void AddTraceCommands() {
+        CLI::App& traces = *AddCommand(app_, "trace", help_.traceCommand);
+        traces.require_subcommand(1);
+        TraceShowArguments& show = arguments_.traceShow;
+        CLI::App& command = *AddCommand(traces, "show", help_.traceShow);
+        command.add_option("FILE", show.file, Text(help_.traceShowFile))->required();
+        Runs(command, [&show](Console& console) { return RunTraceShow(show, console); });
+    }
+
+    void AddDoctor() {
+        DoctorArguments& doctor = arguments_.doctor;
+        CLI::App& command = *AddCommand(app_, "doctor", help_.doctor);
+        command.add_option("--login", doctor.login, Text(help_.doctorLogin))->type_name("FILE");
+        Runs(command, [&doctor](Console& console) { return RunDoctor(doctor, console); });
     }
 
     const HelpTexts& help_;

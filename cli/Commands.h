@@ -27,10 +27,16 @@ struct TransactArguments {
     std::string login;
     /// Empty for none.
     std::string trace;
+    /// Whether the trace tells times.
+    bool traceTimes = false;
     /// A file that each outcome is added to as it happens; empty for none.
     std::string journal;
     /// "xml", "table" or "json"; empty for "table" on a terminal, else "xml".
     std::string format;
+    /// What the class runs on; empty for the reference host. See `HostNames`.
+    std::string host = {};
+    /// Whether the class is the one that is registered.
+    bool registered = false;
     /// Nothing but errors on standard error.
     bool quiet = false;
     /// A file, or "-" for standard input.
@@ -43,6 +49,10 @@ struct QueryArguments {
     std::string conditions;
     /// Empty for none.
     std::string trace;
+    /// Whether the trace tells times.
+    bool traceTimes = false;
+    /// What the class runs on; empty for the reference host. See `HostNames`.
+    std::string host = {};
     /// A file, or "-" for standard input.
     std::string envelope = "-";
 };
@@ -85,6 +95,10 @@ struct AccountArguments {
     std::string file;
     /// Whether the system database is meant instead of the account.
     bool system = false;
+};
+
+struct TraceShowArguments {
+    std::string file;
 };
 
 struct LoginCheckArguments {
@@ -147,6 +161,10 @@ int RunImportsUndo(const ImportsArguments& arguments, Console& console);
 /// Runs T-SQL batches up to the first that fails. Rows go to standard output; counts, messages and errors of a batch go
 /// to `console`.
 int RunSql(const SqlArguments& arguments, Console& console);
+
+/// Tells on standard output what a trace holds: every operation in order, the slowest, and the statements that come
+/// more than once. Throws std::runtime_error for a file that is no trace.
+int RunTraceShow(const TraceShowArguments& arguments, Console& console);
 
 /// Creates the host's tables, and tells people what it made.
 int RunAccountCreate(const AccountArguments& arguments, Console& console);

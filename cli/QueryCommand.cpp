@@ -1,10 +1,9 @@
 #include "ClsKovraProof/ClsKovraProof.h"
 #include "ModPub/Conversions.h"
 #include "cli/Commands.h"
+#include "cli/Host.h"
 #include "cli/Output.h"
-#include "refhost/Environment.h"
-#include "refhost/LoginFile.h"
-#include "refhost/trace/Traced.h"
+#include "refhost/trace/Trace.h"
 #include "refhost/xml/FileText.h"
 #include "text/Fault.h"
 
@@ -35,7 +34,7 @@ host::DOMNodeList ReadConditions(const std::string& path, host::DOMDocument& doc
 /// Opens the connection of `instance` as every caller of the class does: by `Transact`, here with a request that
 /// imports nothing. Returns the error that `Transact` ended in: the connection may be open by then, as after a failed
 /// login into the subsystem.
-std::optional<host::Error> OpenConnection(kovra::ClsKovraProof& instance, refhost::Environment& environment,
+std::optional<host::Error> OpenConnection(kovra::ClsKovraProof& instance, host::Environment& environment,
                                           host::HostLogin& login) {
     const std::string result = instance.Transact("<qxinterface roottag=\"document\" docid=\"\" proc=\"ADD\"/>", &login);
     const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
@@ -55,15 +54,17 @@ int RunQuery(const QueryArguments& arguments) {
     std::string envelope = refhost::xml::ReadXmlFile(arguments.envelope);
     std::optional<refhost::Trace> trace;
     if (!arguments.trace.empty()) {
-        trace.emplace(arguments.trace);
+        trace.emplace(arguments.trace, refhost::Trace::Begin::empty,
+                      arguments.traceTimes ? refhost::Trace::Times::told : refhost::Trace::Times::untold);
     }
-    refhost::Traced<refhost::Environment> environment(trace ? &*trace : nullptr);
+    const std::unique_ptr<Host> host = OpenHost(arguments.host, trace ? &*trace : nullptr);
+    host::Environment& environment = host->environment();
     const std::unique_ptr<host::DOMDocument> conditionsFile = environment.CreateDOMDocument();
     host::DOMNodeList conditions;
     if (!arguments.conditions.empty()) {
         conditions = ReadConditions(arguments.conditions, *conditionsFile);
     }
-    refhost::Login login = refhost::ReadLogin(arguments.login, environment);
+    host::HostLogin& login = host->ReadLogin(arguments.login);
     kovra::ClsKovraProof instance(environment);
     const std::optional<host::Error> failure = OpenConnection(instance, environment, login);
     try {

@@ -5,6 +5,7 @@
 #include "import/encoding/Encoding.h"
 #include "import/request/BuildRequest.h"
 #include "import/writing/Files.h"
+#include "os/Files.h"
 #include "text/Json.h"
 
 #include <filesystem>
@@ -48,7 +49,7 @@ int RunRequest(const RequestArguments& arguments, Console& console) {
     const bool writes = usable && taken > 0 && !(arguments.json && arguments.output == "-");
     if (writes) {
         const std::filesystem::path file = std::filesystem::u8path(arguments.sheet.file);
-        WriteRequest(arguments.output, importing::BuildRequest(sheet, file.stem().string(), "ADD"));
+        WriteRequest(arguments.output, importing::BuildRequest(sheet, os::NameOf(file.stem()), "ADD"));
     }
     if (arguments.json) {
         WriteOutput(Json(arguments, sheet, console.language()));

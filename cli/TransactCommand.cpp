@@ -1,15 +1,14 @@
 #include "cli/Classes.h"
 #include "cli/Commands.h"
+#include "cli/Host.h"
 #include "cli/Journal.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
 #include "cli/Progress.h"
+#include "cli/Registered.h"
 #include "cli/ResultText.h"
 #include "cli/Summary.h"
-#include "refhost/Environment.h"
-#include "refhost/LoginFile.h"
-#include "refhost/ado/LossWatch.h"
-#include "refhost/trace/Traced.h"
+#include "refhost/trace/Trace.h"
 #include "refhost/xml/FileText.h"
 
 #include <algorithm>
@@ -92,6 +91,20 @@ std::string ReadRequest(const TransactArguments& arguments, Console& console) {
     return refhost::xml::ReadXmlFile(arguments.request);
 }
 
+/// The import by the registered class: nobody watches it, and what is known of it stands in the result.
+int TransactByServer(const TransactArguments& arguments, const ImportClass& importClass, const std::string& request,
+                     Console& console) {
+    ImportLog log(std::nullopt, true, {});
+    const std::string result = TransactByRegistered(importClass.name, request, arguments.login, arguments.trace);
+    ReadOutcomes(request, result, log);
+    WriteResult(result, FormatNamed(arguments.format), log, importClass, console.messages());
+    if (!arguments.quiet) {
+        Summarize(log, {.importClass = importClass, .interrupted = false, .listsRefusals = true, .emptyInput = false},
+                  console);
+    }
+    return ExitStatus(log);
+}
+
 } // namespace
 
 int RunTransact(const TransactArguments& arguments, Console& console) {
@@ -99,20 +112,25 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     const ImportClass& importClass = FindClass(arguments.className, messages.usage);
     const ResultFormat format = FormatNamed(arguments.format);
     const std::string request = ReadRequest(arguments, console);
+    if constexpr (hasCom) {
+        if (arguments.registered) {
+            return TransactByServer(arguments, importClass, request, console);
+        }
+    }
     std::optional<refhost::Trace> trace;
     if (!arguments.trace.empty()) {
-        trace.emplace(arguments.trace);
+        trace.emplace(arguments.trace, refhost::Trace::Begin::empty,
+                      arguments.traceTimes ? refhost::Trace::Times::told : refhost::Trace::Times::untold);
     }
-    // The log comes after the login, which needs the environment.
+    // The log comes after the login, which needs the host.
     ImportLog* lossLog = nullptr;
-    refhost::Traced<refhost::Environment> environment(
-        trace ? &*trace : nullptr,
-        refhost::TellingOfLoss(refhost::OpenExisting(), [&lossLog](const refhost::ConnectionLost& loss) {
+    const std::unique_ptr<Host> host =
+        OpenHost(arguments.host, trace ? &*trace : nullptr, [&lossLog](const refhost::ConnectionLost& loss) {
             if (lossLog != nullptr) {
                 lossLog->ConnectionLost(loss.description());
             }
-        }));
-    refhost::Login login = refhost::ReadLogin(arguments.login, environment);
+        });
+    host::HostLogin& login = host->ReadLogin(arguments.login);
     std::optional<Journal> journal;
     if (!arguments.journal.empty()) {
         journal.emplace(arguments.journal, importClass.name, arguments.request);
@@ -135,7 +153,7 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     platform::NoteInterruptions();
     std::string result;
     try {
-        result = importClass.transact(environment, request, &login, &log);
+        result = importClass.transact(host->environment(), request, &login, &log);
     } catch (const host::Error& error) {
         // The class itself could not be created.
         log.RequestRefused(std::to_string(error.number()), error.description());

@@ -1,5 +1,6 @@
 # The reference host, the import and the program, on the targets `fmt::fmt`, `CLI11::CLI11`, `kovra_sqlite`,
-# `kovra_libxml2`, `kovra_minizip`, `kovra_xlsxwriter` and `kovra_odbc`, which each platform defines, with KOVRA_ODBC_VERSION.
+# `kovra_libxml2`, `kovra_minizip`, `kovra_xlsxwriter` and `kovra_odbc`, which each platform defines, with
+# KOVRA_ODBC_VERSION.
 kovra_library(refhost/xml ModPub os kovra_libxml2)
 kovra_library(refhost/odbc ModPub os kovra_odbc)
 add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)
@@ -13,6 +14,12 @@ kovra_sources(cli_sources cli)
 list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp)
 add_library(cli STATIC ${cli_sources})
 target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost import fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
+if(WIN32)
+  # The login object of KovraHost.dll, for the host of the machine.
+  add_library(refhost-com-login STATIC refhost/com/LoginObject.cpp)
+  target_link_libraries(refhost-com-login PUBLIC refhost-eai server-adapters server-inproc)
+  target_link_libraries(cli PUBLIC refhost-com-login server-trace advapi32 shell32 version)
+endif()
 set_property(SOURCE cli/Version.cpp PROPERTY COMPILE_DEFINITIONS
              KOVRA_VERSION="${PROJECT_VERSION}" KOVRA_ODBC_VERSION="${KOVRA_ODBC_VERSION}")
 add_executable(kovra cli/main.cpp)

@@ -53,12 +53,13 @@ endif()
 kovra_library(server/com ModPub kovra_windows)
 kovra_library(server/adapters server-com)
 kovra_library(server/inproc server-com)
+kovra_library(server/trace server-adapters refhost-trace)
 # The entry points belong into the library that offers the classes.
 set_property(TARGET server-inproc PROPERTY POSITION_INDEPENDENT_CODE ON)
 
 file(GLOB server_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/server/*.cpp)
 add_library(Kovra SHARED ${server_sources} server/Kovra.def ${KOVRA_IDL_DIR}/Kovra.rc)
-target_link_libraries(Kovra PRIVATE ${KOVRA_CLASSES} server-adapters server-inproc kovra_idl)
+target_link_libraries(Kovra PRIVATE ${KOVRA_CLASSES} server-adapters server-inproc server-trace kovra_idl)
 set_target_properties(Kovra PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR})
 add_dependencies(server-com kovra_idl)
 
@@ -91,12 +92,11 @@ if(KOVRA_PROGRAM OR KOVRA_TESTS)
   configure_file(cli/kovra.manifest.in ${PROJECT_BINARY_DIR}/kovra.manifest @ONLY)
   configure_file(cli/kovra.rc.in ${PROJECT_BINARY_DIR}/kovra.rc @ONLY)
   target_sources(kovra PRIVATE ${PROJECT_BINARY_DIR}/kovra.rc)
-  target_link_libraries(kovra PRIVATE shell32 advapi32)
   if(NOT MSVC)
     target_link_options(kovra PRIVATE $<$<CONFIG:Release>:-s>)
   endif()
   if(NOT KOVRA_OPTIMISE)
-    foreach(target kovra_sqlite LibXml2 refhost-ado refhost-sql refhost-account refhost-database refhost-xml refhost-odbc
+    foreach(target kovra_sqlite kovra_xlsxwriter LibXml2 refhost-ado refhost-sql refhost-account refhost-database refhost-xml refhost-odbc
             refhost import cli)
       target_compile_options(${target} PRIVATE $<IF:$<BOOL:${MSVC}>,/O1,-O1>)
     endforeach()

@@ -46,13 +46,15 @@ kovra_foreign_library(kovra_minizip ${minizip} ${minizip}/ioapi.c ${minizip}/unz
 target_compile_options(kovra_minizip PRIVATE -include ${PROJECT_SOURCE_DIR}/os/Utf8Fopen.h)
 target_link_libraries(kovra_minizip PUBLIC os ${KOVRA_ZLIB})
 
-# Workbooks are written through the same minizip, which has a part of its own for Windows.
+# Workbooks are written through the same minizip, and temporary files where the user may make them.
 set(xlsxwriter ${KOVRA_SOURCES}/libxlsxwriter)
 file(GLOB xlsxwriter_sources ${xlsxwriter}/src/*.c)
 kovra_foreign_library(kovra_xlsxwriter ${xlsxwriter}/include ${xlsxwriter_sources} ${minizip}/iowin32.c
-                      ${xlsxwriter}/third_party/tmpfileplus/tmpfileplus.c ${xlsxwriter}/third_party/md5/md5.c)
+                      ${xlsxwriter}/third_party/md5/md5.c
+                      ${xlsxwriter}/third_party/tmpfileplus/tmpfileplus.c)
 target_include_directories(kovra_xlsxwriter PRIVATE ${KOVRA_SOURCES})
 target_compile_definitions(kovra_xlsxwriter PRIVATE USE_SYSTEM_MINIZIP)
+target_compile_options(kovra_xlsxwriter PRIVATE -include ${PROJECT_SOURCE_DIR}/os/Utf8Fopen.h)
 target_link_libraries(kovra_xlsxwriter PUBLIC kovra_minizip)
 
 add_library(kovra_odbc INTERFACE)

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "ModPub/ErrorResult.h"
-#include "server/adapters/ComEnvironment.h"
 #include "server/adapters/ComLogin.h"
 #include "server/com/BString.h"
 #include "server/com/Utf16.h"
 #include "server/inproc/Automation.h"
+#include "server/trace/SharedTraceFile.h"
+#include "server/trace/TracedComEnvironment.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -64,7 +66,9 @@ private:
         }
     }
 
-    ComEnvironment environment_;
+    /// Nothing where nothing is traced.
+    std::unique_ptr<refhost::Trace> trace_ = OpenTrace();
+    TracedComEnvironment environment_{trace_.get()};
     /// The latest login, always in the same place: the class reads it in later calls too.
     std::optional<ComLogin> login_;
     bool inTransact_ = false;

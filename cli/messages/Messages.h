@@ -32,6 +32,10 @@ struct HelpTexts {
     std::string_view lang;
     std::string_view login;
     std::string_view trace;
+    std::string_view traceTimes;
+    std::string_view traceCommand;
+    std::string_view traceShow;
+    std::string_view traceShowFile;
     std::string_view transact;
     /// `{0}` the names of the classes.
     std::string_view transactClass;
@@ -39,6 +43,10 @@ struct HelpTexts {
     std::string_view transactFormat;
     std::string_view transactJournal;
     std::string_view transactQuiet;
+    std::string_view host;
+    std::string_view transactServer;
+    std::string_view doctor;
+    std::string_view doctorLogin;
     std::string_view query;
     std::string_view queryConditions;
     std::string_view queryEnvelope;
@@ -359,6 +367,51 @@ struct ImportTexts {
     std::string_view unitNotIn;
 };
 
+/// What `kovra trace` says.
+struct TraceTexts {
+    std::string_view lineHeading;
+    std::string_view timeHeading;
+    std::string_view countHeading;
+    std::string_view operationHeading;
+    std::string_view errorHeading;
+    std::string_view statementHeading;
+    std::string_view slowest;
+    std::string_view repeated;
+    /// `{0}` how many operations, `{1}` how many of them failed.
+    std::string_view sum;
+    /// `{0}` milliseconds.
+    std::string_view time;
+    std::string_view untimed;
+    /// `{0}` the line.
+    std::string_view noTrace;
+};
+
+/// What `kovra doctor` says.
+struct DoctorTexts {
+    std::string_view classHeading;
+    std::string_view sizeHeading;
+    std::string_view versionHeading;
+    std::string_view stateHeading;
+    std::string_view fileHeading;
+    std::string_view bits64;
+    std::string_view bits32;
+    std::string_view created;
+    /// `{0}` the error's number, `{1}` its description.
+    std::string_view notCreated;
+    std::string_view notRegistered;
+    /// Of a class that this program's size cannot create.
+    std::string_view otherSize;
+    std::string_view fileMissing;
+    /// `{0}` the database.
+    std::string_view accountOpens;
+    /// `{0}` the error's number, `{1}` its description.
+    std::string_view accountFails;
+    std::string_view healthy;
+    /// `{0}` how many classes.
+    std::string_view missing;
+    std::string_view askOtherSize;
+};
+
 /// All texts that the program has for people, in one language.
 struct Messages {
     Noun row;
@@ -373,6 +426,8 @@ struct Messages {
     AccountTexts account;
     SheetTexts sheet;
     ImportTexts import;
+    TraceTexts trace;
+    DoctorTexts doctor;
 };
 
 const Messages& MessagesIn(Language language) noexcept;

@@ -8,7 +8,7 @@ _kovra() {
   COMPREPLY=()
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case $word in
-      transact | query | template | request | import | imports | sql | account | login) [ -n "$command" ] || command=$word ;;
+      transact | query | template | request | import | imports | sql | account | login | trace) [ -n "$command" ] || command=$word ;;
       create | backup | restore | check | upgrade | init | list | show | undo) [ -z "$command" ] || command="${command%% *} $word" ;;
     esac
   done
@@ -31,14 +31,14 @@ _kovra() {
     choices=$classes
   fi
   if [ -z "${choices:-}" ]; then
-    if [[ $current != -* && ($command == transact || $command == query || $command == request || $command == import || $command == sql || $command == "login init" || $command == "account backup" || $command == "account restore") ]]; then
+    if [[ $current != -* && ($command == transact || $command == query || $command == request || $command == import || $command == sql || $command == "login init" || $command == "account backup" || $command == "account restore" || $command == "trace show") ]]; then
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
     fi
     case $command in
-      "") choices="transact query template request import imports sql account login --help --version --lang" ;;
-      transact) choices="--class --login --trace --journal --format --quiet --lang --help" ;;
-      query) choices="--login --conditions --trace --lang --help" ;;
+      "") choices="transact query template request import imports sql account login trace --help --version --lang" ;;
+      transact) choices="--class --login --trace --trace-times --journal --format --quiet --lang --help" ;;
+      query) choices="--login --conditions --trace --trace-times --lang --help" ;;
       template) choices="--output --login --lang --help" ;;
       request) choices="$sheet --output --login --json --quiet --lang --help" ;;
       import) choices="$sheet --login --commit --strict --report --refused --json --quiet --lang --help" ;;
@@ -49,6 +49,8 @@ _kovra() {
       "account create") choices="--login --demo --database --lang --help" ;;
       "account backup" | "account restore") choices="--login --system --lang --help" ;;
       "account check" | "account upgrade") choices="--login --lang --help" ;;
+      trace) choices="show --lang --help" ;;
+      "trace show") choices="--lang --help" ;;
       login) choices="check init --lang --help" ;;
       "login check") choices="--login --lang --help" ;;
       "login init") choices="--connection --account --year --user --name --lang --help" ;;

@@ -6,7 +6,9 @@
 #include "text/Json.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <system_error>
+#include <utility>
 
 namespace refhost {
 namespace {
@@ -20,14 +22,34 @@ void AppendMember(std::string& line, std::string_view name, int number) {
     line.append(",\"").append(name).append("\":").append(std::to_string(number));
 }
 
+class FileSink final : public TraceSink {
+public:
+    FileSink(const std::string& path, Trace::Begin begin)
+        : path_(path), file_(os::OpenFile(path, begin == Trace::Begin::append ? "ab" : "wb")) {
+        if (!file_) {
+            throw std::system_error(errno, std::generic_category(), path);
+        }
+    }
+
+    void Add(std::string_view line) noexcept override { std::fwrite(line.data(), 1, line.size(), file_.get()); }
+    void Flush() override {
+        if (std::fflush(file_.get()) != 0 || std::ferror(file_.get()) != 0) {
+            throw std::system_error(errno, std::generic_category(), path_);
+        }
+    }
+
+private:
+    struct Close {
+        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+    };
+    std::string path_;
+    std::unique_ptr<std::FILE, Close> file_;
+};
+
 } // namespace
 
-Trace::Trace(const std::string& path, Begin begin)
-    : path_(path), file_(os::OpenFile(path, begin == Begin::append ? "ab" : "wb")) {
-    if (!file_) {
-        throw std::system_error(errno, std::generic_category(), path);
-    }
-}
+Trace::Trace(const std::string& path, Begin begin, Times times)
+    : Trace(std::make_unique<FileSink>(path, begin), times) {}
 
 void Trace::Connect(std::string_view connection, std::string_view user, std::string_view password, int options,
                     Result result) {
@@ -82,13 +104,17 @@ void Trace::Finish(Result result) {
     if (result != 0) {
         AppendMember(line_, "error", result);
     }
+    if (TellsTimes()) {
+        line_.append(",\"us\":").append(std::to_string(std::exchange(took_, {}).count()));
+    }
     line_.append("}\n");
-    std::fwrite(line_.data(), 1, line_.size(), file_.get());
+    sink_->Add(line_);
 }
 
 void Trace::Flush() {
-    if (std::fflush(file_.get()) != 0 || std::ferror(file_.get()) != 0) {
-        throw std::system_error(errno, std::generic_category(), path_);
+    sink_->Flush();
+    if (lineLost_) {
+        throw std::system_error(ENOMEM, std::generic_category(), "trace");
     }
 }
 

@@ -2,22 +2,44 @@
 
 #include "host/Error.h"
 
-#include <cstdio>
+#include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace refhost {
 
-/// Writes everything that is asked of the databases to a file, one JSON object a line.
-/// Passwords inside connection strings are masked.
+/// Where the lines of a trace go.
+class TraceSink {
+public:
+    TraceSink() = default;
+    virtual ~TraceSink() = default;
+    TraceSink(const TraceSink&) = delete;
+    TraceSink& operator=(const TraceSink&) = delete;
+
+    /// Takes a line with its line feed. What cannot be written is missing, and `Flush` says so.
+    virtual void Add(std::string_view line) noexcept = 0;
+    /// Writes what is still buffered. Throws std::system_error when lines are missing.
+    virtual void Flush() = 0;
+};
+
+/// Tells a sink everything that is asked of the databases, one JSON object a line. Passwords inside connection strings
+/// are masked.
 class Trace {
 public:
     /// What becomes of what the file holds already.
     enum class Begin { empty, append };
+    /// Whether each line tells how long its operation took, as `us`, in microseconds.
+    enum class Times { untold, told };
 
-    /// Creates the file unless it is there. Throws std::system_error when it cannot be written.
-    explicit Trace(const std::string& path, Begin begin = Begin::empty);
+    /// To a file, which is created unless it is there. Throws std::system_error when it cannot be written.
+    explicit Trace(const std::string& path, Begin begin = Begin::empty, Times times = Times::untold);
+    Trace(std::unique_ptr<TraceSink> sink, Times times) : sink_(std::move(sink)), times_(times) {}
+
+    bool TellsTimes() const noexcept { return times_ == Times::told; }
+    /// How long the operation took that is told of next.
+    void Took(std::chrono::microseconds time) noexcept { took_ = time; }
 
     /// What came of an operation: 0 for success, else the error's number.
     using Result = host::ErrorNumber;
@@ -32,19 +54,21 @@ public:
     /// Notes that the connection is gone, behind the operation that met it; once, however many more fail for it.
     void ConnectionLost(std::string_view description);
 
-    /// Writes what is still buffered. Throws std::system_error when the file did not take everything.
+    /// Notes that a line is missing, for want of memory.
+    void LineLost() noexcept { lineLost_ = true; }
+
+    /// As `TraceSink::Flush`.
     void Flush();
 
 private:
-    struct Close {
-        void operator()(std::FILE* file) const noexcept { std::fclose(file); }
-    };
     void Finish(Result result);
 
-    std::string path_;
-    std::unique_ptr<std::FILE, Close> file_;
+    std::unique_ptr<TraceSink> sink_;
+    Times times_;
+    std::chrono::microseconds took_{0};
     std::string line_;
     bool lossTold_ = false;
+    bool lineLost_ = false;
 };
 
 } // namespace refhost

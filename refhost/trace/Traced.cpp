@@ -4,24 +4,39 @@
 #include "host/Forwarding.h"
 #include "refhost/ado/ConnectionLost.h"
 
+#include <chrono>
+#include <exception>
 #include <string>
 #include <string_view>
 
 namespace refhost {
 namespace {
 
-/// Runs `operation` and passes its result, success or the error's number, to `note`; an error goes on its way.
+/// Runs `operation` and passes its result, success or the error's number, to `note`; an error goes on its way. What
+/// keeps the trace from being told does not disturb the operation.
 template <class Operation, class Note> void Noted(Trace& trace, const Operation& operation, const Note& note) {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point start = trace.TellsTimes() ? Clock::now() : Clock::time_point();
+    const auto tell = [&](Trace::Result result, const host::Error* error) {
+        try {
+            if (trace.TellsTimes()) {
+                trace.Took(std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start));
+            }
+            note(result);
+            if (dynamic_cast<const ConnectionLost*>(error) != nullptr) {
+                trace.ConnectionLost(error->description());
+            }
+        } catch (const std::exception&) {
+            trace.LineLost();
+        }
+    };
     try {
         operation();
     } catch (const host::Error& error) {
-        note(error.number());
-        if (dynamic_cast<const ConnectionLost*>(&error) != nullptr) {
-            trace.ConnectionLost(error.description());
-        }
+        tell(error.number(), &error);
         throw;
     }
-    note(Trace::Result{0});
+    tell(Trace::Result{0}, nullptr);
 }
 
 class TracedConnection final : public host::ForwardingConnection {
@@ -72,6 +87,53 @@ private:
     Trace& trace_;
 };
 
+class TracedZendaT final : public host::ZendaT {
+public:
+    TracedZendaT(Trace& trace, std::unique_ptr<host::ZendaT> inner) : trace_(trace), inner_(std::move(inner)) {}
+
+    void OpenDBS(host::Recordset& recordset, host::Connection& connection, std::string_view sql) override {
+        Noted(
+            trace_, [&] { inner_->OpenDBS(recordset, connection, sql); },
+            [&](Trace::Result result) {
+                trace_.Open(sql, static_cast<int>(host::CursorType::openStatic),
+                            static_cast<int>(host::LockType::readOnly), host::command_option::text,
+                            static_cast<int>(recordset.GetCursorLocation()), result);
+            });
+    }
+
+    bool AllowAdd(std::string& message, std::shared_ptr<host::VoucherContext>& context,
+                  host::Connection& connection) override {
+        return inner_->AllowAdd(message, context, connection);
+    }
+    void Update(std::string_view workTable, std::string_view resultTable,
+                std::shared_ptr<host::VoucherContext>& context, host::Connection& connection,
+                std::string_view voucherId, bool flag) override {
+        inner_->Update(workTable, resultTable, context, connection, voucherId, flag);
+    }
+    host::Value GetDefaultTemplateID(std::string_view cardNumber, host::Connection& connection) override {
+        return inner_->GetDefaultTemplateID(cardNumber, connection);
+    }
+    host::Value GetVouchNum(std::shared_ptr<host::VoucherContext>& context, std::string_view voucherType,
+                            host::RsXmlHelper::VouchData& data, bool flag1, bool flag2) override {
+        return inner_->GetVouchNum(context, voucherType, data, flag1, flag2);
+    }
+    bool save(host::DOMDocument& head, host::DOMDocument& rows, int mode, std::string& message,
+              host::Connection& connection, bool flag, std::shared_ptr<host::VoucherContext>& context) override {
+        return inner_->save(head, rows, mode, message, connection, flag, context);
+    }
+    host::Value GetMaxID(host::Connection& connection, bool flag) override {
+        return inner_->GetMaxID(connection, flag);
+    }
+    bool DoAccount(host::DOMDocument& head, host::DOMDocument& rows, std::shared_ptr<host::VoucherContext>& context,
+                   host::Connection& connection, bool flag, std::string& message) override {
+        return inner_->DoAccount(head, rows, context, connection, flag, message);
+    }
+
+private:
+    Trace& trace_;
+    std::unique_ptr<host::ZendaT> inner_;
+};
+
 } // namespace
 
 std::unique_ptr<host::Connection> WithTrace(Trace* trace, std::unique_ptr<host::Connection> connection) {
@@ -80,6 +142,10 @@ std::unique_ptr<host::Connection> WithTrace(Trace* trace, std::unique_ptr<host::
 
 std::unique_ptr<host::Recordset> WithTrace(Trace* trace, std::unique_ptr<host::Recordset> recordset) {
     return trace == nullptr ? std::move(recordset) : std::make_unique<TracedRecordset>(*trace, std::move(recordset));
+}
+
+std::unique_ptr<host::ZendaT> WithTracedTexts(Trace* trace, std::unique_ptr<host::ZendaT> component) {
+    return trace == nullptr ? std::move(component) : std::make_unique<TracedZendaT>(*trace, std::move(component));
 }
 
 } // namespace refhost

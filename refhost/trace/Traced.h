@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Database.h"
+#include "host/VoucherComponents.h"
 #include "refhost/trace/Trace.h"
 
 #include <memory>
@@ -15,6 +16,11 @@ std::unique_ptr<host::Connection> WithTrace(Trace* trace, std::unique_ptr<host::
 /// `recordset` with everything that it is opened on noted; as it is when there is no trace.
 /// @param trace outlives the recordset
 std::unique_ptr<host::Recordset> WithTrace(Trace* trace, std::unique_ptr<host::Recordset> recordset);
+
+/// `component` with the texts noted that it is handed to open, for a component that opens them out of our sight. They
+/// are noted as the component is bound to open them: static, read-only, as a command's text.
+/// @param trace outlives the component; the component is as it is when there is none
+std::unique_ptr<host::ZendaT> WithTracedTexts(Trace* trace, std::unique_ptr<host::ZendaT> component);
 
 /// An implementation of `host::Environment`, everything asked of its databases noted: by whoever creates connections
 /// and recordsets from it, its own components included.

@@ -5,7 +5,7 @@
 namespace server {
 
 /// The world as COM offers it. It holds nothing; the helpers of each thread live until the thread leaves COM.
-class ComEnvironment final : public host::Environment {
+class ComEnvironment : public host::Environment {
 public:
     std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;
     std::unique_ptr<host::Connection> CreateConnection() override;

@@ -10,10 +10,10 @@
 namespace test {
 namespace {
 
-constexpr std::array commands = {"transact",      "query",           "template",       "request",
-                                 "import",        "imports list",    "imports show",   "imports undo",
-                                 "sql",           "account create",  "account backup", "account restore",
-                                 "account check", "account upgrade", "login check",    "login init"};
+constexpr std::array commands = {
+    "transact",      "query",           "template",    "request",        "import",         "imports list",
+    "imports show",  "imports undo",    "sql",         "account create", "account backup", "account restore",
+    "account check", "account upgrade", "login check", "login init",     "trace show"};
 
 /// The long options that the help of a command names.
 std::set<std::string> Options(const std::string& help) {
@@ -45,9 +45,12 @@ protected:
 };
 
 TEST_F(Completion, OffersTheOptionsOfEachCommand) {
+    if (ProgramIsForWindows()) {
+        GTEST_SKIP() << "bash is no shell of Windows, where there are more options";
+    }
     for (const char* command : commands) {
         const std::set<std::string> options = Options(Kovra(std::string(command) + " --help").output);
-        EXPECT_GE(options.size(), 3U) << command;
+        EXPECT_GE(options.size(), 2U) << command;
         EXPECT_EQ(Offered(std::string("kovra ") + command + " --"), options) << command;
     }
     EXPECT_EQ(Offered("kovra --"), Options(Kovra("--help").output));
@@ -66,6 +69,9 @@ TEST_F(Completion, OffersCommandsAndValues) {
 }
 
 TEST_F(Completion, TheManualPageHasEveryOptionAndExitStatus) {
+    if (ProgramIsForWindows()) {
+        GTEST_SKIP() << "Windows has no manual pages";
+    }
     if (std::system("command -v help2man > /dev/null") != 0) {
         GTEST_SKIP() << "help2man is not installed";
     }

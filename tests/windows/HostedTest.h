@@ -36,6 +36,14 @@ private:
 /// A login object filled from `<login …/>`.
 server::DispatchObject Login(std::string_view xml);
 
+/// The document as MSXML writes it, whatever wrote it before: Wine's MSXML adds line breaks and tabs to a text that has
+/// none. So it does to the text of a result document that a message quotes, where a line break at its end stays too;
+/// the line breaks behind a quoted document are therefore left out.
+std::string Comparable(const std::string& xml);
+
+/// Holds a result against what the scenario in `folder` expects of MSXML's documents.
+void ExpectResult(const std::filesystem::path& folder, const std::string& result);
+
 /// What `Transact` of a new instance of the class returns.
 std::string Transact(const wchar_t* progId, const server::VariantHolder& request, const server::DispatchObject& login);
 

@@ -1,15 +1,12 @@
 // Every scenario through Kovra.dll: the class, the login, the host's components, the documents and the database all by
 // COM.
-#include "server/adapters/XmlDocument.h"
 #include "tests/support/ScenarioFolder.h"
 #include "tests/windows/HostedTest.h"
 #include "tests/windows/Reentry.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -18,15 +15,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The current folder, and the file that is traced to, of a scenario's run.
+/// The current folder of a scenario's run, and the files that ADO's stand-in and the classes trace to.
 class RunFolder {
 public:
     explicit RunFolder(const fs::path& folder) : before_(fs::current_path()) {
         fs::current_path(folder);
         SetEnvironmentVariableW(L"KOVRA_ADO_TRACE", (folder / "trace.jsonl").c_str());
+        SetEnvironmentVariableW(L"KOVRA_TRACE", (folder / L"记录.jsonl").c_str());
     }
     ~RunFolder() {
         SetEnvironmentVariableW(L"KOVRA_ADO_TRACE", nullptr);
+        SetEnvironmentVariableW(L"KOVRA_TRACE", nullptr);
         fs::current_path(before_);
     }
     RunFolder(const RunFolder&) = delete;
@@ -38,6 +37,7 @@ private:
 
 using server::DispatchObject;
 using server::VariantHolder;
+using test::ExpectResult;
 
 class Scenario : public test::HostedTest, public testing::WithParamInterface<fs::path> {
 protected:
@@ -52,35 +52,6 @@ protected:
     /// holds the rows and statements against what is expected. `inside` runs within each call that leaves the instance.
     Run RunWatched(const std::function<void(const DispatchObject& instance)>& inside);
 };
-
-/// The document as MSXML writes it, whatever wrote it before: Wine's MSXML adds line breaks and tabs to a text that has
-/// none. So it does to the text of a result document that a message quotes, where a line break at its end stays too;
-/// the line breaks behind a quoted document are therefore left out.
-std::string Comparable(const std::string& xml) {
-    server::XmlDocument document;
-    EXPECT_TRUE(document.LoadXML(xml)) << xml;
-    for (const host::DOMNodePtr& item : document.SelectNodes("/*/item")) {
-        constexpr std::string_view open = "<qxinterface";
-        constexpr std::string_view close = "</qxinterface>";
-        const std::string message = item->GetAttribute("dsc").value_or("");
-        const std::size_t begin = message.find(open);
-        if (begin == std::string::npos)
-            continue;
-        const std::size_t end = message.rfind(close) + close.size();
-        const std::size_t rest = std::min(message.find_first_not_of("\r\n", end), message.size());
-        item->SetAttribute("dsc", message.substr(0, begin) + Comparable(message.substr(begin, end - begin)) +
-                                      message.substr(rest));
-    }
-    return document.Xml();
-}
-
-void ExpectResult(const fs::path& folder, const std::string& result) {
-    if (test::ExpectsEmptyResult(folder, test::Documents::msxml))
-        EXPECT_EQ(result, "");
-    else
-        EXPECT_EQ(Comparable(result),
-                  Comparable(test::ReadText(test::ExpectedFile(folder, ".xml", test::Documents::msxml))));
-}
 
 Scenario::Run Scenario::RunWatched(const std::function<void(const DispatchObject& instance)>& inside) {
     const fs::path folder = GetParam();
@@ -125,6 +96,8 @@ TEST_P(Scenario, GivesResultAndStatements) {
 
     ExpectResult(folder, result);
     test::ExpectStatementsAndRows(folder, "trace.jsonl", account, test::Documents::msxml);
+    EXPECT_EQ(test::ReadLines(L"记录.jsonl"),
+              test::ReadLines(test::ExpectedFile(folder, ".trace", test::Documents::msxml)));
 }
 
 // An apartment takes other calls during each call that leaves it.

@@ -1,0 +1,37 @@
+#include "cli/Host.h"
+
+#include "refhost/Environment.h"
+#include "refhost/LoginFile.h"
+#include "refhost/OpenDatabase.h"
+#include "refhost/ado/LossWatch.h"
+#include "refhost/trace/Traced.h"
+
+#include <optional>
+#include <utility>
+
+namespace cli {
+namespace {
+
+class ReferenceHost final : public Host {
+public:
+    ReferenceHost(refhost::Trace* trace, OnLoss onLoss)
+        : environment_(trace, onLoss ? refhost::TellingOfLoss(refhost::OpenExisting(), std::move(onLoss))
+                                     : refhost::OpenExisting()) {}
+
+    host::Environment& environment() override { return environment_; }
+    host::HostLogin& ReadLogin(const std::string& path) override {
+        return login_.emplace(refhost::ReadLogin(path, environment_));
+    }
+
+private:
+    refhost::Traced<refhost::Environment> environment_;
+    std::optional<refhost::Login> login_;
+};
+
+} // namespace
+
+std::unique_ptr<Host> OpenReferenceHost(refhost::Trace* trace, OnLoss onLoss) {
+    return std::make_unique<ReferenceHost>(trace, std::move(onLoss));
+}
+
+} // namespace cli

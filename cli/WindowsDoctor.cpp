@@ -1,0 +1,162 @@
+// `kovra doctor`: what is registered on this machine, and what of it works.
+#include "cli/Classes.h"
+#include "cli/Commands.h"
+#include "cli/Host.h"
+#include "cli/Output.h"
+#include "cli/Platform.h"
+#include "cli/Registered.h"
+#include "cli/Table.h"
+#include "os/Files.h"
+#include "os/WindowsApi.h"
+#include "server/adapters/ProgIds.h"
+#include "server/com/ComError.h"
+#include "server/com/DispatchObject.h"
+#include "server/com/Utf16.h"
+#include "text/ConnectionString.h"
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+namespace cli {
+namespace {
+
+namespace progid = server::progid;
+using server::ToUtf16;
+using server::ToUtf8;
+
+constexpr bool is64 = sizeof(void*) == 8;
+
+/// A text value below HKEY_CLASSES_ROOT in the registry of one size; nothing when there is none.
+std::optional<std::wstring> ClassesValue(const std::wstring& key, bool of64) {
+    HKEY opened = nullptr;
+    const REGSAM view = of64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ | view, &opened) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    std::wstring text(32768, L'\0');
+    auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+    const LSTATUS status = RegGetValueW(opened, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &size);
+    RegCloseKey(opened);
+    return status == ERROR_SUCCESS ? std::optional<std::wstring>(text.c_str()) : std::nullopt;
+}
+
+/// The version in a file's resources, as "0.2.0.0"; empty when it has none.
+std::string VersionOf(const std::wstring& file) {
+    DWORD unused = 0;
+    std::vector<std::byte> block(GetFileVersionInfoSizeW(file.c_str(), &unused));
+    void* found = nullptr;
+    UINT length = 0;
+    if (block.empty() || !GetFileVersionInfoW(file.c_str(), 0, static_cast<DWORD>(block.size()), block.data()) ||
+        !VerQueryValueW(block.data(), L"\\", &found, &length)) {
+        return {};
+    }
+    const auto& info = *static_cast<const VS_FIXEDFILEINFO*>(found);
+    return fmt::format("{}.{}.{}.{}", HIWORD(info.dwFileVersionMS), LOWORD(info.dwFileVersionMS),
+                       HIWORD(info.dwFileVersionLS), LOWORD(info.dwFileVersionLS));
+}
+
+/// Every class that Kovra is or needs, by the names that they are created by.
+std::vector<std::wstring> Names() {
+    std::vector<std::wstring> names;
+    for (const ImportClass& importClass : ImportClasses()) {
+        names.push_back(L"Kovra." + ToUtf16(importClass.name));
+    }
+    for (const wchar_t* name :
+         {progid::domDocument, progid::connection, progid::recordset, progid::eaiHelper, progid::eaiXmlConverter,
+          progid::iaVoucherService, progid::provisionPreCheck, progid::rsXmlHelper, progid::zendaT}) {
+        names.emplace_back(name);
+    }
+    return names;
+}
+
+class Examination {
+public:
+    explicit Examination(const DoctorTexts& texts) : texts_(texts) {}
+
+    /// Adds a row for each size that the class is registered in, or one that says that it is not.
+    void Add(const std::wstring& progId, Table& table) {
+        bool registered = false;
+        bool here = false;
+        for (const bool of64 : {true, false}) {
+            const std::optional<std::wstring> id = ClassesValue(progId + L"\\CLSID", of64);
+            const std::optional<std::wstring> file =
+                id ? ClassesValue(L"CLSID\\" + *id + L"\\InprocServer32", of64) : std::nullopt;
+            if (!file) {
+                continue;
+            }
+            registered = true;
+            here = here || of64 == is64;
+            table.AddRow({ToUtf8(progId), std::string(of64 ? texts_.bits64 : texts_.bits32), VersionOf(*file),
+                          of64 == is64 ? Creation(progId, *file) : std::string(texts_.otherSize), ToUtf8(*file)});
+        }
+        if (!registered) {
+            table.AddRow({ToUtf8(progId), "", "", std::string(texts_.notRegistered), ""});
+        }
+        missing_ += here ? 0 : 1;
+        inOtherSize_ = inOtherSize_ || (registered && !here);
+    }
+
+    std::size_t missing() const noexcept { return missing_; }
+    bool inOtherSize() const noexcept { return inOtherSize_; }
+
+private:
+    /// Whether an instance can be made, in this process as a client makes it.
+    std::string Creation(const std::wstring& progId, const std::wstring& file) {
+        try {
+            const server::DispatchObject instance = server::DispatchObject::Create(progId.c_str());
+            return std::string(texts_.created);
+        } catch (const host::Error& error) {
+            ++missing_;
+            std::error_code unknown;
+            const bool gone = std::filesystem::path(file).is_absolute() && !std::filesystem::exists(file, unknown);
+            return gone ? std::string(texts_.fileMissing)
+                        : Fill(texts_.notCreated, error.number(), error.description());
+        }
+    }
+
+    const DoctorTexts& texts_;
+    std::size_t missing_ = 0;
+    bool inOtherSize_ = false;
+};
+
+/// Opens the account through ADO. @return whether it opens
+bool TellAccount(Host& host, const std::string& login, const DoctorTexts& texts) {
+    try {
+        const std::string connectionString = host.ReadLogin(login).ConnectionString();
+        const std::unique_ptr<host::Connection> connection = host.environment().CreateConnection();
+        connection->Open(connectionString, "", "", host::command_option::unspecified);
+        WriteForPeople(Fill(texts.accountOpens, text::MaskPasswords(connectionString)) + "\n");
+        return true;
+    } catch (const host::Error& error) {
+        WriteForPeople(Fill(texts.accountFails, error.number(), error.description()) + "\n");
+        return false;
+    }
+}
+
+} // namespace
+
+int RunDoctor(const DoctorArguments& arguments, Console& console) {
+    const DoctorTexts& texts = console.messages().doctor;
+    const std::unique_ptr<Host> host = OpenHost("com", nullptr);
+    Table table({{std::string(texts.classHeading)},
+                 {std::string(texts.sizeHeading)},
+                 {std::string(texts.versionHeading)},
+                 {std::string(texts.stateHeading)},
+                 {std::string(texts.fileHeading)}});
+    Examination examination(texts);
+    for (const std::wstring& name : Names()) {
+        examination.Add(name, table);
+    }
+    const bool terminal = platform::IsTerminal(platform::Stream::output);
+    WriteForPeople(table.Text(terminal ? platform::TerminalWidth(platform::Stream::output) : 0) + "\n");
+    const bool opens = arguments.login.empty() || TellAccount(*host, arguments.login, texts);
+    WriteForPeople(
+        (examination.missing() == 0 ? std::string(texts.healthy) : Fill(texts.missing, examination.missing())) + "\n");
+    if (examination.inOtherSize()) {
+        WriteForPeople(std::string(texts.askOtherSize) + "\n");
+    }
+    return examination.missing() == 0 && opens ? exit_status::done : exit_status::failed;
+}
+
+} // namespace cli
