@@ -18,6 +18,9 @@ using host::error_number::unspecified;
 
 /// Steps of SQLite's machine from one look at the clock to the next: some milliseconds.
 constexpr int stepsPerCheck = 100'000;
+/// How large a log grows before it is moved into the database. Each time takes two waits for the disk, and pages that
+/// were written often meanwhile are moved once.
+constexpr int bytesPerCheckpoint = 16'000'000;
 constexpr std::string_view inMemory = ":memory:";
 
 EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
@@ -53,6 +56,9 @@ std::string NameOfFile(const std::string& file) {
 }
 
 DatabaseHandle OpenFile(const EmbeddedDatabase::Settings& settings) {
+    // Nobody asks how much memory SQLite has taken, and counting it costs a lock with every piece.
+    static const int countsMemory = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    static_cast<void>(countsMemory);
     const bool create = settings.mode == Mode::create || settings.file == inMemory;
     sqlite3* raw = nullptr;
     // One thread at a time uses a connection, so SQLite needs no mutex of its own.
@@ -145,6 +151,7 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
     InitializeFile(db_.get(), Schema::account, settings.mode == Mode::create || settings.file == inMemory);
     SetDurability(Schema::account);
+    SpareCalls(Schema::account);
     Attach(settings);
     UpgradeFile(db_.get(), *catalog_, Schema::account);
     Run(db_.get(), "PRAGMA temp_store = MEMORY");
@@ -192,6 +199,7 @@ void EmbeddedDatabase::Attach(const Settings& settings) {
     catalog_->SetSystemAttached(true);
     InitializeFile(db_.get(), Schema::system, settings.mode == Mode::create || file == inMemory);
     SetDurability(Schema::system);
+    SpareCalls(Schema::system);
     UpgradeFile(db_.get(), *catalog_, Schema::system);
 }
 
@@ -199,6 +207,28 @@ void EmbeddedDatabase::SetDurability(Schema schema) {
     // With a write-ahead log a commit outlives its process either way.
     Run(db_.get(), fmt::format("PRAGMA {}.synchronous = {}", SqliteName(schema),
                                durability_ == Durability::full ? "FULL" : "NORMAL"));
+}
+
+void EmbeddedDatabase::SpareCalls(Schema schema) {
+    const auto index = static_cast<std::size_t>(schema);
+    const std::string name(SqliteName(schema));
+    logs_.at(index).Attach(db_.get(), name);
+    readLocks_.at(index).Attach(db_.get(), name);
+    Command pageSize(db_.get(), fmt::format("PRAGMA {}.page_size", name));
+    pageSize.Step();
+    Run(db_.get(), fmt::format("PRAGMA {}.wal_autocheckpoint = {}", name, bytesPerCheckpoint / pageSize.Integer(0)));
+}
+
+void EmbeddedDatabase::BeginSeries() {
+    for (KeptReadLock& lock : readLocks_) {
+        lock.Begin();
+    }
+}
+
+void EmbeddedDatabase::EndSeries() {
+    for (KeptReadLock& lock : readLocks_) {
+        lock.End();
+    }
 }
 
 int EmbeddedDatabase::CheckTime(void* self) {
@@ -249,7 +279,7 @@ void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
         }
         RequireLiveTransaction();
         try {
-            return RunPlan(*plan, scanner_.Literals(), sink);
+            return RunPlan(*plan, *literals_, sink);
         } catch (const DuplicateKey& duplicate) {
             Parser parser(sql, options_);
             const std::optional<Statement> statement = parser.ParseBatch();
@@ -298,10 +328,16 @@ void EmbeddedDatabase::RunBatch(std::string_view sql, TimeLimit limit, const Bat
 
 /// The plan of a SELECT, INSERT, UPDATE or DELETE that stands alone; nullptr for everything else, which is rare.
 const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
+    if (const Plan* plan = guess_.Guess(sql)) {
+        literals_ = &guess_.Literals();
+        return plan;
+    }
+    literals_ = &scanner_.Literals();
     if (!scanner_.Scan(sql)) {
         return nullptr;
     }
     if (const Plan* plan = plans_.Find(scanner_.Shape(), scanner_.Literals())) {
+        guess_.Learn(*plan, sql, scanner_.Literals());
         return plan;
     }
     Parser parser(sql, options_);
@@ -314,6 +350,7 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     }
     Plan plan = BindPlan(*statement, parser.Literals());
     PreparePlan(plan);
+    guess_.Clear();
     return plans_.Add(scanner_.Shape(), scanner_.Literals(), std::move(plan));
 }
 
@@ -572,6 +609,7 @@ void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statem
 
 void EmbeddedDatabase::ForgetPlans() {
     ++generation_;
+    guess_.Clear();
     plans_.Clear();
     catalog_->Forget();
 }
@@ -647,7 +685,7 @@ Translation EmbeddedDatabase::Translate(std::string_view sql) {
     Translation translation;
     translation.text = plan->text;
     for (const Slot& slot : plan->slots) {
-        translation.parameters.push_back(ValueOf(Evaluate(scanner_.Literals()[slot.literal], slot)));
+        translation.parameters.push_back(ValueOf(Evaluate((*literals_)[slot.literal], slot)));
     }
     return translation;
 }

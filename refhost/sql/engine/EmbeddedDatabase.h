@@ -3,12 +3,16 @@
 #include "host/Value.h"
 #include "refhost/ado/Database.h"
 #include "refhost/sql/binding/Binder.h"
+#include "refhost/sql/engine/GatheredLog.h"
 #include "refhost/sql/engine/IdentityNumbers.h"
+#include "refhost/sql/engine/KeptReadLock.h"
 #include "refhost/sql/engine/Plan.h"
 #include "refhost/sql/engine/PlanCache.h"
+#include "refhost/sql/engine/StatementGuess.h"
 #include "refhost/sql/engine/Violation.h"
 #include "refhost/sql/syntax/Parser.h"
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -80,6 +84,8 @@ public:
     void CommitTrans() override;
     void RollbackTrans() override;
     void FlushCommits() noexcept override;
+    void BeginSeries() override;
+    void EndSeries() override;
 
     /// What Query and Execute would hand to SQLite, for measuring; of SELECT, INSERT, UPDATE and DELETE only.
     Translation Translate(std::string_view sql);
@@ -95,6 +101,8 @@ private:
 
     void Attach(const Settings& settings);
     void SetDurability(Schema schema);
+    /// Puts in front of a file what spares the system calls.
+    void SpareCalls(Schema schema);
     void Batch(std::string_view sql, const BatchSink& sink);
     /// A batch of one statement that has no plan of its own kept.
     void RunSingle(std::string_view sql, const BatchSink& sink);
@@ -133,6 +141,9 @@ private:
     static int CheckTime(void* self);
     static int Authorize(void* self, int action, const char*, const char*, const char*, const char*);
 
+    /// One for each file.
+    std::array<GatheredLog, 2> logs_;
+    std::array<KeptReadLock, 2> readLocks_;
     DatabaseHandle db_;
     ParserOptions options_;
     std::unique_ptr<Runtime> runtime_;
@@ -142,6 +153,9 @@ private:
     SessionState session_;
     ShapeScanner scanner_;
     PlanCache plans_;
+    StatementGuess guess_;
+    /// Of the statement that `CachedPlan` was asked for last.
+    const std::vector<Literal>* literals_ = nullptr;
     std::size_t translations_ = 0;
     std::chrono::milliseconds batchTime_;
     Clock clock_;
