@@ -21,6 +21,11 @@ constexpr int stepsPerCheck = 100'000;
 /// How large a log grows before it is moved into the database. Each time takes two waits for the disk, and pages that
 /// were written often meanwhile are moved once.
 constexpr int bytesPerCheckpoint = 16'000'000;
+/// How long writes of a group wait for each other.
+constexpr std::chrono::milliseconds groupTime(20);
+/// The database of this thread whose group is open. It holds the right to write, which another connection of the thread
+/// would wait for in vain.
+thread_local EmbeddedDatabase* groupOwner = nullptr;
 constexpr std::string_view inMemory = ":memory:";
 
 EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
@@ -36,6 +41,12 @@ EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
             FailOwn(unspecified, "The connection string's Synchronous is Full or Normal, not '{}'.", *synchronous);
         }
         settings.durability = EqualNames(*synchronous, "Full") ? Durability::full : Durability::normal;
+    }
+    if (const std::optional<std::string> commit = value("Commit")) {
+        if (!EqualNames(*commit, "Each") && !EqualNames(*commit, "Grouped")) {
+            FailOwn(unspecified, "The connection string's Commit is Each or Grouped, not '{}'.", *commit);
+        }
+        settings.grouped = EqualNames(*commit, "Grouped");
     }
     return settings;
 }
@@ -141,7 +152,8 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
       catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), identities_(db_.get()),
-      durability_(settings.durability), batchTime_(settings.batchTime), clock_(settings.clock) {
+      durability_(settings.durability), grouped_(settings.grouped), batchTime_(settings.batchTime),
+      clock_(settings.clock) {
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.
@@ -164,6 +176,11 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
 }
 
 EmbeddedDatabase::~EmbeddedDatabase() {
+    try {
+        CommitGroup();
+    } catch (...) {
+        // Only `EndSeries` could have told.
+    }
     plans_.Clear();
     runtime_->Forget();
     FlushCommits();
@@ -223,12 +240,68 @@ void EmbeddedDatabase::BeginSeries() {
     for (KeptReadLock& lock : readLocks_) {
         lock.Begin();
     }
+    inSeries_ = true;
 }
 
 void EmbeddedDatabase::EndSeries() {
     for (KeptReadLock& lock : readLocks_) {
         lock.End();
     }
+    inSeries_ = false;
+    try {
+        CommitGroup();
+    } catch (...) {
+        groupLost_.reset();
+        throw;
+    }
+}
+
+void EmbeddedDatabase::OpenGroup(const Plan& plan) {
+    if (grouped_ && inSeries_ && !inTransaction_ && !groupBegan_ && plan.kind != PlanKind::select) {
+        runtime_->BeginWriting(Schema::account);
+        groupBegan_ = clock_();
+        groupOwner = this;
+    }
+}
+
+void EmbeddedDatabase::CommitGroup() {
+    if (groupLost_) {
+        throw host::Error(*groupLost_);
+    }
+    if (!groupBegan_) {
+        return;
+    }
+    try {
+        Run(db_.get(), "COMMIT");
+    } catch (const host::Error& error) {
+        LoseGroup(error);
+        throw host::Error(*groupLost_);
+    }
+    identities_.Committed();
+    groupBegan_.reset();
+    groupOwner = nullptr;
+}
+
+void EmbeddedDatabase::SettleOthers() {
+    if (groupOwner == nullptr || groupOwner == this) {
+        return;
+    }
+    try {
+        groupOwner->CommitGroup();
+    } catch (const host::Error&) {
+        // Its own next statement tells.
+        return;
+    }
+}
+
+void EmbeddedDatabase::LoseGroup(const host::Error& error) {
+    groupBegan_.reset();
+    groupOwner = nullptr;
+    groupLost_.emplace(error.number(), "Rows that were written last are lost: " + error.description(), error.native());
+    if (sqlite3_get_autocommit(db_.get()) == 0) {
+        sqlite3_exec(db_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    identities_.RolledBack();
 }
 
 int EmbeddedDatabase::CheckTime(void* self) {
@@ -269,15 +342,33 @@ ResultSet EmbeddedDatabase::Query(std::string_view sql) {
 void EmbeddedDatabase::Execute(std::string_view sql) { Batch(sql, nullptr); }
 
 void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
+    SettleOthers();
+    if (groupLost_ || (groupBegan_ && clock_() - *groupBegan_ > groupTime)) {
+        CommitGroup();
+    }
+    try {
+        RunStatement(sql, sink);
+    } catch (const host::Error& error) {
+        // Most errors undo their statement; some, a full disk for one, everything that is not committed.
+        if (groupBegan_ && sqlite3_get_autocommit(db_.get()) != 0) {
+            LoseGroup(error);
+        }
+        throw;
+    }
+}
+
+void EmbeddedDatabase::RunStatement(std::string_view sql, const BatchSink& sink) {
     constexpr int attempts = 5;
     limit_ = batchTime_;
     const BatchTime time(inBatch_, deadline_);
     for (int attempt = 1; attempt <= attempts; ++attempt) {
         const Plan* plan = CachedPlan(sql);
         if (plan == nullptr) {
+            CommitGroup();
             return RunSingle(sql, sink);
         }
         RequireLiveTransaction();
+        OpenGroup(*plan);
         try {
             return RunPlan(*plan, *literals_, sink);
         } catch (const DuplicateKey& duplicate) {
@@ -313,6 +404,8 @@ void EmbeddedDatabase::RunSingle(std::string_view sql, const BatchSink& sink) {
 }
 
 void EmbeddedDatabase::RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) {
+    SettleOthers();
+    CommitGroup();
     limit_ = limit;
     const BatchTime time(inBatch_, deadline_);
     Parser parser(sql, options_);
@@ -643,6 +736,8 @@ void EmbeddedDatabase::BeginTrans() {
     if (inTransaction_) {
         FailOwn(transactionOpen, "Cannot start more transactions on this session.");
     }
+    SettleOthers();
+    CommitGroup();
     runtime_->BeginWriting(Schema::account);
     inTransaction_ = true;
     runtime_->tranCount = 1;

@@ -1,5 +1,7 @@
 #include "refhost/sql/engine/StatementGuess.h"
 
+#include "text/Digit.h"
+
 #include <algorithm>
 
 namespace refhost::sql {
@@ -8,8 +10,8 @@ namespace {
 /// What would make a longer number of the digits before it.
 bool GoesOnWithNumber(std::string_view text) { return text.find_first_of(".eExX0123456789") == 0; }
 
-std::size_t CountDigits(std::string_view text) {
-    return static_cast<std::size_t>(std::ranges::find_if_not(text, IsDigit) - text.begin());
+std::size_t CountDigits(std::string_view rest) {
+    return static_cast<std::size_t>(std::ranges::find_if_not(rest, text::IsDigit) - rest.begin());
 }
 
 } // namespace
