@@ -31,24 +31,24 @@ void PrintTo(const Bound& bound, std::ostream* out) { *out << bound.import().nam
 // Where the bounds come from.
 //
 // Steps. A look-up by a key opens a table and its index (4), seeks (3), fetches and compares what its condition names
-// beside the key (3 each), gives its row (3) and ends (3): 20, and 10 more where it names up to three further columns.
-// An insert of a settings row loads each of the table's columns (1, or 2 with the conversion of a literal), makes the
-// record and each index's key (2 a column of it, 4 an index), and takes its identity number out of a table (15).
+// beside the key (2 each, at most three), gives its row (3), begins and ends (4). An insert loads each of the table's
+// columns (1), makes each index's key (2 a column of it, 4 an index), and beside that takes an identity number out of
+// its table, keeps it within its type, makes the record and puts it in (25).
 //
-// Allocations. A statement has its text (2: the buffer grows once), a recordset (1), the cells of its row (1 or 2) and
-// the handing over of its answer (2): 8. A field has its node's handle (1) and its text where that is long (1). An
-// outcome has its key (3) and the handles of its element (3).
-constexpr int lookUpSteps = 30;
-constexpr int statementAllocations = 8;
-constexpr int fieldAllocations = 2;
-constexpr int outcomeAllocations = 8;
+// Allocations. A statement has its text (2: the buffer grows once), a recordset (1) and the cells of its row (1). A
+// field has its node's handle (1). An outcome has the row's key (3) and the handles of its element (3); now and then a
+// document takes a further piece of memory for its nodes (1).
+constexpr int lookUpSteps = 20;
+constexpr int statementAllocations = 4;
+constexpr int fieldAllocations = 1;
+constexpr int outcomeAllocations = 7;
 
 constexpr int AllocationsOf(int statements, int fields) {
     return statements * statementAllocations + fields * fieldAllocations + outcomeAllocations;
 }
 /// @param columns of the table
 constexpr int InsertSteps(int columns, int indexColumns, int indexes) {
-    return 2 * columns + 2 * indexColumns + 4 * indexes + 40;
+    return columns + 2 * indexColumns + 4 * indexes + 25;
 }
 
 const Bound bounds[] = {
