@@ -17,6 +17,30 @@ void OpenConnection(ImportState& state, const FrameVariation& variation) {
     state.connection->Open(connectionString, "", "", host::command_option::unspecified);
 }
 
+/// The statements of a request, which follow closely on each other.
+class StatementSeries {
+public:
+    explicit StatementSeries(host::Connection& connection) : connection_(&connection) { connection.BeginSeries(); }
+    ~StatementSeries() {
+        try {
+            End();
+        } catch (...) {
+            // An error is on its way already, and the caller learns of that one.
+        }
+    }
+    StatementSeries(const StatementSeries&) = delete;
+    StatementSeries& operator=(const StatementSeries&) = delete;
+
+    void End() {
+        if (host::Connection* const connection = std::exchange(connection_, nullptr)) {
+            connection->EndSeries();
+        }
+    }
+
+private:
+    host::Connection* connection_;
+};
+
 std::string Refuse(ImportState& state, const RequestError& error) {
     if (state.observer != nullptr) {
         state.observer->RequestRefused(error.code, error.message);
@@ -24,34 +48,9 @@ std::string Refuse(ImportState& state, const RequestError& error) {
     return state.environment.GetEaiHelper().MakeErrorResult(error.code, error.message, {});
 }
 
-} // namespace
-
-TransactInProgress::TransactInProgress(ImportState& state) : state_(state) {
-    if (state.inTransact) {
-        throw host::Error(host::error_number::objectOpen, "Operation is not allowed when the object is open.");
-    }
-    state.inTransact = true;
-}
-
-TransactInProgress::~TransactInProgress() {
-    if (state_.connection) {
-        state_.connection->FlushCommits();
-    }
-    state_.inTransact = false;
-}
-
-std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
-                     host::HostLogin* login) {
+/// What comes once the connection is open.
+std::string RunRequest(ImportState& state, const FrameVariation& variation, std::string_view sXml) {
     host::Environment& environment = state.environment;
-    if (login == nullptr) {
-        RaiseRuntimeError(host::error_number::objectNotSet);
-    }
-    state.login = login;
-    state.resultDocument = environment.CreateDOMDocument();
-    if (variation.beforeConnection) {
-        variation.beforeConnection();
-    }
-    OpenConnection(state, variation);
     if (variation.afterConnection) {
         variation.afterConnection();
     }
@@ -94,6 +93,40 @@ std::string RunSteps(ImportState& state, const FrameVariation& variation, std::s
         }
     }
     return Refuse(state, {"710", std::string(variation.texts.unsupported)});
+}
+
+} // namespace
+
+TransactInProgress::TransactInProgress(ImportState& state) : state_(state) {
+    if (state.inTransact) {
+        throw host::Error(host::error_number::objectOpen, "Operation is not allowed when the object is open.");
+    }
+    state.inTransact = true;
+}
+
+TransactInProgress::~TransactInProgress() {
+    if (state_.connection) {
+        state_.connection->FlushCommits();
+    }
+    state_.inTransact = false;
+}
+
+std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
+                     host::HostLogin* login) {
+    host::Environment& environment = state.environment;
+    if (login == nullptr) {
+        RaiseRuntimeError(host::error_number::objectNotSet);
+    }
+    state.login = login;
+    state.resultDocument = environment.CreateDOMDocument();
+    if (variation.beforeConnection) {
+        variation.beforeConnection();
+    }
+    OpenConnection(state, variation);
+    StatementSeries series(*state.connection);
+    std::string result = RunRequest(state, variation, sXml);
+    series.End();
+    return result;
 }
 
 Operation RowsOperation(ImportState& state, std::string_view proc,

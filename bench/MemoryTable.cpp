@@ -67,11 +67,14 @@ std::string Ratio(double ratio) { return fmt::format("{:.2f}", ratio); }
 
 } // namespace
 
-void PrintMemoryTable(std::size_t rows, int rounds) {
+void PrintMemoryTable(std::size_t rows, int rounds, const std::string& className) {
     fmt::print("| import | rows | statements a row | Transact ms | replay ms | by hand ms | Transact / replay | "
                "replay / by hand |\n|---|---|---|---|---|---|---|---|\n");
     for (const Import& import :
          {InventorySettings(), OppositeSettings(), StandardCostSettings(), OpeningBalances(), Provisions()}) {
+        if (!className.empty() && className != import.className) {
+            continue;
+        }
         const std::string request = import.request(rows);
         const std::vector<std::string> statements = RecordStatements(import, rows, request);
         std::vector<Round> all;

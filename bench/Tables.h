@@ -9,7 +9,8 @@ namespace bench {
 
 /// Imports into an account in memory, beside the raw library's time for their statements and, where a class has them,
 /// for hand-written ones. Processor time, in pairs that alternate.
-void PrintMemoryTable(std::size_t rows, int rounds);
+/// @param className the only class; all when empty
+void PrintMemoryTable(std::size_t rows, int rounds, const std::string& className);
 /// Price vouchers: how much of the time the statement takes that looks for repetitions.
 void PrintVoucherTable(std::size_t rows);
 /// Inventory settings into a file in `folder`: time, and what is asked of the system.

@@ -1,4 +1,5 @@
 #include "bench/Tables.h"
+#include "bench/imports/Import.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -9,20 +10,22 @@
 
 namespace {
 
-constexpr const char* usage = "usage: kovra-bench memory ROWS ROUNDS | vouchers ROWS | file ROWS FOLDER | "
-                              "peak ROWS FOLDER KOVRA\n";
+constexpr const char* usage = "usage: kovra-bench memory ROWS ROUNDS [CLASS] | vouchers ROWS | file ROWS FOLDER | "
+                              "peak ROWS FOLDER KOVRA | request ROWS\n";
 
 void Run(const std::vector<std::string>& words) {
     const std::string_view table = words.empty() ? "" : words[0];
     const std::size_t rows = words.size() > 1 ? std::stoul(words[1]) : 0;
-    if (table == "memory" && words.size() == 3) {
-        bench::PrintMemoryTable(rows, std::stoi(words[2]));
+    if (table == "memory" && (words.size() == 3 || words.size() == 4)) {
+        bench::PrintMemoryTable(rows, std::stoi(words[2]), words.size() == 4 ? words[3] : std::string());
     } else if (table == "vouchers" && words.size() == 2) {
         bench::PrintVoucherTable(rows);
     } else if (table == "file" && words.size() == 3) {
         bench::PrintFileTable(rows, words[2]);
     } else if (table == "peak" && words.size() == 4) {
         bench::PrintPeakTable(rows, words[2], words[3]);
+    } else if (table == "request" && words.size() == 2) {
+        std::fputs(bench::InventorySettings().request(rows).c_str(), stdout);
     } else {
         std::fputs(usage, stderr);
         std::exit(2);

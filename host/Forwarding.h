@@ -22,6 +22,8 @@ public:
     void BeginTrans() override { inner_->BeginTrans(); }
     void CommitTrans() override { inner_->CommitTrans(); }
     void RollbackTrans() override { inner_->RollbackTrans(); }
+    void BeginSeries() override { inner_->BeginSeries(); }
+    void EndSeries() override { inner_->EndSeries(); }
 
     /// The connection that this one decorates.
     Connection& inner() const noexcept { return *inner_; }

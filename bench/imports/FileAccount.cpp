@@ -7,7 +7,8 @@
 namespace bench {
 
 FileAccount::FileAccount(const std::filesystem::path& folder)
-    : connectionString_("Provider=KovraAccount;Data Source=" + (folder / "account.db").string()) {
+    : connectionString_("Provider=KovraAccount;Data Source=" +
+                        (std::filesystem::absolute(folder) / "account.db").string()) {
     for (const char* file : {"account.db", "QxSystem.db"}) {
         for (const char* ending : {"", "-wal", "-shm"}) {
             std::filesystem::remove(folder / (std::string(file) + ending));

@@ -45,6 +45,14 @@ void Connection::FlushCommits() noexcept {
     }
 }
 
+void Connection::BeginSeries() { database().BeginSeries(); }
+
+void Connection::EndSeries() {
+    if (database_) {
+        database_->EndSeries();
+    }
+}
+
 Database& Connection::database() {
     if (!database_) {
         RaiseObjectClosed();

@@ -22,6 +22,8 @@ public:
     void CommitTrans() override;
     void RollbackTrans() override;
     void FlushCommits() noexcept override;
+    void BeginSeries() override;
+    void EndSeries() override;
 
     /// The database behind. Throws 3704 when the connection is closed.
     Database& database();

@@ -66,6 +66,9 @@ public:
     virtual void RollbackTrans() = 0;
     /// Has the disk take what was committed, where the database leaves that for later.
     virtual void FlushCommits() noexcept {}
+    /// See `host::Connection`.
+    virtual void BeginSeries() {}
+    virtual void EndSeries() {}
 };
 
 /// How a connection opens its database: by its connection string alone, or with something between, as a test does.

@@ -90,6 +90,22 @@ private:
     std::string name_;
 };
 
+std::int64_t PageSize(sqlite3* db) {
+    Command size(db, "PRAGMA main.page_size");
+    size.Step();
+    return size.Integer(0);
+}
+
+/// Rewrites a database in pages of a size. SQLite copies into a database with a log only what has pages as large as its
+/// own, and files of earlier programs have larger ones.
+void GivePages(sqlite3* db, std::int64_t size) {
+    if (PageSize(db) != size) {
+        Run(db, "PRAGMA main.journal_mode = DELETE");
+        Run(db, fmt::format("PRAGMA main.page_size = {}", size));
+        Run(db, "VACUUM main");
+    }
+}
+
 std::string FileFor(Schema schema, const std::string& connectionString) {
     const std::string file = FileOf(connectionString);
     return schema == Schema::system ? SystemFile(file) : file;
@@ -125,11 +141,15 @@ void Restore(const std::string& connectionString, Schema schema, const std::stri
     const std::string target = FileFor(schema, connectionString);
     const PartialCopy content(OpenExisting(file).get(), target, Durability::full);
     // Nobody is to meet an older format.
-    OpenEmbedded(text::WithConnectionStringValue(connectionString, "Data Source", content.Name()), Mode::open);
+    std::unique_ptr<EmbeddedDatabase> upgraded =
+        OpenEmbedded(text::WithConnectionStringValue(connectionString, "Data Source", content.Name()), Mode::open);
     if (!fs::exists(PathOf(target))) {
+        upgraded.reset();
         return content.Keep();
     }
     const DatabaseHandle db = OpenExisting(target);
+    GivePages(upgraded->Handle(), PageSize(db.get()));
+    upgraded.reset();
     sqlite3_busy_timeout(db.get(), static_cast<int>(wait.count()));
     CopyDatabase(OpenRaw(content.Name()).get(), db.get());
 }

@@ -18,6 +18,14 @@ using host::error_number::unspecified;
 
 /// Steps of SQLite's machine from one look at the clock to the next: some milliseconds.
 constexpr int stepsPerCheck = 100'000;
+/// How large a log grows before it is moved into the database. Each time takes two waits for the disk, and pages that
+/// were written often meanwhile are moved once.
+constexpr int bytesPerCheckpoint = 16'000'000;
+/// How long writes of a group wait for each other.
+constexpr std::chrono::milliseconds groupTime(20);
+/// The database of this thread whose group is open. It holds the right to write, which another connection of the thread
+/// would wait for in vain.
+thread_local EmbeddedDatabase* groupOwner = nullptr;
 constexpr std::string_view inMemory = ":memory:";
 
 EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
@@ -33,6 +41,12 @@ EmbeddedDatabase::Settings ReadSettings(const std::string& connectionString) {
             FailOwn(unspecified, "The connection string's Synchronous is Full or Normal, not '{}'.", *synchronous);
         }
         settings.durability = EqualNames(*synchronous, "Full") ? Durability::full : Durability::normal;
+    }
+    if (const std::optional<std::string> commit = value("Commit")) {
+        if (!EqualNames(*commit, "Each") && !EqualNames(*commit, "Grouped")) {
+            FailOwn(unspecified, "The connection string's Commit is Each or Grouped, not '{}'.", *commit);
+        }
+        settings.grouped = EqualNames(*commit, "Grouped");
     }
     return settings;
 }
@@ -53,6 +67,9 @@ std::string NameOfFile(const std::string& file) {
 }
 
 DatabaseHandle OpenFile(const EmbeddedDatabase::Settings& settings) {
+    // Nobody asks how much memory SQLite has taken, and counting it costs a lock with every piece.
+    static const int countsMemory = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    static_cast<void>(countsMemory);
     const bool create = settings.mode == Mode::create || settings.file == inMemory;
     sqlite3* raw = nullptr;
     // One thread at a time uses a connection, so SQLite needs no mutex of its own.
@@ -135,7 +152,8 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
       catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), identities_(db_.get()),
-      durability_(settings.durability), batchTime_(settings.batchTime), clock_(settings.clock) {
+      durability_(settings.durability), grouped_(settings.grouped), batchTime_(settings.batchTime),
+      clock_(settings.clock) {
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.
@@ -145,6 +163,7 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
     InitializeFile(db_.get(), Schema::account, settings.mode == Mode::create || settings.file == inMemory);
     SetDurability(Schema::account);
+    SpareCalls(Schema::account);
     Attach(settings);
     UpgradeFile(db_.get(), *catalog_, Schema::account);
     Run(db_.get(), "PRAGMA temp_store = MEMORY");
@@ -157,6 +176,11 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
 }
 
 EmbeddedDatabase::~EmbeddedDatabase() {
+    try {
+        CommitGroup();
+    } catch (...) {
+        // Only `EndSeries` could have told.
+    }
     plans_.Clear();
     runtime_->Forget();
     FlushCommits();
@@ -192,6 +216,7 @@ void EmbeddedDatabase::Attach(const Settings& settings) {
     catalog_->SetSystemAttached(true);
     InitializeFile(db_.get(), Schema::system, settings.mode == Mode::create || file == inMemory);
     SetDurability(Schema::system);
+    SpareCalls(Schema::system);
     UpgradeFile(db_.get(), *catalog_, Schema::system);
 }
 
@@ -199,6 +224,84 @@ void EmbeddedDatabase::SetDurability(Schema schema) {
     // With a write-ahead log a commit outlives its process either way.
     Run(db_.get(), fmt::format("PRAGMA {}.synchronous = {}", SqliteName(schema),
                                durability_ == Durability::full ? "FULL" : "NORMAL"));
+}
+
+void EmbeddedDatabase::SpareCalls(Schema schema) {
+    const auto index = static_cast<std::size_t>(schema);
+    const std::string name(SqliteName(schema));
+    logs_.at(index).Attach(db_.get(), name);
+    readLocks_.at(index).Attach(db_.get(), name);
+    Command pageSize(db_.get(), fmt::format("PRAGMA {}.page_size", name));
+    pageSize.Step();
+    Run(db_.get(), fmt::format("PRAGMA {}.wal_autocheckpoint = {}", name, bytesPerCheckpoint / pageSize.Integer(0)));
+}
+
+void EmbeddedDatabase::BeginSeries() {
+    for (KeptReadLock& lock : readLocks_) {
+        lock.Begin();
+    }
+    inSeries_ = true;
+}
+
+void EmbeddedDatabase::EndSeries() {
+    for (KeptReadLock& lock : readLocks_) {
+        lock.End();
+    }
+    inSeries_ = false;
+    try {
+        CommitGroup();
+    } catch (...) {
+        groupLost_.reset();
+        throw;
+    }
+}
+
+void EmbeddedDatabase::OpenGroup(const Plan& plan) {
+    if (grouped_ && inSeries_ && !inTransaction_ && !groupBegan_ && plan.kind != PlanKind::select) {
+        runtime_->BeginWriting(Schema::account);
+        groupBegan_ = clock_();
+        groupOwner = this;
+    }
+}
+
+void EmbeddedDatabase::CommitGroup() {
+    if (groupLost_) {
+        throw host::Error(*groupLost_);
+    }
+    if (!groupBegan_) {
+        return;
+    }
+    try {
+        Run(db_.get(), "COMMIT");
+    } catch (const host::Error& error) {
+        LoseGroup(error);
+        throw host::Error(*groupLost_);
+    }
+    identities_.Committed();
+    groupBegan_.reset();
+    groupOwner = nullptr;
+}
+
+void EmbeddedDatabase::SettleOthers() {
+    if (groupOwner == nullptr || groupOwner == this) {
+        return;
+    }
+    try {
+        groupOwner->CommitGroup();
+    } catch (const host::Error&) {
+        // Its own next statement tells.
+        return;
+    }
+}
+
+void EmbeddedDatabase::LoseGroup(const host::Error& error) {
+    groupBegan_.reset();
+    groupOwner = nullptr;
+    groupLost_.emplace(error.number(), "Rows that were written last are lost: " + error.description(), error.native());
+    if (sqlite3_get_autocommit(db_.get()) == 0) {
+        sqlite3_exec(db_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    }
+    identities_.RolledBack();
 }
 
 int EmbeddedDatabase::CheckTime(void* self) {
@@ -239,17 +342,35 @@ ResultSet EmbeddedDatabase::Query(std::string_view sql) {
 void EmbeddedDatabase::Execute(std::string_view sql) { Batch(sql, nullptr); }
 
 void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
+    SettleOthers();
+    if (groupLost_ || (groupBegan_ && clock_() - *groupBegan_ > groupTime)) {
+        CommitGroup();
+    }
+    try {
+        RunStatement(sql, sink);
+    } catch (const host::Error& error) {
+        // Most errors undo their statement; some, a full disk for one, everything that is not committed.
+        if (groupBegan_ && sqlite3_get_autocommit(db_.get()) != 0) {
+            LoseGroup(error);
+        }
+        throw;
+    }
+}
+
+void EmbeddedDatabase::RunStatement(std::string_view sql, const BatchSink& sink) {
     constexpr int attempts = 5;
     limit_ = batchTime_;
     const BatchTime time(inBatch_, deadline_);
     for (int attempt = 1; attempt <= attempts; ++attempt) {
         const Plan* plan = CachedPlan(sql);
         if (plan == nullptr) {
+            CommitGroup();
             return RunSingle(sql, sink);
         }
         RequireLiveTransaction();
+        OpenGroup(*plan);
         try {
-            return RunPlan(*plan, scanner_.Literals(), sink);
+            return RunPlan(*plan, *literals_, sink);
         } catch (const DuplicateKey& duplicate) {
             Parser parser(sql, options_);
             const std::optional<Statement> statement = parser.ParseBatch();
@@ -283,6 +404,8 @@ void EmbeddedDatabase::RunSingle(std::string_view sql, const BatchSink& sink) {
 }
 
 void EmbeddedDatabase::RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) {
+    SettleOthers();
+    CommitGroup();
     limit_ = limit;
     const BatchTime time(inBatch_, deadline_);
     Parser parser(sql, options_);
@@ -298,10 +421,16 @@ void EmbeddedDatabase::RunBatch(std::string_view sql, TimeLimit limit, const Bat
 
 /// The plan of a SELECT, INSERT, UPDATE or DELETE that stands alone; nullptr for everything else, which is rare.
 const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
+    if (const Plan* plan = guess_.Guess(sql)) {
+        literals_ = &guess_.Literals();
+        return plan;
+    }
+    literals_ = &scanner_.Literals();
     if (!scanner_.Scan(sql)) {
         return nullptr;
     }
     if (const Plan* plan = plans_.Find(scanner_.Shape(), scanner_.Literals())) {
+        guess_.Learn(*plan, sql, scanner_.Literals());
         return plan;
     }
     Parser parser(sql, options_);
@@ -314,6 +443,7 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     }
     Plan plan = BindPlan(*statement, parser.Literals());
     PreparePlan(plan);
+    guess_.Clear();
     return plans_.Add(scanner_.Shape(), scanner_.Literals(), std::move(plan));
 }
 
@@ -572,6 +702,7 @@ void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statem
 
 void EmbeddedDatabase::ForgetPlans() {
     ++generation_;
+    guess_.Clear();
     plans_.Clear();
     catalog_->Forget();
 }
@@ -605,6 +736,8 @@ void EmbeddedDatabase::BeginTrans() {
     if (inTransaction_) {
         FailOwn(transactionOpen, "Cannot start more transactions on this session.");
     }
+    SettleOthers();
+    CommitGroup();
     runtime_->BeginWriting(Schema::account);
     inTransaction_ = true;
     runtime_->tranCount = 1;
@@ -647,7 +780,7 @@ Translation EmbeddedDatabase::Translate(std::string_view sql) {
     Translation translation;
     translation.text = plan->text;
     for (const Slot& slot : plan->slots) {
-        translation.parameters.push_back(ValueOf(Evaluate(scanner_.Literals()[slot.literal], slot)));
+        translation.parameters.push_back(ValueOf(Evaluate((*literals_)[slot.literal], slot)));
     }
     return translation;
 }

@@ -3,12 +3,16 @@
 #include "host/Value.h"
 #include "refhost/ado/Database.h"
 #include "refhost/sql/binding/Binder.h"
+#include "refhost/sql/engine/GatheredLog.h"
 #include "refhost/sql/engine/IdentityNumbers.h"
+#include "refhost/sql/engine/KeptReadLock.h"
 #include "refhost/sql/engine/Plan.h"
 #include "refhost/sql/engine/PlanCache.h"
+#include "refhost/sql/engine/StatementGuess.h"
 #include "refhost/sql/engine/Violation.h"
 #include "refhost/sql/syntax/Parser.h"
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -28,9 +32,9 @@ enum class Mode {
 };
 
 /// Opens the database of a connection string "Provider=KovraAccount;Data Source=FILE[;Delete Star=Accept]
-/// [;Synchronous=Full|Normal]"; keys and provider in any letter case, FILE ":memory:" for a database that lives with
-/// the object. The system database QxSystem is the file QxSystem.db beside FILE, in memory likewise. Throws
-/// `host::Error` "unspecified" for a file that cannot be opened or is no account database.
+/// [;Synchronous=Full|Normal][;Commit=Each|Grouped]"; keys and provider in any letter case, FILE ":memory:" for a
+/// database that lives with the object. The system database QxSystem is the file QxSystem.db beside FILE, in memory
+/// likewise. Throws `host::Error` "unspecified" for a file that cannot be opened or is no account database.
 std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString);
 std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode);
 
@@ -64,6 +68,9 @@ public:
         bool deleteStar = false;
         Mode mode = Mode::open;
         Durability durability = Durability::normal;
+        /// Whether the writes of a series are committed together, some milliseconds' at a time: a process that is
+        /// killed takes those of the group at hand with it.
+        bool grouped = false;
         /// How long a batch may run: ADO's `CommandTimeout` as it is when nobody sets it.
         std::chrono::milliseconds batchTime = std::chrono::seconds(30);
         /// The clock that a batch's time is measured by.
@@ -80,6 +87,8 @@ public:
     void CommitTrans() override;
     void RollbackTrans() override;
     void FlushCommits() noexcept override;
+    void BeginSeries() override;
+    void EndSeries() override;
 
     /// What Query and Execute would hand to SQLite, for measuring; of SELECT, INSERT, UPDATE and DELETE only.
     Translation Translate(std::string_view sql);
@@ -95,7 +104,18 @@ private:
 
     void Attach(const Settings& settings);
     void SetDurability(Schema schema);
+    /// Puts in front of a file what spares the system calls.
+    void SpareCalls(Schema schema);
     void Batch(std::string_view sql, const BatchSink& sink);
+    void RunStatement(std::string_view sql, const BatchSink& sink);
+    /// Has the writes from here on committed together, where that is wanted and possible.
+    void OpenGroup(const Plan& plan);
+    /// Commits the open group, if there is one. Throws when that fails, and what it said when it was lost before.
+    void CommitGroup();
+    /// Commits the group that another connection of the thread has open.
+    void SettleOthers();
+    /// Notes that rows are gone which statements had written.
+    void LoseGroup(const host::Error& error);
     /// A batch of one statement that has no plan of its own kept.
     void RunSingle(std::string_view sql, const BatchSink& sink);
     const Plan* CachedPlan(std::string_view sql);
@@ -133,15 +153,27 @@ private:
     static int CheckTime(void* self);
     static int Authorize(void* self, int action, const char*, const char*, const char*, const char*);
 
+    /// One for each file.
+    std::array<GatheredLog, 2> logs_;
+    std::array<KeptReadLock, 2> readLocks_;
     DatabaseHandle db_;
     ParserOptions options_;
     std::unique_ptr<Runtime> runtime_;
     std::unique_ptr<Catalog> catalog_;
     IdentityNumbers identities_;
     Durability durability_;
+    bool grouped_;
+    bool inSeries_ = false;
+    /// When the open group began; nothing where none is open.
+    std::optional<std::chrono::steady_clock::time_point> groupBegan_;
+    /// Why a group of the series is gone.
+    std::optional<host::Error> groupLost_;
     SessionState session_;
     ShapeScanner scanner_;
     PlanCache plans_;
+    StatementGuess guess_;
+    /// Of the statement that `CachedPlan` was asked for last.
+    const std::vector<Literal>* literals_ = nullptr;
     std::size_t translations_ = 0;
     std::chrono::milliseconds batchTime_;
     Clock clock_;

@@ -15,6 +15,10 @@ using host::error_number::unspecified;
 /// Marks SQLite files as account databases ("Kvra").
 constexpr std::int64_t applicationId = 0x4B767261;
 
+/// Bytes of a page of new files, the unit in which a commit writes: a row and its places in the indexes touch some five
+/// pages, and with 1 KB each they take a third of the time that SQLite's 4 KB take (`scripts/bench`).
+constexpr int pageSize = 1024;
+
 std::int64_t Pragma(sqlite3* db, Schema schema, std::string_view text) {
     Command command(db, fmt::format("PRAGMA {}.{}", SqliteName(schema), text));
     return command.Step() ? command.Integer(0) : 0;
@@ -175,6 +179,9 @@ void InitializeFile(sqlite3* db, Schema schema, bool mayCreate) {
         Command known(db, fmt::format("SELECT 1 FROM {}.sqlite_schema LIMIT 1", SqliteName(schema)));
         if (!mayCreate || known.Step()) {
             FailOwn(unspecified, "The file is not an account database.");
+        }
+        if (!FileName(db, schema).empty()) {
+            Run(db, fmt::format("PRAGMA {}.page_size = {}", SqliteName(schema), pageSize));
         }
         Pragma(db, schema, "journal_mode = WAL");
         Run(db, "BEGIN IMMEDIATE");
