@@ -104,13 +104,6 @@ TransactInProgress::TransactInProgress(ImportState& state) : state_(state) {
     state.inTransact = true;
 }
 
-TransactInProgress::~TransactInProgress() {
-    if (state_.connection) {
-        state_.connection->FlushCommits();
-    }
-    state_.inTransact = false;
-}
-
 std::string RunSteps(ImportState& state, const FrameVariation& variation, std::string_view sXml,
                      host::HostLogin* login) {
     host::Environment& environment = state.environment;

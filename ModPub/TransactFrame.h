@@ -63,8 +63,7 @@ class TransactInProgress {
 public:
     /// Throws 3705, as the open connection would, when a call is under way.
     explicit TransactInProgress(ImportState& state);
-    /// Has the disk take what the call committed, so that no result tells of what can still be lost.
-    ~TransactInProgress();
+    ~TransactInProgress() { state_.inTransact = false; }
     TransactInProgress(const TransactInProgress&) = delete;
     TransactInProgress& operator=(const TransactInProgress&) = delete;
 

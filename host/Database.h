@@ -82,13 +82,11 @@ public:
     virtual void BeginTrans() = 0;
     virtual void CommitTrans() = 0;
     virtual void RollbackTrans() = 0;
-    /// Has the disk take what was committed, where the database leaves that for later: before a result is handed out.
-    /// Such a database is the house's own; ADO has no call for it.
-    virtual void FlushCommits() noexcept {}
     /// Tells a database that can make use of it that statements follow closely on each other until `EndSeries`. What
     /// they see, write and answer stays the same. ADO knows neither; the connection is open.
     virtual void BeginSeries() {}
-    /// Ends a series; does nothing where none is under way. Throws where the database could not keep what it had
+    /// Ends a series, and has the disk take what was committed where the database leaves that for later: before a
+    /// result is handed out. Does nothing where none is under way. Throws where the database could not keep what it had
     /// answered to a statement of the series.
     virtual void EndSeries() {}
 };

@@ -39,12 +39,6 @@ void Connection::RollbackTrans() {
     inTransaction_ = false;
 }
 
-void Connection::FlushCommits() noexcept {
-    if (database_) {
-        database_->FlushCommits();
-    }
-}
-
 void Connection::BeginSeries() { database().BeginSeries(); }
 
 void Connection::EndSeries() {

@@ -21,7 +21,6 @@ public:
     void BeginTrans() override;
     void CommitTrans() override;
     void RollbackTrans() override;
-    void FlushCommits() noexcept override;
     void BeginSeries() override;
     void EndSeries() override;
 

@@ -64,8 +64,6 @@ public:
     /// Ends the transaction and returns to autocommit. Throw when none is open.
     virtual void CommitTrans() = 0;
     virtual void RollbackTrans() = 0;
-    /// Has the disk take what was committed, where the database leaves that for later.
-    virtual void FlushCommits() noexcept {}
     /// See `host::Connection`.
     virtual void BeginSeries() {}
     virtual void EndSeries() {}

@@ -183,10 +183,10 @@ EmbeddedDatabase::~EmbeddedDatabase() {
     }
     plans_.Clear();
     runtime_->Forget();
-    FlushCommits();
+    FlushLogs();
 }
 
-void EmbeddedDatabase::FlushCommits() noexcept {
+void EmbeddedDatabase::FlushLogs() noexcept {
     const std::int64_t changes = sqlite3_total_changes64(db_.get());
     if (durability_ == Durability::full || changes == changesFlushed_) {
         return;
@@ -254,6 +254,7 @@ void EmbeddedDatabase::EndSeries() {
         groupLost_.reset();
         throw;
     }
+    FlushLogs();
 }
 
 void EmbeddedDatabase::OpenGroup(const Plan& plan) {

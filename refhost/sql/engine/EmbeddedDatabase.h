@@ -86,7 +86,6 @@ public:
     void BeginTrans() override;
     void CommitTrans() override;
     void RollbackTrans() override;
-    void FlushCommits() noexcept override;
     void BeginSeries() override;
     void EndSeries() override;
 
@@ -106,6 +105,8 @@ private:
     void SetDurability(Schema schema);
     /// Puts in front of a file what spares the system calls.
     void SpareCalls(Schema schema);
+    /// Has the disk take what stands in the logs: what a result tells of outlives a power failure.
+    void FlushLogs() noexcept;
     void Batch(std::string_view sql, const BatchSink& sink);
     void RunStatement(std::string_view sql, const BatchSink& sink);
     /// Has the writes from here on committed together, where that is wanted and possible.
