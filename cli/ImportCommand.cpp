@@ -35,29 +35,39 @@ importing::Transact TransactOf(std::string_view className) {
     return std::ranges::find(classes, className, &ImportClass::name)->transact;
 }
 
-/// Writes the report, and the file of the refused rows where there are any, and says where they are.
-void WriteFiles(const Outcome& outcome, const ImportArguments& arguments, Console& console) {
-    const Language language = console.language();
-    const ImportTexts& texts = console.messages().import;
+/// Where the files of an import are.
+struct Written {
+    std::string refused; ///< empty where no row was refused
+    std::string report;
+};
+
+/// Writes the report, and the file of the refused rows where there are any.
+Written WriteFiles(const Outcome& outcome, const ImportArguments& arguments, Language language) {
     const std::string& file = arguments.sheet.file;
-    const auto tell = [&](std::string_view words, const std::string& path) {
-        if (!arguments.quiet) {
-            console.Say(Fill(words, path));
-        }
-    };
+    Written written{arguments.refused, arguments.report};
     if (std::ranges::any_of(outcome.rows, [](const importing::RowOutcome& row) { return IsRefused(row.state); })) {
         const auto write = [&](const std::string& path) { importing::WriteRefusedRows(outcome, language, path); };
-        std::string path = arguments.refused;
-        if (path.empty()) {
-            path = importing::WriteKeepingOthers(importing::RefusedRowsPath(file, language), write);
+        if (written.refused.empty()) {
+            written.refused = importing::WriteKeepingOthers(importing::RefusedRowsPath(file, language), write);
         } else {
-            write(path);
+            write(written.refused);
         }
-        tell(texts.refusedWritten, path);
+    } else {
+        written.refused.clear();
     }
-    const std::string path = arguments.report.empty() ? importing::ReportPath(outcome, language) : arguments.report;
-    importing::WriteFile(path, importing::ReportHtml(outcome, language));
-    tell(texts.reportWritten, path);
+    if (written.report.empty()) {
+        written.report = importing::ReportPath(outcome, language);
+    }
+    importing::WriteFile(written.report, importing::ReportHtml(outcome, language));
+    return written;
+}
+
+void TellFiles(const Written& written, Console& console) {
+    const ImportTexts& texts = console.messages().import;
+    if (!written.refused.empty()) {
+        console.Say(Fill(texts.refusedWritten, written.refused));
+    }
+    console.Say(Fill(texts.reportWritten, written.report));
 }
 
 int ExitStatus(const Outcome& outcome) {
@@ -108,6 +118,8 @@ int RunImport(const ImportArguments& arguments, Console& console) {
     };
     const Outcome outcome = importing::RunImport(task);
     console.ClearProgress();
+    // Before anything is said: who reads that may go away.
+    const Written written = WriteFiles(outcome, arguments, console.language());
     if (arguments.json) {
         WriteOutput(ImportJson(outcome, console.language()));
     }
@@ -116,8 +128,8 @@ int RunImport(const ImportArguments& arguments, Console& console) {
     }
     if (!arguments.quiet) {
         TellImport(outcome, arguments.login, console);
+        TellFiles(written, console);
     }
-    WriteFiles(outcome, arguments, console);
     return ExitStatus(outcome);
 }
 

@@ -117,9 +117,9 @@ std::string_view StateName(RowState state) {
     return names[static_cast<std::size_t>(state)];
 }
 
-class Json {
+class OutcomeJson {
 public:
-    Json(const Outcome& outcome, Language language) : outcome_(outcome), language_(language) {}
+    OutcomeJson(const Outcome& outcome, Language language) : outcome_(outcome), language_(language) {}
 
     std::string Write() {
         json_ = "{";
@@ -259,6 +259,6 @@ void TellFaults(const Outcome& outcome, Console& console) {
     }
 }
 
-std::string ImportJson(const Outcome& outcome, Language language) { return Json(outcome, language).Write(); }
+std::string ImportJson(const Outcome& outcome, Language language) { return OutcomeJson(outcome, language).Write(); }
 
 } // namespace cli

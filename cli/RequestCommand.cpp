@@ -21,7 +21,7 @@ void WriteRequest(const std::string& path, const std::string& request) {
     importing::WriteFile(path, request);
 }
 
-std::string Json(const RequestArguments& arguments, const importing::Sheet& sheet, Language language) {
+std::string RequestJson(const RequestArguments& arguments, const importing::Sheet& sheet, Language language) {
     std::string json = "{\"file\":";
     text::AppendJsonString(json, arguments.sheet.file);
     json.append(",\"class\":");
@@ -52,7 +52,7 @@ int RunRequest(const RequestArguments& arguments, Console& console) {
         WriteRequest(arguments.output, importing::BuildRequest(sheet, os::NameOf(file.stem()), "ADD"));
     }
     if (arguments.json) {
-        WriteOutput(Json(arguments, sheet, console.language()));
+        WriteOutput(RequestJson(arguments, sheet, console.language()));
     }
 
     const SheetTexts& texts = messages.sheet;

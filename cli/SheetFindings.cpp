@@ -46,9 +46,9 @@ std::vector<std::string> Lines(const Sheet& sheet, const std::vector<Finding> Ro
     return lines;
 }
 
-class Json {
+class SheetJson {
 public:
-    Json(const Sheet& sheet, Language language) : sheet_(sheet), language_(language) {}
+    SheetJson(const Sheet& sheet, Language language) : sheet_(sheet), language_(language) {}
 
     std::string Members() {
         json_ = "\"faults\":[";
@@ -136,7 +136,7 @@ void TellFaults(const Sheet& sheet, Console& console) {
     }
 }
 
-std::string FindingsJson(const Sheet& sheet, Language language) { return Json(sheet, language).Members(); }
+std::string FindingsJson(const Sheet& sheet, Language language) { return SheetJson(sheet, language).Members(); }
 
 std::size_t CountTaken(const Sheet& sheet) {
     return static_cast<std::size_t>(

@@ -26,7 +26,7 @@ struct SettingRules {
     Message accountsMissing = {};
 };
 
-constexpr std::array rules = {
+constexpr std::array settingRules = {
     SettingRules{"ClsInvSubject", inventoryKeys, Message::keyMissingInventory, inventoryAccounts,
                  Message::accountsMissingInventory},
     SettingRules{"ClsOppSubject", oppositeKeys, Message::keyMissingOpposite, oppositeAccounts,
@@ -43,7 +43,8 @@ bool AllEmpty(const CheckedRow& row, std::span<const std::string_view> elements)
 } // namespace
 
 void CheckSettings(Outcome& outcome) {
-    const SettingRules& rule = *std::ranges::find(rules, outcome.classFields->className, &SettingRules::className);
+    const SettingRules& rule =
+        *std::ranges::find(settingRules, outcome.classFields->className, &SettingRules::className);
     for (RowOutcome& each : outcome.rows) {
         CheckedRow row(outcome, each);
         if (AllEmpty(row, rule.keys)) {

@@ -52,7 +52,7 @@ struct KeyRules {
     Message message;
 };
 
-constexpr std::array rules = {
+constexpr std::array keyRules = {
     KeyRules{"ClsInvSubject", "IA_HeadSet", "1 = 1", true, inventory, true, Message::settingExists},
     KeyRules{"ClsKovra", "Ia_subsidiary", "cVouType = '34'", true, opening, false, Message::openingExists},
     KeyRules{"ClsKovraProof", "IA_DecReady", "1 = 1", false, provisions, false, Message::documentExists},
@@ -128,8 +128,8 @@ private:
 } // namespace
 
 void RefuseWhatTheLedgerHas(Outcome& outcome, AccountReader& account) {
-    const auto* const rule = std::ranges::find(rules, outcome.classFields->className, &KeyRules::className);
-    if (rule == rules.end()) {
+    const auto* const rule = std::ranges::find(keyRules, outcome.classFields->className, &KeyRules::className);
+    if (rule == keyRules.end()) {
         return;
     }
     LedgerKeys keys(*rule, account);

@@ -72,7 +72,7 @@ constexpr auto prices = std::to_array<MatchColumn>({
     {"cMemo", "cMemo"},
 });
 
-constexpr std::array tables = {
+constexpr std::array ledgerTables = {
     LedgerTable{"ClsInvSubject", "IA_HeadSet", "AutoID", "iYear = {0}", settings},
     LedgerTable{"ClsKovra", "Ia_subsidiary", "AutoID", "cVouType = '34' and iYear = {0}", opening},
     LedgerTable{"ClsKovraProof", "IA_DecReady", "ID", "", provisions, false},
@@ -84,7 +84,7 @@ constexpr std::array tables = {
 } // namespace
 
 const LedgerTable& LedgerTableOf(std::string_view className) {
-    return *std::ranges::find(tables, className, &LedgerTable::className);
+    return *std::ranges::find(ledgerTables, className, &LedgerTable::className);
 }
 
 } // namespace importing

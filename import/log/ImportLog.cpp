@@ -7,16 +7,16 @@ using sqlite::Statement;
 using sqlite::Transaction;
 
 // The states' numbers stand in files; they stay.
-constexpr const char* tables = "CREATE TABLE IF NOT EXISTS imports (number INTEGER PRIMARY KEY AUTOINCREMENT, "
-                               "time TEXT NOT NULL, class TEXT NOT NULL, account TEXT NOT NULL, file TEXT NOT NULL, "
-                               "hash TEXT NOT NULL, operator TEXT NOT NULL, test_run INTEGER NOT NULL, "
-                               "fingerprint TEXT NOT NULL, baseline INTEGER NOT NULL, state INTEGER NOT NULL, "
-                               "taken INTEGER NOT NULL, refused INTEGER NOT NULL, quantity REAL NOT NULL, "
-                               "amount REAL NOT NULL);"
-                               "CREATE TABLE IF NOT EXISTS units (import INTEGER NOT NULL REFERENCES imports, "
-                               "line INTEGER NOT NULL, hash TEXT NOT NULL, match TEXT NOT NULL, "
-                               "state INTEGER NOT NULL, id INTEGER, content TEXT NOT NULL DEFAULT '', "
-                               "PRIMARY KEY (import, hash)) WITHOUT ROWID;";
+constexpr const char* logTables = "CREATE TABLE IF NOT EXISTS imports (number INTEGER PRIMARY KEY AUTOINCREMENT, "
+                                  "time TEXT NOT NULL, class TEXT NOT NULL, account TEXT NOT NULL, file TEXT NOT NULL, "
+                                  "hash TEXT NOT NULL, operator TEXT NOT NULL, test_run INTEGER NOT NULL, "
+                                  "fingerprint TEXT NOT NULL, baseline INTEGER NOT NULL, state INTEGER NOT NULL, "
+                                  "taken INTEGER NOT NULL, refused INTEGER NOT NULL, quantity REAL NOT NULL, "
+                                  "amount REAL NOT NULL);"
+                                  "CREATE TABLE IF NOT EXISTS units (import INTEGER NOT NULL REFERENCES imports, "
+                                  "line INTEGER NOT NULL, hash TEXT NOT NULL, match TEXT NOT NULL, "
+                                  "state INTEGER NOT NULL, id INTEGER, content TEXT NOT NULL DEFAULT '', "
+                                  "PRIMARY KEY (import, hash)) WITHOUT ROWID;";
 
 constexpr const char* importColumns = "SELECT number, time, class, account, file, hash, operator, test_run, "
                                       "fingerprint, baseline, state, taken, refused, quantity, amount FROM imports ";
@@ -49,7 +49,7 @@ ImportLog::ImportLog(const std::string& path) : database_(path) {
         // Held from the first access on; a killed process lets go of it.
         database_.Run("PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL");
         Transaction transaction(database_);
-        database_.Run(tables);
+        database_.Run(logTables);
         transaction.Commit();
     } catch (const sqlite::Error& error) {
         if (error.code() == SQLITE_BUSY || error.code() == SQLITE_LOCKED) {

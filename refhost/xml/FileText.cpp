@@ -2,6 +2,7 @@
 
 #include "os/Encoding.h"
 #include "os/Files.h"
+#include "refhost/xml/WhiteSpace.h"
 #include "text/SameName.h"
 #include "text/SystemWords.h"
 #include "text/Utf8.h"
@@ -20,7 +21,6 @@ namespace refhost::xml {
 namespace {
 
 constexpr std::string_view standardInput = "-";
-constexpr std::string_view blanks = " \t\r\n";
 
 struct Mark {
     std::string_view bytes;

@@ -1,5 +1,6 @@
 #include "refhost/xml/ParameterEntities.h"
 
+#include "refhost/xml/WhiteSpace.h"
 #include "text/Utf8.h"
 
 #include <charconv>
@@ -11,7 +12,6 @@
 namespace refhost::xml {
 namespace {
 
-constexpr std::string_view blanks = " \t\r\n";
 constexpr std::size_t none = std::string_view::npos;
 
 /// What an entity's reference stands for: its literal with the character references in it read.

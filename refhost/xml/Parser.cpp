@@ -2,6 +2,7 @@
 
 #include "refhost/xml/ParameterEntities.h"
 #include "refhost/xml/PrefixScope.h"
+#include "refhost/xml/WhiteSpace.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -31,7 +32,7 @@ std::string_view View(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
 }
 
-bool IsBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
+bool IsBlank(std::string_view text) { return text.find_first_not_of(blanks) == std::string_view::npos; }
 
 /// Builds the tree from what the parser reports. The parser is C code: no exception may cross it.
 class Builder {

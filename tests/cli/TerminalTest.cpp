@@ -9,6 +9,12 @@ namespace fs = std::filesystem;
 
 class Terminal : public Program {
 protected:
+    void SetUp() override {
+        if (ProgramIsForWindows()) {
+            GTEST_SKIP() << "consoles of Windows have no locale of this kind";
+        }
+    }
+
     /// The environment of a Chinese locale in `encoding`, which is made here: few machines have one of GBK.
     std::string ChineseIn(const std::string& encoding) const {
         const fs::path folder = Path("locales");

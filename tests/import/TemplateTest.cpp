@@ -17,7 +17,7 @@ using importing::Field;
 using importing::Language;
 using importing::Line;
 
-CodeLists Codes() {
+CodeLists KnownCodes() {
     CodeLists lists;
     lists[CodeList::costedWarehouse].Add("01", "成品库");
     lists[CodeList::costedWarehouse].Add("02", "<原料> & 库");
@@ -66,7 +66,7 @@ TEST_F(Template, OfEachClassIsReadByItsOwnHeadingsInBothLanguages) {
 
 TEST_F(Template, HasANoteAndARuleOnEachColumn) {
     for (const ClassFields& classFields : importing::AllClassFields()) {
-        const test::PackageFile package = test::PackageFile::Read(Make(classFields, Codes()));
+        const test::PackageFile package = test::PackageFile::Read(Make(classFields, KnownCodes()));
         EXPECT_EQ(CountOf(package.Part("xl/comments1.xml"), "<comment "), classFields.fields.size());
         EXPECT_EQ(CountOf(package.Part("xl/worksheets/sheet1.xml"), "<dataValidation "), classFields.fields.size());
     }
@@ -89,7 +89,7 @@ TEST_F(Template, SaysInTheNoteWhatAColumnTakes) {
 }
 
 TEST_F(Template, OffersTheAccountsCodesFromItsSecondSheet) {
-    const std::string path = Make("ClsKovra", Codes());
+    const std::string path = Make("ClsKovra", KnownCodes());
     importing::Workbook workbook(path);
     ASSERT_EQ(workbook.sheets().size(), 2U);
     EXPECT_EQ(workbook.sheets()[0].name, "数据");
@@ -113,7 +113,7 @@ TEST_F(Template, OffersTheAccountsCodesFromItsSecondSheet) {
 TEST_F(Template, HasOneSheetWithoutAnAccount) { EXPECT_EQ(importing::Workbook(Make("ClsKovra")).sheets().size(), 1U); }
 
 TEST_F(Template, FilledInIsReadAsItWasTyped) {
-    const std::string path = Make("ClsKovra", Codes());
+    const std::string path = Make("ClsKovra", KnownCodes());
     test::PackageFile package = test::PackageFile::Read(path);
     const std::string part = "xl/worksheets/sheet1.xml";
     std::string sheet = package.Part(part);
@@ -129,7 +129,7 @@ TEST_F(Template, FilledInIsReadAsItWasTyped) {
     package.Set(part, sheet);
     package.Write(path);
     const importing::Sheet read =
-        importing::Spreadsheet(path, {}, {}, nullptr).Read(Codes(), [](char32_t) { return true; });
+        importing::Spreadsheet(path, {}, {}, nullptr).Read(KnownCodes(), [](char32_t) { return true; });
     ASSERT_EQ(read.rows.size(), 1U);
     EXPECT_TRUE(read.rows[0].refusals.empty());
     EXPECT_TRUE(read.rows[0].corrections.empty());

@@ -217,7 +217,7 @@ TEST_F(AdoAdapters, ValuesComeWholeThroughTheirVariants) {
         {"SELECT CONVERT(bigint, 9007199254740993) AS v", std::int64_t{9007199254740993}},
         {"SELECT CONVERT(tinyint, 255) AS v", 255},
         {"SELECT CONVERT(float, 0.1) AS v", 0.1},
-        {"SELECT CONVERT(real, 0.5) AS v", 0.5},
+        {"SELECT CONVERT(real, 0.5) AS v", 0.5F},
         {"SELECT CONVERT(money, 12.3456) AS v", host::Decimal{"12.3456"}},
         {"SELECT CONVERT(decimal(28, 6), -1234567890123456789012.5) AS v",
          host::Decimal{"-1234567890123456789012.500000"}},

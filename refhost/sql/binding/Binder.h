@@ -170,7 +170,7 @@ private:
     std::string BindDerived(const Source& source, bool outerSide);
     std::string AddDerived(BoundSelect select, const std::string& alias, const std::vector<std::string>& columnAliases,
                            bool outerSide);
-    ScopeSource& AddTable(std::shared_ptr<const Table> table, std::string alias, bool outerSide);
+    ScopeSource& AddTable(std::shared_ptr<const Table> table, const std::string& alias, bool outerSide);
     const ScopeColumn& FindColumn(const Name& name, Scope*& found) const;
     bool MatchesSource(const ScopeSource& source, const Name& name) const;
 

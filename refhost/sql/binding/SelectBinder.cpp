@@ -104,9 +104,9 @@ const Binder::ScopeColumn& Binder::FindColumn(const Name& name, Scope*& found) c
     Fail(207, "Invalid column name '{}'.", name.Last());
 }
 
-Binder::ScopeSource& Binder::AddTable(std::shared_ptr<const Table> table, std::string alias, bool outerSide) {
+Binder::ScopeSource& Binder::AddTable(std::shared_ptr<const Table> table, const std::string& alias, bool outerSide) {
     ScopeSource& source = scope_->sources.emplace_back();
-    source.alias = alias.empty() ? table->name : std::move(alias);
+    source.alias = alias.empty() ? table->name : alias;
     source.tableName = table->name;
     source.sqlName = fmt::format("t{}", sourceCount_++);
     for (const Column& column : table->columns) {

@@ -974,7 +974,7 @@ struct Sum {
 };
 
 Sum* SumOf(sqlite3_context* context, bool create) {
-    auto** slot = static_cast<Sum**>(sqlite3_aggregate_context(context, create ? sizeof(Sum*) : 0));
+    auto** slot = static_cast<Sum**>(sqlite3_aggregate_context(context, create ? sizeof(void*) : 0));
     if (slot == nullptr) {
         return nullptr;
     }
@@ -1099,7 +1099,7 @@ int CompareKeys(const SortedTexts::Key& left, const SortedTexts::Key& right, std
 }
 
 SortedTexts** SortedTextsOf(sqlite3_context* context, bool create) {
-    return static_cast<SortedTexts**>(sqlite3_aggregate_context(context, create ? sizeof(SortedTexts*) : 0));
+    return static_cast<SortedTexts**>(sqlite3_aggregate_context(context, create ? sizeof(void*) : 0));
 }
 
 /// k_string_agg(text, separator, key, order, …)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -18,7 +19,10 @@ struct Weight {
     std::uint32_t primary = 0;
     std::uint32_t secondary = 0;
 
-    auto operator<=>(const Weight&) const = default;
+    bool operator==(const Weight&) const = default;
+    std::strong_ordering operator<=>(const Weight& other) const {
+        return primary == other.primary ? secondary <=> other.secondary : primary <=> other.primary;
+    }
 };
 
 /// The weight of a folded character; of a hyphen or apostrophe the lowest, which counts only between texts that are
