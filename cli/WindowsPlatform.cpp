@@ -25,6 +25,9 @@ namespace {
 
 std::atomic<bool> interrupted = false;
 
+/// The second one meets the system's own manner.
+BOOL WINAPI NoteInterruption(DWORD) { return interrupted.exchange(true) ? FALSE : TRUE; }
+
 HANDLE HandleOf(Stream stream) noexcept {
     switch (stream) {
     case Stream::input:
@@ -150,12 +153,7 @@ bool WriteText(Stream stream, std::string_view text) {
 std::string FromLocale(std::string_view text) { return std::string(text); }
 
 void NoteInterruptions() {
-    SetConsoleCtrlHandler(
-        [](DWORD) -> BOOL {
-            // The second one meets the system's own manner.
-            return interrupted.exchange(true) ? FALSE : TRUE;
-        },
-        TRUE);
+    SetConsoleCtrlHandler(NoteInterruption, TRUE);
 }
 
 bool Interrupted() noexcept { return interrupted; }

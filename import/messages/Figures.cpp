@@ -19,7 +19,7 @@ std::string WithCommas(std::string digits) {
 
 } // namespace
 
-std::string Grouped(std::size_t number) { return WithCommas(std::to_string(number)); }
+std::string Grouped(std::uint64_t number) { return WithCommas(std::to_string(number)); }
 
 std::string Amount(double amount) {
     const std::string digits = fmt::format("{:.2f}", amount);

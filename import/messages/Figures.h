@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <string>
 
 namespace importing {
 
 /// A whole number as people read it, "4,353".
-std::string Grouped(std::size_t number);
+std::string Grouped(std::uint64_t number);
 
 /// An amount to the cent, "-1,234.50".
 std::string Amount(double amount);
