@@ -40,11 +40,11 @@ target_compile_options(LibXml2 PRIVATE $<IF:$<C_COMPILER_ID:MSVC>,/w,-w>)
 add_library(kovra_libxml2 ALIAS LibXml2)
 
 # Archives: zlib is Debian's own for mingw-w64. Files are opened by their names in UTF-8.
-find_library(KOVRA_ZLIB NAMES z zlibstatic REQUIRED)
+find_library(KOVRA_STATIC_ZLIB NAMES libz.a zlibstatic REQUIRED)
 set(minizip ${KOVRA_SOURCES}/minizip)
 kovra_foreign_library(kovra_minizip ${minizip} ${minizip}/ioapi.c ${minizip}/unzip.c ${minizip}/zip.c)
 target_compile_options(kovra_minizip PRIVATE -include ${PROJECT_SOURCE_DIR}/os/Utf8Fopen.h)
-target_link_libraries(kovra_minizip PUBLIC os ${KOVRA_ZLIB})
+target_link_libraries(kovra_minizip PUBLIC os ${KOVRA_STATIC_ZLIB})
 
 # Workbooks are written through the same minizip, and temporary files where the user may make them.
 set(xlsxwriter ${KOVRA_SOURCES}/libxlsxwriter)
