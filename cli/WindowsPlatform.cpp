@@ -152,9 +152,7 @@ bool WriteText(Stream stream, std::string_view text) {
 
 std::string FromLocale(std::string_view text) { return std::string(text); }
 
-void NoteInterruptions() {
-    SetConsoleCtrlHandler(NoteInterruption, TRUE);
-}
+void NoteInterruptions() { SetConsoleCtrlHandler(NoteInterruption, TRUE); }
 
 bool Interrupted() noexcept { return interrupted; }
 
