@@ -91,20 +91,6 @@ std::string ReadRequest(const TransactArguments& arguments, Console& console) {
     return refhost::xml::ReadXmlFile(arguments.request);
 }
 
-/// The import by the registered class: nobody watches it, and what is known of it stands in the result.
-int TransactByServer(const TransactArguments& arguments, const ImportClass& importClass, const std::string& request,
-                     Console& console) {
-    ImportLog log(std::nullopt, true, {});
-    const std::string result = TransactByRegistered(importClass.name, request, arguments.login, arguments.trace);
-    ReadOutcomes(request, result, log);
-    WriteResult(result, FormatNamed(arguments.format), log, importClass, console.messages());
-    if (!arguments.quiet) {
-        Summarize(log, {.importClass = importClass, .interrupted = false, .listsRefusals = true, .emptyInput = false},
-                  console);
-    }
-    return ExitStatus(log);
-}
-
 } // namespace
 
 int RunTransact(const TransactArguments& arguments, Console& console) {
@@ -114,7 +100,18 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     const std::string request = ReadRequest(arguments, console);
     if constexpr (hasCom) {
         if (arguments.registered) {
-            return TransactByServer(arguments, importClass, request, console);
+            // Nobody watches the registered class: what is known of its import stands in the result.
+            ImportLog log(std::nullopt, true, {});
+            const std::string result =
+                TransactByRegistered(importClass.name, request, arguments.login, arguments.trace);
+            ReadOutcomes(request, result, log);
+            WriteResult(result, format, log, importClass, messages);
+            if (!arguments.quiet) {
+                const SummaryContext context{
+                    .importClass = importClass, .interrupted = false, .listsRefusals = true, .emptyInput = false};
+                Summarize(log, context, console);
+            }
+            return ExitStatus(log);
         }
     }
     std::optional<refhost::Trace> trace;
