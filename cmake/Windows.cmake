@@ -105,6 +105,6 @@ endif()
 
 if(KOVRA_TESTS)
   enable_testing()
-  add_subdirectory(tests/ado)
+  add_subdirectory(tests/support/ado)
   add_subdirectory(tests/windows)
 endif()

@@ -1,7 +1,7 @@
 #include "ModPub/Dates.h"
 
 #include "tests/ModPub/Expect.h"
-#include "tests/conversions/Cases.h"
+#include "tests/support/ConversionCases.h"
 
 #include <chrono>
 #include <utility>

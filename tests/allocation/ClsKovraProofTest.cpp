@@ -1,8 +1,8 @@
 #include "ClsKovraProof/ClsKovraProof.h"
 
 #include "tests/allocation/FailEveryAllocation.h"
-#include "tests/rules/ProvisionRules.h"
 #include "tests/support/Import.h"
+#include "tests/support/rules/ProvisionRules.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "ClsKovra/ClsKovra.h"
 
 #include "tests/allocation/FailEveryAllocation.h"
-#include "tests/rules/OpeningRules.h"
 #include "tests/support/Import.h"
+#include "tests/support/rules/OpeningRules.h"
 
 #include <gtest/gtest.h>
 

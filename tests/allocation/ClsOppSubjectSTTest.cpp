@@ -1,8 +1,8 @@
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
 
 #include "tests/allocation/FailEveryAllocation.h"
-#include "tests/rules/SettingRules.h"
 #include "tests/support/Import.h"
+#include "tests/support/rules/SettingRules.h"
 
 #include <gtest/gtest.h>
 

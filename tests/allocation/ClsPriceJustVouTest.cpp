@@ -1,8 +1,8 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
 
 #include "tests/allocation/FailEveryAllocation.h"
-#include "tests/rules/PriceRules.h"
 #include "tests/support/Import.h"
+#include "tests/support/rules/PriceRules.h"
 
 #include <gtest/gtest.h>
 

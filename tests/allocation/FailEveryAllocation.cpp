@@ -1,8 +1,8 @@
 #include "tests/allocation/FailEveryAllocation.h"
 
 #include "tests/allocation/FailingNew.h"
-#include "tests/rules/CallAccount.h"
-#include "tests/rules/Tape.h"
+#include "tests/support/rules/CallAccount.h"
+#include "tests/support/rules/Tape.h"
 
 #include <algorithm>
 #include <cstdio>

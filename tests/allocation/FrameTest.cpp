@@ -1,7 +1,7 @@
 #include "ClsInvSubject/ClsInvSubject.h"
 #include "tests/allocation/FailEveryAllocation.h"
-#include "tests/rules/SettingRules.h"
 #include "tests/support/Import.h"
+#include "tests/support/rules/SettingRules.h"
 
 #include <gtest/gtest.h>
 

@@ -62,7 +62,7 @@ TEST_F(AccountFiles, CheckingTellsDamage) {
 
 TEST_F(AccountFiles, UpgradingTellsTheFormats) {
     fs::create_directory(Path("old"));
-    fs::copy_file(SourceFolder() / "tests/sql/files/format0/account.db", Path("old/old.db"));
+    fs::copy_file(SourceFolder() / "tests/refhost/sql/files/format0/account.db", Path("old/old.db"));
     Write("old.xml",
           "<login QxDbName=\"Provider=KovraAccount;Data Source=old/old.db\" cAcc_Id=\"001\" cIYear=\"2024\"/>");
     EXPECT_EQ(Kovra("account upgrade --login old.xml").error, "Brought old/old.db from format 0 to format 1.\n");

@@ -1,8 +1,8 @@
 #include "ClsInvSubject/ClsInvSubject.h"
 
 #include "tests/faults/DisturbEveryOperation.h"
-#include "tests/rules/SettingRules.h"
 #include "tests/support/Import.h"
+#include "tests/support/rules/SettingRules.h"
 
 #include <gtest/gtest.h>
 

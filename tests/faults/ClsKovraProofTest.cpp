@@ -1,8 +1,8 @@
 #include "ClsKovraProof/ClsKovraProof.h"
 
 #include "tests/faults/DisturbEveryOperation.h"
-#include "tests/rules/ProvisionRules.h"
 #include "tests/support/Import.h"
+#include "tests/support/rules/ProvisionRules.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/rules/CallAccount.h"
-#include "tests/rules/Play.h"
-#include "tests/rules/Tape.h"
+#include "tests/support/rules/CallAccount.h"
+#include "tests/support/rules/Play.h"
+#include "tests/support/rules/Tape.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "tests/faults/FailEveryOperation.h"
 
 #include "tests/faults/Difference.h"
-#include "tests/rules/CallAccount.h"
-#include "tests/rules/Tape.h"
+#include "tests/support/rules/CallAccount.h"
+#include "tests/support/rules/Tape.h"
 
 #include <array>
 #include <cstdio>

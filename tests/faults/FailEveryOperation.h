@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/rules/PlayedCall.h"
+#include "tests/support/rules/PlayedCall.h"
 
 namespace test {
 

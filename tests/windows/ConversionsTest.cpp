@@ -4,7 +4,7 @@
 #include "server/com/BString.h"
 #include "server/com/Platform.h"
 #include "server/com/Utf16.h"
-#include "tests/conversions/Cases.h"
+#include "tests/support/ConversionCases.h"
 
 #include <algorithm>
 #include <cmath>

@@ -8,7 +8,7 @@ namespace refhost::sql {
 
 /// The format of account files that this program writes, kept in each file as SQLite's `user_version`. Every change of
 /// what is stored (tables of the catalog, codes of types, order of texts, SQL of definitions) gets a number of its own
-/// and a step in `UpgradeFile`; tests/sql/files holds a file of each earlier format.
+/// and a step in `UpgradeFile`; tests/refhost/sql/files holds a file of each earlier format.
 ///
 ///   0  unstamped: texts in the order of code points, identity columns without an end
 ///   1  texts in the order of Chinese_PRC_CI_AS; `seed` and `step` of identity columns

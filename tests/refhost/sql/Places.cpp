@@ -1,0 +1,75 @@
+#include "tests/refhost/sql/Places.h"
+
+#include "refhost/OpenDatabase.h"
+#include "tests/refhost/sql/Support.h"
+#include "tests/support/Paths.h"
+
+#include <cstdlib>
+
+namespace test_sql {
+
+std::vector<Place> Places() {
+    std::vector<Place> places = {Place::embedded, Place::embeddedThroughOdbc};
+    if (std::getenv("KOVRA_TEST_ODBC") != nullptr) {
+        places.push_back(Place::server);
+    }
+    return places;
+}
+
+std::string PlaceName(const testing::TestParamInfo<Place>& place) {
+    switch (place.param) {
+    case Place::embedded:
+        return "Embedded";
+    case Place::embeddedThroughOdbc:
+        return "EmbeddedThroughOdbc";
+    case Place::server:
+        break;
+    }
+    return "Server";
+}
+
+std::string ConnectionTextAt(Place place, const std::string& file) {
+    switch (place) {
+    case Place::embedded:
+        return memory;
+    case Place::embeddedThroughOdbc:
+        return "Driver=" + test::OdbcDriverPath() + ";Provider=KovraAccount;Data Source=" + file;
+    case Place::server:
+        break;
+    }
+    return std::getenv("KOVRA_TEST_ODBC");
+}
+
+DatabaseAt::DatabaseAt(Place place) : place_(place), connection_(refhost::OpenOrCreate()) {
+    const std::string file = (folder_.path() / "account.db").string();
+    refhost::sql::OpenEmbedded("Provider=KovraAccount;Data Source=" + file, refhost::sql::Mode::create);
+    connection_.Open(ConnectionTextAt(place, file), "", "", host::command_option::unspecified);
+    if (place == Place::server) {
+        before_ = Objects();
+    }
+}
+
+DatabaseAt::~DatabaseAt() {
+    if (place_ != Place::server) {
+        return;
+    }
+    for (const std::string& object : Objects()) {
+        if (!before_.contains(object)) {
+            EXPECT_EQ(Answer(Db(), "drop " + object), "");
+        }
+    }
+}
+
+std::set<std::string> DatabaseAt::Objects() {
+    std::set<std::string> objects;
+    for (const char* kind : {"TABLE", "VIEW"}) {
+        const refhost::ResultSet names =
+            Db().Query(fmt::format("select name from sysobjects where type = '{}'", *kind == 'T' ? 'U' : 'V'));
+        for (const host::Value& name : names.cells) {
+            objects.insert(std::string(kind) + " [" + *name.As<std::string>() + "]");
+        }
+    }
+    return objects;
+}
+
+} // namespace test_sql

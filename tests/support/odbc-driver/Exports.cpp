@@ -1,0 +1,259 @@
+// An ODBC driver over the embedded account database: a T-SQL server for the tests of the ODBC layer, loaded by the real
+// driver manager. It offers what that layer calls, and no more.
+
+#include "refhost/odbc/Utf16.h"
+#include "refhost/sql/engine/EmbeddedDatabase.h"
+#include "tests/support/odbc-driver/Diagnose.h"
+#include "tests/support/odbc-driver/Driver.h"
+#include "tests/support/odbc-driver/Values.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <sql.h>
+#include <sqlext.h>
+#include <sqlucode.h>
+
+namespace {
+
+using namespace odbc_driver;
+using refhost::odbc::ToUtf16;
+using refhost::odbc::ToUtf8;
+using refhost::odbc::Utf16Text;
+
+template <class T> T& As(SQLHANDLE handle) { return *static_cast<T*>(handle); }
+
+/// Runs `action`; an error becomes the handle's diagnostic.
+template <class Action> SQLRETURN Guarded(Handle& handle, const Action& action) {
+    handle.diagnostics.clear();
+    try {
+        return static_cast<SQLRETURN>(action());
+    } catch (const host::Error& error) {
+        handle.diagnostics.push_back(Diagnose(error));
+        return SQL_ERROR;
+    }
+}
+
+Utf16Text TextArgument(const SQLWCHAR* text, SQLINTEGER length) {
+    if (length == SQL_NTS) {
+        return Utf16Text(text);
+    }
+    return Utf16Text(text, static_cast<std::size_t>(length));
+}
+
+/// Writes `text` with a terminator into a buffer of `room` units; tells the whole length in units.
+template <class Length>
+SQLRETURN WriteText(const std::string& text, SQLWCHAR* buffer, std::size_t room, Length* length) {
+    const Utf16Text units = ToUtf16(text);
+    if (length != nullptr) {
+        *length = static_cast<Length>(units.size());
+    }
+    if (buffer == nullptr || room == 0) {
+        return SQL_SUCCESS;
+    }
+    const std::size_t copied = std::min(units.size(), room - 1);
+    std::copy_n(units.data(), copied, buffer);
+    buffer[copied] = 0;
+    return copied < units.size() ? SQL_SUCCESS_WITH_INFO : SQL_SUCCESS;
+}
+
+Handle& AnyHandle(SQLSMALLINT type, SQLHANDLE handle) {
+    switch (type) {
+    case SQL_HANDLE_ENV:
+        return As<Environment>(handle);
+    case SQL_HANDLE_DBC:
+        return As<Connection>(handle);
+    default:
+        return As<Statement>(handle);
+    }
+}
+
+} // namespace
+
+extern "C" {
+
+SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE* handle) {
+    switch (type) {
+    case SQL_HANDLE_ENV:
+        *handle = new Environment;
+        return SQL_SUCCESS;
+    case SQL_HANDLE_DBC:
+        *handle = new Connection;
+        return SQL_SUCCESS;
+    case SQL_HANDLE_STMT:
+        *handle = new Statement(As<Connection>(parent));
+        return SQL_SUCCESS;
+    default:
+        return SQL_ERROR;
+    }
+}
+
+SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle) {
+    switch (type) {
+    case SQL_HANDLE_ENV:
+        delete &As<Environment>(handle);
+        break;
+    case SQL_HANDLE_DBC:
+        delete &As<Connection>(handle);
+        break;
+    default:
+        delete &As<Statement>(handle);
+    }
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
+
+SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT length, SQLWCHAR*, SQLSMALLINT,
+                                    SQLSMALLINT*, SQLUSMALLINT) {
+    auto& connection = As<Connection>(handle);
+    return Guarded(connection, [&] {
+        const std::string connectionString = ToUtf8(TextArgument(text, length));
+        connection.database = refhost::sql::OpenEmbedded(connectionString);
+        return SQL_SUCCESS;
+    });
+}
+
+SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
+    As<Connection>(handle).database.reset();
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
+    auto& connection = As<Connection>(handle);
+    return Guarded(connection, [&] {
+        if (attribute == SQL_ATTR_AUTOCOMMIT) {
+            const bool autocommit = reinterpret_cast<SQLULEN>(value) == SQL_AUTOCOMMIT_ON;
+            if (!autocommit && connection.autocommit) {
+                connection.database->BeginTrans();
+            }
+            connection.autocommit = autocommit;
+        }
+        return SQL_SUCCESS;
+    });
+}
+
+SQLRETURN SQL_API SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT how) {
+    auto& connection = As<Connection>(handle);
+    return Guarded(connection, [&] {
+        if (how == SQL_COMMIT) {
+            connection.database->CommitTrans();
+        } else {
+            connection.database->RollbackTrans();
+        }
+        // ODBC begins the next transaction with the next statement; the layer returns to autocommit before that.
+        return SQL_SUCCESS;
+    });
+}
+
+SQLRETURN SQL_API SQLSetStmtAttrW(SQLHSTMT, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
+
+SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
+    // The driver manager asks for the four descriptors of a statement; it only keeps them.
+    if (attribute >= SQL_ATTR_APP_ROW_DESC && attribute <= SQL_ATTR_IMP_PARAM_DESC) {
+        static Handle descriptor;
+        *static_cast<SQLHANDLE*>(value) = &descriptor;
+        return SQL_SUCCESS;
+    }
+    return SQL_ERROR;
+}
+
+SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
+    auto& statement = As<Statement>(handle);
+    return Guarded(statement, [&] {
+        const std::string sql = ToUtf8(TextArgument(text, length));
+        refhost::Database& database = *statement.connection.database;
+        if (sql.starts_with("USE ")) {
+            // A server takes it in any batch; the embedded database in those of client tools alone.
+            database.RunBatch(sql, std::nullopt, [](const refhost::BatchAnswer& answer) {
+                if (const auto* error = std::get_if<host::Error>(&answer)) {
+                    throw host::Error(*error);
+                }
+            });
+            statement.result = {};
+        } else {
+            statement.result = database.Query(sql);
+        }
+        statement.row = 0;
+        return SQL_SUCCESS;
+    });
+}
+
+SQLRETURN SQL_API SQLMoreResults(SQLHSTMT) { return SQL_NO_DATA; }
+
+SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT, SQLUSMALLINT) { return SQL_SUCCESS; }
+
+SQLRETURN SQL_API SQLNumResultCols(SQLHSTMT handle, SQLSMALLINT* columns) {
+    const auto& fields = As<Statement>(handle).result.fields;
+    *columns = fields ? static_cast<SQLSMALLINT>(fields->size()) : SQLSMALLINT{0};
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT index, SQLWCHAR* name, SQLSMALLINT room,
+                                  SQLSMALLINT* nameLength, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits,
+                                  SQLSMALLINT* nullable) {
+    const host::Field& field = (*As<Statement>(handle).result.fields)[index - 1U];
+    const ColumnType described = DescribeType(field);
+    *type = described.type;
+    *size = described.size;
+    *digits = described.digits;
+    *nullable = field.nullable ? SQL_NULLABLE : SQL_NO_NULLS;
+    return WriteText(field.name, name, static_cast<std::size_t>(room), nameLength);
+}
+
+SQLRETURN SQL_API SQLColAttributeW(SQLHSTMT handle, SQLUSMALLINT index, SQLUSMALLINT attribute, SQLPOINTER text,
+                                   SQLSMALLINT bytes, SQLSMALLINT* length, SQLLEN*) {
+    if (attribute != SQL_DESC_TYPE_NAME) {
+        return SQL_ERROR;
+    }
+    const host::Field& field = (*As<Statement>(handle).result.fields)[index - 1U];
+    SQLSMALLINT units = 0;
+    const SQLRETURN result = WriteText(DescribeType(field).name, static_cast<SQLWCHAR*>(text),
+                                       static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR), &units);
+    *length = static_cast<SQLSMALLINT>(units * static_cast<SQLSMALLINT>(sizeof(SQLWCHAR)));
+    return result;
+}
+
+SQLRETURN SQL_API SQLFetch(SQLHSTMT handle) {
+    auto& statement = As<Statement>(handle);
+    statement.partColumn = 0;
+    if (statement.row >= statement.result.rowCount) {
+        return SQL_NO_DATA;
+    }
+    ++statement.row;
+    return SQL_SUCCESS;
+}
+
+SQLRETURN SQL_API SQLGetData(SQLHSTMT handle, SQLUSMALLINT column, SQLSMALLINT cType, SQLPOINTER buffer, SQLLEN bytes,
+                             SQLLEN* indicator) {
+    auto& statement = As<Statement>(handle);
+    if (statement.partColumn != column) {
+        statement.partColumn = column;
+        statement.partDone = 0;
+    }
+    const std::size_t index = (statement.row - 1) * statement.result.fields->size() + column - 1U;
+    return Guarded(statement, [&] {
+        return CopyValue(statement.result.cells[index], cType, buffer, static_cast<std::size_t>(bytes), indicator,
+                         statement.partDone);
+    });
+}
+
+SQLRETURN SQL_API SQLGetDiagRecW(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT record, SQLWCHAR* state,
+                                 SQLINTEGER* native, SQLWCHAR* message, SQLSMALLINT room, SQLSMALLINT* length) {
+    const std::vector<Diagnostic>& diagnostics = AnyHandle(type, handle).diagnostics;
+    if (record < 1 || static_cast<std::size_t>(record) > diagnostics.size()) {
+        return SQL_NO_DATA;
+    }
+    const Diagnostic& diagnostic = diagnostics[static_cast<std::size_t>(record) - 1];
+    WriteText<SQLSMALLINT>(diagnostic.state, state, 6, nullptr);
+    *native = diagnostic.native;
+    return WriteText(diagnostic.message, message, static_cast<std::size_t>(room), length);
+}
+
+// The driver manager wants it to be there before it asks for records at all.
+SQLRETURN SQL_API SQLGetDiagFieldW(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLSMALLINT, SQLPOINTER, SQLSMALLINT,
+                                   SQLSMALLINT*) {
+    return SQL_NO_DATA;
+}
+
+} // extern "C"

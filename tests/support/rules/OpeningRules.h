@@ -1,0 +1,54 @@
+#pragma once
+
+#include "tests/support/rules/Play.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace test {
+
+/// A row of the request, and what the rules make of it.
+struct OpeningRow {
+    std::string warehouse;
+    std::string item;
+    /// What refuses the row: an item that the look-up does not find, a date, an amount.
+    std::string unknownItem = {};
+    std::string badDate = {};
+    std::string badAmount = {};
+    /// Whether the warehouse's method is one that knows batches, and whether it is planned price.
+    bool averaged = true;
+    bool planned = false;
+    /// Whether the row names a project, a receipt date, a batch, a quantity below zero.
+    bool hasProject = false;
+    bool hasDate = false;
+    bool hasBatch = false;
+    bool isNegative = false;
+    std::string stored = {};
+
+    std::string Key() const { return "仓库编码：" + warehouse + "， 存货编码：" + item; }
+};
+
+/// Plays a call of the opening balance import on an account that is valued by warehouse.
+class OpeningRules {
+public:
+    explicit OpeningRules(Play& play) : play_(play) {}
+
+    std::string Transact(const std::vector<OpeningRow>& rows);
+    /// A call that the ledger refuses, since it has price adjustments.
+    std::string RefusedTransact();
+
+private:
+    std::string Transact(const std::function<std::string()>& lastOfLedger, const std::vector<OpeningRow>& rows);
+    std::string Ledger(const std::function<std::string()>& last);
+    void Row(const OpeningRow& row);
+    bool Check(const OpeningRow& row, const std::function<std::string()>& check);
+    std::string MasterData(const OpeningRow& row);
+    std::string Dates(const OpeningRow& row);
+    bool PriceByFreeItems(const OpeningRow& row);
+
+    Play& play_;
+    bool knowsStart_ = false;
+};
+
+} // namespace test
