@@ -21,7 +21,6 @@ namespace cli {
 namespace {
 
 using importing::Outcome;
-using importing::RowState;
 
 std::string LocalTime() {
     const std::time_t now = std::time(nullptr);

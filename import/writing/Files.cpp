@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <system_error>
 
+#include <fmt/format.h>
+
 namespace importing {
 
 std::string PathBeside(const std::string& input, std::string_view what, std::string_view ending) {
@@ -28,7 +30,7 @@ std::string WriteKeepingOthers(const std::string& path, const std::function<void
     const std::string bytes = ReadBytes(part);
     std::string free = path;
     for (int number = 2; std::filesystem::exists(std::filesystem::u8path(free)) && ReadBytes(free) != bytes; ++number) {
-        free = name + "-" + std::to_string(number) + ending;
+        free = fmt::format("{}-{}{}", name, number, ending);
     }
     std::error_code error;
     std::filesystem::rename(std::filesystem::u8path(part), std::filesystem::u8path(free), error);

@@ -9,6 +9,8 @@
 #include <map>
 #include <string_view>
 
+#include <fmt/format.h>
+
 namespace importing {
 namespace {
 
@@ -217,7 +219,7 @@ private:
                 worksheet_write_string(sheet, row, names, CellText(known.name).c_str(), text_);
             }
             const std::string letters = ColumnName(column);
-            ranges_[field.list] = "='" + name + "'!$" + letters + "$2:$" + letters + "$" + std::to_string(row + 1);
+            ranges_[field.list] = fmt::format("='{0}'!${1}$2:${1}${2}", name, letters, row + 1);
             constexpr lxw_col_t step = 3;
             column = static_cast<lxw_col_t>(column + step);
         }

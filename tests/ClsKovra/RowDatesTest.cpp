@@ -6,7 +6,6 @@ namespace {
 namespace lookup = test::lookup;
 using test::Outcome;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::IsEmpty;
 
 constexpr std::string_view key = "仓库编码：01， 存货编码：A1";

@@ -9,7 +9,6 @@
 
 namespace {
 
-using importing::DecodeText;
 using importing::Line;
 using importing::Message;
 using importing::Note;

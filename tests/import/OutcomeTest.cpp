@@ -9,7 +9,6 @@
 namespace {
 
 using importing::Finding;
-using importing::Group;
 using importing::Language;
 using importing::Message;
 using importing::Outcome;

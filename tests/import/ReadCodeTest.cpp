@@ -5,7 +5,6 @@
 namespace {
 
 using importing::Cell;
-using importing::CodeRules;
 using importing::EditDistance;
 using importing::KnownCodes;
 using importing::Message;

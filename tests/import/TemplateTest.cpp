@@ -13,7 +13,6 @@ namespace {
 using importing::ClassFields;
 using importing::CodeList;
 using importing::CodeLists;
-using importing::Field;
 using importing::Language;
 using importing::Line;
 

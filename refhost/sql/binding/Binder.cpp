@@ -352,7 +352,7 @@ Bound Binder::BindDateArithmetic(const std::string& operation, Bound left, Bound
     }
     Bound result;
     result.type = type;
-    const auto ticks = [&](Bound value, bool date) {
+    const auto ticks = [&](Bound& value, bool date) {
         // The other operand counts days from the server's day 0.
         return date ? Own(value)
                     : fmt::format("(k_convert({}, {}, {}, 0) - {})", As(value, {Base::floating, 0, 0, 0}),

@@ -5,6 +5,7 @@
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace refhost::sql {
 namespace {
@@ -241,16 +242,16 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
                                           ? fmt::format(" COLLATE {}", textCollation)
                                       : family == Family::exact ? fmt::format(" COLLATE {}", exactCollation)
                                                                 : std::string();
-        plain += comma + quoted + order;
-        nulls += comma + fmt::format("ifnull({}, x'00'){}", quoted, collation);
+        plain.append(comma).append(quoted).append(order);
+        fmt::format_to(std::back_inserter(nulls), "{}ifnull({}, x'00'){}", comma, quoted, collation);
         if (column.nullable) {
-            anyNull += (anyNull.empty() ? "" : " OR ") + quoted + " IS NULL";
+            fmt::format_to(std::back_inserter(anyNull), "{}{} IS NULL", anyNull.empty() ? "" : " OR ", quoted);
         }
         if (column.nullable && family == Family::text) {
-            blank += comma + fmt::format("ifnull({}, ''){}{}", quoted, collation, order);
+            fmt::format_to(std::back_inserter(blank), "{}ifnull({}, ''){}{}", comma, quoted, collation, order);
             blankColumns.push_back(column.name);
         } else {
-            blank += comma + quoted + order;
+            blank.append(comma).append(quoted).append(order);
         }
     }
     const auto make = [&](const std::string& suffix, const std::string& keys, bool distinct, const std::string& where) {

@@ -24,7 +24,6 @@ using host::CursorType;
 using host::Decimal;
 using host::FieldType;
 using host::LockType;
-using host::Null;
 using host::Value;
 
 enum class Kind { embedded, embeddedThroughOdbc, server };

@@ -17,7 +17,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 constexpr std::string_view byItem = "按存货核算";
 constexpr std::string_view byWarehouse = "按仓库核算";
