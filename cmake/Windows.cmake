@@ -53,6 +53,8 @@ endif()
 kovra_library(server/com ModPub kovra_windows)
 kovra_library(server/adapters server-com)
 kovra_library(server/inproc server-com)
+# What is no server takes single files of it.
+set_property(TARGET server-inproc PROPERTY UNITY_BUILD OFF)
 kovra_library(server/trace server-adapters refhost-trace)
 # The entry points belong into the library that offers the classes.
 set_property(TARGET server-inproc PROPERTY POSITION_INDEPENDENT_CODE ON)

@@ -11,6 +11,7 @@ function(kovra_foreign_library name includes)
   add_library(${name} STATIC ${ARGN})
   target_include_directories(${name} SYSTEM PUBLIC ${includes})
   target_compile_options(${name} PRIVATE $<IF:$<C_COMPILER_ID:MSVC>,/w,-w>)
+  set_property(TARGET ${name} PROPERTY UNITY_BUILD OFF)
 endfunction()
 
 # Headers that stand among the system's own, which this compiler must not see.
@@ -37,6 +38,7 @@ foreach(part C14N CATALOG DEBUG DOCB FTP HTML HTTP ICONV ICU LEGACY LZMA MEM_DEB
 endforeach()
 add_subdirectory(${KOVRA_SOURCES}/libxml2 ${PROJECT_BINARY_DIR}/libxml2 EXCLUDE_FROM_ALL)
 target_compile_options(LibXml2 PRIVATE $<IF:$<C_COMPILER_ID:MSVC>,/w,-w>)
+set_property(TARGET LibXml2 PROPERTY UNITY_BUILD OFF)
 add_library(kovra_libxml2 ALIAS LibXml2)
 
 # Archives: zlib is Debian's own for mingw-w64. Files are opened by their names in UTF-8.
