@@ -1,7 +1,7 @@
-# The embedded account database, the account's schema, and ADO's manners over them; on the targets `fmt::fmt` and
-# `kovra_sqlite`, which each platform defines.
+# The embedded account database, the account's schema, and ADO's manners over them; on the targets `fmt::fmt`,
+# `Boost::headers` and `kovra_sqlite`, which each platform defines.
 kovra_library(refhost/ado ModPub fmt::fmt)
-kovra_library(refhost/sql refhost-ado fmt::fmt kovra_sqlite)
+kovra_library(refhost/sql refhost-ado fmt::fmt Boost::headers kovra_sqlite)
 kovra_embed_text(refhost-sql refhost_sql CollationOrder.h ${PROJECT_SOURCE_DIR}/refhost/sql/types/CollationOrder.txt)
 
 kovra_library(refhost/account ModPub refhost-ado)

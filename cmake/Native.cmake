@@ -2,6 +2,7 @@
 find_package(PkgConfig REQUIRED)
 find_package(fmt REQUIRED)
 find_package(CLI11 REQUIRED)
+find_package(Boost REQUIRED)
 pkg_check_modules(LIBXML2 REQUIRED IMPORTED_TARGET libxml-2.0)
 pkg_check_modules(SQLITE3 REQUIRED IMPORTED_TARGET sqlite3)
 pkg_check_modules(ODBC REQUIRED IMPORTED_TARGET odbc)

@@ -26,6 +26,7 @@ endfunction()
 kovra_headers(fmt::fmt fmt)
 target_compile_definitions(kovra_fmt_headers INTERFACE FMT_HEADER_ONLY)
 kovra_headers(CLI11::CLI11 CLI)
+kovra_headers(Boost::headers boost)
 
 kovra_foreign_library(kovra_sqlite ${KOVRA_SOURCES}/sqlite3 ${KOVRA_SOURCES}/sqlite3/sqlite3.c)
 

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include <boost/multiprecision/cpp_int.hpp>
 
 namespace refhost::sql {
 
@@ -12,7 +13,7 @@ namespace refhost::sql {
 class ExactNumber {
 public:
     ExactNumber() = default;
-    explicit ExactNumber(std::int64_t value);
+    explicit ExactNumber(std::int64_t value) : digits_(value) {}
 
     /// Reads an optional sign, digits and an optional point with digits, nothing else; at most 80 digits.
     static std::optional<ExactNumber> Parse(std::string_view text);
@@ -27,8 +28,8 @@ public:
     std::optional<std::int64_t> ToInteger() const;
 
     int Scale() const { return scale_; }
-    bool IsZero() const;
-    bool IsNegative() const { return negative_; }
+    bool IsZero() const { return digits_.is_zero(); }
+    bool IsNegative() const { return digits_.sign() < 0; }
     /// Digits before the point, leading zeros aside.
     int WholeDigits() const;
 
@@ -36,7 +37,7 @@ public:
     ExactNumber Rescaled(int scale) const;
     /// The same, with the surplus digits cut off.
     ExactNumber Truncated(int scale) const;
-    ExactNumber Negated() const;
+    ExactNumber Negated() const { return {-digits_, scale_}; }
 
     friend ExactNumber operator+(const ExactNumber& left, const ExactNumber& right);
     friend ExactNumber operator-(const ExactNumber& left, const ExactNumber& right);
@@ -48,21 +49,15 @@ public:
     friend ExactNumber Modulo(const ExactNumber& left, const ExactNumber& right);
 
 private:
-    static constexpr std::size_t limbCount = 12;
-    /// Digits in groups of nine, the lowest group first.
-    using Limbs = std::array<std::uint32_t, limbCount>;
+    /// Room for a number of 80 digits times a power of ten that brings it to another such number's scale, and a little:
+    /// 154 digits.
+    using Digits = boost::multiprecision::number<boost::multiprecision::cpp_int_backend<
+        512, 512, boost::multiprecision::signed_magnitude, boost::multiprecision::unchecked, void>>;
 
-    static int Compare(const Limbs& left, const Limbs& right);
-    static void AddTo(Limbs& left, const Limbs& right);
-    static void SubtractFrom(Limbs& left, const Limbs& right);
-    static std::uint32_t MultiplyAdd(Limbs& limbs, std::uint32_t factor, std::uint32_t addend);
-    static std::uint32_t DivideSmall(Limbs& limbs, std::uint32_t divisor);
-    static int DigitsOf(const Limbs& limbs);
-    static Limbs Quotient(const Limbs& left, const Limbs& right, Limbs& rest);
-    void Normalize();
+    ExactNumber(const Digits& digits, int scale) : digits_(digits), scale_(scale) {}
 
-    Limbs limbs_{};
-    bool negative_ = false;
+    /// The number without its point: its value is `digits_` divided by ten `scale_` times.
+    Digits digits_;
     int scale_ = 0;
 };
 
