@@ -19,6 +19,7 @@ include(cmake/AccountDatabase.cmake)
 include(cmake/Program.cmake)
 
 include(cmake/Installed.cmake)
+include(cmake/Packages.cmake)
 
 if(KOVRA_BENCH OR KOVRA_TESTS)
   add_subdirectory(bench)

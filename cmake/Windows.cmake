@@ -9,7 +9,14 @@ if(NOT MSVC)
   find_path(KOVRA_IDL_INCLUDE oaidl.idl HINTS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
   find_path(KOVRA_TYPE_LIBRARIES stdole2.tlb HINTS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows
             /usr/lib/i386-linux-gnu/wine/i386-windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
-  set(KOVRA_WIDL_COMMAND ${KOVRA_WIDL} -I ${KOVRA_IDL_INCLUDE} -L ${KOVRA_TYPE_LIBRARIES})
+  # A type library holds the time that it was made.
+  set(at_epoch "")
+  if(DEFINED ENV{SOURCE_DATE_EPOCH})
+    find_program(KOVRA_FAKETIME faketime REQUIRED)
+    string(TIMESTAMP epoch "%Y-%m-%d %H:%M:%S" UTC)
+    set(at_epoch ${CMAKE_COMMAND} -E env TZ=UTC ${KOVRA_FAKETIME} -f "${epoch}")
+  endif()
+  set(KOVRA_WIDL_COMMAND ${at_epoch} ${KOVRA_WIDL} -I ${KOVRA_IDL_INCLUDE} -L ${KOVRA_TYPE_LIBRARIES})
 endif()
 
 set(KOVRA_IDL_DIR ${PROJECT_BINARY_DIR}/idl)
@@ -97,6 +104,7 @@ if(KOVRA_PROGRAM OR KOVRA_TESTS)
   if(NOT MSVC)
     target_link_options(kovra PRIVATE $<$<CONFIG:Release>:-s>)
   endif()
+  include(cmake/Installed.cmake)
   if(NOT KOVRA_OPTIMISE)
     foreach(target kovra_sqlite kovra_xlsxwriter LibXml2 refhost-ado refhost-sql refhost-account refhost-database refhost-xml refhost-odbc
             refhost import cli)

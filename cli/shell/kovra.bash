@@ -6,7 +6,7 @@ _kovra() {
   # How a spreadsheet is read.
   local sheet="--class --sheet --header-row --map --encoding --hidden --fix-codes --allow-duplicates"
   COMPREPLY=()
-  for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+  for word in "${COMP_WORDS[@]:1:$((COMP_CWORD - 1))}"; do
     case $word in
       transact | query | template | request | import | imports | sql | account | login | trace) [ -n "$command" ] || command=$word ;;
       create | backup | restore | check | upgrade | init | list | show | undo) [ -z "$command" ] || command="${command%% *} $word" ;;
