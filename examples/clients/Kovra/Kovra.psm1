@@ -162,7 +162,7 @@ function Invoke-KovraImport {
     Imports inventory account settings and shows the refused rows. 导入存货科目设置，显示被拒绝的行。
 
     .EXAMPLE
-    Get-ChildItem *.xml | Invoke-KovraImport ClsKovra -Login $login | Export-Csv outcomes.csv -Encoding UTF8
+    Get-ChildItem *.xml | Invoke-KovraImport ClsKovra -Login $login | Export-Csv outcomes.csv -Encoding Unicode
 
     Imports every request of a folder, and keeps the outcomes as a table. 导入文件夹中的全部请求，把结果存为表格。
 
