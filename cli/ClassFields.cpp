@@ -3,11 +3,11 @@
 #include "ClsKovraProof/ProvisionDoc.h"
 #include "ClsOppSubjectST/StandardCostSetting.h"
 #include "ModPub/Text.h"
+#include "os/Variable.h"
 #include "refhost/Environment.h"
 #include "refhost/eai/MappingStore.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <numeric>
 
 namespace cli {
@@ -101,7 +101,7 @@ std::optional<ClassFields> FieldsOf(std::string_view className) {
     if (className == "ClsKovra") {
         return OpeningBalances();
     }
-    if (className == "ClsKovraProof" && std::getenv("KOVRA_MAPPINGS") == nullptr) {
+    if (className == "ClsKovraProof" && !os::Variable("KOVRA_MAPPINGS")) {
         return Provisions();
     }
     return className == "ClsPriceJustVou" ? std::optional(PriceVouchers()) : std::nullopt;

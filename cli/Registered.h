@@ -21,7 +21,7 @@ inline constexpr bool hasCom = false;
 std::string TransactByRegistered(std::string_view className, const std::string& request, const std::string& login,
                                  const std::string& trace);
 
-/// Tells `log` the outcomes that stand in the result of a request, as if it had watched them: a row for each.
+/// Tells `log` the outcomes that stand in the result of a request, as if it had watched them.
 void ReadOutcomes(const std::string& request, const std::string& result, ImportLog& log);
 
 struct DoctorArguments {

@@ -2,7 +2,6 @@
 #include "cli/Commands.h"
 #include "cli/Platform.h"
 #include "host/Error.h"
-#include "import/reading/UnreadableFile.h"
 #include "text/Fault.h"
 #include "text/SystemWords.h"
 
@@ -30,9 +29,6 @@ int Guarded(const cli::Invocation& invocation, cli::Console& console) {
     } catch (const host::Error& error) {
         console.Say(cli::Console::Tone::bad, std::to_string(error.number()) + ": ", error.description());
         return cli::exit_status::failed;
-    } catch (const importing::UnreadableFile& error) {
-        console.Say(cli::Console::Tone::bad, "kovra: ", importing::Words(error.note(), console.language()));
-        return cli::exit_status::unusable;
     } catch (const text::Fault& fault) {
         const text::Words words = fault.words();
         console.Say(cli::Console::Tone::bad,

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 /// What every room asks of the operating system. Names and texts are UTF-8 on every platform.
 namespace os {
@@ -21,5 +22,8 @@ inline std::string NameOf(const std::filesystem::path& path) {
 
 /// std::fopen by a name in UTF-8: null, and the reason in errno, when it fails.
 std::FILE* OpenFile(const std::string& name, const char* mode);
+
+/// Gives the file `from` the name `to`, in place of a file that has it. The reason when that fails.
+std::error_code Rename(const std::string& from, const std::string& to);
 
 } // namespace os

@@ -1,10 +1,9 @@
 #include "import/file/ReadBytes.h"
 
 #include "import/reading/UnreadableFile.h"
+#include "os/FileError.h"
 #include "os/Files.h"
 
-#include <cerrno>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 
@@ -13,7 +12,7 @@ namespace importing {
 std::string ReadBytes(const std::string& path) {
     std::ifstream file(os::PathOf(path), std::ios::binary);
     if (!file) {
-        throw UnreadableFile({Message::fileNotRead, {path, std::strerror(errno)}});
+        throw UnreadableFile(path, os::FileWords(os::LastFileError()));
     }
     return {std::istreambuf_iterator<char>(file), {}};
 }

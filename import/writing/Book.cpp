@@ -1,9 +1,9 @@
 #include "import/writing/Book.h"
 
-#include <cerrno>
-#include <cstring>
+#include "os/FileError.h"
+#include "os/Files.h"
+
 #include <ctime>
-#include <filesystem>
 #include <fstream>
 #include <new>
 #include <stdexcept>
@@ -36,7 +36,8 @@ std::string CellText(std::string_view text) {
     return escaped;
 }
 
-Book::Book(std::string path) : path_(std::move(path)), workbook_(workbook_new(path_.c_str())) {
+Book::Book(std::string path)
+    : path_(std::move(path)), replacement_(path_), workbook_(workbook_new(replacement_.path().c_str())) {
     if (!workbook_) {
         throw std::bad_alloc();
     }
@@ -65,13 +66,14 @@ lxw_format& Book::AddFormat() {
 
 void Book::Save() {
     // The library would tell standard error why it cannot be written, and nobody else.
-    if (!std::ofstream(std::filesystem::u8path(path_), std::ios::app)) {
-        throw std::runtime_error(path_ + ": " + std::strerror(errno));
+    if (!std::ofstream(os::PathOf(replacement_.path()), std::ios::app)) {
+        throw os::FileFault(path_, os::LastFileError());
     }
     // It is freed whether it could be written or not.
     if (const lxw_error error = workbook_close(workbook_.release()); error != LXW_NO_ERROR) {
         throw std::runtime_error(path_ + ": " + lxw_strerror(error));
     }
+    replacement_.Keep();
 }
 
 } // namespace importing

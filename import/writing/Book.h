@@ -1,5 +1,7 @@
 #pragma once
 
+#include "os/Replacement.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -27,7 +29,8 @@ public:
     /// Throws std::bad_alloc.
     lxw_format& AddFormat();
 
-    /// Writes the file. Throws std::runtime_error, which names it, when it cannot be written.
+    /// Writes the file: what was there before stays until all of it is written. Throws std::runtime_error, which names
+    /// it.
     void Save();
 
 private:
@@ -35,6 +38,7 @@ private:
         void operator()(lxw_workbook* workbook) const noexcept { lxw_workbook_free(workbook); }
     };
     std::string path_;
+    os::Replacement replacement_;
     std::unique_ptr<lxw_workbook, Close> workbook_;
 };
 

@@ -1,17 +1,30 @@
 #include "import/writing/Files.h"
 
 #include "import/file/ReadBytes.h"
+#include "import/reading/UnreadableFile.h"
+#include "os/FileError.h"
+#include "os/Files.h"
+#include "os/Replacement.h"
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <stdexcept>
 #include <system_error>
 
 #include <fmt/format.h>
 
 namespace importing {
+namespace {
+
+/// Whether a file holds these bytes. One that another program lets nobody read is taken to hold others.
+bool Holds(const std::string& path, std::string_view bytes) {
+    try {
+        return ReadBytes(path) == bytes;
+    } catch (const UnreadableFile&) {
+        return false;
+    }
+}
+
+} // namespace
 
 std::string PathBeside(const std::string& input, std::string_view what, std::string_view ending) {
     const std::size_t slash = input.find_last_of("/\\");
@@ -29,23 +42,30 @@ std::string WriteKeepingOthers(const std::string& path, const std::function<void
     write(part);
     const std::string bytes = ReadBytes(part);
     std::string free = path;
-    for (int number = 2; std::filesystem::exists(std::filesystem::u8path(free)) && ReadBytes(free) != bytes; ++number) {
-        free = fmt::format("{}-{}{}", name, number, ending);
+    int number = 1;
+    while (std::filesystem::exists(os::PathOf(free))) {
+        if (Holds(free, bytes)) {
+            std::error_code unimportant;
+            std::filesystem::remove(os::PathOf(part), unimportant);
+            return free;
+        }
+        free = fmt::format("{}-{}{}", name, ++number, ending);
     }
-    std::error_code error;
-    std::filesystem::rename(std::filesystem::u8path(part), std::filesystem::u8path(free), error);
-    if (error) {
-        throw std::runtime_error(free + ": " + error.message());
+    if (const std::error_code reason = os::Rename(part, free)) {
+        throw os::FileFault(free, reason);
     }
     return free;
 }
 
 void WriteFile(const std::string& path, std::string_view bytes) {
-    std::ofstream file(std::filesystem::u8path(path), std::ios::binary);
+    os::Replacement replacement(path);
+    std::ofstream file(os::PathOf(replacement.path()), std::ios::binary);
     file << bytes << std::flush;
     if (!file) {
-        throw std::runtime_error(path + ": " + std::strerror(errno));
+        throw os::FileFault(path, os::LastFileError());
     }
+    file.close();
+    replacement.Keep();
 }
 
 } // namespace importing

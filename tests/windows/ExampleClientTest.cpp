@@ -1,4 +1,4 @@
-// The example client for scripts, as a user runs it.
+// The example clients for scripts and for Visual Basic, as a user runs them.
 #include "server/adapters/XmlDocument.h"
 #include "server/com/Utf16.h"
 #include "tests/support/Paths.h"
@@ -7,9 +7,11 @@
 
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -75,6 +77,61 @@ private:
     fs::path scenario_;
 };
 
+/// The client for Visual Basic. VBScript runs it as it stands without its types, which nothing here runs.
+class VisualBasicClient : public test::HostedTest {
+protected:
+    /// What `statements` tell of outcomes by the client's functions. @param folder where it runs and finds its files
+    static std::string Run(const fs::path& folder, const std::string& statements) {
+        const std::string client = test::ReadText(sourceFolder / "examples" / "clients" / "Import.bas");
+        std::string script = std::regex_replace(client, std::regex(R"(Attribute VB_Name[^\n]*\n| As \w+)"), "");
+        // Wine's scripting host creates no document, but takes one that it is given.
+        const std::regex document(R"(CreateObject\("Msxml2.DOMDocument"\))");
+        script = std::regex_replace(script, document, "NewDocument()");
+        std::ofstream(folder / "client.vbs", std::ios::binary) << script << R"(
+Dim files, target
+Set files = CreateObject("Scripting.FileSystemObject")
+
+Function NewDocument()
+  Dim connection, records
+  Set connection = CreateObject("ADODB.Connection")
+  connection.Open "Provider=KovraAccount;Data Source=:memory:"
+  Set records = CreateObject("ADODB.Recordset")
+  records.Open "select 1 as one", connection, 3, 1, 1
+  Set NewDocument = CreateObject("KovraHost.RsXmlHelper").RecordsetToXml(records)
+End Function
+
+Function TextOf(path)
+  Dim file
+  Set file = files.OpenTextFile(path, 1, False, -1)
+  If Not file.AtEndOfStream Then TextOf = file.ReadAll
+  file.Close
+End Function
+
+Sub Tell(outcomes)
+  Dim line
+  If IsEmpty(outcomes) Then Exit Sub
+  For line = 0 To UBound(outcomes, 1)
+    target.Write outcomes(line, 0) & vbTab & outcomes(line, 2) & vbTab & outcomes(line, 1) & vbTab & _
+      outcomes(line, 3) & vbLf
+  Next
+End Sub
+
+Set target = files.CreateTextFile("outcomes.txt", True, True)
+On Error Resume Next
+)" << statements << R"(
+If Err.Number <> 0 Then target.Write Err.Description & vbLf
+target.Close
+)";
+        RunIn(folder, L"cscript.exe //nologo client.vbs");
+        return ReadUnicode(folder / "outcomes.txt");
+    }
+};
+
+std::vector<fs::path> ResultFolders() {
+    const fs::directory_iterator folders(sourceFolder / "tests" / "clients" / "results");
+    return {begin(folders), end(folders)};
+}
+
 using Imported = std::pair<const char*, const char*>;
 class ExampleClientOfEachClass : public ExampleClient, public testing::WithParamInterface<Imported> {};
 
@@ -94,4 +151,37 @@ INSTANTIATE_TEST_SUITE_P(All, ExampleClientOfEachClass,
 TEST_F(ExampleClient, TellsByItsExitStatusThatTheRequestWasRefused) {
     EXPECT_EQ(Import("ClsInvSubject", "unknown-operation"), 1U);
     ExpectResult();
+}
+
+TEST_F(VisualBasicClient, GivesATableOfTheOutcomes) {
+    const test::TestAccount account;
+    account.Run("insert into Warehouse (cWhCode, cWhName) values ('01', N'原料库')\nGO\n"
+                "insert into code (ccode, iyear, bend) values ('1405', 2023, 1)");
+    WriteUnicode(account.folder() / "login.xml", account.LoginXml());
+    WriteUnicode(
+        account.folder() / "request.xml",
+        "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cWhCode>01</cWhCode><cInvHead>1405</cInvHead>"
+        "</row><row><cWhCode>99</cWhCode><cInvHead>1405</cInvHead></row></qxinterface>");
+    EXPECT_EQ(Run(account.folder(), R"(
+Dim login
+Set login = CreateObject("KovraHost.Login")
+login.LoadXML TextOf("login.xml")
+Tell KovraImport("ClsInvSubject", TextOf("request.xml"), login)
+)"),
+              "1\t0\t仓库编码：01， ， \tok\n2\t101\t仓库编码：99， ， \t仓库编码不合法。\n");
+    EXPECT_EQ(account.Rows("select cWhCode from IA_HeadSet").size(), 1U);
+}
+
+TEST_F(VisualBasicClient, TellsTheOutcomesOfEveryResult) {
+    const std::vector<fs::path> folders = ResultFolders();
+    ASSERT_FALSE(folders.empty());
+    const test::TestAccount account;
+    for (const fs::path& folder : folders) {
+        SCOPED_TRACE(folder.filename());
+        for (const char* name : {"request.xml", "result.xml"}) {
+            WriteUnicode(account.folder() / name, test::ReadText(folder / name));
+        }
+        EXPECT_EQ(Run(account.folder(), R"(Tell KovraOutcomes(TextOf("request.xml"), TextOf("result.xml")))"),
+                  test::ReadText(folder / "outcomes.txt"));
+    }
 }

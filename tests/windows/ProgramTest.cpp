@@ -77,6 +77,22 @@ TEST_F(Server, ImportsByTheRegisteredClassAndTellsWhatCameOfIt) {
     EXPECT_EQ(account().Rows("select cWhCode from IA_HeadSet").size(), 1U);
 }
 
+// A setting that is refused while it is written has two outcomes, and a row of the same key behind it its own.
+TEST_F(Server, CountsARowThatIsRefusedWhileItIsWrittenOnce) {
+    EXPECT_EQ(Transact(Rows(good)).status, 0U);
+    const test::ProgramRun run = Transact(Rows(std::string(good) + unknownWarehouse));
+    EXPECT_EQ(run.status, 1U);
+    EXPECT_EQ(run.error, "2 rows refused, none accepted.\n"
+                         "  row 1 (仓库编码：01): 对照关系已经存在，无法插入新记录。\n"
+                         "  row 2 (仓库编码：99): 仓库编码不合法。\n");
+}
+
+TEST_F(Server, CountsARowThatCorrectsTheOneBeforeIt) {
+    const std::string wrong = "<row><cWhCode>01</cWhCode><cInvHead>9999</cInvHead></row>";
+    EXPECT_TRUE(
+        Transact(Rows(wrong + good)).error.starts_with("1 row accepted, 1 row refused.\n  row 1 (仓库编码：01): "));
+}
+
 TEST_F(Server, EndsWithThreeForAnErrorResult) {
     const test::ProgramRun run = Transact("<a");
     EXPECT_EQ(run.status, 3U);

@@ -34,15 +34,16 @@ std::filesystem::path OwnFolder() {
     return std::filesystem::path(path).parent_path();
 }
 
-unsigned long RunIn(const std::filesystem::path& folder, std::wstring commandLine) {
-    const OutputFile output(folder / "out.txt");
-    const OutputFile error(folder / "err.txt");
+std::wstring Program() { return L"\"" + (OwnFolder() / "kovra.exe").wstring() + L"\""; }
+
+/// Runs a command line in a folder. @return its exit status
+unsigned long RunIn(const std::filesystem::path& folder, std::wstring commandLine, HANDLE output, HANDLE error) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-    startup.hStdOutput = output.handle();
-    startup.hStdError = error.handle();
+    startup.hStdOutput = output;
+    startup.hStdError = error;
     PROCESS_INFORMATION process{};
     if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
                         &process)) {
@@ -58,9 +59,17 @@ unsigned long RunIn(const std::filesystem::path& folder, std::wstring commandLin
 
 } // namespace
 
+unsigned long RunProgramOn(void* console, const std::wstring& arguments) {
+    return RunIn(OwnFolder(), Program() + L" " + arguments, console, console);
+}
+
 ProgramRun RunProgram(const std::filesystem::path& folder, const std::wstring& arguments) {
     ProgramRun run;
-    run.status = RunIn(folder, L"\"" + (OwnFolder() / "kovra.exe").wstring() + L"\" --lang en " + arguments);
+    {
+        const OutputFile output(folder / "out.txt");
+        const OutputFile error(folder / "err.txt");
+        run.status = RunIn(folder, Program() + L" --lang en " + arguments, output.handle(), error.handle());
+    }
     run.output = ReadText(folder / "out.txt");
     run.error = ReadText(folder / "err.txt");
     return run;

@@ -16,4 +16,7 @@ struct ProgramRun {
 /// @param arguments as a command line has them
 ProgramRun RunProgram(const std::filesystem::path& folder, const std::wstring& arguments);
 
+/// Runs it with its output on a console that it inherits. @return its exit status
+unsigned long RunProgramOn(void* console, const std::wstring& arguments);
+
 } // namespace test

@@ -16,12 +16,14 @@ namespace fs = std::filesystem;
 constexpr const char* request = "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cWhCode>01</cWhCode>"
                                 "<cInvHead>1405</cInvHead></row></qxinterface>";
 
-/// Values in HKCU\Software\Kovra and variables, as long as the object lives.
+/// Values in Software\Kovra, of the user or the machine, and variables, as long as the object lives.
 class Settings {
 public:
     Settings() = default;
     ~Settings() {
-        RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Kovra");
+        for (const HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
+            RegDeleteTreeW(root, L"Software\\Kovra");
+        }
         for (const wchar_t* name : {L"KOVRA_TRACE", L"KOVRA_TRACE_TIMES", L"KOVRA_TRACE_LIMIT"}) {
             SetEnvironmentVariableW(name, nullptr);
         }
@@ -32,14 +34,13 @@ public:
     static void Variable(const wchar_t* name, const std::wstring& value) {
         SetEnvironmentVariableW(name, value.c_str());
     }
-    static void Text(const wchar_t* name, const std::wstring& value) {
-        EXPECT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Kovra", name, REG_SZ, value.c_str(),
+    static void Text(const wchar_t* name, const std::wstring& value, HKEY root = HKEY_CURRENT_USER) {
+        EXPECT_EQ(RegSetKeyValueW(root, L"Software\\Kovra", name, REG_SZ, value.c_str(),
                                   static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))),
                   ERROR_SUCCESS);
     }
-    static void Number(const wchar_t* name, DWORD value) {
-        EXPECT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Kovra", name, REG_DWORD, &value, sizeof value),
-                  ERROR_SUCCESS);
+    static void Number(const wchar_t* name, DWORD value, HKEY root = HKEY_CURRENT_USER) {
+        EXPECT_EQ(RegSetKeyValueW(root, L"Software\\Kovra", name, REG_DWORD, &value, sizeof value), ERROR_SUCCESS);
     }
 };
 
@@ -78,6 +79,50 @@ TEST_F(Trace, GoesToTheFileThatTheRegistryNamesWithoutPasswords) {
     EXPECT_NE(trace.find("Pwd=***"), std::string::npos);
     EXPECT_EQ(trace.find("verysecret"), std::string::npos);
     EXPECT_EQ(trace.find("\"us\":"), std::string::npos);
+}
+
+TEST_F(Trace, GoesToTheFileThatTheMachinesRegistryNames) {
+    Settings::Text(L"Trace", File(L"machine.jsonl").wstring(), HKEY_LOCAL_MACHINE);
+    EXPECT_TRUE(Import());
+    EXPECT_TRUE(test::ReadText(File(L"machine.jsonl")).starts_with("{\"op\":\"Connect\""));
+}
+
+TEST_F(Trace, TakesTheUsersRegistryBeforeTheMachines) {
+    Settings::Text(L"Trace", File(L"machine.jsonl").wstring(), HKEY_LOCAL_MACHINE);
+    Settings::Number(L"TraceTimes", 1, HKEY_LOCAL_MACHINE);
+    Settings::Number(L"TraceLimit", 100, HKEY_LOCAL_MACHINE);
+    Settings::Text(L"Trace", File(L"user.jsonl").wstring());
+    EXPECT_TRUE(Import());
+    EXPECT_FALSE(fs::exists(File(L"machine.jsonl")));
+    // The place that names the file tells the rest, too.
+    EXPECT_FALSE(fs::exists(File(L"user.jsonl.1")));
+    EXPECT_EQ(test::ReadText(File(L"user.jsonl")).find("\"us\":"), std::string::npos);
+}
+
+TEST_F(Trace, TakesNothingFromAPlaceThatNamesNoFile) {
+    Settings::Text(L"Trace", L"");
+    Settings::Number(L"TraceTimes", 1);
+    Settings::Text(L"Trace", File(L"machine.jsonl").wstring(), HKEY_LOCAL_MACHINE);
+    EXPECT_TRUE(Import());
+    EXPECT_EQ(test::ReadText(File(L"machine.jsonl")).find("\"us\":"), std::string::npos);
+}
+
+TEST_F(Trace, IsOffWhereThePlacesNameNoText) {
+    Settings::Number(L"Trace", 1);
+    Settings::Number(L"Trace", 1, HKEY_LOCAL_MACHINE);
+    EXPECT_FALSE(server::ReadTraceSettings());
+    EXPECT_TRUE(Import());
+}
+
+TEST_F(Trace, ThatSomebodyElseHoldsDoesNotDisturbAnImport) {
+    const std::wstring file = File(L"held.jsonl").wstring();
+    const HANDLE held =
+        CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    Settings::Text(L"Trace", file, HKEY_LOCAL_MACHINE);
+    EXPECT_TRUE(Import());
+    CloseHandle(held);
+    EXPECT_EQ(test::ReadText(file), "");
 }
 
 TEST_F(Trace, GoesOnWhereAnEarlierOneEnded) {
