@@ -12,11 +12,15 @@
 namespace cli {
 namespace {
 
+refhost::DatabaseOpener Opener(OnLoss onLoss, Commits commits) {
+    refhost::DatabaseOpener opener = commits == Commits::durably ? refhost::OpenDurably() : refhost::OpenExisting();
+    return onLoss ? refhost::TellingOfLoss(std::move(opener), std::move(onLoss)) : opener;
+}
+
 class ReferenceHost final : public Host {
 public:
-    ReferenceHost(refhost::Trace* trace, OnLoss onLoss)
-        : environment_(trace, onLoss ? refhost::TellingOfLoss(refhost::OpenExisting(), std::move(onLoss))
-                                     : refhost::OpenExisting()) {}
+    ReferenceHost(refhost::Trace* trace, OnLoss onLoss, Commits commits)
+        : environment_(trace, Opener(std::move(onLoss), commits)) {}
 
     host::Environment& environment() override { return environment_; }
     host::HostLogin& ReadLogin(const std::string& path) override {
@@ -30,8 +34,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<Host> OpenReferenceHost(refhost::Trace* trace, OnLoss onLoss) {
-    return std::make_unique<ReferenceHost>(trace, std::move(onLoss));
+std::unique_ptr<Host> OpenReferenceHost(refhost::Trace* trace, OnLoss onLoss, Commits commits) {
+    return std::make_unique<ReferenceHost>(trace, std::move(onLoss), commits);
 }
 
 } // namespace cli

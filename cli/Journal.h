@@ -14,6 +14,9 @@ namespace cli {
 ///     {"row":1,"key":"…","code":0,"dsc":"ok"}
 ///     {"end":"done"}
 ///
+/// Each is on the disk, and so is what it tells of: whoever fills the file has the database wait for its disk with each
+/// commit. Documents that are written in one transaction are there once the end is "done".
+///
 /// What the file held before stays. The end is "done", "interrupted", "undone" (everything was rolled back) or
 /// "refused" (the request as a whole); a file without it tells of an import that was cut off.
 class Journal {

@@ -121,12 +121,16 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     }
     // The log comes after the login, which needs the host.
     ImportLog* lossLog = nullptr;
-    const std::unique_ptr<Host> host =
-        OpenHost(arguments.host, trace ? &*trace : nullptr, [&lossLog](const refhost::ConnectionLost& loss) {
+    // What the journal tells of is on the disk before it tells.
+    const Commits commits = arguments.journal.empty() ? Commits::asTheyAreSet : Commits::durably;
+    const std::unique_ptr<Host> host = OpenHost(
+        arguments.host, trace ? &*trace : nullptr,
+        [&lossLog](const refhost::ConnectionLost& loss) {
             if (lossLog != nullptr) {
                 lossLog->ConnectionLost(loss.description());
             }
-        });
+        },
+        commits);
     host::HostLogin& login = host->ReadLogin(arguments.login);
     std::optional<Journal> journal;
     if (!arguments.journal.empty()) {

@@ -27,6 +27,12 @@ using server::ToUtf8;
 
 constexpr bool is64 = sizeof(void*) == 8;
 
+/// Whether the system knows programs of both sizes, each with classes of its own in the registry.
+bool HasBothSizes() {
+    BOOL on64 = FALSE;
+    return is64 || (IsWow64Process(GetCurrentProcess(), &on64) != 0 && on64 != 0);
+}
+
 /// A text value below HKEY_CLASSES_ROOT in the registry of one size; nothing when there is none.
 std::optional<std::wstring> ClassesValue(const std::wstring& key, bool of64) {
     HKEY opened = nullptr;
@@ -79,6 +85,9 @@ public:
         bool registered = false;
         bool here = false;
         for (const bool of64 : {true, false}) {
+            if (of64 != is64 && !bothSizes_) {
+                continue;
+            }
             const std::optional<std::wstring> id = ClassesValue(progId + L"\\CLSID", of64);
             const std::optional<std::wstring> file =
                 id ? ClassesValue(L"CLSID\\" + *id + L"\\InprocServer32", of64) : std::nullopt;
@@ -116,6 +125,7 @@ private:
     }
 
     const DoctorTexts& texts_;
+    bool bothSizes_ = HasBothSizes();
     std::size_t missing_ = 0;
     bool inOtherSize_ = false;
 };

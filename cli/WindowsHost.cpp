@@ -63,11 +63,11 @@ private:
 
 std::vector<std::string> HostNames() { return {"reference", "com"}; }
 
-std::unique_ptr<Host> OpenHost(std::string_view name, refhost::Trace* trace, OnLoss onLoss) {
+std::unique_ptr<Host> OpenHost(std::string_view name, refhost::Trace* trace, OnLoss onLoss, Commits commits) {
     if (name == "com") {
         return std::make_unique<ComHost>(trace);
     }
-    return OpenReferenceHost(trace, std::move(onLoss));
+    return OpenReferenceHost(trace, std::move(onLoss), commits);
 }
 
 std::string TransactByRegistered(std::string_view className, const std::string& request, const std::string& login,

@@ -21,6 +21,16 @@ DatabaseOpener OpenExisting() {
     return [](const std::string& connectionString) { return OpenDatabase(connectionString, OpenMode::existing); };
 }
 
+DatabaseOpener OpenDurably() {
+    return [](const std::string& connectionString) {
+        if (IsOdbc(connectionString)) {
+            return odbc::OpenOdbc(connectionString);
+        }
+        // The first value of a key is the one that counts.
+        return OpenEmbeddedDatabase("Synchronous=Full;Commit=Each;" + connectionString);
+    };
+}
+
 DatabaseOpener OpenOrCreate() {
     return [](const std::string& connectionString) { return OpenDatabase(connectionString, OpenMode::create); };
 }

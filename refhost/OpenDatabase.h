@@ -24,6 +24,9 @@ std::unique_ptr<Database> OpenDatabase(const std::string& connectionString, Open
 
 /// The usual opener, for databases that exist.
 DatabaseOpener OpenExisting();
+/// An opener for databases that exist, of which each commit is on the disk when it is done: an embedded one waits for
+/// the disk and groups no commits, whatever the connection string says; a server does so anyway.
+DatabaseOpener OpenDurably();
 /// An opener that creates an embedded database that is not there.
 DatabaseOpener OpenOrCreate();
 

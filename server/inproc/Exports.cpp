@@ -2,26 +2,13 @@
 #include "server/inproc/Exports.h"
 
 #include "server/inproc/Module.h"
+#include "server/inproc/RunTime.h"
 
 #include <algorithm>
 #include <cwchar>
 #include <string_view>
 
-#ifdef __GLIBCXX__
-namespace __gnu_cxx { // NOLINT(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
-/// libstdc++'s own, which none of its headers declares: gives back what it sets aside for exceptions.
-void __freeres(); // NOLINT(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
-} // namespace __gnu_cxx
-#endif
-
 namespace {
-
-/// Gives back what the run-time would leave behind when the library is unloaded: 74,752 bytes each time.
-void ReleaseRunTime() noexcept {
-#ifdef __GLIBCXX__
-    __gnu_cxx::__freeres();
-#endif
-}
 
 template <class Action> HRESULT Attempt(const Action& action) noexcept {
     server::ForgetErrorObject();
@@ -65,7 +52,7 @@ BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* processEnds) {
     if (reason == DLL_PROCESS_ATTACH)
         server::SetModuleHandle(instance);
     if (reason == DLL_PROCESS_DETACH && !processEnds)
-        ReleaseRunTime();
+        server::ReleaseRunTime();
     return TRUE;
 }
 

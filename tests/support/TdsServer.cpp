@@ -2,6 +2,7 @@
 
 #include "refhost/OpenDatabase.h"
 #include "tests/support/TdsTokens.h"
+#include "tests/support/Tls.h"
 #include "text/Utf16.h"
 
 #include <algorithm>
@@ -24,66 +25,70 @@ namespace {
 
 using namespace tds;
 
-/// Kinds of a client's message.
-enum class MessageKind { batch = 1, attention = 6, transaction = 14, login = 16, preLogin = 18 };
+/// Kinds of a message: the server's are answers, and before the login of the client's own kind.
+enum class MessageKind { batch = 1, answer = 4, attention = 6, transaction = 14, login = 16, preLogin = 18 };
 
 struct ClientMessage {
     MessageKind kind;
     std::string body;
 };
 
-/// Reads one message, packet after packet; nothing when the client has gone.
-std::optional<ClientMessage> ReadRequest(int client) {
-    ClientMessage request{};
-    for (;;) {
-        std::array<unsigned char, 8> header{};
-        if (recv(client, header.data(), header.size(), MSG_WAITALL) != static_cast<ssize_t>(header.size())) {
-            return std::nullopt;
-        }
-        const std::size_t size = (static_cast<std::size_t>(header[2]) << 8 | header[3]) - header.size();
-        const std::size_t before = request.body.size();
-        request.body.resize(before + size);
-        // An attention has no body, and reading none would wait for the next message.
-        if (size > 0 && recv(client, request.body.data() + before, size, MSG_WAITALL) != static_cast<ssize_t>(size)) {
-            return std::nullopt;
-        }
-        request.kind = static_cast<MessageKind>(header[0]);
-        if ((header[1] & 1) != 0) {
-            return request;
-        }
-    }
+/// Length in a packet's header, highest byte first; the header counts.
+std::size_t BodySize(std::string_view header) {
+    return (static_cast<std::size_t>(static_cast<unsigned char>(header[2])) << 8 |
+            static_cast<unsigned char>(header[3])) -
+           header.size();
 }
 
-/// Sends tokens as packets of the size that clients start with.
-bool Send(int client, std::string_view tokens) {
-    constexpr std::size_t room = 4096 - 8;
+constexpr std::size_t headerSize = 8;
+
+/// A message as packets of the size that clients start with.
+std::string Packets(MessageKind kind, std::string_view message) {
+    constexpr std::size_t room = 4096 - headerSize;
     std::string packets;
     unsigned char number = 0;
     do {
-        const std::string_view piece = tokens.substr(0, room);
-        tokens.remove_prefix(piece.size());
-        const std::size_t size = piece.size() + 8;
-        packets.push_back('\x04');
-        packets.push_back(tokens.empty() ? '\1' : '\0');
+        const std::string_view piece = message.substr(0, room);
+        message.remove_prefix(piece.size());
+        const std::size_t size = piece.size() + headerSize;
+        packets.push_back(static_cast<char>(kind));
+        packets.push_back(message.empty() ? '\1' : '\0');
         packets.push_back(static_cast<char>(size >> 8));
         packets.push_back(static_cast<char>(size & 0xFF));
         packets.append(2, '\0');
         packets.push_back(static_cast<char>(++number));
         packets.push_back('\0');
         packets += piece;
-    } while (!tokens.empty());
-    return send(client, packets.data(), packets.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(packets.size());
+    } while (!message.empty());
+    return packets;
 }
 
-/// Version and "no encryption here": each option its type, offset and length, the offsets highest byte first.
-std::string PreLoginAnswer() {
+/// What client and server say of encryption before the login: none but of the login, all, they have none, or they
+/// insist.
+enum class Encrypts { login = 0, all = 1, nothing = 2, required = 3 };
+
+/// What the client says. Options come as their kind, and where their value stands with its length, highest byte first.
+Encrypts ClientsWish(std::string_view preLogin) {
+    constexpr char encryption = 1;
+    constexpr char end = '\xFF';
+    for (std::size_t option = 0; preLogin.at(option) != end; option += 5) {
+        if (preLogin[option] == encryption) {
+            const std::size_t at = static_cast<std::size_t>(static_cast<unsigned char>(preLogin.at(option + 1))) << 8 |
+                                   static_cast<unsigned char>(preLogin.at(option + 2));
+            return static_cast<Encrypts>(preLogin.at(at));
+        }
+    }
+    return Encrypts::nothing;
+}
+
+/// The server's version, and what it says of encryption.
+std::string PreLoginAnswer(Encrypts encrypts) {
     constexpr std::string_view answer("\x00\x00\x0B\x00\x06"
                                       "\x01\x00\x11\x00\x01"
                                       "\xFF"
-                                      "\x0F\x00\x00\x00\x00\x00"
-                                      "\x02",
-                                      18);
-    return std::string(answer);
+                                      "\x0F\x00\x00\x00\x00\x00",
+                                      17);
+    return std::string(answer) + static_cast<char>(encrypts);
 }
 
 std::uint32_t Little32(std::string_view bytes) {
@@ -123,16 +128,17 @@ public:
         if (!LogIn()) {
             return;
         }
-        while (const std::optional<ClientMessage> request = ReadRequest(client_)) {
+        while (const std::optional<ClientMessage> request = ReadRequest()) {
             if (request->kind == MessageKind::attention) {
-                if (!Send(client_, Done(done::attention))) {
+                if (!Send(Done(done::attention))) {
                     return;
                 }
             } else if (request->kind == MessageKind::transaction) {
-                if (!Send(client_, Transact(WithoutHeaders(request->body)))) {
+                if (!Send(Transact(WithoutHeaders(request->body)))) {
                     return;
                 }
             } else if (request->kind == MessageKind::batch) {
+                server_.Note(tls_ ? &Encryption::encryptedBatches : &Encryption::plainBatches);
                 if (!Answer(TextOf(WithoutHeaders(request->body)))) {
                     return;
                 }
@@ -143,30 +149,104 @@ public:
     }
 
 private:
+    /// As many bytes of the line as are asked for; nothing when the client has gone.
+    std::optional<std::string> ReadLine(std::size_t size) const {
+        std::string bytes(size, '\0');
+        // Reading none would wait for the next message.
+        if (size > 0 && recv(client_, bytes.data(), size, MSG_WAITALL) != static_cast<ssize_t>(size)) {
+            return std::nullopt;
+        }
+        return bytes;
+    }
+    bool WriteLine(std::string_view bytes) const {
+        return send(client_, bytes.data(), bytes.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
+    }
+
+    /// Reads one message, packet after packet; nothing when the client has gone.
+    std::optional<ClientMessage> ReadRequest() {
+        const auto read = [this](std::size_t size) { return tls_ ? tls_->Read(size) : ReadLine(size); };
+        ClientMessage request{};
+        for (;;) {
+            const std::optional<std::string> header = read(headerSize);
+            const std::optional<std::string> body = header ? read(BodySize(*header)) : std::nullopt;
+            if (!body) {
+                return std::nullopt;
+            }
+            request.body += *body;
+            request.kind = static_cast<MessageKind>((*header)[0]);
+            if (((*header)[1] & 1) != 0) {
+                return request;
+            }
+        }
+    }
+
+    bool Send(std::string_view tokens) {
+        const std::string packets = Packets(MessageKind::answer, tokens);
+        return tls_ ? tls_->Write(packets) : WriteLine(packets);
+    }
+
+    Encrypts AnswerTo(Encrypts wish) const {
+        if (server_.manners_.certificate == nullptr) {
+            return Encrypts::nothing;
+        }
+        return server_.manners_.requiresEncryption ? Encrypts::required : wish;
+    }
+
+    /// The handshake's records travel as messages of the time before the login, and later ones as they are.
+    bool Encrypt() {
+        const auto send = [this](std::string_view records) {
+            return WriteLine(recordsTravelBare_ ? std::string(records) : Packets(MessageKind::preLogin, records));
+        };
+        const auto receive = [this](std::string& received) {
+            if (recordsTravelBare_) {
+                std::array<char, 4096> bytes;
+                const ssize_t count = recv(client_, bytes.data(), bytes.size(), 0);
+                received.append(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+                return count > 0;
+            }
+            const std::optional<std::string> header = ReadLine(headerSize);
+            const std::optional<std::string> body = header ? ReadLine(BodySize(*header)) : std::nullopt;
+            received += body.value_or("");
+            return body.has_value();
+        };
+        tls_.emplace(*server_.manners_.certificate, TlsServerEnd::Transport{send, receive});
+        recordsTravelBare_ = tls_->ShakeHands();
+        return recordsTravelBare_;
+    }
+
     bool LogIn() {
-        std::optional<ClientMessage> request = ReadRequest(client_);
+        std::optional<ClientMessage> request = ReadRequest();
         if (server_.manners_.muteLogin) {
-            while (ReadRequest(client_)) {
+            while (ReadRequest()) {
             }
             return false;
         }
+        Encrypts encrypts = Encrypts::nothing;
         if (request && request->kind == MessageKind::preLogin) {
-            Send(client_, PreLoginAnswer());
-            request = ReadRequest(client_);
+            encrypts = AnswerTo(ClientsWish(request->body));
+            Send(PreLoginAnswer(encrypts));
+            if (encrypts != Encrypts::nothing && !Encrypt()) {
+                return false;
+            }
+            request = ReadRequest();
         }
         if (!request) {
             return false;
         }
+        server_.Note(tls_ ? &Encryption::encryptedLogins : &Encryption::plainLogins);
+        if (encrypts == Encrypts::login) {
+            tls_.reset();
+        }
         if (server_.manners_.refuseLogin) {
-            Send(client_, Message(18456, "Login failed for user 'kovra'.") + Done(done::error));
+            Send(Message(18456, "Login failed for user 'kovra'.") + Done(done::error));
             // The client goes by itself.
-            ReadRequest(client_);
+            ReadRequest();
             return false;
         }
         if (!server_.account_.empty()) {
             database_ = refhost::OpenDatabase(server_.account_);
         }
-        return Send(client_, LoginAccepted() + Done(done::last));
+        return Send(LoginAccepted() + Done(done::last));
     }
 
     /// The answer to a request of the transaction manager: begin, commit or roll back, and maybe begin the next.
@@ -215,14 +295,14 @@ private:
             return false;
         }
         if (!manners.muteAt.empty() && batch.find(manners.muteAt) != std::string::npos) {
-            const std::optional<ClientMessage> request = ReadRequest(client_);
+            const std::optional<ClientMessage> request = ReadRequest();
             if (!request || request->kind != MessageKind::attention) {
                 return false;
             }
             ++server_.cancelled_;
-            return Send(client_, Done(done::attention));
+            return Send(Done(done::attention));
         }
-        return Send(client_, TokensOf(batch));
+        return Send(TokensOf(batch));
     }
 
     std::string TokensOf(const std::string& batch) {
@@ -307,6 +387,9 @@ private:
 
     TdsServer& server_;
     int client_;
+    std::optional<TlsServerEnd> tls_;
+    /// Whether the records of the encrypted connection travel as they are.
+    bool recordsTravelBare_ = false;
     std::unique_ptr<refhost::Database> database_;
     /// Of several databases the one in use.
     std::filesystem::path used_;
@@ -350,6 +433,16 @@ TdsServer::~TdsServer() {
 std::string TdsServer::ConnectionString() const {
     return "Driver=FreeTDS;Server=127.0.0.1;Port=" + std::to_string(port_) +
            ";TDS_Version=7.4;ClientCharset=UTF-8;Uid=kovra;Pwd=verysecret";
+}
+
+TdsServer::Encryption TdsServer::Seen() {
+    const std::lock_guard lock(mutex_);
+    return seen_;
+}
+
+void TdsServer::Note(int Encryption::*what) {
+    const std::lock_guard lock(mutex_);
+    ++(seen_.*what);
 }
 
 void TdsServer::Serve() {

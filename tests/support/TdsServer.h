@@ -10,6 +10,8 @@
 
 namespace test {
 
+class ServerCertificate;
+
 /// A SQL Server on this machine, as far as a client sees it over the wire: it speaks Microsoft's TDS 7.4 (MS-TDS) and
 /// puts the embedded account database behind it, so that the real FreeTDS driver has a server to talk to. Like SQL
 /// Server it ends a transaction itself after an error of conversion, and says so by a change of the environment.
@@ -28,6 +30,18 @@ public:
         std::string muteAt = {};
         /// A folder of databases, each an embedded account: CREATE DATABASE, USE, DROP DATABASE and DB_ID know them.
         std::filesystem::path databases = {};
+        /// What it encrypts connections with, which outlives it; null where it offers no encryption.
+        const ServerCertificate* certificate = nullptr;
+        /// Asks for encryption whatever the client says; else the client chooses.
+        bool requiresEncryption = false;
+    };
+    /// What came how.
+    struct Encryption {
+        int encryptedLogins = 0;
+        int plainLogins = 0;
+        int encryptedBatches = 0;
+        int plainBatches = 0;
+        bool operator==(const Encryption&) const = default;
     };
 
     /// @param account connection string of the embedded account database behind; empty for none
@@ -38,13 +52,18 @@ public:
 
     /// What a client connects with.
     std::string ConnectionString() const;
+    /// Where it listens on this machine.
+    int port() const { return port_; }
     /// How often a client cancelled a statement.
     int Cancelled() const { return cancelled_; }
+    /// What came encrypted, and what did not.
+    Encryption Seen();
 
 private:
     class Session;
 
     void Serve();
+    void Note(int Encryption::*what);
 
     std::string account_;
     Manners manners_;
@@ -53,6 +72,7 @@ private:
     std::atomic<int> cancelled_ = 0;
     std::mutex mutex_;
     bool closing_ = false;
+    Encryption seen_;
     std::vector<int> clients_;
     std::list<std::thread> sessions_;
     std::thread thread_;

@@ -1,8 +1,8 @@
 // Many calls, and several threads at once.
 #include "server/adapters/ProgIds.h"
-#include "server/com/Utf16.h"
 #include "tests/windows/HostedTest.h"
 #include "tests/windows/ScriptedObject.h"
+#include "tests/windows/UsedBytes.h"
 
 #include <cstdint>
 #include <memory>
@@ -10,7 +10,6 @@
 #include <thread>
 #include <vector>
 
-#include <malloc.h>
 #include <psapi.h>
 
 namespace {
@@ -67,17 +66,6 @@ std::string Settings(std::string_view proc, int rows) {
     for (int i = 0; i < rows; ++i)
         request += "<row><cWhCode>W" + std::to_string(i) + "</cWhCode><cInvHead>1401</cInvHead></row>";
     return request + "</qxinterface>";
-}
-
-/// The bytes in use of the heap that this program and the libraries share: that of the C run-time.
-std::int64_t UsedBytes() {
-    std::int64_t bytes = 0;
-    _HEAPINFO entry{};
-    while (_heapwalk(&entry) == _HEAPOK) {
-        if (entry._useflag == _USEDENTRY)
-            bytes += static_cast<std::int64_t>(entry._size);
-    }
-    return bytes;
 }
 
 template <class Action> DWORD WINAPI RunAction(void* action) {
@@ -138,9 +126,9 @@ TEST_F(Load, MeasuringSeesWhatIsHeld) {
     CloseHandle(event);
     EXPECT_GT(after.memory - before.memory, freeMemory);
     EXPECT_EQ(after.handles, before.handles + 1);
-    const std::int64_t used = UsedBytes();
+    const std::int64_t used = test::UsedBytes();
     const auto piece = std::make_unique<char[]>(48);
-    EXPECT_GE(UsedBytes() - used, 48);
+    EXPECT_GE(test::UsedBytes() - used, 48);
 }
 
 TEST_F(Load, ManyCallsLeaveNothingBehind) {
@@ -224,10 +212,10 @@ TEST_F(Load, ThreadsLeaveNothingBehind) {
     const auto growth = [](auto action) {
         for (int i = 0; i < 3; ++i)
             OnSystemThread(action);
-        const std::int64_t before = UsedBytes();
+        const std::int64_t before = test::UsedBytes();
         for (int i = 0; i < threads; ++i)
             OnSystemThread(action);
-        return UsedBytes() - before;
+        return test::UsedBytes() - before;
     };
     const auto inApartment = [](auto action) {
         return [action] {
@@ -245,27 +233,4 @@ TEST_F(Load, ThreadsLeaveNothingBehind) {
               })),
               0)
         << "a helper, and an error";
-}
-
-TEST(Unloading, LeavesNothingOfALibraryBehind) {
-    for (const std::wstring name : {L"Kovra", L"KovraHost"}) {
-        // A copy, since other tests have used the library itself.
-        const std::wstring copy = name + L"Copy.dll";
-        ASSERT_TRUE(CopyFileW((name + L".dll").c_str(), copy.c_str(), FALSE));
-        const auto loadAndUnload = [&] {
-            const HMODULE library = LoadLibraryW(copy.c_str());
-            ASSERT_NE(library, nullptr);
-            const auto canUnload = reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
-                reinterpret_cast<void*>(GetProcAddress(library, "DllCanUnloadNow")));
-            EXPECT_EQ(canUnload(), S_OK);
-            FreeLibrary(library);
-            ASSERT_EQ(GetModuleHandleW(copy.c_str()), nullptr);
-        };
-        loadAndUnload();
-        const std::int64_t before = UsedBytes();
-        for (int i = 0; i < 10; ++i)
-            loadAndUnload();
-        EXPECT_EQ(UsedBytes(), before) << server::ToUtf8(name);
-        EXPECT_TRUE(DeleteFileW(copy.c_str()));
-    }
 }

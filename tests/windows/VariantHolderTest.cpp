@@ -2,10 +2,14 @@
 
 #include "server/com/BString.h"
 #include "tests/windows/ExpectError.h"
+#include "tests/windows/ReplacedImport.h"
 
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -24,6 +28,23 @@ VARIANT Plain(VARTYPE type) {
     VariantInit(&variant);
     V_VT(&variant) = type;
     return variant;
+}
+
+/// What is left of memory that has ended: small pieces.
+void* AllocateLittle(std::size_t size) {
+    constexpr std::size_t left = 64 << 10;
+    return size > left ? nullptr : std::calloc(1, size);
+}
+
+/// How often a VARIANT was cleared, and how often that failed, as it does for one whose array is locked.
+int cleared = 0;
+int notCleared = 0;
+HRESULT STDAPICALLTYPE ClearAndCount(VARIANT* variant) {
+    static const auto original = reinterpret_cast<HRESULT(STDAPICALLTYPE*)(VARIANT*)>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"oleaut32.dll"), "VariantClear")));
+    const HRESULT status = original(variant);
+    ++(SUCCEEDED(status) ? cleared : notCleared);
+    return status;
 }
 
 } // namespace
@@ -121,6 +142,18 @@ TEST(VariantHolder, WhatNoValueHoldsIsATypeMismatch) {
         const VARIANT variant = Plain(static_cast<VARTYPE>(type));
         ExpectError(13, "类型不匹配", [&] { server::ToValue(variant); });
     }
+}
+
+TEST(VariantHolder, ArrayIsUnlockedWhenMemoryEnds) {
+    const VariantHolder bytes{Value(host::Bytes{std::vector<std::uint8_t>(1 << 20)})};
+    {
+        const test::ReplacedImport clearing(nullptr, "VariantClear", ClearAndCount);
+        const test::ReplacedImport memory(nullptr, "malloc", AllocateLittle);
+        EXPECT_THROW(server::ToValue(bytes.Get()), std::bad_alloc);
+    }
+    EXPECT_GT(cleared, 0) << "the copy that was read";
+    EXPECT_EQ(notCleared, 0) << "its array is still locked";
+    EXPECT_EQ(server::ToValue(bytes.Get()), Value(host::Bytes{std::vector<std::uint8_t>(1 << 20)}));
 }
 
 TEST(VariantHolder, ReferencesAreFollowed) {

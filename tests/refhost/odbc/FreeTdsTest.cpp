@@ -66,16 +66,6 @@ TEST(FreeTds, ReportsALostConnectionAndStaysSound) {
     }
 }
 
-/// The tests' server has no encryption to offer.
-TEST(FreeTds, RefusesAServerWithoutEncryptionWhereEncryptionIsRequired) {
-    const test::TestAccount account;
-    const test::TdsServer server(account.connectionString(), {});
-    EXPECT_EQ(ConnectError(server.ConnectionString() + ";Encryption=request").description(), "connected");
-    const host::Error refused = ConnectError(server.ConnectionString() + ";Encryption=require");
-    EXPECT_EQ(refused.number(), host::error_number::unspecified);
-    EXPECT_EQ(refused.description().find("verysecret"), std::string::npos) << refused.description();
-}
-
 TEST(FreeTds, EndsALoginThatNobodyAnswers) {
     const test::TdsServer server({}, {.muteLogin = true});
     const host::Error error = ConnectError(server.ConnectionString(), {.connect = std::chrono::seconds(1)});

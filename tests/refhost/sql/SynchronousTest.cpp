@@ -6,16 +6,21 @@
 #include "ClsOppSubject/ClsOppSubject.h"
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
+#include "cli/Commands.h"
 #include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
 #include "refhost/xml/FileText.h"
 #include "tests/refhost/sql/Support.h"
 #include "tests/support/Paths.h"
+#include "tests/support/Program.h"
 #include "tests/support/TestAccount.h"
 
+#include <algorithm>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace test_sql {
 namespace {
@@ -36,6 +41,7 @@ public:
         flushes = 0;
     }
     ~CountingFiles() {
+        onFlush = nullptr;
         sqlite3_vfs_unregister(&vfs_);
         sqlite3_vfs_register(system_, 1);
     }
@@ -43,6 +49,8 @@ public:
     CountingFiles& operator=(const CountingFiles&) = delete;
 
     static inline int flushes = 0;
+    /// Called before each, where there is one.
+    static inline std::function<void()> onFlush;
 
 private:
     static int OpenFile(sqlite3_vfs*, const char* name, sqlite3_file* file, int flags, int* outFlags) {
@@ -52,6 +60,9 @@ private:
             logMethods_ = *file->pMethods;
             logMethods_.xSync = [](sqlite3_file* log, int how) {
                 ++flushes;
+                if (onFlush) {
+                    onFlush();
+                }
                 return systemSync_(log, how);
             };
             file->pMethods = &logMethods_;
@@ -130,6 +141,42 @@ TEST(SynchronousImport, FlushesOnceBeforeItHandsItsResultOut) {
     EXPECT_EQ(FlushesUntilResult<kovra::ClsKovra>("opening-balances.xml"), 1);
     EXPECT_EQ(FlushesUntilResult<kovra::ClsKovraProof>("provisions.xml"), 1);
     EXPECT_EQ(FlushesUntilResult<kovra::ClsPriceJustVou>("price-voucher.xml"), 1);
+}
+
+// What a journal says was accepted stays accepted whatever happens to the power.
+TEST(SynchronousImport, FlushesEachRowBeforeTheJournalTellsOfIt) {
+    const CountingFiles files;
+    for (const char* more : {"", ";Synchronous=Normal;Commit=Grouped"}) {
+        const test::TestAccount account(test::AccountContent::demo);
+        const auto keeper = OpenEmbedded(account.connectionString(), Mode::open);
+        keeper->Execute("create table flushed (x int)"); // a new log's first page is flushed whatever was chosen
+        const auto path = [&](const char* name) { return (account.folder() / name).string(); };
+        test::WriteBytes(path("login.xml"),
+                         "<login QxDbName=\"" + account.connectionString() + more + "\" cIYear=\"2024\"/>");
+        test::WriteBytes(path("request.xml"),
+                         "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\">"
+                         "<row><cWhCode>01</cWhCode><cInvHead>140301</cInvHead></row>"
+                         "<row><cWhCode>02</cWhCode><cInvHead>140301</cInvHead></row>"
+                         "<row><cWhCode>03</cWhCode><cInvHead>140301</cInvHead></row></qxinterface>");
+        std::vector<std::ptrdiff_t> toldBefore;
+        CountingFiles::onFlush = [&] {
+            toldBefore.push_back(std::ranges::count(test::ReadText(path("journal")), '\n') -
+                                 1); // without its beginning
+        };
+        cli::Console console(cli::Language::english);
+        testing::internal::CaptureStdout();
+        cli::TransactArguments arguments;
+        arguments.className = "ClsInvSubject";
+        arguments.login = path("login.xml");
+        arguments.journal = path("journal");
+        arguments.request = path("request.xml");
+        arguments.quiet = true;
+        const int status = cli::RunTransact(arguments, console);
+        const std::string result = testing::internal::GetCapturedStdout();
+        EXPECT_EQ(status, cli::exit_status::done) << result;
+        CountingFiles::onFlush = nullptr;
+        EXPECT_EQ(toldBefore, (std::vector<std::ptrdiff_t>{0, 1, 2})) << more;
+    }
 }
 
 TEST_F(Synchronous, AnyOtherWordIsRefused) {
