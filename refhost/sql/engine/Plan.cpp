@@ -194,6 +194,24 @@ Cell Evaluate(const Literal& literal, const Slot& slot) {
     return cell;
 }
 
+void BindCell(sqlite3_stmt* statement, int index, const Cell& cell) {
+    BindCell(statement, index, cell, SQLITE_TRANSIENT);
+}
+
+void PrepareRows(RowPlan& rows, sqlite3* db) {
+    const auto prepare = [db](Plan& plan) {
+        if (!plan.text.empty()) {
+            plan.statement = Prepare(db, plan.text);
+        }
+    };
+    for (RowPlan::Write& write : rows.writes) {
+        prepare(write.choose);
+        prepare(write.write);
+        std::ranges::for_each(write.outputs, prepare);
+    }
+    std::ranges::for_each(rows.into, prepare);
+}
+
 void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables) {
     sqlite3_stmt* statement = plan.statement.get();
     int index = 0;

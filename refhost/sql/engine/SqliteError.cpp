@@ -62,6 +62,12 @@ constexpr std::array refusals{
                 return host::Error(unspecified,
                                    "The embedded account database takes at most 2000 columns in one table or query.");
             }},
+    Refusal{"non-deterministic",
+            [] {
+                return host::Error(unspecified,
+                                   "The embedded account database takes nothing of the session in computed columns and "
+                                   "checks.");
+            }},
     Refusal{"too many arguments on function",
             [] {
                 return host::Error(unspecified,

@@ -12,7 +12,8 @@ namespace refhost::sql {
 ///
 ///   0  unstamped: texts in the order of code points, identity columns without an end
 ///   1  texts in the order of Chinese_PRC_CI_AS; `seed` and `step` of identity columns
-inline constexpr std::int64_t formatVersion = 1;
+///   2  letters that stand for two are those two (`ß` is `ss`); computed columns, foreign keys, identity steps
+inline constexpr std::int64_t formatVersion = 2;
 
 /// Makes an account database of an empty file when `mayCreate`, and makes sure that a file is one. Throws `host::Error`
 /// "unspecified" for a file that is none, and for one that a newer program wrote.

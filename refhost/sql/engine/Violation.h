@@ -17,6 +17,14 @@ struct DuplicateKey {
 /// `message`, or `DuplicateKey`; for every other code `SqliteError`.
 [[noreturn]] void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db);
 
+/// The column of a check of one column, as messages name it; empty for a check of several.
+std::string CheckedColumn(const Table& table, const std::string& condition);
+
+/// The error with the key's value, unless that is empty.
+host::Error WithKey(const DuplicateKey& duplicate, const std::string& key);
+
+/// A key's values as messages show them: "(a, <NULL>)".
+std::string KeyText(std::vector<std::pair<Cell, Type>> key);
 /// A duplicate key as messages show it: "(a, <NULL>)"; empty when no query finds it.
 std::string KeyText(const DuplicateQueries& queries, sqlite3* db);
 

@@ -115,17 +115,34 @@ public:
     char32_t Character() const { return character_; }
     bool AtMinimal() const { return !atEnd_ && IsMinimal(character_); }
     void Read() {
+        if (!pending_.empty()) {
+            return TakePending();
+        }
         atEnd_ = position_ >= text_.size();
-        if (!atEnd_) {
-            const unsigned char byte = ByteAt(text_, position_);
-            character_ = FoldCharacter(byte < 0x80 ? byte : NextCodePoint(text_, position_));
-            position_ += byte < 0x80 ? 1 : 0;
+        if (atEnd_) {
+            return;
+        }
+        if (const unsigned char byte = ByteAt(text_, position_); byte < 0x80) {
+            character_ = FoldCharacter(byte);
+            ++position_;
+            return;
+        }
+        character_ = FoldCharacter(NextCodePoint(text_, position_));
+        if (pending_ = Expansion(character_); !pending_.empty()) {
+            TakePending();
         }
     }
 
 private:
+    void TakePending() {
+        character_ = pending_.front();
+        pending_.remove_prefix(1);
+    }
+
     std::string_view text_;
     std::size_t position_;
+    /// What is still to come of a letter that stands for two.
+    std::u32string_view pending_;
     char32_t character_ = 0;
     bool atEnd_ = false;
 };
@@ -220,7 +237,11 @@ std::string FoldText(std::string_view text) {
     std::string folded;
     folded.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        AppendCodePoint(folded, FoldCharacter(NextCodePoint(text, position)));
+        const char32_t character = FoldCharacter(NextCodePoint(text, position));
+        const std::u32string_view letters = Expansion(character);
+        for (const char32_t letter : letters.empty() ? std::u32string_view(&character, 1) : letters) {
+            AppendCodePoint(folded, letter);
+        }
     }
     return folded;
 }
