@@ -1,8 +1,7 @@
 #include "refhost/sql/binding/Definer.h"
 
 #include "refhost/sql/binding/ForeignKeys.h"
-#include "refhost/sql/engine/Atomic.h"
-#include "refhost/sql/engine/Storage.h"
+#include "refhost/sql/store/Atomic.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 

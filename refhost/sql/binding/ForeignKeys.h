@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 #include "refhost/sql/syntax/Ast.h"
 
 #include <string>

@@ -4,8 +4,7 @@
 
 #include "refhost/sql/binding/Definer.h"
 #include "refhost/sql/binding/ForeignKeys.h"
-#include "refhost/sql/engine/Storage.h"
-#include "refhost/sql/engine/Violation.h"
+#include "refhost/sql/store/IdentityLine.h"
 #include "refhost/sql/syntax/Parser.h"
 #include "refhost/sql/syntax/Words.h"
 #include "refhost/sql/types/Collation.h"

@@ -6,10 +6,10 @@
 #include "refhost/sql/engine/GatheredLog.h"
 #include "refhost/sql/engine/IdentityNumbers.h"
 #include "refhost/sql/engine/KeptReadLock.h"
-#include "refhost/sql/engine/Plan.h"
 #include "refhost/sql/engine/PlanCache.h"
 #include "refhost/sql/engine/StatementGuess.h"
 #include "refhost/sql/engine/Violation.h"
+#include "refhost/sql/store/Plan.h"
 #include "refhost/sql/syntax/Parser.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 // Writes that are made row by row, see `RowPlan`.
 
-#include "refhost/sql/engine/Atomic.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
+#include "refhost/sql/store/Atomic.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "refhost/sql/engine/Storage.h"
 
 #include "refhost/sql/binding/Definer.h"
+#include "refhost/sql/store/IdentityLine.h"
 #include "refhost/sql/types/Errors.h"
 
-#include <limits>
 #include <utility>
 
 namespace refhost::sql {
@@ -36,11 +36,6 @@ std::vector<std::string> Names(sqlite3* db, const std::string& query) {
         names.push_back(command.Text(0));
     }
     return names;
-}
-
-/// The line of an identity column before it had an end.
-std::string EndlessIdentityLine(const Column& column) {
-    return Quoted(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
 }
 
 /// A file's way from one format to the next, inside one transaction.
@@ -134,24 +129,6 @@ private:
 };
 
 } // namespace
-
-std::string IdentityLine(const Column& column) {
-    const std::int64_t last = column.type.base == Base::tinyint    ? std::numeric_limits<std::uint8_t>::max()
-                              : column.type.base == Base::smallint ? std::numeric_limits<std::int16_t>::max()
-                              : column.type.base == Base::bigint   ? std::numeric_limits<std::int64_t>::max()
-                                                                   : std::numeric_limits<std::int32_t>::max();
-    if (column.type.base == Base::bigint && column.step == 1) {
-        return EndlessIdentityLine(column);
-    }
-    const std::string quoted = Quoted(column.name);
-    // SQLite itself counts by 1 alone.
-    const std::string line = column.step == 1 ? EndlessIdentityLine(column) : quoted + " INTEGER PRIMARY KEY";
-    const std::string first =
-        column.step > 0 ? std::string()
-                        : fmt::format(" AND {} >= {}", quoted, column.type.base == Base::tinyint ? 0 : -last - 1);
-    return fmt::format("{} CONSTRAINT {} CHECK ({} <= {}{})", line,
-                       Quoted(std::string(identityEnd) + std::string(NameOf(column.type.base))), quoted, last, first);
-}
 
 std::int64_t FileFormat(sqlite3* db, Schema schema) { return Pragma(db, schema, "user_version"); }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 
 #include <cstdint>
 
@@ -25,10 +25,5 @@ void UpgradeFile(sqlite3* db, Catalog& catalog, Schema schema);
 
 /// The format of an open file.
 std::int64_t FileFormat(sqlite3* db, Schema schema);
-
-/// The line of an identity column in SQLite's CREATE TABLE. It ends where its type ends, see `identityEnd`.
-std::string IdentityLine(const Column& column);
-/// How names of the constraints begin that hold identity columns within their types; the type's name follows.
-inline constexpr std::string_view identityEnd = "identity|";
 
 } // namespace refhost::sql

@@ -2,9 +2,8 @@
 
 #include "refhost/sql/binding/Definer.h"
 #include "refhost/sql/binding/ForeignKeys.h"
-#include "refhost/sql/engine/Atomic.h"
-#include "refhost/sql/engine/Storage.h"
-#include "refhost/sql/syntax/Words.h"
+#include "refhost/sql/store/Atomic.h"
+#include "refhost/sql/store/IdentityLine.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -127,22 +126,6 @@ std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& 
 }
 
 } // namespace
-
-std::string CheckedColumn(const Table& table, const std::string& condition) {
-    std::string name;
-    for (const std::string& word : WordsOf(condition)) {
-        const int position = table.Find(word);
-        if (position < 0) {
-            continue;
-        }
-        const std::string& column = table.columns[static_cast<std::size_t>(position)].name;
-        if (!name.empty() && name != column) {
-            return {};
-        }
-        name = column;
-    }
-    return name.empty() ? name : fmt::format(", column '{}'", name);
-}
 
 void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db) {
     const std::string_view subject = Subject(message);

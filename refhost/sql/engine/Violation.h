@@ -2,7 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/sql/binding/Binder.h"
-#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/store/Plan.h"
 
 namespace refhost::sql {
 
@@ -16,9 +16,6 @@ struct DuplicateKey {
 /// Throws SQL Server's error for a violated constraint that SQLite reported for `plan` with its extended `code` and
 /// `message`, or `DuplicateKey`; for every other code `SqliteError`.
 [[noreturn]] void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db);
-
-/// The column of a check of one column, as messages name it; empty for a check of several.
-std::string CheckedColumn(const Table& table, const std::string& condition);
 
 /// The error with the key's value, unless that is empty.
 host::Error WithKey(const DuplicateKey& duplicate, const std::string& key);

@@ -87,6 +87,7 @@ TEST_P(Merge, RefusesWhatTheServerRefuses) {
              "then delete;",
              "-2147217900: In a MERGE statement, a 'WHEN MATCHED' clause with a search condition cannot appear after a "
              "'WHEN MATCHED' clause with no search condition."},
+        // The server deletes one row.
         Case{"merge top (1) stock t using news s on t.id = s.id when matched then delete;",
              "-2147467259: The embedded database has no TOP of a MERGE."},
         Case{"select sum(n) from stock", "60"},

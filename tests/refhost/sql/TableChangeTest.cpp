@@ -160,6 +160,7 @@ TEST_P(TableChange, ComputedColumnsFollowTheOthers) {
         Case{"create table u (a int, b as a + 1, c as b + 1)",
              "-2147217900: Computed column 'b' in table 'u' is not allowed to be used in another computed-column "
              "definition."},
+        // The server takes it: the moment is that of the query.
         Case{"create table u (a int, t as getdate())",
              "-2147467259: The embedded account database takes no moment in computed columns and checks."},
         Case{"select name, is_computed from sys.columns where object_id = object_id('t') and name in ('a', 'c')",

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "refhost/ado/Database.h"
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 #include "refhost/sql/syntax/Literals.h"
 #include "refhost/sql/syntax/Variables.h"
 

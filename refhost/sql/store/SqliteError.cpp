@@ -1,5 +1,5 @@
 // What SQLite reports, in SQL Server's words: nobody who reads a result shall have to know what the database stands on.
-#include "refhost/sql/engine/Sqlite.h"
+#include "refhost/sql/store/Sqlite.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>

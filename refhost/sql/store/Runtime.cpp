@@ -1,7 +1,7 @@
-#include "refhost/sql/engine/Runtime.h"
+#include "refhost/sql/store/Runtime.h"
 
 #include "ModPub/Text.h"
-#include "refhost/sql/engine/AppliedRows.h"
+#include "refhost/sql/store/AppliedRows.h"
 #include "refhost/sql/types/CharacterOrder.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"

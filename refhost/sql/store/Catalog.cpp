@@ -1,5 +1,6 @@
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 
+#include "refhost/sql/syntax/Words.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -32,6 +33,22 @@ int Table::RowVersion() const {
     const auto found =
         std::find_if(columns.begin(), columns.end(), [](const Column& c) { return c.type.base == Base::timestamp; });
     return found == columns.end() || view ? -1 : static_cast<int>(found - columns.begin());
+}
+
+std::string CheckedColumn(const Table& table, const std::string& condition) {
+    std::string name;
+    for (const std::string& word : WordsOf(condition)) {
+        const int position = table.Find(word);
+        if (position < 0) {
+            continue;
+        }
+        const std::string& column = table.columns[static_cast<std::size_t>(position)].name;
+        if (!name.empty() && name != column) {
+            return {};
+        }
+        name = column;
+    }
+    return name.empty() ? name : fmt::format(", column '{}'", name);
 }
 
 ObjectPath Catalog::Resolve(const Name& name) const {

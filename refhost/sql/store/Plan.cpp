@@ -1,4 +1,4 @@
-#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/store/Plan.h"
 
 #include "refhost/sql/types/CodePage.h"
 #include "refhost/sql/types/Errors.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Runtime.h"
+#include "refhost/sql/store/Runtime.h"
 
 namespace refhost::sql {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/Error.h"
-#include "refhost/sql/engine/Sqlite.h"
+#include "refhost/sql/store/Sqlite.h"
 #include "refhost/sql/syntax/Variables.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "refhost/sql/engine/AppliedRows.h"
+#include "refhost/sql/store/AppliedRows.h"
 
 #include <cstdint>
 #include <cstring>

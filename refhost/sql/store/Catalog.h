@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Runtime.h"
+#include "refhost/sql/store/Runtime.h"
 #include "refhost/sql/syntax/Ast.h"
 
 #include <memory>
@@ -125,6 +125,9 @@ private:
     Schema current_ = Schema::account;
     std::unordered_map<std::string, std::shared_ptr<const Table>> tables_;
 };
+
+/// The column of a check of one column, as messages name it; empty for a check of several.
+std::string CheckedColumn(const Table& table, const std::string& condition);
 
 /// SQL Server's views over the catalog itself; nullptr when `path` names none.
 std::shared_ptr<const Table> SystemView(const ObjectPath& path, const std::string& databaseName);
