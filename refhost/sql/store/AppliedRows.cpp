@@ -42,7 +42,7 @@ void AppendCell(std::string& packed, sqlite3_value* value) {
 }
 
 std::string** PackedOf(sqlite3_context* context, bool create) {
-    return static_cast<std::string**>(sqlite3_aggregate_context(context, create ? sizeof(std::string*) : 0));
+    return static_cast<std::string**>(sqlite3_aggregate_context(context, create ? sizeof(void*) : 0));
 }
 
 void PackStep(sqlite3_context* context, int count, sqlite3_value** values) try {
