@@ -147,33 +147,9 @@ private:
     bool atEnd_ = false;
 };
 
-} // namespace
-
-char32_t NextCodePoint(std::string_view text, std::size_t& position) {
-    const text::Utf8Character character = text::ReadUtf8(text, position);
-    const char32_t codePoint = character.valid ? character.codePoint : strangeByte + ByteAt(text, position);
-    position += character.length;
-    return codePoint;
-}
-
-void AppendCodePoint(std::string& text, char32_t codePoint) {
-    if (codePoint < strangeByte) {
-        text::AppendUtf8(text, codePoint);
-    } else {
-        text += static_cast<char>(codePoint - strangeByte);
-    }
-}
-
-int CompareText(std::string_view left, std::string_view right) {
-    left = WithoutTrailingBlanks(left);
-    right = WithoutTrailingBlanks(right);
-    const std::size_t prefix = CommonPrefix(left, right);
-    if (prefix == left.size() && prefix == right.size()) {
-        return 0;
-    }
-    if (const int order = CompareAscii(left, right, prefix); order != 0) {
-        return order;
-    }
+/// The order of texts that are alike up to `prefix`, character by character. Apart from `CompareText`, whose answer
+/// most often needs none of it.
+[[gnu::noinline]] int CompareRest(std::string_view left, std::string_view right, std::size_t prefix) {
     Reader l(left, prefix);
     Reader r(right, prefix);
     int accents = 0;
@@ -212,6 +188,36 @@ int CompareText(std::string_view left, std::string_view right) {
         return l.AtEnd() ? -1 : 1;
     }
     return accents != 0 ? accents : minimal.Result();
+}
+
+} // namespace
+
+char32_t NextCodePoint(std::string_view text, std::size_t& position) {
+    const text::Utf8Character character = text::ReadUtf8(text, position);
+    const char32_t codePoint = character.valid ? character.codePoint : strangeByte + ByteAt(text, position);
+    position += character.length;
+    return codePoint;
+}
+
+void AppendCodePoint(std::string& text, char32_t codePoint) {
+    if (codePoint < strangeByte) {
+        text::AppendUtf8(text, codePoint);
+    } else {
+        text += static_cast<char>(codePoint - strangeByte);
+    }
+}
+
+int CompareText(std::string_view left, std::string_view right) {
+    left = WithoutTrailingBlanks(left);
+    right = WithoutTrailingBlanks(right);
+    const std::size_t prefix = CommonPrefix(left, right);
+    if (prefix == left.size() && prefix == right.size()) {
+        return 0;
+    }
+    if (const int order = CompareAscii(left, right, prefix); order != 0) {
+        return order;
+    }
+    return CompareRest(left, right, prefix);
 }
 
 int CompareExact(std::string_view left, std::string_view right) {
