@@ -1,6 +1,6 @@
 #include "tests/reliability/Soundness.h"
 
-#include "refhost/sql/engine/Runtime.h"
+#include "refhost/sql/store/Runtime.h"
 #include "tests/support/Program.h"
 
 #include <array>

@@ -1,6 +1,7 @@
 #include "refhost/sql/binding/Binder.h"
 
 #include "refhost/sql/syntax/Parser.h"
+#include "refhost/sql/syntax/Words.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -57,6 +58,14 @@ std::string JoinTerms(const std::vector<std::string>& terms, std::size_t first, 
         text += terms[i];
     }
     return text + ")";
+}
+
+/// SQLite has no definition that depends on when it is asked.
+void RefuseMoment(std::string_view text) {
+    if (text.find(nowTicks) != std::string_view::npos) {
+        FailOwn(host::error_number::unspecified,
+                "The embedded account database takes no moment in computed columns and checks.");
+    }
 }
 
 } // namespace
@@ -630,23 +639,47 @@ std::string Binder::BindInSelect(const Expression& expression) {
     return fmt::format("({} {}IN ({}))", Collated(value), expression.flag ? "NOT " : "", select.Text(false, false));
 }
 
-std::string Binder::BindCheck(const Expression& condition, const Table& table) {
-    Scope scope;
-    ScopeSource source;
+void Binder::AddRowOf(const Table& table) {
+    ScopeSource& source = scope_->sources.emplace_back();
     source.alias = table.name;
     source.tableName = table.name;
     for (const Column& column : table.columns) {
+        if (!column.computedText.empty()) {
+            continue;
+        }
         Bound value;
         value.kind = Bound::Kind::column;
         value.text = Quoted(column.name);
         value.type = column.type;
         source.columns.push_back({column.name, std::move(value)});
     }
-    scope.sources.push_back(std::move(source));
-    scope_ = &scope;
+}
+
+std::string Binder::BindCheck(const Expression& condition, const Table& table) {
+    const ScopeGuard guard(*this, nullptr);
+    AddRowOf(table);
     std::string text = BindCondition(condition, false);
-    scope_ = nullptr;
+    RefuseMoment(text);
     return text;
+}
+
+Bound Binder::BindComputed(const Column& column, const Table& table) {
+    Parser parser(column.computedText, {});
+    const ExpressionPtr expression = parser.ParseExpressionText();
+    for (const Column& other : table.columns) {
+        if (!other.computedText.empty() && Mentions(column.computedText, other.name)) {
+            Fail(1759,
+                 "Computed column '{}' in table '{}' is not allowed to be used in another computed-column "
+                 "definition.",
+                 other.name, table.name);
+        }
+    }
+    Binder inner(catalog_, session_, parser.Literals(), LiteralUse::inlined);
+    const ScopeGuard guard(inner, nullptr);
+    inner.AddRowOf(table);
+    Bound value = inner.BindValue(*expression);
+    RefuseMoment(inner.Own(value));
+    return value;
 }
 
 std::string Binder::BindDefault(const Column& column) {

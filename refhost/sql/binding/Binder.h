@@ -1,7 +1,8 @@
 #pragma once
 
-#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/store/Plan.h"
 
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -90,6 +91,7 @@ public:
     Plan BindInsert(const Insert& insert);
     Plan BindUpdate(const Update& update);
     Plan BindDelete(const Delete& del);
+    Plan BindMerge(const Merge& merge);
     /// A value converted to a type, as a query of it.
     Plan BindValuePlan(const Expression& expression, const Type& type);
     /// A condition as a query of one truth value.
@@ -103,6 +105,8 @@ public:
     BoundSelect BindInner(const Select& select);
     /// A condition over the columns of one table, of which it names them alone.
     std::string BindCheck(const Expression& condition, const Table& table);
+    /// The value of a computed column over the columns of its table, with its type.
+    Bound BindComputed(const Column& column, const Table& table);
     /// A default as what the column stores.
     std::string BindDefault(const Column& column);
     /// The queries that find the duplicate key of an insert or update which was refused for one over `columns`; empty
@@ -113,6 +117,7 @@ public:
     std::vector<std::size_t> Pinned() const { return {pinned_.begin(), pinned_.end()}; }
 
 private:
+    struct WriteTarget;
     struct ScopeColumn {
         std::string name;
         Bound value;
@@ -123,6 +128,10 @@ private:
         std::shared_ptr<const Table> table;
         std::string sqlName;
         std::vector<ScopeColumn> columns;
+        /// Of a table: what its rows are numbered by.
+        std::string row;
+        /// Of a view that the statement writes.
+        std::shared_ptr<const WriteTarget> written;
     };
     struct Scope {
         Scope* outer = nullptr;
@@ -162,10 +171,15 @@ private:
         std::string alias;
     };
 
+    /// Adds the columns of one row of a table to the scope, which stand for themselves.
+    void AddRowOf(const Table& table);
+
     // Sources.
     std::string BindFrom(const std::vector<std::unique_ptr<Source>>& sources);
     std::string BindSource(const Source& source, bool outerSide);
     std::string BindApply(const Source& source, bool outerSide);
+    /// The query of all of a table or view.
+    BoundSelect BindWholeTable(const Source& source);
     std::string BindTable(const Source& source, bool outerSide);
     std::string BindDerived(const Source& source, bool outerSide);
     std::string AddDerived(BoundSelect select, const std::string& alias, const std::vector<std::string>& columnAliases,
@@ -289,22 +303,74 @@ private:
     };
     WriteTarget FindTarget(const Name& name);
     WriteTarget OpenView(const Table& view);
-    /// A table to write. Throws for a view.
-    std::shared_ptr<const Table> WritableTable(const Name& name);
     /// Adds what is written to the scope, under the names that the statement knows.
-    ScopeSource& AddTarget(const WriteTarget& target, const Name& name);
+    ScopeSource& AddTarget(const WriteTarget& target, const std::string& name, bool outerSide = false);
+    /// Binds FROM of an UPDATE or DELETE and finds among its tables the one that is written, by alias or by name;
+    /// nullptr when it is none of them.
+    const ScopeSource* BindWrittenFrom(const std::vector<std::unique_ptr<Source>>& sources, const Name& target,
+                                       std::string& from);
+    /// The same for a view that the statement writes: the rows of its table that it shows.
+    std::string BindTargetView(const Table& view, const std::string& alias, bool outerSide);
     /// The query of the rows of a table that a condition chooses.
     std::string BindRows(std::shared_ptr<const Table> table, const std::string& alias, const Expression& condition);
     /// Which rows of the one table an UPDATE or DELETE writes; nullptr without a condition or TOP, `rows` empty for
     /// all.
     std::string BindWritten(const ScopeSource& source, const Expression* where, const Expression* top,
                             const std::string& rows);
-    /// Throws for an OUTPUT of what is written through a view.
-    static void RefuseOutput(const std::vector<SelectItem>& items, const WriteTarget& target);
-    /// OUTPUT as RETURNING, empty without one; `rows` is what the rows are called there, "inserted" or "deleted".
-    std::string BindOutput(const std::vector<SelectItem>& items, const Table& table, const std::string& rows);
-    /// The plan of a statement that writes `table`, and of what BindOutput bound for it.
+    /// The plan of a statement that writes `table`.
     Plan FinishWrite(PlanKind kind, std::string text, std::shared_ptr<const Table> table);
+    /// What else an UPDATE sets: the row version, where the table has one.
+    static std::string VersionAssignment(const Table& table);
+    /// What an INSERT writes of its list of values.
+    struct InsertShape {
+        /// The places in the list that are written, and their columns.
+        std::vector<std::size_t> used;
+        std::vector<const Column*> columns;
+        /// What the database itself fills in.
+        std::vector<std::pair<const Column*, std::string>> automatic;
+        /// How many values belong into the list.
+        std::size_t count = 0;
+
+        /// The columns, in parentheses.
+        std::string Columns() const;
+    };
+    /// @param names columns that the statement lists, none for all
+    /// @param isEmpty whether the value at a place of the list is DEFAULT or NULL in every row
+    InsertShape ShapeInsert(const WriteTarget& target, const std::vector<std::string>& names, bool defaultValues,
+                            const std::function<bool(std::size_t)>& isEmpty);
+    /// Throws where the values do not fit the list.
+    static void RequireCount(const InsertShape& shape, std::size_t count, bool listed, bool query);
+    struct BoundAssignment {
+        const Column* column;
+        std::string value;
+    };
+    std::vector<BoundAssignment> BindAssignments(const std::vector<Assignment>& assignments, const WriteTarget& target);
+
+    // Writes row by row, in RowWriteBinder.cpp.
+    /// The rows that a write chooses, in SQLite's SQL.
+    struct Choice {
+        PlanKind kind = PlanKind::select;
+        /// The target's row, "NULL" for an insert.
+        std::string row;
+        std::vector<std::string> values;
+        /// Behind the values: FROM and so on.
+        std::string body;
+        /// What OUTPUT may name and no row of the choice has.
+        std::vector<ScopeSource> absent;
+    };
+    /// The write of what is chosen, with OUTPUT. The scope is that of the choice; `source` is the target's in it,
+    /// nullptr for an insert.
+    void AddRowWrite(RowPlan& rows, const Choice& choice, RowPlan::Write write, const WriteTarget& target,
+                     const ScopeSource* source, const Outputs& outputs);
+    Plan BindRowOutput(const Output& output, const std::vector<ScopeSource>& sources);
+    RowPlan::Write InsertOfRows(const WriteTarget& target, const InsertShape& shape);
+    RowPlan::Write UpdateOfRows(const WriteTarget& target, const std::vector<BoundAssignment>& assigned);
+    RowPlan::Write DeleteOfRows(const WriteTarget& target);
+    Plan BindInto(const Output& output, const Plan& rows);
+    /// The whole plan of a statement that writes row by row.
+    Plan FinishRows(RowPlan rows, const Outputs& outputs, std::shared_ptr<const Table> table);
+    /// The query of a clause's rows; opens the scope that its values are bound in.
+    Choice BindMergeRows(const Merge& merge, std::size_t clause, const WriteTarget& target, const ScopeSource*& source);
     void RefuseExplicit(const Table& table, const Column& column, bool insert) const;
 
     Catalog& catalog_;
@@ -325,8 +391,8 @@ private:
     std::set<std::size_t> assigned_;
     /// Whether it uses what it has set at the row before.
     bool accumulates_ = false;
-    /// What OUTPUT gives.
-    std::vector<OutputColumn> output_;
+    /// What the UPDATE or DELETE at hand writes, while its FROM is bound; empty otherwise.
+    std::string writtenName_;
 };
 
 /// Throws the error of a list of column names that does not fit its query.

@@ -1,6 +1,7 @@
 #include "refhost/sql/binding/Definer.h"
 
-#include "refhost/sql/engine/Storage.h"
+#include "refhost/sql/binding/ForeignKeys.h"
+#include "refhost/sql/store/Atomic.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -14,12 +15,42 @@ namespace {
     Fail(4902, "Cannot find the object \"{}\" because it does not exist or you do not have permissions.", name.Text());
 }
 
+Column ColumnOf(const ColumnDefinition& definition) {
+    Column column;
+    column.name = definition.name;
+    column.type = definition.type;
+    column.identity = definition.identity;
+    column.seed = definition.seed;
+    column.step = definition.increment;
+    column.defaultText = definition.defaultText;
+    column.computedText = definition.computedText;
+    column.persisted = definition.persisted;
+    column.nullable =
+        definition.nullable.value_or(true) && !definition.identity && definition.type.base != Base::timestamp;
+    if (definition.identity) {
+        if (FamilyOf(column.type) != Family::integer || column.type.base == Base::bit) {
+            Fail(2749,
+                 "Identity column '{}' must be of data type int, bigint, smallint, tinyint, or decimal or numeric with "
+                 "a scale of 0, unencrypted, and constrained to be nonnullable.",
+                 column.name);
+        }
+        if (definition.increment == 0) {
+            Fail(2755, "Identity column '{}' contains invalid INCREMENT.", column.name);
+        }
+    }
+    return column;
+}
+
+} // namespace
+
 std::string_view XType(ConstraintKind kind) {
     switch (kind) {
     case ConstraintKind::primaryKey:
         return "PK";
     case ConstraintKind::unique:
         return "UQ";
+    case ConstraintKind::foreignKey:
+        return "F ";
     case ConstraintKind::check:
         break;
     }
@@ -30,73 +61,7 @@ std::string Qualified(Schema schema, std::string_view name) {
     return fmt::format("{}.{}", SqliteName(schema), Quoted(name));
 }
 
-/// The column's line in CREATE TABLE. An identity column is SQLite's own row number: numbers given once never return.
-std::string ColumnLine(const Column& column) {
-    if (column.identity) {
-        return IdentityLine(column);
-    }
-    return fmt::format("{} {}{}", Quoted(column.name), SqliteDeclaration(column.type),
-                       column.nullable ? "" : " NOT NULL");
-}
-
-Column ColumnOf(const ColumnDefinition& definition) {
-    Column column;
-    column.name = definition.name;
-    column.type = definition.type;
-    column.identity = definition.identity;
-    column.seed = definition.seed;
-    column.step = definition.increment;
-    column.defaultText = definition.defaultText;
-    column.nullable =
-        definition.nullable.value_or(true) && !definition.identity && definition.type.base != Base::timestamp;
-    if (definition.identity) {
-        if (FamilyOf(column.type) != Family::integer || column.type.base == Base::bit) {
-            Fail(2749,
-                 "Identity column '{}' must be of data type int, bigint, smallint, tinyint, or decimal or numeric with "
-                 "a scale of 0, unencrypted, and constrained to be nonnullable.",
-                 column.name);
-        }
-        if (definition.increment != 1) {
-            FailOwn(host::error_number::unspecified, "Identity columns of this database count in steps of 1.");
-        }
-    }
-    return column;
-}
-
-} // namespace
-
 std::string IndexName(std::string_view table, std::string_view index) { return fmt::format("{}|{}", table, index); }
-
-/// A transaction, or a savepoint inside the open one, undone unless committed.
-class Definer::Atomic {
-public:
-    /// `schema` is the database that is written.
-    Atomic(sqlite3* db, Schema schema) : db_(db), own_(sqlite3_get_autocommit(db) != 0) {
-        if (own_) {
-            BeginWriting(db_, Prepare(db_, LockText(SqliteName(schema))).get());
-        } else {
-            Run(db_, "SAVEPOINT definition");
-        }
-    }
-    ~Atomic() {
-        if (!done_) {
-            sqlite3_exec(db_, own_ ? "ROLLBACK" : "ROLLBACK TO definition; RELEASE definition", nullptr, nullptr,
-                         nullptr);
-        }
-    }
-    Atomic(const Atomic&) = delete;
-    Atomic& operator=(const Atomic&) = delete;
-
-    void Commit() {
-        Run(db_, own_ ? "COMMIT" : "RELEASE definition");
-        done_ = true;
-    }
-
-private:
-    sqlite3* db_;
-    bool own_;
-    bool done_ = false;
-};
 
 Schema Definer::SchemaOf(const Name& name) const {
     try {
@@ -123,8 +88,11 @@ std::string Definer::FreeConstraintName(const Constraint& constraint, const Tabl
         return constraint.name;
     }
     const std::string_view xtype = XType(constraint.kind);
-    const std::string stem = fmt::format("{}__{}__{:08X}", xtype.substr(0, xtype.find(' ')), table.name.substr(0, 9),
-                                         static_cast<std::uint32_t>(table.id));
+    const std::string prefix =
+        constraint.kind == ConstraintKind::foreignKey
+            ? fmt::format("FK__{}__{}", table.name.substr(0, 9), constraint.columns.front().name.substr(0, 5))
+            : fmt::format("{}__{}", xtype.substr(0, xtype.find(' ')), table.name.substr(0, 9));
+    const std::string stem = fmt::format("{}__{:08X}", prefix, static_cast<std::uint32_t>(table.id));
     std::string name = stem;
     for (int i = 1; catalog_.HasObject(table.schema, name); ++i) {
         name = fmt::format("{}{}", stem, i);
@@ -185,30 +153,34 @@ void Definer::CreateTableAt(const ObjectPath& path, std::vector<Column> columns,
             }
         }
     }
+    ResolveComputed(*table);
     table->id = catalog_.AddObject(path.schema, path.name, "U ", 0, "");
-    std::string text = fmt::format("CREATE TABLE {} (", table->source);
     for (std::size_t i = 0; i < table->columns.size(); ++i) {
-        text += (i > 0 ? ", " : "") + ColumnLine(table->columns[i]);
         catalog_.AddColumn(path.schema, table->id, static_cast<int>(i) + 1, table->columns[i]);
     }
     std::vector<std::pair<const Constraint*, std::string>> keys;
     for (const Constraint& constraint : constraints) {
+        if (constraint.kind == ConstraintKind::foreignKey) {
+            continue;
+        }
         const std::string name = FreeConstraintName(constraint, *table);
         catalog_.AddObject(path.schema, name, XType(constraint.kind), table->id, constraint.conditionText);
-        if (constraint.kind == ConstraintKind::check) {
-            Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
-            text +=
-                fmt::format(", CONSTRAINT {} CHECK {}", Quoted(name), binder.BindCheck(*constraint.condition, *table));
-        } else {
+        if (constraint.kind != ConstraintKind::check) {
             keys.emplace_back(&constraint, name);
         }
     }
-    Run(db_, text + ")");
+    Run(db_, fmt::format("CREATE TABLE {} {}", table->source, TableBody(*table)));
     for (const auto& [constraint, name] : keys) {
         AddKey(*table, *constraint, name);
     }
     if (identities > 0) {
         catalog_.RestartIdentity(*table);
+    }
+    // They may point at the table itself, and at its keys.
+    for (const Constraint& constraint : constraints) {
+        if (constraint.kind == ConstraintKind::foreignKey) {
+            AddConstraint(*table, constraint, false);
+        }
     }
 }
 
@@ -293,6 +265,7 @@ void Definer::Create(const CreateTable& create) {
         columns.push_back(ColumnOf(definition));
     }
     CreateTableAt(catalog_.Resolve(create.table), std::move(columns), create.constraints);
+    NameDefaults(*catalog_.Get(create.table), create.columns);
     atomic.Commit();
 }
 
@@ -391,8 +364,14 @@ void Definer::DropTable(const Name& name, bool ifExists) {
         }
         Fail(3701, "Cannot drop the table '{}', because it does not exist or you do not have permission.", name.Text());
     }
+    if (!ReferencesTo(catalog_, *table).empty()) {
+        Fail(3726, "Could not drop object '{}' because it is referenced by a FOREIGN KEY constraint.", name.Text());
+    }
     catalog_.RemoveObject(table->schema, table->id);
     Run(db_, "DROP TABLE " + table->source);
+    if (table->Identity() >= 0) {
+        catalog_.ForgetIdentity(*table);
+    }
     catalog_.Forget();
 }
 
@@ -419,24 +398,25 @@ void Definer::DropIndex(const Name& name, bool ifExists) {
     Name owner = name;
     owner.parts.pop_back();
     const std::shared_ptr<const Table> table = catalog_.Get(owner);
-    const std::string index = IndexName(table->name, name.Last());
+    if (!DropIndexNamed(*table, name.Last()) && !ifExists) {
+        refuse();
+    }
+}
+
+bool Definer::DropIndexNamed(const Table& table, const std::string& name) {
+    const std::string index = IndexName(table.name, name);
     Command find(db_,
                  fmt::format("SELECT name FROM {}.sqlite_schema WHERE type = 'index' AND name COLLATE {} IN (?, ?, ?)",
-                             SqliteName(table->schema), textCollation));
+                             SqliteName(table.schema), textCollation));
     find.Bind(index).Bind(index + "|blank").Bind(index + "|null");
     std::vector<std::string> found;
     while (find.Step()) {
         found.push_back(find.Text(0));
     }
-    if (found.empty()) {
-        if (ifExists) {
-            return;
-        }
-        refuse();
-    }
     for (const std::string& each : found) {
-        Run(db_, "DROP INDEX " + Qualified(table->schema, each));
+        Run(db_, "DROP INDEX " + Qualified(table.schema, each));
     }
+    return !found.empty();
 }
 
 void Definer::Drop(const sql::Drop& drop) {
@@ -458,7 +438,7 @@ void Definer::Drop(const sql::Drop& drop) {
 }
 
 void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) {
-    const Column column = ColumnOf(definition);
+    Column column = ColumnOf(definition);
     if (table.Find(column.name) >= 0) {
         Fail(2705,
              "Column names in each table must be unique. Column name '{}' in table '{}' is specified more than once.",
@@ -475,8 +455,14 @@ void Definer::AddColumn(const Table& table, const ColumnDefinition& definition) 
              "'{}' cannot be added.",
              table.name, column.name);
     }
-    std::string line = fmt::format("{} {}", Quoted(column.name), SqliteDeclaration(column.type));
-    if (!column.nullable && !version) {
+    if (!column.computedText.empty()) {
+        column.type = Binder(catalog_, session_, literals_, LiteralUse::inlined).BindComputed(column, table).type;
+        column.persisted = false; // SQLite adds none that is stored
+    }
+    std::string line = column.computedText.empty()
+                           ? fmt::format("{} {}", Quoted(column.name), SqliteDeclaration(column.type))
+                           : ColumnLine(table, column);
+    if (!column.nullable && !version && column.computedText.empty()) {
         if (!column.defaultText.empty()) {
             Binder binder(catalog_, session_, literals_, LiteralUse::inlined);
             Command value(db_, "SELECT quote(" + binder.BindDefault(column) + ")");
@@ -516,35 +502,30 @@ void Definer::Alter(const AlterTable& alter) {
         AddColumn(*table, column);
         table = Reload(*table);
     }
+    NameDefaults(*table, alter.addColumns);
+    if (alter.changed) {
+        ChangeColumn(*table, *alter.changed);
+    }
     for (const Constraint& constraint : alter.addConstraints) {
-        if (constraint.kind == ConstraintKind::check) {
-            FailOwn(host::error_number::unspecified, "This database adds no CHECK constraint to a table that exists.");
-        }
-        const std::string name = FreeConstraintName(constraint, *table);
-        for (const IndexColumn& key : constraint.columns) {
-            const int position = table->Find(key.name);
-            if (position >= 0 && constraint.kind == ConstraintKind::primaryKey &&
-                table->columns[static_cast<std::size_t>(position)].nullable) {
-                Fail(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '{}'.", table->name);
-            }
-        }
-        catalog_.AddObject(table->schema, name, XType(constraint.kind), table->id, "");
-        AddKey(*table, constraint, name);
+        AddConstraint(*table, constraint, alter.checksRows);
     }
     for (const DefaultConstraint& added : alter.addDefaults) {
         if (table->Find(added.column) < 0) {
             Fail(1752, "Column '{}' in table '{}' is invalid for creating a default constraint.", added.column,
                  table->name);
         }
+        if (!added.name.empty()) {
+            RefuseKnown(table->schema, added.name);
+            catalog_.AddObject(table->schema, added.name, "D ", table->id, added.column);
+        }
         catalog_.SetDefault(table->schema, table->id, added.column, added.text);
     }
+    for (const std::string& constraint : alter.dropConstraints) {
+        DropConstraint(*table, constraint);
+    }
     for (const std::string& column : alter.dropColumns) {
-        if (table->Find(column) < 0) {
-            Fail(4924, "ALTER TABLE DROP COLUMN failed because column '{}' does not exist in table '{}'.", column,
-                 table->name);
-        }
-        Run(db_, fmt::format("ALTER TABLE {} DROP COLUMN {}", table->source, Quoted(column)));
-        catalog_.RemoveColumn(table->schema, table->id, column);
+        DropColumn(*table, column);
+        table = Reload(*table);
     }
     atomic.Commit();
 }
@@ -554,6 +535,10 @@ void Definer::Truncate(const sql::Truncate& truncate) {
     const std::shared_ptr<const Table> table = catalog_.Find(truncate.table);
     if (!table || table->view) {
         FailNoObject(truncate.table);
+    }
+    if (!ReferencesTo(catalog_, *table).empty()) {
+        Fail(4712, "Cannot truncate table '{}' because it is being referenced by a FOREIGN KEY constraint.",
+             truncate.table.Text());
     }
     Run(db_, "DELETE FROM " + table->source);
     if (table->Identity() >= 0) {

@@ -1,4 +1,5 @@
 #include "refhost/sql/binding/Binder.h"
+#include "refhost/sql/store/AppliedRows.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -109,6 +110,7 @@ Binder::ScopeSource& Binder::AddTable(std::shared_ptr<const Table> table, const 
     source.alias = alias.empty() ? table->name : alias;
     source.tableName = table->name;
     source.sqlName = fmt::format("t{}", sourceCount_++);
+    source.row = source.sqlName + ".rowid";
     for (const Column& column : table->columns) {
         Bound value;
         value.kind = Bound::Kind::column;
@@ -129,7 +131,12 @@ std::string Binder::BindTable(const Source& source, bool outerSide) {
     if (const std::optional<std::size_t> common = FindCommon(source.name)) {
         return BindCommon(*common, source.alias, outerSide);
     }
-    const ScopeSource& added = AddTable(catalog_.Get(source.name), source.alias, outerSide);
+    std::shared_ptr<const Table> table = catalog_.Get(source.name);
+    if (table->view && !writtenName_.empty() &&
+        EqualNames(source.alias.empty() ? table->name : source.alias, writtenName_)) {
+        return BindTargetView(*table, source.alias, outerSide);
+    }
+    const ScopeSource& added = AddTable(std::move(table), source.alias, outerSide);
     if (use_ == LiteralUse::inlined && added.table->schema == Schema::temporary) {
         Fail(4508, "Views or functions are not allowed on temporary tables. Table names that begin with '#' denote "
                    "temporary tables.");
@@ -215,38 +222,40 @@ std::string Binder::BindSource(const Source& source, bool outerSide) {
     return text;
 }
 
-/// SQLite lets no query in FROM see its neighbours. One that gives a row at most can stand wherever its columns are
-/// used instead.
 std::string Binder::BindApply(const Source& source, bool outerSide) {
+    const bool outer = source.join == Join::outerApply;
     std::string text = BindSource(*source.left, outerSide);
-    if (!source.right->select) {
-        FailOwn(host::error_number::unspecified, "The embedded database applies queries only.");
-    }
     BoundSelect select;
     {
         const ScopeGuard guard(*this, scope_);
-        select = BindInner(*source.right->select);
+        select = source.right->select ? BindInner(*source.right->select) : BindWholeTable(*source.right);
     }
-    if (!select.single) {
-        FailOwn(host::error_number::unspecified,
-                "The embedded database applies only queries that give one row at most: TOP 1, an aggregate, or "
-                "expressions without FROM.");
+    if (select.columns.size() > mostAppliedColumns) {
+        FailOwn(host::error_number::unspecified, "The embedded database applies queries of at most {} columns.",
+                mostAppliedColumns);
+    }
+    std::string packed;
+    for (std::size_t i = 0; i < select.columns.size(); ++i) {
+        packed += fmt::format("{}s.c{}", i > 0 ? ", " : "", i);
     }
     const std::string query = select.Text(true, true);
-    ScopeSource added;
-    added.alias = source.right->alias;
-    for (std::size_t i = 0; i < select.columns.size(); ++i) {
-        const std::vector<std::string>& aliases = source.right->columnAliases;
-        Bound value;
-        value.text = fmt::format("(SELECT s.c{} FROM ({}) AS s)", i, query);
-        value.type = select.columns[i].value.type;
-        added.columns.push_back({i < aliases.size() ? aliases[i] : select.columns[i].name, std::move(value)});
+    AddDerived(std::move(select), source.right->alias.empty() ? source.right->name.Last() : source.right->alias,
+               source.right->columnAliases, outerSide || outer);
+    ScopeSource& added = scope_->sources.back();
+    for (ScopeColumn& column : added.columns) {
+        column.value.kind = Bound::Kind::expression; // what is unpacked has no collation
     }
-    scope_->sources.push_back(std::move(added));
-    if (source.join == Join::crossApply) {
-        text += fmt::format(" JOIN (SELECT 1) AS t{} ON EXISTS ({})", sourceCount_++, query);
-    }
-    return text;
+    return fmt::format("{}{} JOIN k_rows((SELECT k_pack({}) FROM ({}) AS s)) AS {}", text, outer ? " LEFT" : "", packed,
+                       query, added.sqlName);
+}
+
+BoundSelect Binder::BindWholeTable(const Source& source) {
+    Select select;
+    SelectItem& item = select.items.emplace_back();
+    item.value = Make(Node::star);
+    auto& from = select.from.emplace_back(std::make_unique<Source>());
+    from->name = source.name;
+    return BindSelect(select);
 }
 
 std::string Binder::BindFrom(const std::vector<std::unique_ptr<Source>>& sources) {

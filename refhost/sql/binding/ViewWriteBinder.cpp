@@ -102,8 +102,8 @@ std::string Binder::BindRows(std::shared_ptr<const Table> table, const std::stri
     return fmt::format("SELECT {0}.rowid FROM {1} AS {0} WHERE {2}", name, from, BindCondition(condition, true));
 }
 
-Binder::ScopeSource& Binder::AddTarget(const WriteTarget& target, const Name& name) {
-    ScopeSource& source = AddTable(target.table, name.Last(), false);
+Binder::ScopeSource& Binder::AddTarget(const WriteTarget& target, const std::string& name, bool outerSide) {
+    ScopeSource& source = AddTable(target.table, name, outerSide);
     if (target.view) {
         std::vector<ScopeColumn> seen;
         for (const auto& [column, place] : target.columns) {
@@ -112,6 +112,16 @@ Binder::ScopeSource& Binder::AddTarget(const WriteTarget& target, const Name& na
         source.columns = std::move(seen);
     }
     return source;
+}
+
+std::string Binder::BindTargetView(const Table& view, const std::string& alias, bool outerSide) {
+    auto target = std::make_shared<const WriteTarget>(OpenView(view));
+    ScopeSource& source = AddTarget(*target, alias.empty() ? view.name : alias, outerSide);
+    source.tableName = view.name;
+    source.row = source.sqlName + ".kovra_row";
+    source.written = target;
+    const std::string shown = target->rows.empty() ? std::string() : fmt::format(" WHERE rowid IN ({})", target->rows);
+    return fmt::format("(SELECT rowid AS kovra_row, * FROM {}{}) AS {}", target->table->source, shown, source.sqlName);
 }
 
 } // namespace refhost::sql

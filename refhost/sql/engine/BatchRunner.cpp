@@ -142,6 +142,7 @@ BatchRunner::Flow BatchRunner::RunKind(const Statement& statement) {
                           [&](const Insert&) { return manipulation(); },
                           [&](const Update&) { return manipulation(); },
                           [&](const Delete&) { return manipulation(); },
+                          [&](const Merge&) { return manipulation(); },
                           [&](const CreateTable&) { return definition(); },
                           [&](const CreateView&) { return definition(); },
                           [&](const CreateIndex&) { return definition(); },

@@ -2,7 +2,7 @@
 
 #include "refhost/ado/Database.h"
 #include "refhost/sql/binding/Binder.h"
-#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/store/Plan.h"
 #include "refhost/sql/syntax/Ast.h"
 #include "refhost/sql/syntax/Parser.h"
 #include "refhost/sql/syntax/Variables.h"

@@ -168,6 +168,7 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     UpgradeFile(db_.get(), *catalog_, Schema::account);
     Run(db_.get(), "PRAGMA temp_store = MEMORY");
     Catalog::CreateTables(db_.get(), Schema::temporary);
+    Run(db_.get(), "PRAGMA foreign_keys = ON");
     // Ids of their own: the session tells tables apart by them.
     Run(db_.get(), "UPDATE temp.sqlite_sequence SET seq = 900000000");
     sqlite3_set_authorizer(db_.get(), Authorize, this);
@@ -437,8 +438,9 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     Parser parser(sql, options_);
     const std::optional<Statement> statement = parser.ParseBatch();
     const Select* select = statement ? statement->Query() : nullptr;
-    const bool manipulates = statement && (select != nullptr || statement->As<Insert>() != nullptr ||
-                                           statement->As<Update>() != nullptr || statement->As<Delete>() != nullptr);
+    const bool manipulates =
+        statement && (select != nullptr || statement->As<Insert>() != nullptr || statement->As<Update>() != nullptr ||
+                      statement->As<Delete>() != nullptr || statement->As<Merge>() != nullptr);
     if (!manipulates || (select != nullptr && select->into)) {
         return nullptr;
     }
@@ -459,11 +461,17 @@ Plan EmbeddedDatabase::BindPlan(const Statement& statement, const std::vector<Li
     if (const auto* update = statement.As<Update>()) {
         return binder.BindUpdate(*update);
     }
+    if (const auto* merge = statement.As<Merge>()) {
+        return binder.BindMerge(*merge);
+    }
     return binder.BindDelete(*statement.As<Delete>());
 }
 
 void EmbeddedDatabase::PreparePlan(Plan& plan) {
     ++translations_;
+    if (plan.rows) {
+        return PrepareRows(*plan.rows, db_.get());
+    }
     plan.statement = Prepare(db_.get(), plan.text);
 }
 
@@ -486,6 +494,9 @@ void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vect
         }
     } catch (...) {
         ForgetPlans();
+        if (const std::optional<host::Error> error = runtime_->TakeError()) {
+            throw host::Error(*error);
+        }
         throw;
     }
     ForgetPlans();
@@ -523,13 +534,16 @@ void EmbeddedDatabase::RunSetOption(const SetOption& option) {
         session_.xactAbort = option.on;
         return;
     case Option::dateFormat: {
-        static constexpr std::array<std::pair<std::string_view, int>, 3> styles{
-            {{"mdy", 101}, {"dmy", 103}, {"ymd", 0}}};
+        static constexpr std::array<std::pair<std::string_view, int>, 6> styles{{{"mdy", 101},
+                                                                                 {"dmy", 103},
+                                                                                 {"ymd", 0},
+                                                                                 {"ydm", yearDayMonthStyle},
+                                                                                 {"myd", monthYearDayStyle},
+                                                                                 {"dym", dayYearMonthStyle}}};
         const auto* const found =
             std::ranges::find_if(styles, [&](const auto& style) { return EqualNames(style.first, option.order); });
         if (found == styles.end()) {
-            FailOwn(unspecified, "The embedded database knows the date formats mdy, dmy and ymd, and not {}.",
-                    option.order);
+            Fail(2741, "SET DATEFORMAT date order '{}' is invalid.", option.order);
         }
         session_.dateStyle = found->second;
         return ForgetPlans();
@@ -603,6 +617,9 @@ void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
 }
 
 void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink) {
+    if (plan.rows) {
+        return RunRows(plan, literals, sink);
+    }
     BindParameters(plan, literals, session_.variables);
     if (!sink || !plan.assigned.empty()) {
         return Step(plan, nullptr);
@@ -622,6 +639,18 @@ Cell EmbeddedDatabase::StepValue(const Plan& plan) {
         FailStep(plan);
     }
     return Copied(ReadCell(plan.statement.get(), 0));
+}
+
+void EmbeddedDatabase::StepEach(const Plan& plan, const std::function<void(sqlite3_stmt*)>& take) {
+    sqlite3_stmt* statement = plan.statement.get();
+    const Reset reset(statement, runtime_->stepping);
+    int code = 0;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        take(statement);
+    }
+    if (code != SQLITE_DONE) {
+        FailStep(plan);
+    }
 }
 
 void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
@@ -665,7 +694,8 @@ void EmbeddedDatabase::NoteIdentity(const Plan& plan) {
     if (plan.target->Identity() < 0) {
         runtime_->identity.reset();
     } else if (sqlite3_changes(db_.get()) > 0) {
-        runtime_->identity = identities_.Given(*plan.target);
+        runtime_->stepping = false; // the insert has run, and a statement of its own may be compiled
+        runtime_->identity = identities_.Given(*plan.target, session_.identityInsert == plan.target->id);
     }
 }
 
@@ -693,12 +723,7 @@ void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statem
     Binder binder(*catalog_, session_, literals, LiteralUse::inlined);
     const DuplicateQueries queries =
         binder.BindDuplicates(statement.As<Insert>(), statement.As<Update>(), duplicate.table, duplicate.columns);
-    if (const std::string key = KeyText(queries, db_.get()); !key.empty()) {
-        throw host::Error(duplicate.error.number(),
-                          fmt::format("{} The duplicate key value is {}.", duplicate.error.description(), key),
-                          duplicate.error.native());
-    }
-    throw host::Error(duplicate.error);
+    throw WithKey(duplicate, KeyText(queries, db_.get()));
 }
 
 void EmbeddedDatabase::ForgetPlans() {

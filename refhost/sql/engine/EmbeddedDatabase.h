@@ -6,10 +6,10 @@
 #include "refhost/sql/engine/GatheredLog.h"
 #include "refhost/sql/engine/IdentityNumbers.h"
 #include "refhost/sql/engine/KeptReadLock.h"
-#include "refhost/sql/engine/Plan.h"
 #include "refhost/sql/engine/PlanCache.h"
 #include "refhost/sql/engine/StatementGuess.h"
 #include "refhost/sql/engine/Violation.h"
+#include "refhost/sql/store/Plan.h"
 #include "refhost/sql/syntax/Parser.h"
 
 #include <array>
@@ -139,6 +139,13 @@ private:
     Plan BindPlan(const Statement& statement, const std::vector<Literal>& literals);
     void PreparePlan(Plan& plan);
     void RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
+    /// Runs a plan that writes row by row, as a whole or not at all.
+    void RunRows(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
+    /// Writes rows that are chosen, and tells of them; `told` receives what goes to the caller.
+    void WriteRows(const RowPlan& rows, const RowPlan::Write& write, std::vector<std::vector<Cell>>& chosen,
+                   const std::vector<Literal>& literals, ResultSet& told);
+    /// Steps a bound plan to its end and hands each of its rows out.
+    void StepEach(const Plan& plan, const std::function<void(sqlite3_stmt*)>& take);
     /// Steps a bound plan to its end; `rows` receives what it selects, unless it is nullptr.
     void Step(const Plan& plan, ResultSet* rows);
     /// The one value of a bound plan that selects one.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 
 #include <cstdint>
 #include <string>
@@ -16,8 +16,8 @@ public:
 
     /// An insert is about to run.
     void Expect();
-    /// The insert into `table` gave numbers up to the returned one.
-    std::int64_t Given(const Table& table);
+    /// The insert into `table` gave numbers up to the returned one; `named` says that the statement named them itself.
+    std::int64_t Given(const Table& table, bool named);
     /// The insert into `table` failed, a violated constraint being the reason; its row took a number as well.
     void Lost(const Table& table);
     /// The transaction is committed: the numbers stand in the database.
@@ -31,6 +31,7 @@ private:
     struct Taken {
         Schema schema;
         std::string table;
+        std::int64_t step;
         std::int64_t last;
     };
 

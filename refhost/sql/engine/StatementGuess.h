@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/store/Plan.h"
 #include "refhost/sql/syntax/Literals.h"
 
 #include <array>

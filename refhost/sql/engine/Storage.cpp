@@ -1,10 +1,9 @@
 #include "refhost/sql/engine/Storage.h"
 
 #include "refhost/sql/binding/Definer.h"
-#include "refhost/sql/syntax/Parser.h"
+#include "refhost/sql/store/IdentityLine.h"
 #include "refhost/sql/types/Errors.h"
 
-#include <limits>
 #include <utility>
 
 namespace refhost::sql {
@@ -39,29 +38,33 @@ std::vector<std::string> Names(sqlite3* db, const std::string& query) {
     return names;
 }
 
-/// The line of an identity column before it had an end.
-std::string EndlessIdentityLine(const Column& column) {
-    return Quoted(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
-}
-
 /// A file's way from one format to the next, inside one transaction.
 class Upgrade {
 public:
     Upgrade(sqlite3* db, Catalog& catalog, Schema schema) : db_(db), catalog_(catalog), schema_(schema) {}
 
+    /// What the order of texts shapes: made anew once, whatever the format was.
+    void FollowOrder(std::string_view nowAlike) {
+        RebuildIndexes(nowAlike);
+        RebuildViews();
+    }
+
     void FromFormat0() {
-        RebuildIndexes();
         Run(db_, fmt::format("ALTER TABLE {}.\"sys:columns\" ADD COLUMN seed INTEGER NOT NULL DEFAULT 1", In()));
         Run(db_, fmt::format("ALTER TABLE {}.\"sys:columns\" ADD COLUMN step INTEGER NOT NULL DEFAULT 1", In()));
         EndIdentities();
-        RebuildViews();
+    }
+
+    void FromFormat1() {
+        Run(db_, fmt::format("ALTER TABLE {}.\"sys:columns\" ADD COLUMN computed_text TEXT NOT NULL DEFAULT ''", In()));
+        Run(db_, fmt::format("ALTER TABLE {}.\"sys:columns\" ADD COLUMN persisted INTEGER NOT NULL DEFAULT 0", In()));
     }
 
 private:
     std::string_view In() const { return SqliteName(schema_); }
 
     /// What is stored in an index follows the order of texts.
-    void RebuildIndexes() {
+    void RebuildIndexes(std::string_view nowAlike) {
         for (const std::string& index :
              Names(db_, fmt::format("SELECT name FROM {}.sqlite_schema WHERE type = 'index'", In()))) {
             try {
@@ -74,10 +77,10 @@ private:
                 FailOwn(
                     unspecified,
                     "The account database \"{}\" cannot be brought up to date: two rows of table '{}' have the same "
-                    "key '{}' now that full-width and half-width forms are alike. Change one of them with the program "
+                    "key '{}' now that {} are alike. Change one of them with the program "
                     "that wrote the file.",
                     FileName(db_, schema_), index.substr(0, bar),
-                    bar == std::string::npos ? std::string() : index.substr(bar + 1));
+                    bar == std::string::npos ? std::string() : index.substr(bar + 1), nowAlike);
             }
         }
     }
@@ -114,43 +117,10 @@ private:
         Run(db_, "PRAGMA writable_schema = RESET");
     }
 
-    /// Translates views anew from their own text. One that cannot be, such as a view over a table that is gone, stays
-    /// as it was.
     void RebuildViews() {
-        struct View {
-            std::string name;
-            std::string text;
-        };
-        std::vector<View> views;
-        {
-            Command find(db_,
-                         fmt::format("SELECT name, text FROM {}.\"sys:objects\" WHERE xtype = 'V ' ORDER BY id", In()));
-            while (find.Step()) {
-                views.push_back({find.Text(0), find.Text(1)});
-            }
-        }
-        for (const View& view : views) {
-            RebuildView(view.name, view.text);
-        }
-    }
-
-    void RebuildView(const std::string& name, const std::string& text) {
-        Run(db_, "SAVEPOINT rebuilt_view");
-        try {
-            Parser parser(text, {});
-            const std::optional<Statement> statement = parser.ParseBatch();
-            const CreateView* const create = statement ? statement->As<CreateView>() : nullptr;
-            if (create == nullptr) {
-                FailOwn(unspecified, "The text of view '{}' is none of a view.", name);
-            }
-            const SessionState session;
-            Definer definer(db_, catalog_, session, parser.Literals());
-            definer.Replace(*create);
-        } catch (const host::Error&) {
-            Run(db_, "ROLLBACK TO rebuilt_view");
-        }
-        Run(db_, "RELEASE rebuilt_view");
-        catalog_.Forget();
+        const SessionState session;
+        const std::vector<Literal> none;
+        Definer(db_, catalog_, session, none).RebuildViews(schema_);
     }
 
     sqlite3* db_;
@@ -159,18 +129,6 @@ private:
 };
 
 } // namespace
-
-std::string IdentityLine(const Column& column) {
-    const std::int64_t last = column.type.base == Base::tinyint    ? std::numeric_limits<std::uint8_t>::max()
-                              : column.type.base == Base::smallint ? std::numeric_limits<std::int16_t>::max()
-                                                                   : std::numeric_limits<std::int32_t>::max();
-    if (column.type.base == Base::bigint) {
-        return EndlessIdentityLine(column);
-    }
-    return fmt::format("{} CONSTRAINT {} CHECK ({} <= {})", EndlessIdentityLine(column),
-                       Quoted(std::string(identityEnd) + std::string(NameOf(column.type.base))), Quoted(column.name),
-                       last);
-}
 
 std::int64_t FileFormat(sqlite3* db, Schema schema) { return Pragma(db, schema, "user_version"); }
 
@@ -207,8 +165,15 @@ void UpgradeFile(sqlite3* db, Catalog& catalog, Schema schema) {
     Run(db, "BEGIN IMMEDIATE");
     try {
         // Another process may have been faster.
-        if (FileFormat(db, schema) == 0) {
-            Upgrade(db, catalog, schema).FromFormat0();
+        const std::int64_t format = FileFormat(db, schema);
+        if (format < formatVersion) {
+            Upgrade upgrade(db, catalog, schema);
+            if (format == 0) {
+                upgrade.FromFormat0();
+            }
+            upgrade.FromFormat1();
+            upgrade.FollowOrder(format == 0 ? "full-width and half-width forms"
+                                            : "one letter and the two it stands for");
             Pragma(db, schema, fmt::format("user_version = {}", formatVersion));
         }
         Run(db, "COMMIT");

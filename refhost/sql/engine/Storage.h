@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 
 #include <cstdint>
 
@@ -12,7 +12,8 @@ namespace refhost::sql {
 ///
 ///   0  unstamped: texts in the order of code points, identity columns without an end
 ///   1  texts in the order of Chinese_PRC_CI_AS; `seed` and `step` of identity columns
-inline constexpr std::int64_t formatVersion = 1;
+///   2  letters that stand for two are those two (`ß` is `ss`); computed columns, foreign keys, identity steps
+inline constexpr std::int64_t formatVersion = 2;
 
 /// Makes an account database of an empty file when `mayCreate`, and makes sure that a file is one. Throws `host::Error`
 /// "unspecified" for a file that is none, and for one that a newer program wrote.
@@ -24,10 +25,5 @@ void UpgradeFile(sqlite3* db, Catalog& catalog, Schema schema);
 
 /// The format of an open file.
 std::int64_t FileFormat(sqlite3* db, Schema schema);
-
-/// The line of an identity column in SQLite's CREATE TABLE. It ends where its type ends, see `identityEnd`.
-std::string IdentityLine(const Column& column);
-/// How names of the constraints begin that hold identity columns within their types; the type's name follows.
-inline constexpr std::string_view identityEnd = "identity|";
 
 } // namespace refhost::sql

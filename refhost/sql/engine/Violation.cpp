@@ -1,8 +1,9 @@
 #include "refhost/sql/engine/Violation.h"
 
 #include "refhost/sql/binding/Definer.h"
-#include "refhost/sql/engine/Storage.h"
-#include "refhost/sql/syntax/Lexer.h"
+#include "refhost/sql/binding/ForeignKeys.h"
+#include "refhost/sql/store/Atomic.h"
+#include "refhost/sql/store/IdentityLine.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -19,7 +20,13 @@ std::string_view Subject(std::string_view message) {
     return colon == std::string_view::npos ? std::string_view() : message.substr(colon + 2);
 }
 
-std::string_view Verb(PlanKind kind) { return kind == PlanKind::update ? "UPDATE" : "INSERT"; }
+/// The statement as messages of what one row lacks name it.
+std::string_view RowVerb(PlanKind kind) { return kind == PlanKind::update ? "UPDATE" : "INSERT"; }
+
+/// The statement as messages of conflicts name it.
+std::string_view Verb(const Plan& plan) {
+    return plan.merge ? "MERGE" : plan.kind == PlanKind::del ? "DELETE" : RowVerb(plan.kind);
+}
 
 /// How messages name a table: a table variable as it is written.
 std::string_view ShownName(const Table& table) {
@@ -31,25 +38,6 @@ std::string_view ShownName(const Table& table) {
 std::string ShownPath(const Table& table, const Catalog& catalog) {
     const std::string_view name = ShownName(table);
     return name.starts_with('@') ? std::string(name) : fmt::format("{}.dbo.{}", catalog.DatabaseOf(table.schema), name);
-}
-
-/// The column of a check of one column, as messages name it; empty for a check of several.
-std::string CheckedColumn(const Table& table, const std::string& condition) {
-    std::string name;
-    Lexer lexer(condition);
-    for (Token token = lexer.Next(); token.kind != TokenKind::end; token = lexer.Next()) {
-        const bool named = token.kind == TokenKind::name || token.kind == TokenKind::quotedName;
-        const int position = named ? table.Find(token.text) : -1;
-        if (position < 0) {
-            continue;
-        }
-        const std::string& column = table.columns[static_cast<std::size_t>(position)].name;
-        if (!name.empty() && name != column) {
-            return {};
-        }
-        name = column;
-    }
-    return name.empty() ? name : fmt::format(", column '{}'", name);
 }
 
 /// The columns in "t.a, t.b".
@@ -117,6 +105,26 @@ std::string UniqueIndexOver(const Table& table, const std::vector<std::string>& 
     throw DuplicateKey{std::move(error), target, std::move(columns)};
 }
 
+/// Has the refused statement run once more with its foreign keys open, to see which one is violated.
+[[noreturn]] void ThrowBrokenKey(const Plan& plan, Catalog& catalog, sqlite3* db) {
+    std::optional<BrokenKey> broken;
+    {
+        sqlite3_reset(plan.statement.get());
+        const Atomic tried(db, plan.target->schema);
+        Run(db, "PRAGMA defer_foreign_keys = ON");
+        while (sqlite3_step(plan.statement.get()) == SQLITE_ROW) {
+        }
+        sqlite3_reset(plan.statement.get());
+        broken = FindBrokenKey(catalog, db, plan.target->schema);
+    }
+    Run(db, "PRAGMA defer_foreign_keys = OFF");
+    if (!broken) {
+        FailOwn(host::error_number::integrityViolation, "The {} statement conflicted with a FOREIGN KEY constraint.",
+                Verb(plan));
+    }
+    throw BrokenKeyError(*broken, Verb(plan), plan.target->name, catalog);
+}
+
 } // namespace
 
 void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db) {
@@ -129,7 +137,7 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
                  "Cannot insert the value NULL into column '{}', table '{}'; column does not allow nulls. {} "
                  "fails.",
                  subject.substr(std::min(table.name.size() + 1, subject.size())), ShownPath(table, catalog),
-                 Verb(plan.kind));
+                 RowVerb(plan.kind));
         case SQLITE_CONSTRAINT_CHECK:
             if (subject.starts_with(identityEnd)) {
                 Fail(8115, "Arithmetic overflow error converting IDENTITY to data type {}.",
@@ -138,8 +146,10 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
             Fail(547,
                  "The {} statement conflicted with the CHECK constraint \"{}\". The conflict occurred in database "
                  "\"{}\", table \"dbo.{}\"{}.",
-                 Verb(plan.kind), subject, catalog.DatabaseOf(table.schema), ShownName(table),
+                 Verb(plan), subject, catalog.DatabaseOf(table.schema), ShownName(table),
                  CheckedColumn(table, catalog.ConstraintText(table.schema, table.id, subject)));
+        case SQLITE_CONSTRAINT_FOREIGNKEY:
+            ThrowBrokenKey(plan, catalog, db);
         case SQLITE_CONSTRAINT_UNIQUE:
         case SQLITE_CONSTRAINT_PRIMARYKEY:
         case SQLITE_CONSTRAINT_ROWID:
@@ -151,6 +161,24 @@ void ThrowStepError(const Plan& plan, int code, const std::string& message, Cata
     FailSqlite(db);
 }
 
+host::Error WithKey(const DuplicateKey& duplicate, const std::string& key) {
+    const host::Error& error = duplicate.error;
+    return key.empty()
+               ? error
+               : host::Error(error.number(), fmt::format("{} The duplicate key value is {}.", error.description(), key),
+                             error.native());
+}
+
+std::string KeyText(std::vector<std::pair<Cell, Type>> key) {
+    std::string text = "(";
+    for (auto& [cell, type] : key) {
+        Convert(cell, type, endlessText, 0, Surplus::cut);
+        text += text.size() > 1 ? ", " : "";
+        text += cell.IsNull() ? std::string_view("<NULL>") : cell.Bytes();
+    }
+    return text + ")";
+}
+
 std::string KeyText(const DuplicateQueries& queries, sqlite3* db) {
     for (const std::string& query : {queries.met, queries.repeated}) {
         if (query.empty()) {
@@ -160,15 +188,11 @@ std::string KeyText(const DuplicateQueries& queries, sqlite3* db) {
         if (sqlite3_step(statement.get()) != SQLITE_ROW) {
             continue;
         }
-        std::string text = "(";
-        int column = 0;
+        std::vector<std::pair<Cell, Type>> key;
         for (const Type& type : queries.types) {
-            Cell cell = ReadCell(statement.get(), column);
-            Convert(cell, type, {Base::nvarchar, Type::maxLength, 0, 0}, 0, Surplus::cut);
-            text += column++ > 0 ? ", " : "";
-            text += cell.IsNull() ? std::string_view("<NULL>") : cell.Bytes();
+            key.emplace_back(ReadCell(statement.get(), static_cast<int>(key.size())), type);
         }
-        return text + ")";
+        return KeyText(std::move(key));
     }
     return {};
 }

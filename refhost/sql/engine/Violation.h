@@ -2,7 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/sql/binding/Binder.h"
-#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/store/Plan.h"
 
 namespace refhost::sql {
 
@@ -17,6 +17,11 @@ struct DuplicateKey {
 /// `message`, or `DuplicateKey`; for every other code `SqliteError`.
 [[noreturn]] void ThrowStepError(const Plan& plan, int code, const std::string& message, Catalog& catalog, sqlite3* db);
 
+/// The error with the key's value, unless that is empty.
+host::Error WithKey(const DuplicateKey& duplicate, const std::string& key);
+
+/// A key's values as messages show them: "(a, <NULL>)".
+std::string KeyText(std::vector<std::pair<Cell, Type>> key);
 /// A duplicate key as messages show it: "(a, <NULL>)"; empty when no query finds it.
 std::string KeyText(const DuplicateQueries& queries, sqlite3* db);
 

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -155,14 +156,23 @@ struct Select {
     ExpressionPtr fetch;
 };
 
+/// OUTPUT of a statement that writes: of each row what was there before ("deleted"), what is there now ("inserted").
+struct Output {
+    std::vector<SelectItem> items;
+    /// The table that the rows go into, with the columns named there; nothing for rows that go to the caller.
+    std::optional<Name> into;
+    std::vector<std::string> intoColumns;
+};
+/// One into a table and one to the caller at most.
+using Outputs = std::vector<Output>;
+
 struct Insert {
     Name table;
     std::vector<std::string> columns;
     std::vector<std::vector<ExpressionPtr>> rows;
     SelectPtr select;
     bool defaultValues = false;
-    /// OUTPUT, of the rows written.
-    std::vector<SelectItem> output;
+    Outputs outputs;
 };
 
 struct Assignment {
@@ -175,7 +185,7 @@ struct Update {
     Name target;
     ExpressionPtr top;
     std::vector<Assignment> assignments;
-    std::vector<SelectItem> output;
+    Outputs outputs;
     std::vector<std::unique_ptr<Source>> from;
     ExpressionPtr where;
 };
@@ -184,9 +194,38 @@ struct Delete {
     CommonTables with;
     Name target;
     ExpressionPtr top;
-    std::vector<SelectItem> output;
+    Outputs outputs;
     std::vector<std::unique_ptr<Source>> from;
     ExpressionPtr where;
+};
+
+/// WHEN … THEN … of a MERGE.
+struct MergeClause {
+    enum class Rows { matched, notMatched, notMatchedBySource };
+    enum class Action { insert, update, del };
+
+    Rows rows = Rows::matched;
+    /// Behind AND, nullptr without one.
+    ExpressionPtr condition;
+    Action action = Action::update;
+    /// Of an update.
+    std::vector<Assignment> assignments;
+    /// Of an insert; without values it is one of DEFAULT VALUES.
+    std::vector<std::string> columns;
+    std::vector<ExpressionPtr> values;
+};
+
+/// The clause as messages name it.
+std::string_view NameOf(MergeClause::Rows rows);
+
+struct Merge {
+    CommonTables with;
+    Name target;
+    std::string alias;
+    std::unique_ptr<Source> source;
+    ExpressionPtr on;
+    std::vector<MergeClause> clauses;
+    Outputs outputs;
 };
 
 struct ColumnDefinition {
@@ -196,11 +235,27 @@ struct ColumnDefinition {
     bool identity = false;
     std::int64_t seed = 1;
     std::int64_t increment = 1;
-    /// The default's expression as written, empty without one.
+    /// The default's expression as written, empty without one, and the name of its constraint.
     std::string defaultText;
+    std::string defaultName;
+    /// Of a computed column, which has no type of its own: its expression as written, and whether it is PERSISTED.
+    std::string computedText;
+    bool persisted = false;
 };
 
-enum class ConstraintKind { primaryKey, unique, check };
+enum class ConstraintKind { primaryKey, unique, check, foreignKey };
+
+/// What becomes of rows whose key goes: ON DELETE and ON UPDATE.
+enum class ReferenceRule { noAction, cascade, setNull, setDefault };
+
+/// What a foreign key points at.
+struct Reference {
+    Name table;
+    /// Empty where they are those of the primary key.
+    std::vector<std::string> columns;
+    ReferenceRule onDelete = ReferenceRule::noAction;
+    ReferenceRule onUpdate = ReferenceRule::noAction;
+};
 
 struct IndexColumn {
     std::string name;
@@ -214,11 +269,15 @@ struct Constraint {
     /// Of a check: the condition, and as written.
     ExpressionPtr condition;
     std::string conditionText;
+    /// Of a foreign key.
+    Reference reference;
     /// Column that the constraint was written at, empty for one of the table.
     std::string column;
 };
 
 struct DefaultConstraint {
+    /// Empty without one.
+    std::string name;
     std::string column;
     std::string text;
 };
@@ -257,7 +316,12 @@ struct AlterTable {
     std::vector<ColumnDefinition> addColumns;
     std::vector<Constraint> addConstraints;
     std::vector<DefaultConstraint> addDefaults;
+    /// ALTER COLUMN.
+    std::optional<ColumnDefinition> changed;
+    std::vector<std::string> dropConstraints;
     std::vector<std::string> dropColumns;
+    /// Whether rows that are there must satisfy what is added; WITH NOCHECK asks for nothing.
+    bool checksRows = true;
 };
 
 struct Truncate {
@@ -286,7 +350,7 @@ struct SetOption {
     /// Of IDENTITY_INSERT.
     std::optional<Name> table;
     bool on = false;
-    /// Of DATEFORMAT: mdy, dmy or ymd as written.
+    /// Of DATEFORMAT: mdy, dmy and so on as written.
     std::string order;
 };
 
@@ -377,9 +441,9 @@ struct TryCatch {
 };
 
 struct Statement {
-    std::variant<SelectPtr, Insert, Update, Delete, CreateTable, CreateView, CreateIndex, Drop, AlterTable, Truncate,
-                 Transaction, SetOption, Use, Declare, SetVariable, Print, ExecuteText, ExecuteProcedure, RaiseError,
-                 Throw, Jump, Block, Conditional, Loop, TryCatch>
+    std::variant<SelectPtr, Insert, Update, Delete, Merge, CreateTable, CreateView, CreateIndex, Drop, AlterTable,
+                 Truncate, Transaction, SetOption, Use, Declare, SetVariable, Print, ExecuteText, ExecuteProcedure,
+                 RaiseError, Throw, Jump, Block, Conditional, Loop, TryCatch>
         kind;
 
     /// The statement when it is of this kind, else nullptr.

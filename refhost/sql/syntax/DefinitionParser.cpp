@@ -108,39 +108,67 @@ AlterTable Parser::ParseAlterTable() {
     if (Accept("with")) {
         if (!Accept("check")) {
             Expect("nocheck");
+            alter.checksRows = false;
         }
     }
-    if (Accept("drop")) {
+    if (Accept("alter")) {
         Expect("column");
-        do {
-            alter.dropColumns.push_back(TakeName());
-        } while (AcceptSymbol(","));
-        return alter;
+        ColumnDefinition& column = alter.changed.emplace();
+        column.name = TakeName();
+        column.type = ParseType(1);
+        if (Accept("collate")) {
+            TakeName();
+        }
+        column.nullable = true;
+        if (Accept("not")) {
+            Expect("null");
+            column.nullable = false;
+        } else {
+            Accept("null");
+        }
+    } else if (Accept("drop")) {
+        ParseAlterDrop(alter);
+    } else {
+        Expect("add");
+        ParseAlterAdd(alter);
     }
-    Expect("add");
+    return alter;
+}
+
+void Parser::ParseAlterDrop(AlterTable& alter) {
+    bool columns = false;
     do {
-        std::string constraintName;
-        const bool named = At("constraint");
-        if (named && !Peek().Is("default")) {
-            Advance();
-            constraintName = TakeName();
+        if (Accept("column")) {
+            columns = true;
+        } else if (Accept("constraint")) {
+            columns = false;
+        }
+        (columns ? alter.dropColumns : alter.dropConstraints).push_back(TakeName());
+    } while (AcceptSymbol(","));
+}
+
+void Parser::ParseAlterAdd(AlterTable& alter) {
+    do {
+        std::string name;
+        const bool named = Accept("constraint");
+        if (named) {
+            name = TakeName();
         }
         if (Accept("default")) {
-            DefaultConstraint added;
-            added.text = ParseDefaultText();
+            DefaultConstraint& added = alter.addDefaults.emplace_back();
+            added.name = name;
+            added.text = ParseDefinitionText();
             Expect("for");
             added.column = TakeName();
-            alter.addDefaults.push_back(std::move(added));
-        } else if (named || At("primary") || At("unique") || At("check")) {
+        } else if (named || AtConstraint()) {
             Constraint constraint;
-            constraint.name = constraintName;
+            constraint.name = name;
             ParseConstraintBody(constraint);
             alter.addConstraints.push_back(std::move(constraint));
         } else {
             alter.addColumns.push_back(ParseColumn(alter.addConstraints));
         }
     } while (AcceptSymbol(","));
-    return alter;
 }
 
 Type Parser::ParseType(int defaultLength) {
@@ -254,7 +282,7 @@ Type Parser::ParseType(int defaultLength) {
     return type;
 }
 
-std::string Parser::ParseDefaultText() {
+std::string Parser::ParseDefinitionText() {
     const std::size_t start = token_.position;
     inDefinition_ = true;
     ParseValue();
@@ -270,7 +298,12 @@ ColumnDefinition Parser::ParseColumn(std::vector<Constraint>& constraints) {
         column.type = {Base::timestamp, 8, 0, 0};
         return column;
     }
-    column.type = ParseType(1);
+    if (Accept("as")) {
+        column.computedText = ParseDefinitionText();
+        column.persisted = Accept("persisted");
+    } else {
+        column.type = ParseType(1);
+    }
     while (true) {
         Constraint constraint;
         constraint.column = column.name;
@@ -296,10 +329,11 @@ ColumnDefinition Parser::ParseColumn(std::vector<Constraint>& constraints) {
                 ExpectSymbol(")");
             }
         } else if (Accept("default")) {
-            column.defaultText = ParseDefaultText();
+            column.defaultText = ParseDefinitionText();
+            column.defaultName = constraint.name;
         } else if (Accept("collate")) {
             TakeName();
-        } else if (At("primary") || At("unique") || At("check")) {
+        } else if (AtConstraint()) {
             ParseConstraintBody(constraint);
             constraints.push_back(std::move(constraint));
         } else {
@@ -313,7 +347,7 @@ bool Parser::ParseTableConstraint(std::vector<Constraint>& constraints) {
     Constraint constraint;
     if (Accept("constraint")) {
         constraint.name = TakeName();
-    } else if (!At("primary") && !At("unique") && !At("check")) {
+    } else if (!AtConstraint()) {
         return false;
     }
     ParseConstraintBody(constraint);
@@ -321,10 +355,16 @@ bool Parser::ParseTableConstraint(std::vector<Constraint>& constraints) {
     return true;
 }
 
+bool Parser::AtConstraint() const {
+    return At("primary") || At("unique") || At("check") || At("foreign") || At("references");
+}
+
 void Parser::ParseConstraintBody(Constraint& constraint) {
     if (Accept("check")) {
-        ParseCheck(constraint);
-        return;
+        return ParseCheck(constraint);
+    }
+    if (At("foreign") || At("references")) {
+        return ParseReference(constraint);
     }
     if (Accept("primary")) {
         Expect("key");
@@ -342,6 +382,50 @@ void Parser::ParseConstraintBody(Constraint& constraint) {
         FailHere();
     }
     SkipStorage();
+}
+
+void Parser::ParseReference(Constraint& constraint) {
+    constraint.kind = ConstraintKind::foreignKey;
+    if (Accept("foreign")) {
+        Expect("key");
+        if (AtSymbol("(")) {
+            constraint.columns = ParseIndexColumns();
+        }
+    }
+    if (constraint.columns.empty()) {
+        if (constraint.column.empty()) {
+            FailHere();
+        }
+        constraint.columns.push_back({constraint.column, false});
+    }
+    Expect("references");
+    constraint.reference.table = TakeObjectName();
+    if (AcceptSymbol("(")) {
+        constraint.reference.columns = ParseNames();
+    }
+    while (Accept("on")) {
+        const bool deletes = Accept("delete");
+        if (!deletes) {
+            Expect("update");
+        }
+        (deletes ? constraint.reference.onDelete : constraint.reference.onUpdate) = ParseReferenceRule();
+    }
+}
+
+ReferenceRule Parser::ParseReferenceRule() {
+    if (Accept("cascade")) {
+        return ReferenceRule::cascade;
+    }
+    if (Accept("set")) {
+        if (Accept("null")) {
+            return ReferenceRule::setNull;
+        }
+        Expect("default");
+        return ReferenceRule::setDefault;
+    }
+    Expect("no");
+    Expect("action");
+    return ReferenceRule::noAction;
 }
 
 void Parser::ParseCheck(Constraint& constraint) {

@@ -20,6 +20,18 @@ std::string Name::Text() const {
     return text;
 }
 
+std::string_view NameOf(MergeClause::Rows rows) {
+    switch (rows) {
+    case MergeClause::Rows::matched:
+        return "WHEN MATCHED";
+    case MergeClause::Rows::notMatched:
+        return "WHEN NOT MATCHED";
+    case MergeClause::Rows::notMatchedBySource:
+        break;
+    }
+    return "WHEN NOT MATCHED BY SOURCE";
+}
+
 Parser::Parser(std::string_view sql, ParserOptions options) : lexer_(sql), options_(options) {}
 
 void Parser::Advance() {
@@ -106,10 +118,10 @@ bool Parser::AtVariable() const {
 }
 
 bool Parser::AtStatementEnd() const {
-    static constexpr std::array starts{"select", "insert",   "update", "delete",   "create", "drop",     "alter",
-                                       "begin",  "commit",   "save",   "rollback", "set",    "if",       "while",
-                                       "break",  "continue", "return", "declare",  "print",  "exec",     "execute",
-                                       "use",    "end",      "else",   "with",     "throw",  "raiserror"};
+    static constexpr std::array starts{"select", "insert",   "update", "delete",   "create", "drop",  "alter",
+                                       "begin",  "commit",   "save",   "rollback", "set",    "if",    "while",
+                                       "break",  "continue", "return", "declare",  "print",  "exec",  "execute",
+                                       "merge",  "use",      "end",    "else",     "with",   "throw", "raiserror"};
     return token_.kind == TokenKind::end || AtSymbol(";") ||
            std::any_of(starts.begin(), starts.end(), [this](const char* word) { return At(word); });
 }
@@ -236,6 +248,14 @@ ExpressionPtr Parser::ParseExpressionText() {
     ExpressionPtr expression = ParseValue();
     ExpectEnd();
     return expression;
+}
+
+Constraint Parser::ParseConstraintText() {
+    Advance();
+    Constraint constraint;
+    ParseConstraintBody(constraint);
+    ExpectEnd();
+    return constraint;
 }
 
 ExpressionPtr Parser::ParseConditionText() {

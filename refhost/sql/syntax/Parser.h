@@ -35,6 +35,8 @@ public:
     ExpressionPtr ParseExpressionText();
     /// A condition alone, the text of a check.
     ExpressionPtr ParseConditionText();
+    /// A constraint of a table alone.
+    Constraint ParseConstraintText();
 
     /// The literals of what was read.
     const std::vector<Literal>& Literals() const { return lexer_.Literals(); }
@@ -111,10 +113,18 @@ private:
     Statement ParseManipulation();
     /// (n) behind TOP of an UPDATE or DELETE; nullptr without one.
     ExpressionPtr ParseWriteTop();
-    std::vector<SelectItem> ParseOutput();
+    Outputs ParseOutputs();
     Insert ParseInsert();
     Update ParseUpdate();
     Delete ParseDelete();
+    Merge ParseMerge();
+    MergeClause ParseMergeClause(const Merge& merge);
+    /// SET …, behind it; `target` is what the table is called.
+    std::vector<Assignment> ParseAssignments(const std::string& target);
+    /// (name, …), behind the opening parenthesis.
+    std::vector<std::string> ParseNames();
+    /// (value, …), of which each may be DEFAULT.
+    std::vector<ExpressionPtr> ParseRow();
     Transaction ParseTransaction(TransactionVerb verb);
     Statement ParseSet();
 
@@ -132,10 +142,17 @@ private:
     bool ParseTableConstraint(std::vector<Constraint>& constraints);
     void ParseConstraintBody(Constraint& constraint);
     void ParseCheck(Constraint& constraint);
+    void ParseReference(Constraint& constraint);
+    ReferenceRule ParseReferenceRule();
+    /// Whether a constraint without a name begins here.
+    bool AtConstraint() const;
+    void ParseAlterDrop(AlterTable& alter);
+    void ParseAlterAdd(AlterTable& alter);
     void SkipClustering();
     void SkipStorage();
     void SkipOptionList();
-    std::string ParseDefaultText();
+    /// The value of a default or of a computed column, as written.
+    std::string ParseDefinitionText();
     std::vector<IndexColumn> ParseIndexColumns();
 
     // Queries.

@@ -15,7 +15,7 @@ constexpr std::array<std::string_view, 5> compoundOperators{"+=", "-=", "*=", "/
 
 Statement Parser::ParseStatement() {
     const Depth depth(*this);
-    if (At("with") || At("select") || AtSymbol("(") || At("insert") || At("update") || At("delete")) {
+    if (At("with") || At("select") || AtSymbol("(") || At("insert") || At("update") || At("delete") || At("merge")) {
         return ParseManipulation();
     }
     if (At("create")) {
@@ -80,6 +80,11 @@ Statement Parser::ParseManipulation() {
         del.with = std::move(with);
         return {std::move(del)};
     }
+    if (Accept("merge")) {
+        Merge merge = ParseMerge();
+        merge.with = std::move(with);
+        return {std::move(merge)};
+    }
     SelectPtr select = ParseSelect();
     select->with = std::move(with);
     return {std::move(select)};
@@ -91,9 +96,6 @@ std::optional<Statement> Parser::ParseSteering() {
             return Statement{ParseTryCatch()};
         }
         return Statement{Block{ParseBlock()}};
-    }
-    if (At("merge")) {
-        FailOwn(host::error_number::unspecified, "The embedded database has no MERGE. Use UPDATE and INSERT.");
     }
     if (Accept("while")) {
         Loop loop;
@@ -324,17 +326,41 @@ ExpressionPtr Parser::ParseWriteTop() {
     return count;
 }
 
-std::vector<SelectItem> Parser::ParseOutput() {
-    std::vector<SelectItem> items;
-    if (Accept("output")) {
+Outputs Parser::ParseOutputs() {
+    Outputs outputs;
+    while (Accept("output")) {
+        Output& output = outputs.emplace_back();
         do {
-            items.push_back(ParseSelectItem());
+            output.items.push_back(ParseSelectItem());
         } while (AcceptSymbol(","));
-        if (At("into")) {
-            FailOwn(host::error_number::unspecified, "The embedded database has no OUTPUT INTO.");
+        if (Accept("into")) {
+            output.into = TakeTableName();
+            if (AcceptSymbol("(")) {
+                output.intoColumns = ParseNames();
+            }
         }
     }
-    return items;
+    return outputs;
+}
+
+std::vector<std::string> Parser::ParseNames() {
+    std::vector<std::string> names;
+    do {
+        // A column may carry the names of its table.
+        names.push_back(TakeObjectName().Last());
+    } while (AcceptSymbol(","));
+    ExpectSymbol(")");
+    return names;
+}
+
+std::vector<ExpressionPtr> Parser::ParseRow() {
+    std::vector<ExpressionPtr> row;
+    ExpectSymbol("(");
+    do {
+        row.push_back(Accept("default") ? Make(Node::default_) : ParseValue());
+    } while (AcceptSymbol(","));
+    ExpectSymbol(")");
+    return row;
 }
 
 Insert Parser::ParseInsert() {
@@ -343,28 +369,15 @@ Insert Parser::ParseInsert() {
     insert.table = TakeTableName();
     if (AtSymbol("(") && !Peek().Is("select")) {
         Advance();
-        do {
-            // A column may carry the names of its table.
-            insert.columns.push_back(TakeObjectName().Last());
-        } while (AcceptSymbol(","));
-        ExpectSymbol(")");
+        insert.columns = ParseNames();
     }
-    insert.output = ParseOutput();
+    insert.outputs = ParseOutputs();
     if (Accept("default")) {
         Expect("values");
         insert.defaultValues = true;
     } else if (Accept("values")) {
         do {
-            ExpectSymbol("(");
-            std::vector<ExpressionPtr>& row = insert.rows.emplace_back();
-            do {
-                if (Accept("default")) {
-                    row.push_back(Make(Node::default_));
-                } else {
-                    row.push_back(ParseValue());
-                }
-            } while (AcceptSymbol(","));
-            ExpectSymbol(")");
+            insert.rows.push_back(ParseRow());
         } while (AcceptSymbol(","));
     } else if (At("select") || AtSymbol("(")) {
         insert.select = ParseSelect();
@@ -374,14 +387,10 @@ Insert Parser::ParseInsert() {
     return insert;
 }
 
-Update Parser::ParseUpdate() {
-    Update update;
-    update.top = ParseWriteTop();
-    update.target = TakeTableName();
-    SkipTableHints();
-    Expect("set");
+std::vector<Assignment> Parser::ParseAssignments(const std::string& target) {
+    std::vector<Assignment> assignments;
     do {
-        Assignment assignment;
+        Assignment& assignment = assignments.emplace_back();
         assignment.column = TakeObjectName().Last();
         if (AtSymbol("=") && Peek().Is("default")) {
             Advance();
@@ -389,12 +398,21 @@ Update Parser::ParseUpdate() {
             assignment.value = Make(Node::default_);
         } else {
             ExpressionPtr column = Make(Node::column);
-            column->name.parts = {update.target.Last(), assignment.column};
+            column->name.parts = {target, assignment.column};
             assignment.value = ParseAssigned(std::move(column));
         }
-        update.assignments.push_back(std::move(assignment));
     } while (AcceptSymbol(","));
-    update.output = ParseOutput();
+    return assignments;
+}
+
+Update Parser::ParseUpdate() {
+    Update update;
+    update.top = ParseWriteTop();
+    update.target = TakeTableName();
+    SkipTableHints();
+    Expect("set");
+    update.assignments = ParseAssignments(update.target.Last());
+    update.outputs = ParseOutputs();
     if (Accept("from")) {
         update.from = ParseFrom();
     }
@@ -414,7 +432,7 @@ Delete Parser::ParseDelete() {
     Accept("from");
     del.target = TakeTableName();
     SkipTableHints();
-    del.output = ParseOutput();
+    del.outputs = ParseOutputs();
     if (Accept("from")) {
         del.from = ParseFrom();
     }
@@ -422,6 +440,80 @@ Delete Parser::ParseDelete() {
         del.where = ParseCondition();
     }
     return del;
+}
+
+Merge Parser::ParseMerge() {
+    Merge merge;
+    if (At("top")) {
+        FailOwn(host::error_number::unspecified, "The embedded database has no TOP of a MERGE.");
+    }
+    Accept("into");
+    merge.target = TakeTableName();
+    SkipTableHints();
+    if (Accept("as") || (AtNameToken() && !At("using"))) {
+        merge.alias = TakeName();
+    }
+    Expect("using");
+    merge.source = ParseSource();
+    Expect("on");
+    merge.on = ParseCondition();
+    while (Accept("when")) {
+        merge.clauses.push_back(ParseMergeClause(merge));
+    }
+    if (merge.clauses.empty()) {
+        FailHere();
+    }
+    merge.outputs = ParseOutputs();
+    if (!AtSymbol(";")) {
+        Fail(10713, "A MERGE statement must be terminated by a semi-colon (;).");
+    }
+    return merge;
+}
+
+MergeClause Parser::ParseMergeClause(const Merge& merge) {
+    MergeClause clause;
+    if (Accept("not")) {
+        clause.rows = MergeClause::Rows::notMatched;
+    }
+    Expect("matched");
+    if (clause.rows == MergeClause::Rows::notMatched && Accept("by")) {
+        if (Accept("source")) {
+            clause.rows = MergeClause::Rows::notMatchedBySource;
+        } else {
+            Expect("target");
+        }
+    }
+    if (Accept("and")) {
+        clause.condition = ParseCondition();
+    }
+    Expect("then");
+    const bool inserts = clause.rows == MergeClause::Rows::notMatched;
+    if (At("insert") != inserts) {
+        Fail(10711, "An action of type '{}' is not allowed in the '{}' clause of a MERGE statement.",
+             At("insert")   ? "INSERT"
+             : At("update") ? "UPDATE"
+                            : "DELETE",
+             NameOf(clause.rows));
+    }
+    if (Accept("insert")) {
+        clause.action = MergeClause::Action::insert;
+        if (AcceptSymbol("(")) {
+            clause.columns = ParseNames();
+        }
+        if (Accept("default")) {
+            Expect("values");
+        } else {
+            Expect("values");
+            clause.values = ParseRow();
+        }
+    } else if (Accept("delete")) {
+        clause.action = MergeClause::Action::del;
+    } else {
+        Expect("update");
+        Expect("set");
+        clause.assignments = ParseAssignments(merge.alias.empty() ? merge.target.Last() : merge.alias);
+    }
+    return clause;
 }
 
 Transaction Parser::ParseTransaction(TransactionVerb verb) {

@@ -13,6 +13,25 @@ namespace refhost::sql {
 /// katakana.
 char32_t FoldCharacter(char32_t codePoint);
 
+/// The two letters that a folded letter stands for, in comparisons and searches; empty for all others. Windows'
+/// collations expand so: N'ß' = 'ss' and N'œ' = N'oe' as dba.stackexchange.com 335859 and stackoverflow.com 50181535
+/// show of SQL Server, thorn as "th" by Michael Kaplan, who kept Windows' tables ("Not every table has its THORN",
+/// 2007); æ goes with œ.
+constexpr std::u32string_view Expansion(char32_t folded) {
+    switch (folded) {
+    case U'ß':
+        return U"ss";
+    case U'æ':
+        return U"ae";
+    case U'þ':
+        return U"th";
+    case U'œ':
+        return U"oe";
+    default:
+        return {};
+    }
+}
+
 /// Where a folded character stands in the order of texts. Characters that differ in an accent alone share `primary`; no
 /// two characters share both.
 struct Weight {

@@ -115,48 +115,41 @@ public:
     char32_t Character() const { return character_; }
     bool AtMinimal() const { return !atEnd_ && IsMinimal(character_); }
     void Read() {
+        if (!pending_.empty()) {
+            return TakePending();
+        }
         atEnd_ = position_ >= text_.size();
-        if (!atEnd_) {
-            const unsigned char byte = ByteAt(text_, position_);
-            character_ = FoldCharacter(byte < 0x80 ? byte : NextCodePoint(text_, position_));
-            position_ += byte < 0x80 ? 1 : 0;
+        if (atEnd_) {
+            return;
+        }
+        if (const unsigned char byte = ByteAt(text_, position_); byte < 0x80) {
+            character_ = FoldCharacter(byte);
+            ++position_;
+            return;
+        }
+        character_ = FoldCharacter(NextCodePoint(text_, position_));
+        if (pending_ = Expansion(character_); !pending_.empty()) {
+            TakePending();
         }
     }
 
 private:
+    void TakePending() {
+        character_ = pending_.front();
+        pending_.remove_prefix(1);
+    }
+
     std::string_view text_;
     std::size_t position_;
+    /// What is still to come of a letter that stands for two.
+    std::u32string_view pending_;
     char32_t character_ = 0;
     bool atEnd_ = false;
 };
 
-} // namespace
-
-char32_t NextCodePoint(std::string_view text, std::size_t& position) {
-    const text::Utf8Character character = text::ReadUtf8(text, position);
-    const char32_t codePoint = character.valid ? character.codePoint : strangeByte + ByteAt(text, position);
-    position += character.length;
-    return codePoint;
-}
-
-void AppendCodePoint(std::string& text, char32_t codePoint) {
-    if (codePoint < strangeByte) {
-        text::AppendUtf8(text, codePoint);
-    } else {
-        text += static_cast<char>(codePoint - strangeByte);
-    }
-}
-
-int CompareText(std::string_view left, std::string_view right) {
-    left = WithoutTrailingBlanks(left);
-    right = WithoutTrailingBlanks(right);
-    const std::size_t prefix = CommonPrefix(left, right);
-    if (prefix == left.size() && prefix == right.size()) {
-        return 0;
-    }
-    if (const int order = CompareAscii(left, right, prefix); order != 0) {
-        return order;
-    }
+/// The order of texts that are alike up to `prefix`, character by character. Apart from `CompareText`, whose answer
+/// most often needs none of it.
+[[gnu::noinline]] int CompareRest(std::string_view left, std::string_view right, std::size_t prefix) {
     Reader l(left, prefix);
     Reader r(right, prefix);
     int accents = 0;
@@ -197,6 +190,36 @@ int CompareText(std::string_view left, std::string_view right) {
     return accents != 0 ? accents : minimal.Result();
 }
 
+} // namespace
+
+char32_t NextCodePoint(std::string_view text, std::size_t& position) {
+    const text::Utf8Character character = text::ReadUtf8(text, position);
+    const char32_t codePoint = character.valid ? character.codePoint : strangeByte + ByteAt(text, position);
+    position += character.length;
+    return codePoint;
+}
+
+void AppendCodePoint(std::string& text, char32_t codePoint) {
+    if (codePoint < strangeByte) {
+        text::AppendUtf8(text, codePoint);
+    } else {
+        text += static_cast<char>(codePoint - strangeByte);
+    }
+}
+
+int CompareText(std::string_view left, std::string_view right) {
+    left = WithoutTrailingBlanks(left);
+    right = WithoutTrailingBlanks(right);
+    const std::size_t prefix = CommonPrefix(left, right);
+    if (prefix == left.size() && prefix == right.size()) {
+        return 0;
+    }
+    if (const int order = CompareAscii(left, right, prefix); order != 0) {
+        return order;
+    }
+    return CompareRest(left, right, prefix);
+}
+
 int CompareExact(std::string_view left, std::string_view right) {
     const Number l = TakeApart(left);
     const Number r = TakeApart(right);
@@ -220,7 +243,11 @@ std::string FoldText(std::string_view text) {
     std::string folded;
     folded.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        AppendCodePoint(folded, FoldCharacter(NextCodePoint(text, position)));
+        const char32_t character = FoldCharacter(NextCodePoint(text, position));
+        const std::u32string_view letters = Expansion(character);
+        for (const char32_t letter : letters.empty() ? std::u32string_view(&character, 1) : letters) {
+            AppendCodePoint(folded, letter);
+        }
     }
     return folded;
 }

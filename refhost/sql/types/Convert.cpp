@@ -466,6 +466,9 @@ void ToTextFamily(Cell& cell, const Type& from, const Type& to, int style, Surpl
         break;
     case Family::date:
         cell.SetText(FormatDate(cell.integer, from, style));
+        if (!IsNational(to.base) && FirstOutsideCodePage(cell.Bytes()) != std::string_view::npos) {
+            cell.SetText(ThroughCodePage(cell.Bytes())); // names of months in Arabic
+        }
         break;
     case Family::binary:
         if (style != 0) {

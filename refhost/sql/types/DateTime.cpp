@@ -33,6 +33,11 @@ constexpr std::int64_t epoch = 25569;
 // 10th, 13th, 16th, 18th, 21st, 24th, 26th and 29th have a day more; months of 30 and 29 days in turn. Its first day
 // follows from two answers of the server that are in print: 2000-08-07 is 7/05/1421 and 2006-12-30 is 10/12/1427.
 constexpr int hijriStyle = 131;
+constexpr int namedHijriStyle = 130;
+/// The calendar's months as .NET names them for Arabic; the spelling of the server's own is not in print.
+constexpr std::array<std::string_view, 12> hijriMonths{"محرم",         "صفر",           "ربيع الأول", "ربيع الثاني",
+                                                       "جمادى الأولى", "جمادى الثانية", "رجب",        "شعبان",
+                                                       "رمضان",        "شوال",          "ذو القعدة",  "ذو الحجة"};
 constexpr std::int64_t hijriCycleDays = 10631;
 /// Day 1 of its year 1 as days since day 0 of OLE Automation.
 constexpr std::int64_t hijriEpoch = -466580;
@@ -54,6 +59,9 @@ enum class DateOrder {
     monthDayYear,
     dayMonthYear,
     yearMonthDay,
+    yearDayMonth,
+    monthYearDay,
+    dayYearMonth,
 };
 
 DateOrder OrderOf(int style) {
@@ -83,6 +91,12 @@ DateOrder OrderOf(int style) {
     case 120:
     case 121:
         return DateOrder::yearMonthDay;
+    case yearDayMonthStyle:
+        return DateOrder::yearDayMonth;
+    case monthYearDayStyle:
+        return DateOrder::monthYearDay;
+    case dayYearMonthStyle:
+        return DateOrder::dayYearMonth;
     default:
         return DateOrder::open;
     }
@@ -307,18 +321,31 @@ private:
         }
     }
 
+    /// Which of the three numbers is the year: one of four digits tells it by itself.
+    std::size_t YearPlace() const {
+        if (pieces_[0].size() == 4) {
+            return 0;
+        }
+        const bool middle = order_ == DateOrder::monthYearDay || order_ == DateOrder::dayYearMonth;
+        if (pieces_[2].size() == 4) {
+            return 2;
+        }
+        const bool last = order_ == DateOrder::monthDayYear || order_ == DateOrder::dayMonthYear;
+        return last ? 2 : middle ? 1 : 0;
+    }
+
     void AssembleSeparated() {
-        const bool yearFirst = pieces_[0].size() == 4;
-        const bool yearLast =
-            pieces_[2].size() == 4 || (!yearFirst && order_ != DateOrder::open && order_ != DateOrder::yearMonthDay);
-        bool dayFirst = order_ == DateOrder::dayMonthYear;
-        if (yearFirst && (target_.base == Base::date || target_.base == Base::datetime2)) {
+        const std::size_t yearPlace = YearPlace();
+        bool dayFirst =
+            order_ == DateOrder::dayMonthYear || order_ == DateOrder::yearDayMonth || order_ == DateOrder::dayYearMonth;
+        if (pieces_[0].size() == 4 && (target_.base == Base::date || target_.base == Base::datetime2)) {
             dayFirst = false; // the newer types read year, month, day whatever the order is
         }
-        const std::size_t first = yearLast ? 0 : 1;
-        const std::string_view year = pieces_[yearLast ? 2 : 0];
-        const std::string_view month = pieces_[first + (dayFirst ? 1 : 0)];
-        const std::string_view day = pieces_[first + (dayFirst ? 0 : 1)];
+        const std::string_view year = pieces_[yearPlace];
+        const std::string_view earlier = pieces_[yearPlace == 0 ? 1 : 0];
+        const std::string_view later = pieces_[yearPlace == 2 ? 1 : 2];
+        const std::string_view month = dayFirst ? later : earlier;
+        const std::string_view day = dayFirst ? earlier : later;
         if (month.size() > 2 || day.size() > 2 || year.size() == 3 || year.size() > 4) {
             flaw_ = Flaw::syntax;
             return;
@@ -583,14 +610,18 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
         // A fraction of zero is left out.
         return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}{}", c.year, c.month, c.day, c.hour, c.minute, c.second,
                            c.fraction == 0 ? std::string() : fraction);
+    case namedHijriStyle:
     case hijriStyle: {
         const std::int64_t days = FloorTo(ticks, ticksPerDay) / ticksPerDay - hijriEpoch;
         const std::int64_t year = (30 * days + 10646) / hijriCycleDays;
         const auto day = static_cast<int>(days - HijriYearStart(year));
         const int hijriMonth = std::min(day * 2 / 59 + 1, 12);
-        return fmt::format("{:>2}/{:02}/{:04} {:>2}:{:02}:{:02}:{:03}{}",
-                           day - ((hijriMonth - 1) * 29 + hijriMonth / 2) + 1, hijriMonth, year, hour12, c.minute,
-                           c.second, milliseconds, half);
+        const int hijriDay = day - ((hijriMonth - 1) * 29 + hijriMonth / 2) + 1;
+        const std::string time =
+            fmt::format("{:04} {:>2}:{:02}:{:02}:{:03}{}", year, hour12, c.minute, c.second, milliseconds, half);
+        return style == hijriStyle ? fmt::format("{:>2}/{:02}/{}", hijriDay, hijriMonth, time)
+                                   : fmt::format("{:>2} {} {}", hijriDay,
+                                                 hijriMonths.at(static_cast<std::size_t>(hijriMonth) - 1), time);
     }
     default:
         Fail(281, "{} is not a valid style number when converting from {} to a character string.", style, NameOf(base));

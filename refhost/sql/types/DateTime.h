@@ -31,6 +31,11 @@ Calendar ToCalendar(Ticks ticks);
 Ticks ToTicks(const Calendar& calendar);
 int DaysInMonth(std::int64_t year, int month);
 
+// Orders of SET DATEFORMAT that no style of `convert` has, in a style's place.
+inline constexpr int yearDayMonthStyle = -1;
+inline constexpr int monthYearDayStyle = -2;
+inline constexpr int dayYearMonthStyle = -3;
+
 /// The date that a text means, its day, month and year in the order of convert's `style` where they are separated
 /// numbers. Throws SQL Server's conversion errors; `source` is the text's type, named in them.
 Ticks ParseDate(std::string_view text, Base source, const Type& target, int style);

@@ -1,6 +1,7 @@
 #include "refhost/sql/types/Collation.h"
 
 #include "refhost/sql/types/CharacterOrder.h"
+#include "tests/refhost/sql/Places.h"
 #include "tests/refhost/sql/Support.h"
 
 #include <array>
@@ -36,6 +37,25 @@ TEST(Collation, WidthKanaCaseAndTrailingBlanksDoNotCount) {
         EXPECT_EQ(CompareText(left, right), 0) << left << " " << right;
         EXPECT_EQ(FoldText(left), FoldText(right)) << left << " " << right;
     }
+}
+
+TEST(Collation, LettersThatStandForTwoAreTheTwo) {
+    for (const auto& [left, right] : std::array<std::pair<const char*, const char*>, 6>{{
+             {"Straße", "strasse"},
+             {"Ægir", "aegir"},
+             {"œuvre", "OEUVRE"},
+             {"Þór", "thór"},
+             {"ßs", "sß"},
+             {"a-ß", "a-ss"},
+         }}) {
+        EXPECT_EQ(CompareText(left, right), 0) << left << " " << right;
+        EXPECT_EQ(FoldText(left), FoldText(right)) << left << " " << right;
+    }
+    EXPECT_LT(CompareText("sr", "ß"), 0);
+    EXPECT_LT(CompareText("s", "ß"), 0);
+    EXPECT_LT(CompareText("ß", "sst"), 0);
+    EXPECT_LT(CompareText("ß", "st"), 0);
+    EXPECT_NE(CompareText("ä", "ae"), 0);
 }
 
 TEST(Collation, WhatDiffersStaysApart) {
@@ -100,8 +120,9 @@ TEST(Collation, NoTwoFoldedCharactersShareAWeight) {
 
 TEST(Collation, IsTotal) {
     // Every three of these texts are in one order, whichever two are compared first.
-    const std::array<std::string, 17> texts = {"",    "-",  "'",    "a",  "a-",  "-a",  "a-b",      "ab-", "á-b",
-                                               "a'b", "ab", "a'-b", "中", "中-", "-中", "\xE4\xB8", "\x80"};
+    const std::array<std::string, 22> texts = {"",     "-",   "'",  "a",    "a-",  "-a",  "a-b", "ab-",
+                                               "á-b",  "a'b", "ab", "a'-b", "中",  "中-", "-中", "\xE4\xB8",
+                                               "\x80", "ß",   "s",  "ss",   "s-s", "sß"};
     for (const std::string& a : texts) {
         for (const std::string& b : texts) {
             EXPECT_EQ(CompareText(a, b) == 0, FoldText(a) == FoldText(b)) << a << " " << b;
@@ -115,29 +136,40 @@ TEST(Collation, IsTotal) {
     }
 }
 
-TEST(Collation, HoldsInEveryPlaceWhereTextsMeet) {
-    const auto db = OpenMemory();
-    RunCases(*db,
-             std::array{
-                 Case{"create table t (c nvarchar(20) not null primary key, g nvarchar(5))", ""},
-                 Case{"insert into t values (N'1001', N'あ')", ""},
-                 Case{"insert into t values (N'乙', N'ア')", ""},
-                 Case{"insert into t values (N'（甲）', N'い')", ""},
-                 Case{"insert into t values (N'１００１', N'')",
-                      "-2147217873: Violation of PRIMARY KEY constraint 'PK__t__75D7831F'. Cannot insert duplicate "
-                      "key in object 'dbo.t'. The duplicate key value is (１００１)."},
-                 Case{"select c from t where c = N'１００１'", "'1001'"},
-                 Case{"select c from t where c like N'１００_'", "'1001'"},
-                 Case{"select c from t where c like N'(%)'", "'（甲）'"},
-                 Case{"select c from t where c like N'[一-龥]%'", "'乙'"},
-                 Case{"select c from t where c in (N'(甲)', N'丙')", "'（甲）'"},
-                 Case{"select charindex(N'）', c), charindex(N'甲)', c) from t where g = N'イ'", "3 2"},
-                 Case{"select replace(c, N'(', N'<') from t where g = N'イ'", "'<甲）'"},
-                 Case{"select count(*) from t group by g order by g", "2 | 1"},
-                 Case{"select count(distinct g) from t", "2"},
-                 Case{"select c from t order by c", "'（甲）' | '1001' | '乙'"},
-                 Case{"select case N'Ａ' when N'a' then 1 else 2 end, nullif(N'１', N'1')", "1 Null"},
-             });
+class CollationOf : public AtEachPlace {};
+
+INSTANTIATE_TEST_SUITE_P(On, CollationOf, testing::ValuesIn(Places()), PlaceName);
+
+TEST_P(CollationOf, EveryPlaceWhereTextsMeet) {
+    Check(std::array{
+        Case{"create table t (c nvarchar(20) not null primary key, g nvarchar(5))", ""},
+        Case{"insert into t values (N'1001', N'あ')", ""},
+        Case{"insert into t values (N'乙', N'ア')", ""},
+        Case{"insert into t values (N'（甲）', N'い')", ""},
+        Case{"insert into t values (N'１００１', N'')",
+             "-2147217873: Violation of PRIMARY KEY constraint 'PK__t__75D7831F'. Cannot insert duplicate "
+             "key in object 'dbo.t'. The duplicate key value is (１００１)."},
+        Case{"select c from t where c = N'１００１'", "'1001'"},
+        Case{"select c from t where c like N'１００_'", "'1001'"},
+        Case{"select c from t where c like N'(%)'", "'（甲）'"},
+        Case{"select c from t where c like N'[一-龥]%'", "'乙'"},
+        Case{"select c from t where c in (N'(甲)', N'丙')", "'（甲）'"},
+        Case{"select charindex(N'）', c), charindex(N'甲)', c) from t where g = N'イ'", "3 2"},
+        Case{"select replace(c, N'(', N'<') from t where g = N'イ'", "'<甲）'"},
+        Case{"select count(*) from t group by g order by g", "2 | 1"},
+        Case{"select count(distinct g) from t", "2"},
+        Case{"select c from t order by c", "'（甲）' | '1001' | '乙'"},
+        Case{"insert into t values (N'Weiß', N'')", ""},
+        Case{"insert into t values (N'WEISS', N'')",
+             "-2147217873: Violation of PRIMARY KEY constraint 'PK__t__75D7831F'. Cannot insert duplicate "
+             "key in object 'dbo.t'. The duplicate key value is (WEISS)."},
+        Case{"select c from t where c = N'weiss'", "'Weiß'"},
+        Case{"select c from t where c like N'%ss'", "'Weiß'"},
+        Case{"select c from t where c like N'Wei_'", "'Weiß'"},
+        Case{"select charindex(N'ss', N'Weiß!'), charindex(N's', N'Weiß'), charindex(N'œ', N'Chloe')", "4 0 4"},
+        Case{"select replace(N'Chloe', N'œ', N'o'), replace(N'Weiße', N'ss', N's')", "'Chlo' 'Weise'"},
+        Case{"select case N'Ａ' when N'a' then 1 else 2 end, nullif(N'１', N'1')", "1 Null"},
+    });
 }
 
 } // namespace

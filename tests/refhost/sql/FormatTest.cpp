@@ -20,10 +20,13 @@ using refhost::sql::Type;
 
 class Format : public testing::Test {
 protected:
-    Format() {
+    Format() { Take("format0"); }
+
+    /// Puts the files of a format in place.
+    void Take(const char* format) const {
         for (const char* name : {"account.db", "QxSystem.db"}) {
-            std::filesystem::copy_file(test::SourceFolder() / "tests/refhost/sql/files/format0" / name,
-                                       folder_.path() / name);
+            std::filesystem::copy_file(test::SourceFolder() / "tests/refhost/sql/files" / format / name,
+                                       folder_.path() / name, std::filesystem::copy_options::overwrite_existing);
         }
     }
 
@@ -68,8 +71,8 @@ TEST_F(Format, NewFilesAreStamped) {
 TEST_F(Format, FilesOfFormat0AreBroughtUpToDate) {
     for (int opened = 0; opened < 2; ++opened) {
         const auto db = OpenEmbedded(Connection(), Mode::open);
-        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::account), 1);
-        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::system), 1);
+        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::account), 2);
+        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::system), 2);
         // Each condition finds its row by an index of texts.
         RunCases(*db,
                  std::array{
@@ -104,10 +107,52 @@ TEST_F(Format, FilesOfFormat0AreBroughtUpToDate) {
     EXPECT_EQ(check.Text(0), "ok");
 }
 
+TEST_F(Format, FilesOfFormat1AreBroughtUpToDate) {
+    Take("format1");
+    for (int opened = 0; opened < 2; ++opened) {
+        const auto db = OpenEmbedded(Connection(), Mode::open);
+        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::account), 2);
+        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::system), 2);
+        // Each condition finds its row by an index of texts.
+        RunCases(*db,
+                 std::array{
+                     Case{"select iCredit from Customer where cCusCode = N'WEISS'", "10.0000m"},
+                     Case{"select cCusCode from Customer where cCusName = N'strasse 1'", "'Weiß'"},
+                     Case{"select cCusCode from Customer where cCusName = N'aegir'", "'Zoe'"},
+                     Case{"select cCusCode from Customer order by cCusCode", "'Weiß' | 'Wels' | 'Zoe' | '甲'"},
+                     Case{"select AutoID, cCusName, iTwice from EntryName order by AutoID",
+                          "5 'Straße 1' 3.00m | 6 Null 4.00m"},
+                     Case{"insert into Customer (cCusCode) values (N'weiss')",
+                          "-2147217873: Violation of PRIMARY KEY constraint 'PK_Customer'. Cannot insert duplicate "
+                          "key in object 'dbo.Customer'. The duplicate key value is (weiss)."},
+                     Case{"select iId from QxSystem..UA_Period", "1"},
+                 });
+    }
+    const auto db = OpenEmbedded(Connection(), Mode::open);
+    RunCases(*db,
+             std::array{
+                 Case{"alter table Entry add iHalf as iMoney / 2", ""},
+                 Case{"alter table Entry add constraint FK_Entry foreign key (cCusCode) references Customer", ""},
+                 Case{"insert into Entry (cCusCode, iMoney) output inserted.AutoID, inserted.iHalf values (N'WEISS', "
+                      "3)",
+                      "7 1.500000m"},
+                 Case{"insert into Entry (cCusCode, iMoney) values (N'x', 3)",
+                      "-2147217873: The INSERT statement conflicted with the FOREIGN KEY constraint \"FK_Entry\". "
+                      "The conflict occurred in database \"account\", table \"dbo.Customer\", column "
+                      "'cCusCode'."},
+                 Case{"insert into Entry (cCusCode, iMoney) values (N'x', 0)",
+                      "-2147217873: The INSERT statement conflicted with the CHECK constraint \"CK_Entry\". The "
+                      "conflict occurred in database \"account\", table \"dbo.Entry\", column 'iMoney'."},
+             });
+    refhost::sql::Command check(db->Handle(), "PRAGMA integrity_check");
+    EXPECT_TRUE(check.Step());
+    EXPECT_EQ(check.Text(0), "ok");
+}
+
 TEST_F(Format, ANewerFileIsRefusedAndKept) {
     RunRaw("PRAGMA user_version = 99");
     EXPECT_EQ(OpenError(), "The account database \"" + File("account.db") +
-                               "\" has format 99, and this program knows formats up to 1. Use a newer program.");
+                               "\" has format 99, and this program knows formats up to 2. Use a newer program.");
 }
 
 TEST_F(Format, KeysThatBecameOneAreToldAndNothingIsChanged) {
@@ -120,6 +165,17 @@ TEST_F(Format, KeysThatBecameOneAreToldAndNothingIsChanged) {
     EXPECT_EQ(OpenError(), refusal);
     RunRaw("DELETE FROM Inventory WHERE cInvCode = '１００１'");
     EXPECT_EQ(OpenError(), "");
+}
+
+TEST_F(Format, LettersThatBecameTwoAreToldLikewise) {
+    Take("format1");
+    RunRaw("INSERT INTO Customer (cCusCode) VALUES ('weiss')");
+    EXPECT_EQ(
+        OpenError(),
+        "The account database \"" + File("account.db") +
+            "\" cannot be brought up to date: two rows of table 'Customer' have the same key 'PK_Customer' now that "
+            "one letter and the two it stands for are alike. Change one of them with the program that wrote the "
+            "file.");
 }
 
 TEST_F(Format, AViewThatCannotBeTranslatedStaysAsItWas) {

@@ -5,6 +5,7 @@
 #include "tests/support/Paths.h"
 
 #include <cstdlib>
+#include <regex>
 
 namespace test_sql {
 
@@ -13,6 +14,12 @@ std::vector<Place> Places() {
     if (std::getenv("KOVRA_TEST_ODBC") != nullptr) {
         places.push_back(Place::server);
     }
+    return places;
+}
+
+std::vector<Place> BatchPlaces() {
+    std::vector<Place> places = Places();
+    std::erase(places, Place::embeddedThroughOdbc);
     return places;
 }
 
@@ -70,6 +77,24 @@ std::set<std::string> DatabaseAt::Objects() {
         }
     }
     return objects;
+}
+
+void AtEachPlace::Expect(const Case& each, const std::function<std::string()>& answer) {
+    const bool own = std::string_view(each.answer).find("The embedded") != std::string_view::npos;
+    if (!own || GetParam() != Place::server) {
+        EXPECT_EQ(Comparable(answer()), Comparable(each.answer)) << each.sql;
+    }
+}
+
+std::string AtEachPlace::Comparable(const std::string& text) {
+    static const std::regex numbered("((?:PK|UQ|CK|FK|C)__\\w+?__)[0-9A-F]{8,16}");
+    std::string comparable = std::regex_replace(text, numbered, "$1#");
+    if (GetParam() == Place::server) {
+        const refhost::ResultSet name = Db().Query("select db_name()");
+        const std::regex own("\\b" + *name.cells.at(0).As<std::string>() + "(?=\\.dbo\\.|\")");
+        comparable = std::regex_replace(comparable, own, "account");
+    }
+    return comparable;
 }
 
 } // namespace test_sql

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "refhost/ado/Connection.h"
+#include "tests/refhost/sql/Support.h"
 #include "tests/support/TestAccount.h"
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,6 +19,8 @@ enum class Place { embedded, embeddedThroughOdbc, server };
 
 /// The places that there are here.
 std::vector<Place> Places();
+/// Those that take whole batches: the driver of the embedded database takes a statement at a time.
+std::vector<Place> BatchPlaces();
 std::string PlaceName(const testing::TestParamInfo<Place>& place);
 /// The connection string of a place's database; `file` is the embedded one's behind a driver.
 std::string ConnectionTextAt(Place place, const std::string& file);
@@ -39,6 +43,38 @@ private:
     test::TemporaryFolder folder_;
     refhost::Connection connection_;
     std::set<std::string> before_;
+};
+
+/// Cases on an empty database, at each place. Where a case's answer says that the embedded database does not do it, the
+/// server is not asked: it does.
+class AtEachPlace : public testing::TestWithParam<Place> {
+protected:
+    AtEachPlace() : database_(GetParam()) {}
+
+    refhost::Database& Db() { return database_.Db(); }
+    /// Runs a statement that answers nothing.
+    void Run(const char* sql) { EXPECT_EQ(Answer(Db(), sql), "") << sql; }
+    template <class Cases> void Check(const Cases& cases) {
+        for (const Case& each : cases) {
+            Expect(each, [&] { return Answer(Db(), each.sql); });
+        }
+    }
+    /// The same for whole batches, as `Batch` shows them, where they are taken.
+    template <class Cases> void CheckBatches(const Cases& cases) {
+        if (GetParam() == Place::embeddedThroughOdbc) {
+            return;
+        }
+        for (const Case& each : cases) {
+            Expect(each, [&] { return Batch(Db(), each.sql); });
+        }
+    }
+
+private:
+    void Expect(const Case& each, const std::function<std::string()>& answer);
+    /// The text without what differs from one database to the next: its name, and the numbers in names of constraints.
+    std::string Comparable(const std::string& text);
+
+    DatabaseAt database_;
 };
 
 } // namespace test_sql

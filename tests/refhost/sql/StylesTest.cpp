@@ -1,6 +1,7 @@
 // How dates are written and read: the styles of CONVERT, and SET DATEFORMAT. The forms are those of the pages "CAST and
 // CONVERT" and "SET DATEFORMAT" of the T-SQL reference.
 
+#include "tests/refhost/sql/Places.h"
 #include "tests/refhost/sql/Support.h"
 
 #include <array>
@@ -8,11 +9,14 @@
 namespace test_sql {
 namespace {
 
-TEST(Styles, WriteDatesInEveryForm) {
-    const auto db = OpenMemory();
+class Styles : public AtEachPlace {};
+
+INSTANTIATE_TEST_SUITE_P(On, Styles, testing::ValuesIn(Places()), PlaceName);
+
+TEST_P(Styles, WriteDatesInEveryForm) {
     const auto check = [&](int style, const char* text) {
         EXPECT_EQ(
-            Answer(*db,
+            Answer(Db(),
                    fmt::format("select convert(varchar(40), cast('2006-05-16 22:57:46.827' as datetime), {})", style)),
             fmt::format("'{}'", text))
             << style;
@@ -58,57 +62,67 @@ TEST(Styles, WriteDatesInEveryForm) {
 }
 
 // Two answers of the server that are in print.
-TEST(Styles, WriteAndReadTheHijriCalendar) {
-    const auto db = OpenMemory();
-    RunCases(*db, std::array{
-                      Case{"select convert(varchar(40), cast('2006-12-30 00:38:54.840' as datetime), 131)",
-                           "'10/12/1427 12:38:54:840AM'"},
-                      Case{"select convert(varchar(40), cast('2000-08-07 12:14:35.727' as datetime), 131)",
-                           "' 7/05/1421 12:14:35:727PM'"},
-                      Case{"select convert(varchar(40), convert(datetime, ' 7/05/1421 12:14:35:727PM', 131), 121)",
-                           "'2000-08-07 12:14:35.727'"},
-                      Case{"select convert(datetime, '31/05/1421', 131)",
-                           "-2147217913: The conversion of a varchar data type to a datetime data type resulted in an "
-                           "out-of-range value."},
-                  });
+TEST_P(Styles, WriteAndReadTheHijriCalendar) {
+    Check(std::array{
+        Case{"select convert(varchar(40), cast('2006-12-30 00:38:54.840' as datetime), 131)",
+             "'10/12/1427 12:38:54:840AM'"},
+        Case{"select convert(varchar(40), cast('2000-08-07 12:14:35.727' as datetime), 131)",
+             "' 7/05/1421 12:14:35:727PM'"},
+        Case{"select convert(varchar(40), convert(datetime, ' 7/05/1421 12:14:35:727PM', 131), 121)",
+             "'2000-08-07 12:14:35.727'"},
+        Case{"select convert(nvarchar(40), cast('2006-12-30 00:38:54.840' as datetime), 130)",
+             "'10 ذو الحجة 1427 12:38:54:840AM'"},
+        // The code page has no Arabic.
+        Case{"select convert(varchar(40), cast('2006-12-30 00:38:54.840' as datetime), 130)",
+             "'10 ?? ????? 1427 12:38:54:840AM'"},
+        Case{"select convert(datetime, '31/05/1421', 131)",
+             "-2147217913: The conversion of a varchar data type to a datetime data type resulted in an "
+             "out-of-range value."},
+    });
 }
 
-TEST(Styles, OfHijriDatesReadWhatTheyWrite) {
-    const auto db = OpenMemory();
+TEST_P(Styles, OfHijriDatesReadWhatTheyWrite) {
     // A cycle of 30 years and the days around it.
-    EXPECT_EQ(Batch(*db, "declare @d datetime, @bad int\n"
-                         "select @d = '2000-01-01', @bad = 0\n"
-                         "while @d < '2030-03-01' begin\n"
-                         "  if convert(datetime, convert(varchar(40), @d, 131), 131) <> @d set @bad += 1\n"
-                         "  set @d = dateadd(day, 1, @d)\n"
-                         "end\n"
-                         "print @bad"),
-              "says 0");
+    CheckBatches(std::array{Case{"declare @d datetime, @bad int\n"
+                                 "select @d = '2000-01-01', @bad = 0\n"
+                                 "while @d < '2030-03-01' begin\n"
+                                 "  if convert(datetime, convert(varchar(40), @d, 131), 131) <> @d set @bad += 1\n"
+                                 "  set @d = dateadd(day, 1, @d)\n"
+                                 "end\n"
+                                 "print @bad",
+                                 "says 0"}});
 }
 
-TEST(Styles, DateFormatOrdersTheNumbersOfDates) {
-    const auto db = OpenMemory();
+TEST_P(Styles, DateFormatOrdersTheNumbersOfDates) {
     const auto month = [&](const char* text) {
-        return Answer(*db, fmt::format("select month(convert(datetime, '{0}')), month('{0}')", text));
+        return Answer(Db(), fmt::format("select month(convert(datetime, '{0}')), month('{0}')", text));
     };
     EXPECT_EQ(month("01/02/2024"), "1 1");
-    EXPECT_EQ(Answer(*db, "set dateformat dmy"), "");
+    EXPECT_EQ(Answer(Db(), "set dateformat dmy"), "");
     EXPECT_EQ(month("01/02/2024"), "2 2");
     EXPECT_EQ(month("20240102"), "1 1"); // no order changes that
     // The older types read year, day, month then; the newer ones do not.
-    EXPECT_EQ(Answer(*db, "select month(cast('2024-02-01' as datetime)), month(cast('2024-02-01' as date))"), "1 2");
-    EXPECT_EQ(Answer(*db, "select isdate('31/12/2024'), try_convert(datetime, '12/31/2024')"), "1 Null");
-    EXPECT_EQ(Answer(*db, "create table t (d datetime)"), "");
-    EXPECT_EQ(Answer(*db, "insert into t values ('03/04/2024')"), "");
-    EXPECT_EQ(Answer(*db, "insert into t select '05/' + '06/2024'"), "");
-    EXPECT_EQ(Answer(*db, "select month(d) from t"), "4 | 6");
-    EXPECT_EQ(Answer(*db, "set dateformat mdy"), "");
+    EXPECT_EQ(Answer(Db(), "select month(cast('2024-02-01' as datetime)), month(cast('2024-02-01' as date))"), "1 2");
+    EXPECT_EQ(Answer(Db(), "select isdate('31/12/2024'), try_convert(datetime, '12/31/2024')"), "1 Null");
+    EXPECT_EQ(Answer(Db(), "create table t (d datetime)"), "");
+    EXPECT_EQ(Answer(Db(), "insert into t values ('03/04/2024')"), "");
+    EXPECT_EQ(Answer(Db(), "insert into t select '05/' + '06/2024'"), "");
+    EXPECT_EQ(Answer(Db(), "select month(d) from t"), "4 | 6");
+    EXPECT_EQ(Answer(Db(), "set dateformat mdy"), "");
     EXPECT_EQ(month("01/02/2024"), "1 1");
-    EXPECT_EQ(Answer(*db, "select convert(datetime, '31/12/2024', 103), isdate('31/12/2024')"), "#45657# 0");
-    EXPECT_EQ(Answer(*db, "set dateformat ymd"), "");
+    EXPECT_EQ(Answer(Db(), "select convert(datetime, '31/12/2024', 103), isdate('31/12/2024')"), "#45657# 0");
+    EXPECT_EQ(Answer(Db(), "set dateformat ymd"), "");
     EXPECT_EQ(month("24/01/02"), "1 1");
-    EXPECT_EQ(Answer(*db, "set dateformat ydm"),
-              "-2147467259: The embedded database knows the date formats mdy, dmy and ymd, and not ydm.");
+    EXPECT_EQ(Answer(Db(), "set dateformat ydm"), "");
+    EXPECT_EQ(month("24/01/02"), "2 2");
+    EXPECT_EQ(Answer(Db(), "select month(convert(datetime, '2024/01/02'))"), "2");
+    EXPECT_EQ(Answer(Db(), "set dateformat myd"), "");
+    EXPECT_EQ(month("01/2024/02"), "1 1");
+    EXPECT_EQ(month("01/24/02"), "1 1");
+    EXPECT_EQ(Answer(Db(), "set dateformat dym"), "");
+    EXPECT_EQ(month("01/24/02"), "2 2");
+    EXPECT_EQ(Answer(Db(), "select month(convert(datetime, '2024-01-02'))"), "2");
+    EXPECT_EQ(Answer(Db(), "set dateformat nonsense"), "-2147217900: SET DATEFORMAT date order 'nonsense' is invalid.");
 }
 
 } // namespace

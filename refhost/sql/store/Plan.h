@@ -1,7 +1,7 @@
 #pragma once
 
 #include "refhost/ado/Database.h"
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 #include "refhost/sql/syntax/Literals.h"
 #include "refhost/sql/syntax/Variables.h"
 
@@ -48,7 +48,33 @@ struct Plan {
     std::vector<std::size_t> assigned;
     /// Table that an insert, update or delete writes.
     std::shared_ptr<const Table> target;
+    /// Whether it is a part of a MERGE, as which messages tell it.
+    bool merge = false;
+    /// Of a write that is made row by row, which has no text of its own; nullptr for all others.
+    std::shared_ptr<struct RowPlan> rows;
     StatementHandle statement;
+};
+
+/// A write that chooses its rows before it writes the first of them: a MERGE, and every write with an OUTPUT.
+struct RowPlan {
+    struct Write {
+        /// Query of the rows: the number of the target's row, the values that `write` takes, and what OUTPUT may name.
+        Plan choose;
+        /// Writes one row. Its parameter ?n is the nth column of `choose`; where OUTPUT wants it, it gives the row as
+        /// it is then.
+        Plan write;
+        /// The columns that `write` gives values, in their order.
+        std::vector<const Column*> columns;
+        /// For each OUTPUT clause the query of what it tells; the values of `choose` and `write` are k_row(0), ….
+        std::vector<Plan> outputs;
+    };
+
+    std::vector<Write> writes;
+    /// For each OUTPUT clause the insert of its rows, with the columns of the output as its parameters; one without
+    /// text where they go to the caller.
+    std::vector<Plan> into;
+    /// Whether a MERGE wants it, which writes no row twice.
+    bool merge = false;
 };
 
 /// The type of a literal by itself.
@@ -61,6 +87,11 @@ Cell Evaluate(const Literal& literal, const Slot& slot);
 /// Binds every parameter of the plan. What is bound may point into the statement's text.
 /// @param variables of the batch, nullptr where it has none
 void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables);
+
+/// Binds a value to a parameter, which keeps a copy.
+void BindCell(sqlite3_stmt* statement, int index, const Cell& cell);
+/// Prepares the statements of a plan that writes row by row. Throws like `Prepare`.
+void PrepareRows(RowPlan& rows, sqlite3* db);
 
 /// The current row's value in a column.
 host::Value ReadValue(sqlite3_stmt* statement, int column, const Type& type);

@@ -1,5 +1,5 @@
 // What SQLite reports, in SQL Server's words: nobody who reads a result shall have to know what the database stands on.
-#include "refhost/sql/engine/Sqlite.h"
+#include "refhost/sql/store/Sqlite.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
@@ -61,6 +61,12 @@ constexpr std::array refusals{
             [] {
                 return host::Error(unspecified,
                                    "The embedded account database takes at most 2000 columns in one table or query.");
+            }},
+    Refusal{"non-deterministic",
+            [] {
+                return host::Error(unspecified,
+                                   "The embedded account database takes nothing of the session in computed columns and "
+                                   "checks.");
             }},
     Refusal{"too many arguments on function",
             [] {

@@ -1,4 +1,4 @@
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -69,7 +69,8 @@ constexpr std::array schemaColumnColumns{
 
 constexpr std::string_view typeDescription =
     "CASE xtype WHEN 'U ' THEN 'USER_TABLE' WHEN 'V ' THEN 'VIEW' WHEN 'PK' THEN 'PRIMARY_KEY_CONSTRAINT' "
-    "WHEN 'UQ' THEN 'UNIQUE_CONSTRAINT' ELSE 'CHECK_CONSTRAINT' END";
+    "WHEN 'UQ' THEN 'UNIQUE_CONSTRAINT' WHEN 'F ' THEN 'FOREIGN_KEY_CONSTRAINT' WHEN 'D ' THEN 'DEFAULT_CONSTRAINT' "
+    "ELSE 'CHECK_CONSTRAINT' END";
 
 /// Of sys.objects, sys.tables and sys.views.
 constexpr std::array sysObjectColumns{
@@ -98,6 +99,7 @@ constexpr std::array sysColumnColumns{
     ViewColumn{"scale", {Base::tinyint, 0, 0, 0}, "scale"},
     ViewColumn{"is_nullable", {Base::bit, 0, 0, 0}, "nullable"},
     ViewColumn{"is_identity", {Base::bit, 0, 0, 0}, "is_identity"},
+    ViewColumn{"is_computed", {Base::bit, 0, 0, 0}, "computed_text <> ''"},
 };
 
 template <std::size_t count>

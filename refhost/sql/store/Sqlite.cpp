@@ -1,4 +1,4 @@
-#include "refhost/sql/engine/Sqlite.h"
+#include "refhost/sql/store/Sqlite.h"
 
 #include "refhost/sql/types/Errors.h"
 

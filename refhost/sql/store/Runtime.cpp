@@ -1,12 +1,14 @@
-#include "refhost/sql/engine/Runtime.h"
+#include "refhost/sql/store/Runtime.h"
 
 #include "ModPub/Text.h"
+#include "refhost/sql/store/AppliedRows.h"
 #include "refhost/sql/types/CharacterOrder.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <vector>
 
 namespace refhost::sql {
@@ -325,16 +327,49 @@ template <char32_t (*Map)(char32_t)> void MapFunction(Call& call) {
     call.Return(mapped);
 }
 
-/// Where `needle` stands in `text` at or behind `from` to the collation; npos if nowhere.
-std::size_t FindFolded(const std::u16string& text, const std::u16string& needle, std::size_t from) {
-    const auto same = [](char16_t left, char16_t right) { return FoldCharacter(left) == FoldCharacter(right); };
-    if (from > text.size()) {
-        return std::u16string::npos;
+/// What a text is to searches: folded, letters that stand for two as the two.
+template <class Text> std::u32string Expanded(const Text& text) {
+    std::u32string points;
+    points.reserve(text.size());
+    for (const char32_t point : text) {
+        const char32_t folded = FoldCharacter(point);
+        const std::u32string_view letters = Expansion(folded);
+        points += letters.empty() ? std::u32string_view(&folded, 1) : letters;
     }
-    const auto found =
-        std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), needle.begin(), needle.end(), same);
-    return found == text.end() && !needle.empty() ? std::u16string::npos
-                                                  : static_cast<std::size_t>(found - text.begin());
+    return points;
+}
+
+/// A piece of a text in UTF-16 units; nowhere where `begin` is npos.
+struct Piece {
+    std::size_t begin = std::u16string::npos;
+    std::size_t end = 0;
+};
+
+/// The end of the piece of `text` from `from` on that is `needle` (see `Expanded`); npos when it is not.
+std::size_t EndOfMatch(const std::u16string& text, const std::u32string& needle, std::size_t from) {
+    for (std::u32string_view rest = needle; !rest.empty(); ++from) {
+        if (from >= text.size()) {
+            return std::u16string::npos;
+        }
+        const char32_t folded = FoldCharacter(text[from]);
+        const std::u32string_view letters = Expansion(folded);
+        const std::u32string_view own = letters.empty() ? std::u32string_view(&folded, 1) : letters;
+        if (!rest.starts_with(own)) {
+            return std::u16string::npos;
+        }
+        rest.remove_prefix(own.size());
+    }
+    return from;
+}
+
+/// Where `needle` stands in `text` at or behind `from` to the collation.
+Piece FindFolded(const std::u16string& text, const std::u32string& needle, std::size_t from) {
+    for (std::size_t begin = from; begin < text.size() && !needle.empty(); ++begin) {
+        if (const std::size_t end = EndOfMatch(text, needle, begin); end != std::u16string::npos) {
+            return {begin, end};
+        }
+    }
+    return {};
 }
 
 /// k_charindex(needle, text, start)
@@ -342,12 +377,10 @@ void CharIndexFunction(Call& call) {
     if (call.AnyNull(call.Count())) {
         return call.ReturnNull();
     }
-    const std::u16string needle = ToUtf16(call.Text(0));
-    const std::u16string text = ToUtf16(call.Text(1));
     const std::int64_t start = call.Count() > 2 ? std::max<std::int64_t>(1, call.Integer(2)) : 1;
-    const std::size_t found =
-        needle.empty() ? std::u16string::npos : FindFolded(text, needle, static_cast<std::size_t>(start - 1));
-    call.Return(found == std::u16string::npos ? std::int64_t{0} : static_cast<std::int64_t>(found + 1));
+    const Piece found =
+        FindFolded(ToUtf16(call.Text(1)), Expanded(ToUtf16(call.Text(0))), static_cast<std::size_t>(start - 1));
+    call.Return(found.begin == std::u16string::npos ? std::int64_t{0} : static_cast<std::int64_t>(found.begin + 1));
 }
 
 void ReplaceFunction(Call& call) {
@@ -355,18 +388,18 @@ void ReplaceFunction(Call& call) {
         return call.ReturnNull();
     }
     const std::u16string text = ToUtf16(call.Text(0));
-    const std::u16string needle = ToUtf16(call.Text(1));
+    const std::u32string needle = Expanded(ToUtf16(call.Text(1)));
     const std::u16string replacement = ToUtf16(call.Text(2));
     if (needle.empty()) {
         return call.Return(call.Text(0));
     }
     std::u16string result;
     std::size_t position = 0;
-    for (std::size_t found = FindFolded(text, needle, 0); found != std::u16string::npos;
+    for (Piece found = FindFolded(text, needle, 0); found.begin != std::u16string::npos;
          found = FindFolded(text, needle, position)) {
-        result.append(text, position, found - position);
+        result.append(text, position, found.begin - position);
         result += replacement;
-        position = found + needle.size();
+        position = found.end;
     }
     result.append(text, position);
     call.Return(FromUtf16(result));
@@ -504,23 +537,33 @@ std::u32string FoldedPoints(std::string_view text) {
     return points;
 }
 
+bool HasExpansion(const std::u32string& text) {
+    return std::ranges::any_of(text, [](char32_t folded) { return !Expansion(folded).empty(); });
+}
+
 /// k_like(text, pattern[, escape])
 void LikeFunction(Call& call) {
     if (call.AnyNull(call.Count())) {
         return call.ReturnNull();
     }
     const std::u32string escape = call.Count() > 2 ? FoldedPoints(call.Text(2)) : std::u32string();
-    const std::u32string text = FoldedPoints(call.Text(0));
+    std::u32string text = FoldedPoints(call.Text(0));
     const std::u32string pattern = FoldedPoints(call.Text(1));
     const char32_t escapePoint = escape.empty() ? U'\0' : escape.front();
-    bool matches = LikeMatcher(text, pattern, escapePoint).Matches();
-    if (!matches && !text.empty() && text.back() == U' ') {
+    const auto matches = [&] {
+        // A letter that stands for two is one to _ and two to the two.
+        return LikeMatcher(text, pattern, escapePoint).Matches() ||
+               ((HasExpansion(text) || HasExpansion(pattern)) &&
+                LikeMatcher(Expanded(text), Expanded(pattern), escapePoint).Matches());
+    };
+    bool like = matches();
+    if (!like && !text.empty() && text.back() == U' ') {
         // Trailing blanks of the value do not count.
         const std::size_t last = text.find_last_not_of(U' ');
-        matches =
-            LikeMatcher(text.substr(0, last == std::u32string::npos ? 0 : last + 1), pattern, escapePoint).Matches();
+        text.erase(last == std::u32string::npos ? 0 : last + 1);
+        like = matches();
     }
-    call.Return(std::int64_t{matches ? 1 : 0});
+    call.Return(std::int64_t{like ? 1 : 0});
 }
 
 /// k_patindex(pattern, text): where the pattern, which % in front lets begin anywhere, is met first.
@@ -966,6 +1009,15 @@ void VariableFunction(Call& call) {
     call.Return((*call.GetRuntime().variables)[static_cast<std::size_t>(call.Integer(0))].value);
 }
 
+/// k_row(place)
+void RowFunction(Call& call) { call.Return(call.GetRuntime().toldRow->at(static_cast<std::size_t>(call.Integer(0)))); }
+
+/// k_nextidentity(schema, table, seed, step)
+void NextIdentityFunction(Call& call) {
+    call.Return(call.GetRuntime().NextIdentity(static_cast<Schema>(call.Integer(0)), call.Text(1), call.Integer(2),
+                                               call.Integer(3)));
+}
+
 // Aggregates over exact numbers, and the mean of whole ones, which is whole.
 
 struct Sum {
@@ -1254,6 +1306,8 @@ constexpr std::array sessionFunctions{
     FunctionRow{"k_errornumber", 0, Entry<ErrorNumberFunction>},
     FunctionRow{"k_newid", 0, Entry<NewIdFunction>},
     FunctionRow{"k_variable", 1, Entry<VariableFunction>},
+    FunctionRow{"k_row", 1, Entry<RowFunction>},
+    FunctionRow{"k_nextidentity", 4, Entry<NextIdentityFunction>},
 };
 
 } // namespace
@@ -1291,6 +1345,7 @@ Runtime::Runtime(sqlite3* db) : db_(db) {
     sqlite3_create_function_v2(db, "k_varp", 1, pure, this, nullptr, SpreadStep, SpreadFinal<false, false>, nullptr);
     sqlite3_create_function_v2(db, "k_string_agg", -1, pure, this, nullptr, SortedTextsStep, SortedTextsFinal, nullptr);
     sqlite3_create_function_v2(db, "k_single", 1, pure, this, nullptr, SingleStep, SingleFinal, nullptr);
+    RegisterAppliedRows(db);
     sqlite3_create_collation_v2(db, std::string(textCollation).c_str(), SQLITE_UTF8, nullptr, Collate<CompareText>,
                                 nullptr);
     sqlite3_create_collation_v2(db, std::string(exactCollation).c_str(), SQLITE_UTF8, nullptr, Collate<CompareExact>,
@@ -1335,6 +1390,24 @@ std::string Runtime::NextRowVersion(Schema schema) {
         bytes[i] = static_cast<char>(value & 0xffU);
     }
     return bytes;
+}
+
+std::int64_t Runtime::NextIdentity(Schema schema, std::string_view table, std::int64_t seed, std::int64_t step) {
+    const bool outer = std::exchange(stepping, false);
+    const auto guard = [&](bool* flag) { *flag = outer; };
+    const std::unique_ptr<bool, decltype(guard)> restore(&stepping, guard);
+    const std::string_view in = SqliteName(schema);
+    Command count(db_, fmt::format("UPDATE {}.sqlite_sequence SET seq = seq + ? WHERE name = ? RETURNING seq", in));
+    if (count.Bind(step).Bind(table).Step()) {
+        const std::int64_t number = count.Integer(0);
+        count.Step();
+        return number;
+    }
+    Command(db_, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES (?, ?)", in))
+        .Bind(table)
+        .Bind(seed)
+        .Step();
+    return seed;
 }
 
 std::optional<DatePart> DatePartNamed(std::string_view word) {

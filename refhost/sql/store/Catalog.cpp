@@ -1,5 +1,6 @@
-#include "refhost/sql/engine/Catalog.h"
+#include "refhost/sql/store/Catalog.h"
 
+#include "refhost/sql/syntax/Words.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
@@ -32,6 +33,22 @@ int Table::RowVersion() const {
     const auto found =
         std::find_if(columns.begin(), columns.end(), [](const Column& c) { return c.type.base == Base::timestamp; });
     return found == columns.end() || view ? -1 : static_cast<int>(found - columns.begin());
+}
+
+std::string CheckedColumn(const Table& table, const std::string& condition) {
+    std::string name;
+    for (const std::string& word : WordsOf(condition)) {
+        const int position = table.Find(word);
+        if (position < 0) {
+            continue;
+        }
+        const std::string& column = table.columns[static_cast<std::size_t>(position)].name;
+        if (!name.empty() && name != column) {
+            return {};
+        }
+        name = column;
+    }
+    return name.empty() ? name : fmt::format(", column '{}'", name);
 }
 
 ObjectPath Catalog::Resolve(const Name& name) const {
@@ -134,8 +151,8 @@ std::shared_ptr<const Table> Catalog::Load(const ObjectPath& path) {
     table->source = fmt::format("{}.{}", SqliteName(path.schema), Quoted(table->name));
     Command columns(
         db_,
-        fmt::format("SELECT name, type, nullable, is_identity, default_text, blank_index, seed, step FROM {} WHERE "
-                    "id = ? ORDER BY colid",
+        fmt::format("SELECT name, type, nullable, is_identity, default_text, blank_index, seed, step, computed_text, "
+                    "persisted FROM {} WHERE id = ? ORDER BY colid",
                     Internal(path.schema, "columns")));
     columns.Bind(table->id);
     while (columns.Step()) {
@@ -148,6 +165,8 @@ std::shared_ptr<const Table> Catalog::Load(const ObjectPath& path) {
         column.blankIndex = columns.Integer(5) != 0;
         column.seed = columns.Integer(6);
         column.step = columns.Integer(7);
+        column.computedText = columns.Text(8);
+        column.persisted = columns.Integer(9) != 0;
         table->columns.push_back(std::move(column));
     }
     return table;
@@ -167,7 +186,8 @@ void Catalog::CreateTables(sqlite3* db, Schema schema) {
                     "{} NOT NULL, type INTEGER NOT NULL, type_name TEXT COLLATE {} NOT NULL, length INTEGER, "
                     "prec INTEGER, scale INTEGER, nullable INTEGER NOT NULL, is_identity INTEGER NOT NULL, "
                     "default_text TEXT NOT NULL, blank_index INTEGER NOT NULL, seed INTEGER NOT NULL DEFAULT 1, "
-                    "step INTEGER NOT NULL DEFAULT 1, PRIMARY KEY (id, colid))",
+                    "step INTEGER NOT NULL DEFAULT 1, computed_text TEXT NOT NULL DEFAULT '', persisted INTEGER NOT "
+                    "NULL DEFAULT 0, PRIMARY KEY (id, colid))",
                     in, textCollation, textCollation));
     Run(db, fmt::format("CREATE TABLE {}.\"sys:counter\" (value INTEGER NOT NULL)", in));
     // Where SQL Server's row versions begin.
@@ -190,13 +210,15 @@ void Catalog::AddColumn(Schema schema, std::int64_t table, int position, const C
     Command insert(
         db_,
         fmt::format("INSERT INTO {} (id, colid, name, type, type_name, length, prec, scale, nullable, is_identity, "
-                    "default_text, seed, step, blank_index) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)",
+                    "default_text, seed, step, computed_text, persisted, blank_index) VALUES (?, ?, ?, ?, ?, ?, ?, ?, "
+                    "?, ?, ?, ?, ?, ?, ?, 0)",
                     Internal(schema, "columns")));
     insert.Bind(table).Bind(std::int64_t{position}).Bind(column.name).Bind(Pack(type)).Bind(NameOf(type.base));
     insert.Bind(std::int64_t{family == Family::text || family == Family::binary ? type.length : 0});
     insert.Bind(std::int64_t{field.precision}).Bind(std::int64_t{field.scale});
     insert.Bind(std::int64_t{column.nullable ? 1 : 0}).Bind(std::int64_t{column.identity ? 1 : 0});
-    insert.Bind(column.defaultText).Bind(column.seed).Bind(column.step).Step();
+    insert.Bind(column.defaultText).Bind(column.seed).Bind(column.step).Bind(column.computedText);
+    insert.Bind(std::int64_t{column.persisted ? 1 : 0}).Step();
 }
 
 void Catalog::RemoveObject(Schema schema, std::int64_t id) {
@@ -227,18 +249,51 @@ void Catalog::SetBlankIndex(Schema schema, std::int64_t table, std::string_view 
         .Step();
 }
 
-void Catalog::SetNotNull(Schema schema, std::int64_t table, std::string_view column) {
-    Command(db_, fmt::format("UPDATE {} SET nullable = 0 WHERE id = ? AND name = ?", Internal(schema, "columns")))
+void Catalog::ChangeColumn(Schema schema, std::int64_t table, const Column& column) {
+    Command place(
+        db_, fmt::format("SELECT colid, blank_index FROM {} WHERE id = ? AND name = ?", Internal(schema, "columns")));
+    place.Bind(table).Bind(column.name).Step();
+    const auto position = static_cast<int>(place.Integer(0));
+    const bool blank = place.Integer(1) != 0;
+    RemoveColumn(schema, table, column.name);
+    AddColumn(schema, table, position, column);
+    if (blank) {
+        SetBlankIndex(schema, table, column.name);
+    }
+}
+
+std::vector<Catalog::ConstraintRow> Catalog::Constraints(Schema schema, std::string_view xtype, std::int64_t table) {
+    Command find(db_,
+                 fmt::format("SELECT c.name, t.name, c.text FROM {0} c JOIN {0} t ON t.id = c.parent WHERE c.xtype "
+                             "= ? AND ? IN (c.parent, 0) ORDER BY c.id",
+                             Internal(schema, "objects")));
+    find.Bind(xtype).Bind(table);
+    std::vector<ConstraintRow> rows;
+    while (find.Step()) {
+        rows.push_back({find.Text(0), find.Text(1), find.Text(2)});
+    }
+    return rows;
+}
+
+void Catalog::RemoveConstraint(Schema schema, std::int64_t table, std::string_view name) {
+    Command(db_, fmt::format("DELETE FROM {} WHERE parent = ? AND name = ?", Internal(schema, "objects")))
         .Bind(table)
-        .Bind(column)
+        .Bind(name)
+        .Step();
+}
+
+void Catalog::ForgetIdentity(const Table& table) {
+    Command(db_, fmt::format("DELETE FROM {}.sqlite_sequence WHERE name = ?", SqliteName(table.schema)))
+        .Bind(table.name)
         .Step();
 }
 
 void Catalog::RestartIdentity(const Table& table) {
     const std::string_view in = SqliteName(table.schema);
-    Command(db_, fmt::format("DELETE FROM {}.sqlite_sequence WHERE name = ?", in)).Bind(table.name).Step();
-    const std::int64_t seed = table.columns.at(static_cast<std::size_t>(table.Identity())).seed;
-    if (seed != 1) {
+    ForgetIdentity(table);
+    const Column& identity = table.columns.at(static_cast<std::size_t>(table.Identity()));
+    const std::int64_t seed = identity.seed;
+    if (identity.step == 1 && seed != 1) {
         Command(db_, fmt::format("INSERT INTO {}.sqlite_sequence (name, seq) VALUES (?, ?)", in))
             .Bind(table.name)
             .Bind(seed - 1)

@@ -1,4 +1,4 @@
-#include "refhost/sql/engine/Plan.h"
+#include "refhost/sql/store/Plan.h"
 
 #include "refhost/sql/types/CodePage.h"
 #include "refhost/sql/types/Errors.h"
@@ -192,6 +192,24 @@ Cell Evaluate(const Literal& literal, const Slot& slot) {
         from = step.to;
     }
     return cell;
+}
+
+void BindCell(sqlite3_stmt* statement, int index, const Cell& cell) {
+    BindCell(statement, index, cell, SQLITE_TRANSIENT);
+}
+
+void PrepareRows(RowPlan& rows, sqlite3* db) {
+    const auto prepare = [db](Plan& plan) {
+        if (!plan.text.empty()) {
+            plan.statement = Prepare(db, plan.text);
+        }
+    };
+    for (RowPlan::Write& write : rows.writes) {
+        prepare(write.choose);
+        prepare(write.write);
+        std::ranges::for_each(write.outputs, prepare);
+    }
+    std::ranges::for_each(rows.into, prepare);
 }
 
 void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables) {

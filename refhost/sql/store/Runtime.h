@@ -1,11 +1,13 @@
 #pragma once
 
 #include "host/Error.h"
-#include "refhost/sql/engine/Sqlite.h"
+#include "refhost/sql/store/Sqlite.h"
 #include "refhost/sql/syntax/Variables.h"
 
 #include <array>
 #include <optional>
+#include <string_view>
+#include <vector>
 
 namespace refhost::sql {
 
@@ -32,6 +34,9 @@ public:
     /// The next row version of a database: eight bytes, highest first. Counts in the database itself, inside the
     /// transaction of the statement that asks, so that it never goes back and holds across processes.
     std::string NextRowVersion(Schema schema);
+    /// The next number of an identity column that counts from `seed` by `step`. Counts in `sqlite_sequence`, like
+    /// SQLite's own that count by 1, inside the transaction of the statement that asks.
+    std::int64_t NextIdentity(Schema schema, std::string_view table, std::int64_t seed, std::int64_t step);
     /// See `sql::BeginWriting`.
     void BeginWriting(Schema schema);
     /// Lets go of every statement kept.
@@ -47,6 +52,8 @@ public:
     std::int64_t tranCount = 0;
     /// Variables of the batch at hand, nullptr where it has none.
     Variables* variables = nullptr;
+    /// What is known of the row at hand while its OUTPUT is told, nullptr otherwise.
+    const std::vector<Cell>* toldRow = nullptr;
     /// The error of the CATCH block at hand.
     std::optional<host::Error> caught;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "refhost/sql/engine/Runtime.h"
+#include "refhost/sql/store/Runtime.h"
 #include "refhost/sql/syntax/Ast.h"
 
 #include <memory>
@@ -20,6 +20,9 @@ struct Column {
     std::int64_t step = 1;
     /// The default's expression in T-SQL, empty without one.
     std::string defaultText;
+    /// Of a computed column: its expression in T-SQL, empty for others; and whether its value is stored.
+    std::string computedText;
+    bool persisted = false;
     /// Whether an index over `isnull(column, '')` exists, see Ddl.cpp.
     bool blankIndex = false;
 };
@@ -74,7 +77,8 @@ public:
     /// Drops what was read; to be called when definitions changed.
     void Forget() { tables_.clear(); }
 
-    // Bookkeeping of definitions. `xtype` is SQL Server's two-letter kind: "U ", "V ", "PK", "UQ", "C ".
+    // Bookkeeping of definitions. `xtype` is SQL Server's two-letter kind: "U ", "V ", "PK", "UQ", "C ",
+    // "F ", "D ".
     static void CreateTables(sqlite3* db, Schema schema);
     std::int64_t AddObject(Schema schema, std::string_view name, std::string_view xtype, std::int64_t parent,
                            std::string_view text);
@@ -84,12 +88,24 @@ public:
     void RemoveColumn(Schema schema, std::int64_t table, std::string_view column);
     void SetDefault(Schema schema, std::int64_t table, std::string_view column, std::string_view text);
     void SetBlankIndex(Schema schema, std::int64_t table, std::string_view column);
-    void SetNotNull(Schema schema, std::int64_t table, std::string_view column);
     /// Makes a table's identity column begin at its seed.
     void RestartIdentity(const Table& table);
+    /// Drops what a table's identity column has counted.
+    void ForgetIdentity(const Table& table);
     bool HasObject(Schema schema, std::string_view name);
     /// Name of the first constraint of a kind at a table, empty without one.
     std::string ConstraintName(Schema schema, std::int64_t table, std::string_view xtype);
+    struct ConstraintRow {
+        std::string name;
+        /// The table that it is of.
+        std::string table;
+        std::string text;
+    };
+    /// The constraints of a kind, of one table or, for 0, of all.
+    std::vector<ConstraintRow> Constraints(Schema schema, std::string_view xtype, std::int64_t table);
+    void RemoveConstraint(Schema schema, std::int64_t table, std::string_view name);
+    /// Writes a column's definition anew.
+    void ChangeColumn(Schema schema, std::int64_t table, const Column& column);
     /// The condition of the named check at a table, empty without one.
     std::string ConstraintText(Schema schema, std::int64_t table, std::string_view name);
     /// The statement that a view was created by.
@@ -109,6 +125,9 @@ private:
     Schema current_ = Schema::account;
     std::unordered_map<std::string, std::shared_ptr<const Table>> tables_;
 };
+
+/// The column of a check of one column, as messages name it; empty for a check of several.
+std::string CheckedColumn(const Table& table, const std::string& condition);
 
 /// SQL Server's views over the catalog itself; nullptr when `path` names none.
 std::shared_ptr<const Table> SystemView(const ObjectPath& path, const std::string& databaseName);
