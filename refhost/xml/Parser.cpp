@@ -1,6 +1,7 @@
 #include "refhost/xml/Parser.h"
 
 #include "refhost/xml/ParameterEntities.h"
+#include "refhost/xml/PlainText.h"
 #include "refhost/xml/PrefixScope.h"
 #include "refhost/xml/WhiteSpace.h"
 #include "text/Utf8.h"
@@ -31,6 +32,10 @@ constexpr std::size_t freeGrowth = 1 << 20;
 std::string_view View(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
 }
+
+bool IsReadable(std::string_view xml) { return xml.find('\0') == std::string_view::npos && text::IsUtf8(xml); }
+
+ParseResult NotReadable() { return {nullptr, "The text is not valid UTF-8."}; }
 
 bool IsBlank(std::string_view text) { return text.find_first_not_of(blanks) == std::string_view::npos; }
 
@@ -316,8 +321,6 @@ int Builder::Read(void* context, char* buffer, int length) {
 }
 
 ParseResult Builder::Run() {
-    if (source_.find('\0') != std::string_view::npos || !text::IsUtf8(source_))
-        return {nullptr, "The text is not valid UTF-8."};
     WrittenOut writtenOut = WriteOutParameterEntities(source_, budget_);
     if (!writtenOut.reason.empty())
         return {nullptr, std::move(writtenOut.reason)};
@@ -382,6 +385,15 @@ ParseResult Builder::Run() {
 
 } // namespace
 
-ParseResult Parse(std::string_view xml) { return Builder(xml).Run(); }
+ParseResult Parse(std::string_view xml) {
+    if (IsReadable(xml)) {
+        if (std::unique_ptr<Tree> plain = ReadPlainText(xml))
+            return {std::move(plain), {}};
+        return Builder(xml).Run();
+    }
+    return NotReadable();
+}
+
+ParseResult ParseByLibxml(std::string_view xml) { return IsReadable(xml) ? Builder(xml).Run() : NotReadable(); }
 
 } // namespace refhost::xml

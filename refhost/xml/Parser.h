@@ -24,5 +24,7 @@ struct ParseResult {
 /// text tenfold beyond a first megabyte, and so may internal entities and the defaults of attributes together. The
 /// document type itself is not kept. An element has at most 2,048 attributes.
 ParseResult Parse(std::string_view xml);
+/// The same by libxml2 alone, which reads every text; `Parse` has it read those that are not plain (PlainText.h).
+ParseResult ParseByLibxml(std::string_view xml);
 
 } // namespace refhost::xml
