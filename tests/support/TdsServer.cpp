@@ -124,6 +124,7 @@ public:
             return;
         }
         while (const std::optional<ClientMessage> request = ReadRequest(client_)) {
+            ++server_.requests_;
             if (request->kind == MessageKind::attention) {
                 if (!Send(client_, Done(done::attention))) {
                     return;

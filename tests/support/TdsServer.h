@@ -40,6 +40,8 @@ public:
     std::string ConnectionString() const;
     /// How often a client cancelled a statement.
     int Cancelled() const { return cancelled_; }
+    /// How many messages clients sent after their logins: each is a way to the server and back.
+    int Requests() const { return requests_; }
 
 private:
     class Session;
@@ -51,6 +53,7 @@ private:
     int listener_;
     int port_ = 0;
     std::atomic<int> cancelled_ = 0;
+    std::atomic<int> requests_ = 0;
     std::mutex mutex_;
     bool closing_ = false;
     std::vector<int> clients_;
