@@ -3,8 +3,7 @@
 namespace ModPub {
 
 std::string GetNodeText(const host::DOMNode& node, std::string_view path) {
-    const host::DOMNodePtr found = node.SelectSingleNode(path);
-    return found ? found->Text() : std::string();
+    return node.TextAt(path).value_or(std::string());
 }
 
 } // namespace ModPub

@@ -85,6 +85,11 @@ template <char32_t (*map)(char32_t)> std::string MapLetters(std::string_view tex
     std::string result;
     result.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
+        if (const auto byte = static_cast<unsigned char>(text[position]); byte < 0x80) {
+            result.push_back(static_cast<char>(map(byte)));
+            ++position;
+            continue;
+        }
         const text::Utf8Character character = text::ReadUtf8(text, position);
         if (character.valid) {
             text::AppendUtf8(result, map(character.codePoint));

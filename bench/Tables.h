@@ -15,6 +15,8 @@ void PrintMemoryTable(std::size_t rows, int rounds, const std::string& className
 void PrintVoucherTable(std::size_t rows);
 /// Inventory settings into a file in `folder`: time, and what is asked of the system.
 void PrintFileTable(std::size_t rows, const std::string& folder);
+/// The time of `program` (kovra) for a request of one row on a file in `folder`.
+void PrintStartTable(const std::string& folder, const std::string& program);
 /// Peak memory of `program` (kovra) over the size of its request, for each class, with files in `folder`.
 void PrintPeakTable(std::size_t rows, const std::string& folder, const std::string& program);
 

@@ -11,11 +11,11 @@
 namespace {
 
 constexpr const char* usage = "usage: kovra-bench memory ROWS ROUNDS [CLASS] | vouchers ROWS | file ROWS FOLDER | "
-                              "peak ROWS FOLDER KOVRA | request ROWS\n";
+                              "peak ROWS FOLDER KOVRA | start FOLDER KOVRA | request ROWS\n";
 
 void Run(const std::vector<std::string>& words) {
     const std::string_view table = words.empty() ? "" : words[0];
-    const std::size_t rows = words.size() > 1 ? std::stoul(words[1]) : 0;
+    const std::size_t rows = words.size() > 1 && table != "start" ? std::stoul(words[1]) : 0;
     if (table == "memory" && (words.size() == 3 || words.size() == 4)) {
         bench::PrintMemoryTable(rows, std::stoi(words[2]), words.size() == 4 ? words[3] : std::string());
     } else if (table == "vouchers" && words.size() == 2) {
@@ -24,6 +24,8 @@ void Run(const std::vector<std::string>& words) {
         bench::PrintFileTable(rows, words[2]);
     } else if (table == "peak" && words.size() == 4) {
         bench::PrintPeakTable(rows, words[2], words[3]);
+    } else if (table == "start" && words.size() == 3) {
+        bench::PrintStartTable(words[1], words[2]);
     } else if (table == "request" && words.size() == 2) {
         std::fputs(bench::InventorySettings().request(rows).c_str(), stdout);
     } else {

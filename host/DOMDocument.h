@@ -36,6 +36,11 @@ public:
     virtual DOMNodePtr SelectSingleNode(std::string_view path) const = 0;
     /// All nodes that `path` (XPath) selects under this node, in document order. Throws for an invalid path.
     virtual DOMNodeList SelectNodes(std::string_view path) const = 0;
+    /// The text of the first node that `path` selects under this node; nothing where there is none. Throws likewise.
+    virtual std::optional<std::string> TextAt(std::string_view path) const {
+        const DOMNodePtr found = SelectSingleNode(path);
+        return found ? std::optional(found->Text()) : std::nullopt;
+    }
     /// All child nodes, text nodes included, in document order.
     virtual DOMNodeList ChildNodes() const = 0;
 
@@ -72,6 +77,8 @@ public:
     /// Creates an element of this document that stands nowhere yet. Throws for a text that is no name and for a prefix
     /// that the document does not declare.
     virtual DOMNodePtr CreateElement(std::string_view name) = 0;
+    /// The same for a name whose prefix, declared in the document, stands for the namespace `uri`.
+    virtual DOMNodePtr CreateElementNS(std::string_view name, std::string_view uri) = 0;
 };
 
 } // namespace host

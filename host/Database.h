@@ -89,6 +89,8 @@ public:
     /// result is handed out. Does nothing where none is under way. Throws where the database could not keep what it had
     /// answered to a statement of the series.
     virtual void EndSeries() {}
+    /// The connection that this one decorates; nullptr where it decorates none.
+    virtual Connection* Decorated() noexcept { return nullptr; }
 };
 
 /// An ADO recordset over one query.

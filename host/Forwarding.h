@@ -27,6 +27,7 @@ public:
 
     /// The connection that this one decorates.
     Connection& inner() const noexcept { return *inner_; }
+    Connection* Decorated() noexcept override { return inner_.get(); }
 
 private:
     std::shared_ptr<Connection> inner_;
@@ -75,8 +76,8 @@ private:
 /// components works on, however many decorators lie between.
 inline Connection& Undecorated(Connection& connection) {
     Connection* innermost = &connection;
-    while (const auto* decorator = dynamic_cast<const ForwardingConnection*>(innermost)) {
-        innermost = &decorator->inner();
+    while (Connection* const inner = innermost->Decorated()) {
+        innermost = inner;
     }
     return *innermost;
 }

@@ -38,7 +38,7 @@ Environment::Environment(DatabaseOpener opener)
 
 Environment::~Environment() = default;
 
-std::unique_ptr<host::DOMDocument> Environment::CreateDOMDocument() { return xml::CreateDocument(); }
+std::unique_ptr<host::DOMDocument> Environment::CreateDOMDocument() { return xml::CreateDocument(repeatedTexts_); }
 
 std::unique_ptr<host::Connection> Environment::CreateConnection() { return std::make_unique<Connection>(opener_); }
 

@@ -4,6 +4,7 @@
 #include "refhost/OpenDatabase.h"
 #include "refhost/eai/MappingStore.h"
 #include "refhost/ia/ComponentConnection.h"
+#include "refhost/xml/RepeatedTexts.h"
 
 #include <memory>
 
@@ -35,6 +36,7 @@ private:
     std::unique_ptr<host::RsXmlHelper> rsXmlHelper_;
     /// What the components created here share.
     MappingStore mappings_;
+    std::shared_ptr<xml::RepeatedTexts> repeatedTexts_ = std::make_shared<xml::RepeatedTexts>();
     ComponentConnection componentConnection_;
 };
 

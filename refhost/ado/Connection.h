@@ -2,6 +2,7 @@
 
 #include "host/Database.h"
 #include "refhost/ado/Database.h"
+#include "refhost/ado/RowsetXml.h"
 
 #include <memory>
 #include <utility>
@@ -26,10 +27,13 @@ public:
 
     /// The database behind. Throws 3704 when the connection is closed.
     Database& database();
+    /// What its recordsets share when they are saved.
+    const std::shared_ptr<RowsetShapes>& shapes() const { return shapes_; }
 
 private:
     DatabaseOpener opener_;
     std::unique_ptr<Database> database_;
+    std::shared_ptr<RowsetShapes> shapes_ = std::make_shared<RowsetShapes>();
     bool inTransaction_ = false;
 };
 

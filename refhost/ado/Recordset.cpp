@@ -7,6 +7,7 @@
 #include "text/SameName.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 namespace refhost {
 
@@ -22,7 +23,12 @@ void Recordset::Open(std::string_view source, host::Connection& connection, host
     if (IsOpen()) {
         RaiseObjectOpen();
     }
-    result_ = dynamic_cast<Connection&>(host::Undecorated(connection)).database().Query(source);
+    host::Connection& undecorated = host::Undecorated(connection);
+    // The usual kind without a search through its bases.
+    auto& own = typeid(undecorated) == typeid(Connection) ? static_cast<Connection&>(undecorated)
+                                                          : dynamic_cast<Connection&>(undecorated);
+    result_ = own.database().Query(source);
+    shapes_ = own.shapes();
     row_ = 0;
     forwardOnly_ = cursorType == host::CursorType::forwardOnly && location_ == host::CursorLocation::server;
 }
@@ -84,7 +90,7 @@ host::Value Recordset::FieldValue(std::size_t index) const {
 
 void Recordset::Save(host::DOMDocument& document) const {
     OpenFields();
-    WriteRowset(result_, document);
+    WriteRowset(result_, *shapes_, document);
 }
 
 const Fields& Recordset::OpenFields() const {

@@ -2,6 +2,9 @@
 
 #include "host/Database.h"
 #include "refhost/ado/Database.h"
+#include "refhost/ado/RowsetXml.h"
+
+#include <memory>
 
 namespace refhost {
 
@@ -32,6 +35,8 @@ private:
     /// Whether the cursor is a forward-only one on the server, which does not count its rows.
     bool forwardOnly_ = false;
     ResultSet result_;
+    /// Of the connection that it was opened on.
+    std::shared_ptr<RowsetShapes> shapes_;
     std::size_t row_ = 0;
 };
 

@@ -179,19 +179,26 @@ struct ToAttributeText {
 
 } // namespace
 
-void WriteRowset(const ResultSet& result, host::DOMDocument& document) {
+const RowsetShape& RowsetShapes::Of(const std::shared_ptr<const Fields>& fields) {
+    if (const auto* const known = std::ranges::find(shapes_, fields, &RowsetShape::fields); known != shapes_.end())
+        return *known;
+    RowsetShape shape{fields, AttributeNames(*fields), std::string(head)};
+    for (std::size_t column = 0; column < fields->size(); ++column)
+        AppendColumn(shape.start, (*fields)[column], shape.names[column], column);
+    shape.start.append(between);
+    return shapes_.at(next_++ % shapes_.size()) = std::move(shape);
+}
+
+void WriteRowset(const ResultSet& result, RowsetShapes& shapes, host::DOMDocument& document) {
     const Fields& fields = *result.fields;
-    const std::vector<std::string> names = AttributeNames(fields);
-    std::string xml(head);
-    for (std::size_t column = 0; column < fields.size(); ++column)
-        AppendColumn(xml, fields[column], names[column], column);
-    xml.append(between);
+    const RowsetShape& shape = shapes.Of(result.fields);
+    std::string xml = shape.start;
     for (std::size_t row = 0; row < result.rowCount; ++row) {
         xml.append("<z:row");
         for (std::size_t column = 0; column < fields.size(); ++column) {
             const host::Value& value = result.cells[row * fields.size() + column];
             if (const auto text = std::visit(ToAttributeText{fields[column].type}, value.storage()))
-                ModPub::AppendXmlAttribute(xml, names[column], *text);
+                ModPub::AppendXmlAttribute(xml, shape.names[column], *text);
         }
         xml.append("/>");
     }

@@ -10,8 +10,7 @@ std::string EaiHelper::GetAttr(host::DOMNode* element, std::string_view name) {
 }
 
 std::string EaiHelper::GetChildText(const host::DOMNode* node, std::string_view name) {
-    const host::DOMNodePtr child = node == nullptr ? nullptr : node->SelectSingleNode(name);
-    return child == nullptr ? std::string() : child->Text();
+    return node == nullptr ? std::string() : node->TextAt(name).value_or(std::string());
 }
 
 std::string EaiHelper::MakeErrorResult(std::string_view code, std::string_view message, std::string_view detail) {

@@ -1,77 +1,42 @@
 #include "refhost/eai/EaiXmlConverter.h"
 
-#include "ModPub/XmlText.h"
 #include "refhost/eai/FieldText.h"
 
-#include <algorithm>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace refhost {
 namespace {
 
-/// The record's column that belongs to `field`. Throws `host::Error` for a mapping that names no column of the record,
-/// and the database's error.
-std::size_t ColumnOf(const MappedField& field, const host::Recordset& record, const std::string& mappingName) {
-    try {
-        return record.FieldIndex(field.column);
-    } catch (const host::Error& error) {
-        if (error.number() != host::error_number::itemNotFound) {
-            throw;
-        }
-        throw MappingError(mappingName, "记录中没有列" + field.column);
-    }
-}
-
 /// Turns elements into records (`z:row`) of a saved template.
 class RecordWriter {
 public:
-    RecordWriter(const MappedPart& part, const host::Recordset& columns, const std::string& mappingName) {
-        for (const MappedField& field : part.fields) {
-            columns_.emplace(field.element, columns.FieldAt(ColumnOf(field, columns, mappingName)).name);
-        }
-    }
+    RecordWriter(std::shared_ptr<const ResolvedPart> columns, host::DOMDocument& document)
+        : columns_(std::move(columns)), document_(document) {}
 
     /// Adds one record of the children of `element`.
     void Add(const host::DOMNode& element) {
-        std::vector<std::string_view> written;
-        rows_.append("<z:row");
-        for (const host::DOMNodePtr& child : element.ChildNodes()) {
-            const auto column = columns_.find(child->NodeName());
-            if (column == columns_.end() || std::ranges::find(written, column->second) != written.end()) {
-                continue;
+        if (!data_) {
+            data_ = document_.SelectSingleNode("/xml/rs:data");
+            if (!data_) {
+                throw host::Error(host::error_number::unspecified, "模板不是保存为XML的记录集。");
             }
-            ModPub::AppendXmlAttribute(rows_, column->second, child->Text());
-            written.push_back(column->second);
         }
-        rows_.append("/>");
-    }
-
-    /// Puts the records behind those of `document`, in its text: an element that a document creates by a prefixed name
-    /// has no namespace on every parser, and what reads records goes by the namespace.
-    void WriteTo(host::DOMDocument& document) const {
-        if (rows_.empty()) {
-            return;
+        // By its namespace: what reads records goes by it, on every parser.
+        const host::DOMNodePtr row = document_.CreateElementNS("z:row", "#RowsetSchema");
+        for (const host::DOMNodePtr& child : element.ChildNodes()) {
+            const std::string* const column = columns_->ColumnOf(child->NodeName());
+            if (column != nullptr && !row->GetAttribute(*column)) {
+                row->SetAttribute(*column, child->Text());
+            }
         }
-        constexpr std::string_view emptyData = "<rs:data/>";
-        constexpr std::string_view dataEnd = "</rs:data>";
-        std::string xml = document.Xml();
-        if (const std::size_t end = xml.rfind(dataEnd); end != std::string::npos) {
-            xml.insert(end, rows_);
-        } else if (const std::size_t data = xml.rfind(emptyData); data != std::string::npos) {
-            xml.replace(data, emptyData.size(), "<rs:data>" + rows_ + "</rs:data>");
-        } else {
-            throw host::Error(host::error_number::unspecified, "模板不是保存为XML的记录集。");
-        }
-        if (!document.LoadXML(xml)) {
-            throw host::Error(host::error_number::unspecified, "记录不能写入模板。");
-        }
+        data_->AppendChild(*row);
     }
 
 private:
-    /// Names of columns by element.
-    std::unordered_map<std::string, std::string> columns_;
-    std::string rows_;
+    std::shared_ptr<const ResolvedPart> columns_;
+    host::DOMDocument& document_;
+    host::DOMNodePtr data_;
 };
 
 /// Writes a mapping's fields of the current record as children of an element.
@@ -107,24 +72,20 @@ private:
 void EaiXmlConverter::FillHead(std::string_view rowXml, std::string_view, host::DOMDocument& head,
                                host::Recordset& columns, std::string_view mapping) {
     const Mapping& rules = mappings_.Get(mapping);
-    RecordWriter records(rules.head, columns, rules.name);
-    const std::unique_ptr<host::DOMDocument> row = LoadRow(rowXml);
-    if (const host::DOMNodePtr element = row->DocumentElement()->SelectSingleNode(rules.head.element)) {
+    RecordWriter records(mappings_.Resolve(rules, rules.head, columns), head);
+    if (const host::DOMNodePtr element = RowElement(rowXml)->SelectSingleNode(rules.head.element)) {
         records.Add(*element);
     }
-    records.WriteTo(head);
 }
 
 void EaiXmlConverter::FillBody(std::string_view rowXml, std::string_view, host::DOMDocument& body,
                                host::Recordset& columns, std::string_view mapping) {
     const Mapping& rules = mappings_.Get(mapping);
-    RecordWriter records(rules.body, columns, rules.name);
-    const std::unique_ptr<host::DOMDocument> row = LoadRow(rowXml);
+    RecordWriter records(mappings_.Resolve(rules, rules.body, columns), body);
     for (const host::DOMNodePtr& element :
-         row->DocumentElement()->SelectNodes(rules.body.element + "/" + rules.body.rowElement)) {
+         RowElement(rowXml)->SelectNodes(rules.body.element + "/" + rules.body.rowElement)) {
         records.Add(*element);
     }
-    records.WriteTo(body);
 }
 
 void EaiXmlConverter::HeadToXml(host::DOMDocument& document, host::DOMNode& element, std::string_view mapping,
@@ -148,12 +109,17 @@ void EaiXmlConverter::BodyToXml(host::DOMDocument& document, host::DOMNode& elem
     element.AppendChild(*bodyElement);
 }
 
-std::unique_ptr<host::DOMDocument> EaiXmlConverter::LoadRow(std::string_view rowXml) {
-    std::unique_ptr<host::DOMDocument> row = environment_.CreateDOMDocument();
-    if (!row->LoadXML(rowXml)) {
-        throw host::Error(host::error_number::unspecified, "单据不是格式正确的XML。");
+host::DOMNodePtr EaiXmlConverter::RowElement(std::string_view rowXml) {
+    if (!row_ || rowXml_ != rowXml) {
+        row_.reset();
+        std::unique_ptr<host::DOMDocument> row = environment_.CreateDOMDocument();
+        if (!row->LoadXML(rowXml)) {
+            throw host::Error(host::error_number::unspecified, "单据不是格式正确的XML。");
+        }
+        rowXml_ = rowXml;
+        row_ = std::move(row);
     }
-    return row;
+    return row_->DocumentElement();
 }
 
 } // namespace refhost

@@ -2,6 +2,7 @@
 
 #include "refhost/eai/MappingStore.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -35,10 +36,13 @@ public:
                    host::Recordset& body) override;
 
 private:
-    std::unique_ptr<host::DOMDocument> LoadRow(std::string_view rowXml);
+    /// The row's element. A row is read once, for its head and its body.
+    host::DOMNodePtr RowElement(std::string_view rowXml);
 
     host::Environment& environment_;
     MappingStore& mappings_;
+    std::string rowXml_;
+    std::unique_ptr<host::DOMDocument> row_;
 };
 
 } // namespace refhost

@@ -27,6 +27,16 @@ const Mapping& MappingStore::Get(std::string_view name) {
     return found->second;
 }
 
+std::shared_ptr<const ResolvedPart> MappingStore::Resolve(const Mapping& mapping, const MappedPart& part,
+                                                          const host::Recordset& records) {
+    const std::lock_guard lock(mutex_);
+    std::shared_ptr<const ResolvedPart>& resolved = resolved_[&part];
+    if (!resolved || !resolved->IsOver(records)) {
+        resolved = std::make_shared<ResolvedPart>(part, records, mapping.name);
+    }
+    return resolved;
+}
+
 std::string MappingStore::ReadText(const std::string& name) const {
     // A name is never a way out of the folder of mappings.
     if (name.find_first_of("/\\") == std::string::npos) {

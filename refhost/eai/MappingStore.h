@@ -1,9 +1,11 @@
 #pragma once
 
 #include "refhost/eai/Mapping.h"
+#include "refhost/eai/ResolvedPart.h"
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -25,6 +27,10 @@ public:
 
     /// The mapping of that name. Throws `host::Error` when there is none or its file is broken.
     const Mapping& Get(std::string_view name);
+    /// A part of one of its mappings over the columns of `records`; the same one as long as the columns are the same.
+    /// Throws `host::Error` for a mapping that names none of them.
+    std::shared_ptr<const ResolvedPart> Resolve(const Mapping& mapping, const MappedPart& part,
+                                                const host::Recordset& records);
 
 private:
     std::string ReadText(const std::string& name) const;
@@ -33,6 +39,7 @@ private:
     OwnFiles ownFiles_;
     std::mutex mutex_;
     std::map<std::string, Mapping, std::less<>> mappings_;
+    std::map<const MappedPart*, std::shared_ptr<const ResolvedPart>> resolved_;
 };
 
 } // namespace refhost

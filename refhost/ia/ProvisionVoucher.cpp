@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace refhost {
 namespace {
@@ -16,28 +17,36 @@ namespace {
 /// Columns of the records that the tables do not take: the database's own numbers, and what a template adds.
 constexpr std::array<std::string_view, 6> notStored = {"ID", "AutoID", "bEai", "cdepname", "cpersonname", "cwhname"};
 
+/// The path to the records.
+constexpr std::string_view recordPath = "/xml/rs:data/z:row";
+
 /// The types by which the schema of a saved recordset calls columns of numbers.
 constexpr std::array<std::string_view, 7> numberTypes = {"i2", "int", "r4", "float", "number", "ui1", "i8"};
 
 struct Column {
     std::string name;
-    bool isNumber = false;
-};
+    host::DOMNodePtr type;
 
-/// The stored columns that the schema of saved records names.
-std::vector<Column> StoredColumns(const host::DOMDocument& records) {
-    std::vector<Column> columns;
-    for (const host::DOMNodePtr& type : records.SelectNodes("/xml/s:Schema/s:ElementType/s:AttributeType")) {
-        const std::string name = type->GetAttribute("name").value_or("");
-        const auto isColumn = [&](std::string_view other) { return text::SameName(name, other); };
-        if (std::ranges::any_of(notStored, isColumn)) {
-            continue;
-        }
+    /// Whether it takes numbers.
+    bool IsNumber() const {
         const host::DOMNodePtr datatype = type->SelectSingleNode("s:datatype");
         const std::string typeName = datatype ? datatype->GetAttribute("dt:type").value_or("") : "";
-        columns.push_back({name, std::ranges::find(numberTypes, typeName) != numberTypes.end()});
+        return std::ranges::find(numberTypes, typeName) != numberTypes.end();
+    }
+};
+
+/// The columns that the schema of saved records names.
+std::vector<Column> Columns(const host::DOMDocument& records) {
+    std::vector<Column> columns;
+    for (host::DOMNodePtr& type : records.SelectNodes("/xml/s:Schema/s:ElementType/s:AttributeType")) {
+        std::string name = type->GetAttribute("name").value_or("");
+        columns.push_back({std::move(name), std::move(type)});
     }
     return columns;
+}
+
+bool IsStored(std::string_view column) {
+    return std::ranges::none_of(notStored, [&](std::string_view other) { return text::SameName(column, other); });
 }
 
 /// The statement that inserts one record, or why its values cannot be stored.
@@ -52,14 +61,15 @@ Insert MakeInsert(std::string_view table, const std::vector<Column>& columns, co
     std::string values = id;
     for (const Column& column : columns) {
         const std::optional<std::string> text = record.GetAttribute(column.name);
-        if (!text) {
+        // Most columns have no value; what there is to know of a column is asked for those that have one.
+        if (!text || !IsStored(column.name)) {
             continue;
         }
         names.append(",[").append(column.name).append("]");
         values.append(",");
         if (text->empty()) {
             values.append("Null");
-        } else if (!column.isNumber) {
+        } else if (!column.IsNumber()) {
             values.append(SqlText(*text));
         } else if (ModPub::IsNumeric(*text)) {
             values.append(ModPub::NumberText(ModPub::ToDouble(*text)));
@@ -94,7 +104,7 @@ void AppendRow(std::string& rows, const host::DOMNode& row) {
 } // namespace
 
 std::string ProvisionVoucher::Save(host::DOMDocument& result) {
-    const host::DOMNodePtr headRecord = head_.SelectSingleNode("//z:row");
+    const host::DOMNodePtr headRecord = head_.SelectSingleNode(recordPath);
     if (!headRecord) {
         return "没有单据头，不能保存。";
     }
@@ -106,13 +116,13 @@ std::string ProvisionVoucher::Save(host::DOMDocument& result) {
     const std::string id = std::to_string(ModPub::ToInt32(next->FieldValue(0)));
     next->Close();
 
-    Insert insert = MakeInsert("IA_DecReady", StoredColumns(head_), *headRecord, id);
+    Insert insert = MakeInsert("IA_DecReady", Columns(head_), *headRecord, id);
     if (!insert.refusal.empty()) {
         return insert.refusal;
     }
     connection_.Execute(insert.sql, host::command_option::textNoRecords);
-    const std::vector<Column> columns = StoredColumns(body_);
-    for (const host::DOMNodePtr& record : body_.SelectNodes("//z:row")) {
+    const std::vector<Column> columns = Columns(body_);
+    for (const host::DOMNodePtr& record : body_.SelectNodes(recordPath)) {
         insert = MakeInsert("IA_DecReadys", columns, *record, id);
         if (!insert.refusal.empty()) {
             return insert.refusal;
@@ -126,7 +136,7 @@ std::string ProvisionVoucher::Save(host::DOMDocument& result) {
 bool ProvisionVoucher::ListRows(host::DOMDocument& result) {
     std::string beyondStock;
     std::string beyondBudget;
-    for (const host::DOMNodePtr& row : body_.SelectNodes("//z:row")) {
+    for (const host::DOMNodePtr& row : body_.SelectNodes(recordPath)) {
         if (const std::optional<double> quantity = Amount(*row, "iQuantity")) {
             std::string sql = "Select sum(iQuantity) as iQuantity From CurrentStock Where cInvCode=" +
                               SqlText(Text(*row, "cInvCode"));

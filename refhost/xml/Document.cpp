@@ -10,7 +10,9 @@
 
 namespace refhost::xml {
 
-Document::Document() { Reset(std::make_unique<Tree>()); }
+Document::Document(std::shared_ptr<RepeatedTexts> repeated) : repeated_(std::move(repeated)) {
+    Reset(std::make_unique<Tree>());
+}
 
 void Document::Reset(std::unique_ptr<Tree> tree) {
     selector_.reset();
@@ -22,11 +24,16 @@ bool Document::LoadXML(std::string_view xml) {
     // The old content goes first: two documents at once would double the memory. `xml` never points into it, since
     // the document gives out copies only.
     Reset(std::make_unique<Tree>());
+    loadError_.clear();
+    if (std::unique_ptr<Tree> known = repeated_ ? repeated_->Find(xml) : nullptr) {
+        Reset(std::move(known));
+        return true;
+    }
     ParseResult result = Parse(xml);
     loadError_ = std::move(result.reason);
     if (!result.tree)
         return false;
-    Reset(std::move(result.tree));
+    Reset(repeated_ ? repeated_->Note(xml, std::move(result.tree)) : std::move(result.tree));
     return true;
 }
 
@@ -57,6 +64,8 @@ host::DOMNodePtr Document::CreateElement(std::string_view name) {
     return MakeHandle(*tree_, *selector_, {&tree_->NewElement(tree_->Name(name)), nullptr});
 }
 
-std::unique_ptr<host::DOMDocument> CreateDocument() { return std::make_unique<Document>(); }
+std::unique_ptr<host::DOMDocument> CreateDocument(std::shared_ptr<RepeatedTexts> repeated) {
+    return std::make_unique<Document>(std::move(repeated));
+}
 
 } // namespace refhost::xml

@@ -62,6 +62,16 @@ public:
         return MakeHandle(tree_, selector_, selector_.First(node_, path));
     }
 
+    std::optional<std::string> TextAt(std::string_view path) const override {
+        // The name of a child, as nearly every path is.
+        for (const Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr;
+             child = child->next) {
+            if (child->kind == NodeKind::element && IsName(child->AsElement().name, path))
+                return TextOf(*child);
+        }
+        return IsPlainName(path) ? std::nullopt : DOMNode::TextAt(path);
+    }
+
     host::DOMNodeList SelectNodes(std::string_view path) const override {
         return MakeHandles(tree_, selector_, selector_.All(node_, path));
     }

@@ -15,7 +15,9 @@ namespace {
 /// Steps are followed by recursion; a longer path is left to the engine, which has bounds of its own.
 constexpr std::size_t maxSteps = 64;
 
-bool IsName(std::string_view text) {
+bool IsStep(std::string_view text) {
+    if (IsPlainName(text))
+        return true;
     const std::string terminated(text);
     return text.find('\0') == std::string_view::npos && text::IsUtf8(text) &&
            xmlValidateQName(reinterpret_cast<const xmlChar*>(terminated.c_str()), 0) == 0;
@@ -54,12 +56,12 @@ std::optional<Path> Path::Compile(std::string_view text, Tree& tree) {
         const std::size_t slash = text.find('/');
         const std::string_view step = text.substr(0, slash);
         const bool isLast = slash == std::string_view::npos;
-        if (isLast && step.starts_with('@') && IsName(step.substr(1))) {
+        if (isLast && step.starts_with('@') && IsStep(step.substr(1))) {
             CheckPrefix(step.substr(1), tree);
             path.attribute_ = tree.Name(step.substr(1));
         } else if (step == "*") {
             path.steps_.push_back(nullptr);
-        } else if (IsName(step)) {
+        } else if (IsStep(step)) {
             CheckPrefix(step, tree);
             path.steps_.push_back(tree.Name(step));
         } else {

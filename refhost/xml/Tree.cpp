@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "refhost/xml/Declarations.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -11,6 +12,9 @@ namespace refhost::xml {
 namespace {
 
 const xmlChar* Bytes(const char* text) { return reinterpret_cast<const xmlChar*>(text); }
+
+/// What a copy takes beyond the bytes of its origin: room between nodes, and for some that are added.
+constexpr std::size_t spareBytes = 4096;
 
 std::uint32_t CheckedSize(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max())
@@ -26,6 +30,12 @@ xmlDict* NewDict() {
 }
 
 } // namespace
+
+bool IsPlainName(std::string_view text) noexcept {
+    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };
+    return !text.empty() && isLetter(text.front()) &&
+           std::ranges::all_of(text, [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
+}
 
 const Node* NextInOrder(const Node& node, const Node& top) noexcept {
     if (node.IsParent() && node.AsElement().first != nullptr)
@@ -44,17 +54,69 @@ Tree::Tree() : dict_(NewDict()), document_(&Make<Element>(NodeKind::document)) {
         throw std::bad_alloc();
 }
 
+Tree::Tree(std::shared_ptr<const Tree> origin)
+    : declaration(origin->declaration), origin_(std::move(origin)), arena_(origin_->bytesUsed_ + spareBytes),
+      dict_(xmlDictCreateSub(origin_->dict_.get())), prefixes_(origin_->prefixes_),
+      document_(&Make<Element>(NodeKind::document)) {
+    if (!dict_)
+        throw std::bad_alloc();
+    const Node* from = &origin_->document();
+    Element* parent = document_;
+    while (true) {
+        if (from->IsParent() && from->AsElement().first != nullptr) {
+            from = from->AsElement().first;
+        } else {
+            while (from->next == nullptr) {
+                from = from->parent;
+                if (from == &origin_->document() || from == nullptr)
+                    return;
+                parent = parent->parent;
+            }
+            from = from->next;
+        }
+        Node& copy = CopyOf(*from);
+        AppendNew(*parent, copy);
+        if (copy.IsParent() && from->AsElement().first != nullptr)
+            parent = &copy.AsElement();
+    }
+}
+
+Node& Tree::CopyOf(const Node& node) {
+    if (node.kind == NodeKind::instruction)
+        return NewInstruction(static_cast<const Instruction&>(node).target, node.Data());
+    if (!node.IsParent())
+        return NewText(node.kind, node.Data());
+    Element& element = NewElement(node.AsElement().name);
+    Attribute** place = &element.attributes;
+    for (const Attribute* at = node.AsElement().attributes; at != nullptr; at = at->next) {
+        *place = new (arena_.allocate(sizeof(Attribute), alignof(Attribute))) Attribute{};
+        bytesUsed_ += sizeof(Attribute);
+        (*place)->name = at->name;
+        (*place)->data = Copy(at->Value());
+        (*place)->size = at->size;
+        place = &(*place)->next;
+    }
+    return element;
+}
+
+const char* Tree::KnownName(std::string_view name) {
+    const auto* kept =
+        xmlDictLookup(dict_.get(), reinterpret_cast<const xmlChar*>(name.data()), static_cast<int>(name.size()));
+    if (kept == nullptr)
+        throw std::bad_alloc();
+    return reinterpret_cast<const char*>(kept);
+}
+
 const char* Tree::Name(std::string_view name) {
+    if (IsPlainName(name))
+        return KnownName(name);
     if (const auto known = checkedNames_.find(name); known != checkedNames_.end())
         return known->second;
     std::string text(name);
     const bool hasNul = name.find('\0') != std::string_view::npos;
     if (hasNul || xmlValidateQName(Bytes(text.c_str()), 0) != 0)
         throw host::Error(host::error_number::unspecified, "'" + text + "' is not a valid XML name.");
-    const auto* kept = xmlDictLookup(dict_.get(), Bytes(text.c_str()), static_cast<int>(text.size()));
-    if (kept == nullptr)
-        throw std::bad_alloc();
-    const auto* result = reinterpret_cast<const char*>(kept);
+    const char* const result = KnownName(text);
     checkedNames_.emplace(std::move(text), result);
     return result;
 }
@@ -187,7 +249,7 @@ void Tree::SetText(Node& node, std::string_view text) {
 
 Attribute* Tree::FindAttribute(const Element& element, std::string_view name) noexcept {
     Attribute* at = element.attributes;
-    while (at != nullptr && at->name != name)
+    while (at != nullptr && !IsName(at->name, name))
         at = at->next;
     return at;
 }

@@ -15,6 +15,17 @@ enum class NodeKind : std::uint8_t { document, element, text, cdata, comment, in
 
 struct Element;
 
+/// Whether it is a name of ASCII letters, digits and '_' alone, as nearly all are.
+bool IsPlainName(std::string_view text) noexcept;
+
+/// Whether a name is `text`.
+inline bool IsName(const char* name, std::string_view text) noexcept {
+    std::size_t same = 0;
+    while (same < text.size() && name[same] == text[same] && name[same] != '\0')
+        ++same;
+    return same == text.size() && name[same] == '\0';
+}
+
 /// What every node starts with. Nodes live in the arena of their tree and are never freed one by one.
 struct Node {
     Element* parent = nullptr;
@@ -71,6 +82,8 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept;
 class Tree {
 public:
     Tree();
+    /// A copy of `origin`'s content, whose names it shares. `origin` does not change any more.
+    explicit Tree(std::shared_ptr<const Tree> origin);
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
     ~Tree() = default;
@@ -128,12 +141,17 @@ private:
     };
 
     template <class T> T& Make(NodeKind kind);
+    /// `Name` of a text that is known to be a name.
+    const char* KnownName(std::string_view name);
     const char* Copy(std::string_view text);
+    /// A copy of a node without what stands below it.
+    Node& CopyOf(const Node& node);
     void Unlink(Node& child) noexcept;
     /// Declares the prefix of the element's name at the element where it is not declared there or above.
     void Declare(Element& element);
     void Overwrite(const char*& data, std::uint32_t& size, std::string_view text);
 
+    std::shared_ptr<const Tree> origin_;
     std::pmr::monotonic_buffer_resource arena_;
     std::size_t bytesUsed_ = 0;
     std::uint64_t revision_ = 0;

@@ -99,6 +99,11 @@ std::string ToXml(const Attribute& attribute) {
 std::string TextOf(const Node& node) {
     if (!node.IsParent())
         return std::string(node.Data());
+    if (const Node* const only = node.AsElement().first;
+        only == nullptr || (only->next == nullptr && !only->IsParent())) {
+        const bool isText = only != nullptr && (only->kind == NodeKind::text || only->kind == NodeKind::cdata);
+        return isText ? std::string(only->Data()) : std::string();
+    }
     std::string out;
     for (const Node* at = &node; at != nullptr; at = NextInOrder(*at, node)) {
         if (at->kind == NodeKind::text || at->kind == NodeKind::cdata)

@@ -65,6 +65,17 @@ host::DOMNodePtr XmlDocument::CreateElement(std::string_view name) {
     return WrapNode(element.As<IXMLDOMNode>());
 }
 
+host::DOMNodePtr XmlDocument::CreateElementNS(std::string_view name, std::string_view uri) {
+    VARIANT type{};
+    type.vt = VT_I4;
+    type.lVal = NODE_ELEMENT;
+    const BString wideName(ToUtf16(name));
+    const BString wideUri(ToUtf16(uri));
+    ComPtr<IXMLDOMNode> element;
+    ThrowIfFailed(document_->createNode(type, wideName.Get(), wideUri.Get(), element.Put()));
+    return WrapNode(std::move(element));
+}
+
 const ComPtr<IXMLDOMDocument>& ComDocument(const host::DOMDocument& document) {
     const auto* own = dynamic_cast<const XmlDocument*>(&document);
     if (!own)

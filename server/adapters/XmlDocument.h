@@ -25,6 +25,7 @@ public:
     host::DOMNodePtr SelectSingleNode(std::string_view path) const override;
     host::DOMNodeList SelectNodes(std::string_view path) const override;
     host::DOMNodePtr CreateElement(std::string_view name) override;
+    host::DOMNodePtr CreateElementNS(std::string_view name, std::string_view uri) override;
 
 private:
     ComPtr<IXMLDOMDocument> document_;

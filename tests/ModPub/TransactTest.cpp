@@ -90,6 +90,7 @@ public:
     host::DOMNodePtr SelectSingleNode(std::string_view) const override { return nullptr; }
     host::DOMNodeList SelectNodes(std::string_view) const override { return {}; }
     host::DOMNodePtr CreateElement(std::string_view) override { return nullptr; }
+    host::DOMNodePtr CreateElementNS(std::string_view, std::string_view) override { return nullptr; }
 };
 
 /// Its second document, the request, stays empty.

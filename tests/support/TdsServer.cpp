@@ -129,6 +129,7 @@ public:
             return;
         }
         while (const std::optional<ClientMessage> request = ReadRequest()) {
+            ++server_.requests_;
             if (request->kind == MessageKind::attention) {
                 if (!Send(Done(done::attention))) {
                     return;

@@ -58,6 +58,8 @@ public:
     int Cancelled() const { return cancelled_; }
     /// What came encrypted, and what did not.
     Encryption Seen();
+    /// How many messages clients sent after their logins: each is a way to the server and back.
+    int Requests() const { return requests_; }
 
 private:
     class Session;
@@ -70,6 +72,7 @@ private:
     int listener_;
     int port_ = 0;
     std::atomic<int> cancelled_ = 0;
+    std::atomic<int> requests_ = 0;
     std::mutex mutex_;
     bool closing_ = false;
     Encryption seen_;

@@ -675,7 +675,9 @@ void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
         if (!read) {
             continue;
         }
-        ++rows->rowCount;
+        if (++rows->rowCount == 1) {
+            rows->cells.reserve(plan.types.size());
+        }
         int column = 0;
         for (const Type& type : plan.types) {
             rows->cells.push_back(ReadValue(statement, column++, type));

@@ -8,7 +8,9 @@ namespace refhost::sql {
 namespace {
 
 /// What would make a longer number of the digits before it.
-bool GoesOnWithNumber(std::string_view text) { return text.find_first_of(".eExX0123456789") == 0; }
+bool GoesOnWithNumber(std::string_view text) {
+    return !text.empty() && std::string_view(".eExX0123456789").find(text.front()) != std::string_view::npos;
+}
 
 std::size_t CountDigits(std::string_view rest) {
     return static_cast<std::size_t>(std::ranges::find_if_not(rest, text::IsDigit) - rest.begin());

@@ -43,9 +43,14 @@ std::string Written(const Document& document, const std::string& name) {
     return xml.substr(begin, xml.find("/>", begin) + 2 - begin);
 }
 
+void Write(const refhost::ResultSet& result, Document& document) {
+    refhost::RowsetShapes shapes;
+    WriteRowset(result, shapes, document);
+}
+
 std::string RowXml(std::vector<Column> columns) {
     Document document;
-    WriteRowset(OneRow(std::move(columns)), document);
+    Write(OneRow(std::move(columns)), document);
     return Written(document, "z:row");
 }
 
@@ -59,7 +64,7 @@ TEST(RowsetXml, WholeLayout) {
     result.cells.emplace_back(host::Null{});
     result.rowCount = 2;
     Document document;
-    WriteRowset(result, document);
+    Write(result, document);
     EXPECT_EQ(document.Xml(),
               "<xml xmlns:s=\"uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882\""
               " xmlns:dt=\"uuid:C2F41010-65B3-11d1-A29F-00AA00C14882\""
@@ -79,7 +84,7 @@ TEST(RowsetXml, NoRowsStillHaveASchema) {
     result.cells.clear();
     result.rowCount = 0;
     Document document;
-    WriteRowset(result, document);
+    Write(result, document);
     EXPECT_EQ(document.SelectNodes("//z:row").size(), 0U);
     EXPECT_NE(document.SelectSingleNode("//rs:data"), nullptr);
     EXPECT_EQ(document.SelectSingleNode("//s:AttributeType")->GetAttribute("name"), "a");
@@ -124,7 +129,7 @@ TEST(RowsetXml, DatesHaveTheirTimeOfDay) {
 
 TEST(RowsetXml, ColumnsWithoutAnXmlNameAreNumbered) {
     Document document;
-    WriteRowset(OneRow({{Named("a b"), "1"},
+    Write(OneRow({{Named("a b"), "1"},
                         {Named(""), "2"},
                         {Named("名称"), "3"},
                         {Named("1x"), "4"},
@@ -157,7 +162,7 @@ class RowsetDatatype : public testing::TestWithParam<TypeCase> {};
 
 TEST_P(RowsetDatatype, IsDescribedAsAdoDoes) {
     Document document;
-    WriteRowset(OneRow({{GetParam().field, host::Null{}}}), document);
+    Write(OneRow({{GetParam().field, host::Null{}}}), document);
     EXPECT_EQ(Written(document, "s:datatype"), GetParam().datatype);
 }
 
@@ -195,7 +200,7 @@ TEST(RowsetXml, ManyRowsAreWrittenInOrder) {
     }
     result.rowCount = 50'000;
     Document document;
-    WriteRowset(result, document);
+    Write(result, document);
     const host::DOMNodeList rows = document.SelectNodes("//z:row");
     ASSERT_EQ(rows.size(), 50'000U);
     for (std::size_t row = 0; row < rows.size(); ++row)

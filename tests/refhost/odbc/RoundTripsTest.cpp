@@ -1,0 +1,76 @@
+// What goes to a server and back, counted at the server: a statement is one message, and nothing is asked beside the
+// statements.
+
+#include "bench/imports/Import.h"
+#include "bench/imports/RunImport.h"
+#include "refhost/OpenDatabase.h"
+#include "refhost/odbc/OdbcDatabase.h"
+#include "tests/support/TdsServer.h"
+#include "tests/support/TestAccount.h"
+
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class RoundTrips : public testing::Test {
+protected:
+    template <class Work> int Of(const Work& work) {
+        const int before = server_.Requests();
+        work();
+        return server_.Requests() - before;
+    }
+
+    test::TestAccount account_;
+    test::TdsServer server_{account_.connectionString(), {}};
+    std::unique_ptr<refhost::Database> database_ = refhost::odbc::OpenOdbc(server_.ConnectionString());
+};
+
+TEST_F(RoundTrips, OneAStatement) {
+    EXPECT_EQ(Of([&] { database_->Query("select cInvCode, cInvName from inventory where cInvCode = '1'"); }), 1);
+    EXPECT_EQ(Of([&] { database_->Execute("insert into inventory (cInvCode) values ('1')"); }), 1);
+    EXPECT_EQ(Of([&] { database_->Query("select * from inventory"); }), 1);
+    EXPECT_EQ(Of([&] { database_->Execute("update inventory set cInvName = 'x' where cInvCode = '1'"); }), 1);
+    EXPECT_EQ(Of([&] { database_->Execute("delete inventory where cInvCode = '1'"); }), 1);
+}
+
+/// Its beginning and its end, and the statements between. FreeTDS takes one more: its end of a transaction in manual
+/// commit begins the next, which leaving manual commit ends.
+TEST_F(RoundTrips, ThreeMoreATransaction) {
+    const auto run = [&] {
+        database_->BeginTrans();
+        database_->Execute("insert into inventory (cInvCode) values ('2')");
+        database_->Query("select cInvCode from inventory");
+        database_->CommitTrans();
+    };
+    EXPECT_EQ(Of(run), 2 + 3);
+}
+
+/// Every class: as many as its rows have statements, whatever lies between the class and the server.
+TEST_F(RoundTrips, OfAnImportAreItsStatements) {
+    struct Rule {
+        bench::Import (*import)();
+        /// Statements that the rules prescribe for a row.
+        int statements;
+    };
+    constexpr int rows = 3;
+    for (const Rule& rule : {Rule{bench::InventorySettings, 6}, Rule{bench::OppositeSettings, 7},
+                             Rule{bench::StandardCostSettings, 9}, Rule{bench::OpeningBalances, 9}}) {
+        const bench::Import import = rule.import();
+        const auto requests = [&](int count) {
+            const test::TestAccount account;
+            for (const std::string& statement : import.account(static_cast<std::size_t>(count))) {
+                account.Run(statement);
+            }
+            const test::TdsServer server(account.connectionString(), {});
+            RunImport(import, import.request(static_cast<std::size_t>(count)), server.ConnectionString(),
+                      refhost::OpenExisting());
+            return server.Requests();
+        };
+        EXPECT_EQ(requests(2 * rows) - requests(rows), rule.statements * rows) << import.name;
+    }
+}
+
+} // namespace
