@@ -65,8 +65,8 @@ TEST_F(AccountFiles, UpgradingTellsTheFormats) {
     fs::copy_file(SourceFolder() / "tests/refhost/sql/files/format0/account.db", Path("old/old.db"));
     Write("old.xml",
           "<login QxDbName=\"Provider=KovraAccount;Data Source=old/old.db\" cAcc_Id=\"001\" cIYear=\"2024\"/>");
-    EXPECT_EQ(Kovra("account upgrade --login old.xml").error, "Brought old/old.db from format 0 to format 1.\n");
-    EXPECT_EQ(Kovra("account upgrade --login old.xml").error, "old/old.db has format 1 already.\n");
+    EXPECT_EQ(Kovra("account upgrade --login old.xml").error, "Brought old/old.db from format 0 to format 2.\n");
+    EXPECT_EQ(Kovra("account upgrade --login old.xml").error, "old/old.db has format 2 already.\n");
 }
 
 TEST_F(AccountFiles, AreOfEmbeddedAccountsAlone) {

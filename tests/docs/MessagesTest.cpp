@@ -25,7 +25,7 @@ const std::map<std::string, std::vector<std::string>> sharedSources = {
     {"ClsKovraProof",
      {"ModPub/TransactFrame.h", "refhost/ia/IaVoucherService.cpp", "refhost/ia/ProvisionPreCheck.cpp",
       "refhost/ia/ProvisionVoucher.cpp", "refhost/eai/EaiXmlConverter.cpp", "refhost/eai/Mapping.cpp",
-      "refhost/eai/MappingStore.cpp"}},
+      "refhost/eai/MappingStore.cpp", "refhost/eai/ResolvedPart.cpp"}},
     {"ClsPriceJustVou", {"refhost/ia/ZendaT.cpp", "refhost/ia/ZendaTSave.cpp"}},
 };
 

@@ -130,15 +130,15 @@ TEST(RowsetXml, DatesHaveTheirTimeOfDay) {
 TEST(RowsetXml, ColumnsWithoutAnXmlNameAreNumbered) {
     Document document;
     Write(OneRow({{Named("a b"), "1"},
-                        {Named(""), "2"},
-                        {Named("名称"), "3"},
-                        {Named("1x"), "4"},
-                        {Named("p:q"), "5"},
-                        {Named("xmlns"), "6"},
-                        {Named("-a"), "7"},
-                        {Named("_a-b.1Üж"), "8"},
-                        {Named("a×"), "9"}}),
-                document);
+                  {Named(""), "2"},
+                  {Named("名称"), "3"},
+                  {Named("1x"), "4"},
+                  {Named("p:q"), "5"},
+                  {Named("xmlns"), "6"},
+                  {Named("-a"), "7"},
+                  {Named("_a-b.1Üж"), "8"},
+                  {Named("a×"), "9"}}),
+          document);
     EXPECT_EQ(Written(document, "z:row"),
               "<z:row c0=\"1\" c1=\"2\" 名称=\"3\" c3=\"4\" c4=\"5\" c5=\"6\" c6=\"7\" _a-b.1Üж=\"8\" c8=\"9\"/>");
     const host::DOMNodeList columns = document.SelectNodes("//s:AttributeType");
