@@ -27,6 +27,8 @@ kovra_headers(fmt::fmt fmt)
 target_compile_definitions(kovra_fmt_headers INTERFACE FMT_HEADER_ONLY)
 kovra_headers(CLI11::CLI11 CLI)
 kovra_headers(Boost::headers boost)
+# Without threads of the compiler's own it takes the compiler for an old one, and says so.
+target_compile_definitions(kovra_boost_headers INTERFACE BOOST_MP_DISABLE_DEPRECATE_03_WARNING)
 
 kovra_foreign_library(kovra_sqlite ${KOVRA_SOURCES}/sqlite3 ${KOVRA_SOURCES}/sqlite3/sqlite3.c)
 

@@ -169,7 +169,7 @@ host::Error WithKey(const DuplicateKey& duplicate, const std::string& key) {
                              error.native());
 }
 
-std::string KeyText(std::vector<std::pair<Cell, Type>> key) {
+std::string KeyText(std::vector<std::pair<Cell, Type>>&& key) {
     std::string text = "(";
     for (auto& [cell, type] : key) {
         Convert(cell, type, endlessText, 0, Surplus::cut);

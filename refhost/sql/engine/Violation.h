@@ -21,7 +21,7 @@ struct DuplicateKey {
 host::Error WithKey(const DuplicateKey& duplicate, const std::string& key);
 
 /// A key's values as messages show them: "(a, <NULL>)".
-std::string KeyText(std::vector<std::pair<Cell, Type>> key);
+std::string KeyText(std::vector<std::pair<Cell, Type>>&& key);
 /// A duplicate key as messages show it: "(a, <NULL>)"; empty when no query finds it.
 std::string KeyText(const DuplicateQueries& queries, sqlite3* db);
 
