@@ -170,53 +170,45 @@ void IntegerArithmetic(Call& call, Operation operation, Base base) {
     call.Return(result);
 }
 
+bool IsZero(double number) { return number == 0; }
+bool IsZero(const ExactNumber& number) { return number.IsZero(); }
+
+/// What numbers that have no overflow of their own come to; `quotient` and `rest` are asked of a divisor that is not
+/// zero.
+template <class Number, class Quotient, class Rest>
+Number Computed(Operation operation, const Number& left, const Number& right, const Quotient& quotient,
+                const Rest& rest) {
+    switch (operation) {
+    case Operation::add:
+        return left + right;
+    case Operation::subtract:
+        return left - right;
+    case Operation::multiply:
+        return left * right;
+    case Operation::divide:
+    case Operation::modulo:
+        break;
+    }
+    if (IsZero(right)) {
+        FailDivision();
+    }
+    return operation == Operation::divide ? quotient(left, right) : rest(left, right);
+}
+
 void ExactArithmetic(Call& call, Operation operation, const Type& type) {
     const ExactNumber left = ExactNumber::Parse(call.Text(0)).value_or(ExactNumber());
     const ExactNumber right = ExactNumber::Parse(call.Text(1)).value_or(ExactNumber());
-    ExactNumber result;
-    switch (operation) {
-    case Operation::add:
-        result = left + right;
-        break;
-    case Operation::subtract:
-        result = left - right;
-        break;
-    case Operation::multiply:
-        result = left * right;
-        break;
-    case Operation::divide:
-    case Operation::modulo:
-        if (right.IsZero()) {
-            FailDivision();
-        }
-        result = operation == Operation::divide ? Divide(left, right, type.scale) : Modulo(left, right);
-        break;
-    }
-    call.Return(FitExact(result, type, Base::null));
+    const auto divide = [&](const ExactNumber& dividend, const ExactNumber& divisor) {
+        return Divide(dividend, divisor, type.scale);
+    };
+    const auto rest = [](const ExactNumber& dividend, const ExactNumber& divisor) { return Modulo(dividend, divisor); };
+    call.Return(FitExact(Computed(operation, left, right, divide, rest), type, Base::null));
 }
 
 void RealArithmetic(Call& call, Operation operation) {
-    const double left = call.Real(0);
-    const double right = call.Real(1);
-    double result = 0;
-    switch (operation) {
-    case Operation::add:
-        result = left + right;
-        break;
-    case Operation::subtract:
-        result = left - right;
-        break;
-    case Operation::multiply:
-        result = left * right;
-        break;
-    case Operation::divide:
-    case Operation::modulo:
-        if (right == 0) {
-            FailDivision();
-        }
-        result = operation == Operation::divide ? left / right : std::fmod(left, right);
-        break;
-    }
+    const auto divide = [](double dividend, double divisor) { return dividend / divisor; };
+    const auto rest = [](double dividend, double divisor) { return std::fmod(dividend, divisor); };
+    const double result = Computed(operation, call.Real(0), call.Real(1), divide, rest);
     if (!std::isfinite(result)) {
         Fail(8115, "Arithmetic overflow error converting expression to data type float.");
     }

@@ -50,6 +50,13 @@ protected:
         EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, &message), SQLITE_OK) << sql << ": " << message;
         sqlite3_free(message);
     }
+    /// Opens the files, which then have this program's format.
+    auto OpenUpToDate() const {
+        auto db = OpenEmbedded(Connection(), Mode::open);
+        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::account), 2);
+        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::system), 2);
+        return db;
+    }
     std::string OpenError() const {
         try {
             OpenEmbedded(Connection(), Mode::open);
@@ -70,9 +77,7 @@ TEST_F(Format, NewFilesAreStamped) {
 
 TEST_F(Format, FilesOfFormat0AreBroughtUpToDate) {
     for (int opened = 0; opened < 2; ++opened) {
-        const auto db = OpenEmbedded(Connection(), Mode::open);
-        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::account), 2);
-        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::system), 2);
+        const auto db = OpenUpToDate();
         // Each condition finds its row by an index of texts.
         RunCases(*db,
                  std::array{
@@ -110,9 +115,7 @@ TEST_F(Format, FilesOfFormat0AreBroughtUpToDate) {
 TEST_F(Format, FilesOfFormat1AreBroughtUpToDate) {
     Take("format1");
     for (int opened = 0; opened < 2; ++opened) {
-        const auto db = OpenEmbedded(Connection(), Mode::open);
-        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::account), 2);
-        EXPECT_EQ(refhost::sql::FileFormat(db->Handle(), Schema::system), 2);
+        const auto db = OpenUpToDate();
         // Each condition finds its row by an index of texts.
         RunCases(*db,
                  std::array{
