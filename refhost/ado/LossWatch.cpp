@@ -1,11 +1,13 @@
 #include "refhost/ado/LossWatch.h"
 
+#include "refhost/ado/ForwardingDatabase.h"
+
 #include <utility>
 
 namespace refhost {
 namespace {
 
-class LossTellingDatabase final : public Database {
+class LossTellingDatabase final : public ForwardingDatabase {
     // In front, since its type must be known to the members below.
     template <class Operation> auto Watched(const Operation& operation) {
         try {
@@ -18,29 +20,34 @@ class LossTellingDatabase final : public Database {
 
 public:
     LossTellingDatabase(std::unique_ptr<Database> inner, std::function<void(const ConnectionLost&)> tell)
-        : inner_(std::move(inner)), tell_(std::move(tell)) {}
+        : ForwardingDatabase(std::move(inner)), tell_(std::move(tell)) {}
 
     ResultSet Query(std::string_view sql) override {
-        return Watched([&] { return inner_->Query(sql); });
+        return Watched([&] { return inner().Query(sql); });
     }
     void Execute(std::string_view sql) override {
-        Watched([&] { inner_->Execute(sql); });
+        Watched([&] { inner().Execute(sql); });
     }
     void RunBatch(std::string_view sql, TimeLimit limit, const BatchSink& sink) override {
-        Watched([&] { inner_->RunBatch(sql, limit, sink); });
+        Watched([&] { inner().RunBatch(sql, limit, sink); });
     }
     void BeginTrans() override {
-        Watched([&] { inner_->BeginTrans(); });
+        Watched([&] { inner().BeginTrans(); });
     }
     void CommitTrans() override {
-        Watched([&] { inner_->CommitTrans(); });
+        Watched([&] { inner().CommitTrans(); });
     }
     void RollbackTrans() override {
-        Watched([&] { inner_->RollbackTrans(); });
+        Watched([&] { inner().RollbackTrans(); });
+    }
+    void BeginSeries() override {
+        Watched([&] { inner().BeginSeries(); });
+    }
+    void EndSeries() override {
+        Watched([&] { inner().EndSeries(); });
     }
 
 private:
-    std::unique_ptr<Database> inner_;
     std::function<void(const ConnectionLost&)> tell_;
 };
 

@@ -1,7 +1,7 @@
 #include "ClsPriceJustVou/ClsPriceJustVou.h"
 #include "refhost/Environment.h"
 #include "refhost/OpenDatabase.h"
-#include "refhost/ado/Database.h"
+#include "refhost/ado/ForwardingDatabase.h"
 #include "refhost/eai/Login.h"
 #include "tests/ClsPriceJustVou/PriceAccount.h"
 
@@ -308,25 +308,18 @@ TEST(CheckPriceRowTrap, ErrorKeepsTheMessageOfTheRowBefore) {
 }
 
 /// Answers the query for the open month with no record at all, which no database does.
-class NoOpenMonth : public refhost::Database {
+class NoOpenMonth : public refhost::ForwardingDatabase {
 public:
-    explicit NoOpenMonth(std::unique_ptr<refhost::Database> inner) : inner_(std::move(inner)) {}
+    using ForwardingDatabase::ForwardingDatabase;
 
     refhost::ResultSet Query(std::string_view sql) override {
-        refhost::ResultSet result = inner_->Query(sql);
+        refhost::ResultSet result = ForwardingDatabase::Query(sql);
         if (sql.find("min(iyperiod)") != std::string_view::npos) {
             result.cells.clear();
             result.rowCount = 0;
         }
         return result;
     }
-    void Execute(std::string_view sql) override { inner_->Execute(sql); }
-    void BeginTrans() override { inner_->BeginTrans(); }
-    void CommitTrans() override { inner_->CommitTrans(); }
-    void RollbackTrans() override { inner_->RollbackTrans(); }
-
-private:
-    std::unique_ptr<refhost::Database> inner_;
 };
 
 TEST(CheckPriceRowPeriod, NoRecordOfTheOpenMonth) {

@@ -1,5 +1,6 @@
 #include "tests/allocation/FailEveryAllocation.h"
 
+#include "refhost/ado/ForwardingDatabase.h"
 #include "tests/allocation/FailingNew.h"
 #include "tests/support/rules/CallAccount.h"
 #include "tests/support/rules/Tape.h"
@@ -100,39 +101,36 @@ std::string Told(const std::string& result, const Contents& contents) {
 }
 
 /// A database in which no allocation fails.
-class SafeDatabase : public refhost::Database {
+class SafeDatabase : public refhost::ForwardingDatabase {
 public:
-    explicit SafeDatabase(std::unique_ptr<refhost::Database> inner) : inner_(std::move(inner)) {}
+    using ForwardingDatabase::ForwardingDatabase;
     ~SafeDatabase() override {
         const FailingNew::Pause pause;
-        inner_.reset();
+        Release();
     }
     SafeDatabase(const SafeDatabase&) = delete;
     SafeDatabase& operator=(const SafeDatabase&) = delete;
 
     refhost::ResultSet Query(std::string_view sql) override {
         const FailingNew::Pause pause;
-        return inner_->Query(sql);
+        return inner().Query(sql);
     }
     void Execute(std::string_view sql) override {
         const FailingNew::Pause pause;
-        inner_->Execute(sql);
+        inner().Execute(sql);
     }
     void BeginTrans() override {
         const FailingNew::Pause pause;
-        inner_->BeginTrans();
+        inner().BeginTrans();
     }
     void CommitTrans() override {
         const FailingNew::Pause pause;
-        inner_->CommitTrans();
+        inner().CommitTrans();
     }
     void RollbackTrans() override {
         const FailingNew::Pause pause;
-        inner_->RollbackTrans();
+        inner().RollbackTrans();
     }
-
-private:
-    std::unique_ptr<refhost::Database> inner_;
 };
 
 /// The runs of one call.

@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/OpenDatabase.h"
+#include "refhost/ado/ForwardingDatabase.h"
 
 #include <algorithm>
 #include <utility>
@@ -9,26 +10,22 @@
 namespace test {
 
 /// A database as long as a connection holds it.
-class DatabasePool::Lease : public refhost::Database {
+class DatabasePool::Lease : public refhost::ForwardingDatabase {
 public:
-    Lease(DatabasePool& pool, Entry& entry) : pool_(pool), entry_(entry) { entry_.leased = true; }
+    Lease(DatabasePool& pool, Entry& entry) : ForwardingDatabase(entry.database), pool_(pool), entry_(entry) {
+        entry_.leased = true;
+    }
     ~Lease() override {
         try {
-            entry_.database->BeginTrans();
+            BeginTrans();
         } catch (const host::Error&) {
             pool_.transactionLeftOpen_ = true;
         }
-        entry_.database->RollbackTrans();
+        RollbackTrans();
         entry_.leased = false;
     }
     Lease(const Lease&) = delete;
     Lease& operator=(const Lease&) = delete;
-
-    refhost::ResultSet Query(std::string_view sql) override { return entry_.database->Query(sql); }
-    void Execute(std::string_view sql) override { entry_.database->Execute(sql); }
-    void BeginTrans() override { entry_.database->BeginTrans(); }
-    void CommitTrans() override { entry_.database->CommitTrans(); }
-    void RollbackTrans() override { entry_.database->RollbackTrans(); }
 
 private:
     DatabasePool& pool_;

@@ -25,7 +25,7 @@ private:
     class Lease;
 
     struct Entry {
-        std::unique_ptr<refhost::Database> database;
+        std::shared_ptr<refhost::Database> database;
         bool leased = false;
     };
 

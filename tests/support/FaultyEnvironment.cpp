@@ -1,36 +1,37 @@
 #include "tests/support/FaultyEnvironment.h"
 
 #include "refhost/OpenDatabase.h"
+#include "refhost/ado/ForwardingDatabase.h"
 
 #include <utility>
 
 namespace test {
 namespace {
 
-class FaultyDatabase : public refhost::Database {
+class FaultyDatabase : public refhost::ForwardingDatabase {
 public:
     FaultyDatabase(std::unique_ptr<refhost::Database> inner, std::shared_ptr<const Faults> faults)
-        : inner_(std::move(inner)), faults_(std::move(faults)) {}
+        : ForwardingDatabase(std::move(inner)), faults_(std::move(faults)) {}
 
     refhost::ResultSet Query(std::string_view sql) override {
         Before(faults_->statement, sql);
-        return inner_->Query(sql);
+        return inner().Query(sql);
     }
     void Execute(std::string_view sql) override {
         Before(faults_->statement, sql);
-        inner_->Execute(sql);
+        inner().Execute(sql);
     }
     void BeginTrans() override {
         Before(faults_->transaction, "BeginTrans");
-        inner_->BeginTrans();
+        inner().BeginTrans();
     }
     void CommitTrans() override {
         Before(faults_->transaction, "CommitTrans");
-        inner_->CommitTrans();
+        inner().CommitTrans();
     }
     void RollbackTrans() override {
         Before(faults_->transaction, "RollbackTrans");
-        inner_->RollbackTrans();
+        inner().RollbackTrans();
     }
 
 private:
@@ -40,7 +41,6 @@ private:
         }
     }
 
-    std::unique_ptr<refhost::Database> inner_;
     std::shared_ptr<const Faults> faults_;
 };
 
