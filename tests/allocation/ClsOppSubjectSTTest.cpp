@@ -38,16 +38,9 @@ TEST(StandardCostSettingsAllocation, Add) {
              test::SettingRow withAccount = Row("1", R"("1401")");
              withAccount.checks.push_back(
                  {.sql = "from code where ccode = '1401' and  bend =1 and iyear =2023", .byYear = true});
-             return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                            play.LookUp("cName ='dCAFirstDate'");
-                                            play.LookUp("cName ='bRLOrST'");
-                                            test::PlayYearEnd(play);
-                                            return std::nullopt;
-                                        },
-                                        .run =
-                                            [&] {
-                                                return PlaySettings(play, {withAccount, Row("2", "null")});
-                                            }});
+             return test::PlayStandardCostCall(play, [&] {
+                 return PlaySettings(play, {withAccount, Row("2", "null")});
+             });
          }});
 }
 

@@ -29,27 +29,21 @@ test::SettingRow Row(const std::string& category, const std::string& write) {
 }
 
 TEST(OppositeSettingsAllocation, Edit) {
-    FailEveryAllocation({.name = "ClsOppSubject EDIT",
-                         .proc = "EDIT",
-                         .setup = "INSERT INTO rd_style (cRdCode) VALUES (N'1'), (N'2')\nGO\n"
-                                  "INSERT INTO code (iyear, ccode, bend) VALUES (2023, N'1401', 1)",
-                         .restore = "DELETE FROM IA_OppHead\nGO\n"
-                                    "INSERT INTO IA_OppHead (cRdCode, cOppHead, iYear) VALUES (N'1', N'1402', 2023)",
-                         .contents = {"select cRdCode, cOppHead, iYear from IA_OppHead"},
-                         .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EDIT", rows)),
-                         .rules = [](Play& play) {
-                             play.Put("1", Stored("1", "1402"));
-                             return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                                            test::PlayYearEnd(play);
-                                                            return std::nullopt;
-                                                        },
-                                                        .run =
-                                                            [&] {
-                                                                return PlaySettings(
-                                                                    play, {Row("1", "Update IA_OppHead Set"),
-                                                                           Row("2", "INSERT INTO IA_OppHead")});
-                                                            }});
-                         }});
+    FailEveryAllocation(
+        {.name = "ClsOppSubject EDIT",
+         .proc = "EDIT",
+         .setup = "INSERT INTO rd_style (cRdCode) VALUES (N'1'), (N'2')\nGO\n"
+                  "INSERT INTO code (iyear, ccode, bend) VALUES (2023, N'1401', 1)",
+         .restore = "DELETE FROM IA_OppHead\nGO\n"
+                    "INSERT INTO IA_OppHead (cRdCode, cOppHead, iYear) VALUES (N'1', N'1402', 2023)",
+         .contents = {"select cRdCode, cOppHead, iYear from IA_OppHead"},
+         .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EDIT", rows)),
+         .rules = [](Play& play) {
+             play.Put("1", Stored("1", "1402"));
+             return test::PlaySettingsCall(play, [&] {
+                 return PlaySettings(play, {Row("1", "Update IA_OppHead Set"), Row("2", "INSERT INTO IA_OppHead")});
+             });
+         }});
 }
 
 } // namespace

@@ -22,11 +22,7 @@ void FailEveryAllocationOf(const std::string& name, const std::string& proc,
                          .rules =
                              [&](Play& play) {
                                  play.Put("01", R"({"cWhCode":"01"})");
-                                 return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                                                test::PlayYearEnd(play);
-                                                                return std::nullopt;
-                                                            },
-                                                            .run = [&] { return run(play); }});
+                                 return test::PlaySettingsCall(play, [&] { return run(play); });
                              },
                          .connectionMore = ";Delete Star=Accept"});
 }
@@ -41,11 +37,7 @@ TEST(FrameAllocation, NotOffered) {
 }
 
 TEST(FrameAllocation, Empty) {
-    FailEveryAllocationOf("EMPTY", "EMPTY", [](Play& play) {
-        play.Execute("Delete * From IA_HeadSet");
-        play.EraseAll();
-        return std::string();
-    });
+    FailEveryAllocationOf("EMPTY", "EMPTY", [](Play& play) { return test::PlayEmpty(play, "IA_HeadSet"); });
 }
 
 } // namespace

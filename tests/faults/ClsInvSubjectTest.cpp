@@ -11,6 +11,7 @@ namespace {
 using test::CheckedCode;
 using test::DisturbEveryOperation;
 using test::Play;
+using test::PlayedCall;
 using test::SettingRow;
 
 constexpr const char* setup = R"(INSERT INTO Warehouse (cWhCode) VALUES (N'01'), (N'02'), (N'03')
@@ -104,87 +105,62 @@ const std::string rows =
     "<row><cInvCode>A2</cInvCode><cInvHead>1402</cInvHead></row>"
     "<row><cWhCode>03</cWhCode><cInvHead>1402</cInvHead></row>";
 
-std::string PlayRequest(Play& play, const std::vector<SettingRow>& settings) {
-    PutStored(play);
-    return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                   PlayYearEnd(play);
-                                   return std::nullopt;
-                               },
-                               .run = [&] { return PlaySettings(play, settings); }});
+/// A call whose operation is played by `run`.
+PlayedCall Call(const std::string& proc, const std::function<std::string(Play&)>& run) {
+    return {.name = "ClsInvSubject " + proc,
+            .proc = proc,
+            .setup = setup,
+            .restore = restore,
+            .contents = {contents},
+            .run = test::TransactOf<kovra::ClsInvSubject>(test::Request(proc, rows)),
+            .rules = [run](Play& play) {
+                PutStored(play);
+                return PlaySettingsCall(play, [&] { return run(play); });
+            }};
 }
 
 TEST(InventorySettingsFaults, Add) {
-    DisturbEveryOperation({.name = "ClsInvSubject ADD",
-                           .proc = "ADD",
-                           .setup = setup,
-                           .restore = restore,
-                           .contents = {contents},
-                           .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("ADD", rows)),
-                           .rules = [](Play& play) {
-                               return PlayRequest(play, {EveryAccount(),
-                                                         ItemAndClass(),
-                                                         UnknownAccount(),
-                                                         NewClass(),
-                                                         {.key = "仓库编码：02， ， ",
-                                                          .checks = {Warehouse("02"), Account("1402")},
-                                                          .match = "Where cWhCode = '02' And iyear = 2023"},
-                                                         {.key = "存货编码：A2",
-                                                          .checks = {Item("A2"), Account("1402")},
-                                                          .match = "Where cInvCode = 'A2' And iyear = 2023"},
-                                                         NewWarehouse()});
-                           }});
+    DisturbEveryOperation(Call("ADD", [](Play& play) {
+        return PlaySettings(play, {EveryAccount(),
+                                   ItemAndClass(),
+                                   UnknownAccount(),
+                                   NewClass(),
+                                   {.key = "仓库编码：02， ， ",
+                                    .checks = {Warehouse("02"), Account("1402")},
+                                    .match = "Where cWhCode = '02' And iyear = 2023"},
+                                   {.key = "存货编码：A2",
+                                    .checks = {Item("A2"), Account("1402")},
+                                    .match = "Where cInvCode = 'A2' And iyear = 2023"},
+                                   NewWarehouse()});
+    }));
 }
 
 TEST(InventorySettingsFaults, Edit) {
-    DisturbEveryOperation({.name = "ClsInvSubject EDIT",
-                           .proc = "EDIT",
-                           .setup = setup,
-                           .restore = restore,
-                           .contents = {contents},
-                           .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EDIT", rows)),
-                           .rules = [](Play& play) {
-                               return PlayRequest(play, {EveryAccount(),
-                                                         ItemAndClass(),
-                                                         UnknownAccount(),
-                                                         NewClass(),
-                                                         // Without an item code the update lacks a comma.
-                                                         {.key = "仓库编码：02， ， ",
-                                                          .checks = {Warehouse("02"), Account("1402")},
-                                                          .match = "Where cWhCode = '02' And iyear = 2023",
-                                                          .write = "Update IA_HeadSet Set",
-                                                          .writeError = "Incorrect syntax near 'iYear'."},
-                                                         {.key = "存货编码：A2",
-                                                          .checks = {Item("A2"), Account("1402")},
-                                                          .match = "Where cInvCode = 'A2' And iyear = 2023",
-                                                          .write = "Update IA_HeadSet Set",
-                                                          .stored = Stored("null", "null", otherHead, R"("A2")"),
-                                                          .storedName = "item"},
-                                                         NewWarehouse()});
-                           }});
+    DisturbEveryOperation(Call("EDIT", [](Play& play) {
+        return PlaySettings(play, {EveryAccount(),
+                                   ItemAndClass(),
+                                   UnknownAccount(),
+                                   NewClass(),
+                                   // Without an item code the update lacks a comma.
+                                   {.key = "仓库编码：02， ， ",
+                                    .checks = {Warehouse("02"), Account("1402")},
+                                    .match = "Where cWhCode = '02' And iyear = 2023",
+                                    .write = "Update IA_HeadSet Set",
+                                    .writeError = "Incorrect syntax near 'iYear'."},
+                                   {.key = "存货编码：A2",
+                                    .checks = {Item("A2"), Account("1402")},
+                                    .match = "Where cInvCode = 'A2' And iyear = 2023",
+                                    .write = "Update IA_HeadSet Set",
+                                    .stored = Stored("null", "null", otherHead, R"("A2")"),
+                                    .storedName = "item"},
+                                   NewWarehouse()});
+    }));
 }
 
 TEST(InventorySettingsFaults, Empty) {
-    DisturbEveryOperation({.name = "ClsInvSubject EMPTY",
-                           .proc = "EMPTY",
-                           .setup = setup,
-                           .restore = restore,
-                           .contents = {contents},
-                           .run = test::TransactOf<kovra::ClsInvSubject>(test::Request("EMPTY", rows)),
-                           .rules =
-                               [](Play& play) {
-                                   PutStored(play);
-                                   return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                                                  PlayYearEnd(play);
-                                                                  return std::nullopt;
-                                                              },
-                                                              .run =
-                                                                  [&] {
-                                                                      play.Execute("Delete * From IA_HeadSet");
-                                                                      play.EraseAll();
-                                                                      return std::string();
-                                                                  }});
-                               },
-                           .connectionMore = ";Delete Star=Accept"});
+    PlayedCall call = Call("EMPTY", [](Play& play) { return PlayEmpty(play, "IA_HeadSet"); });
+    call.connectionMore = ";Delete Star=Accept";
+    DisturbEveryOperation(call);
 }
 
 } // namespace

@@ -13,6 +13,7 @@ namespace {
 using test::CheckedCode;
 using test::DisturbEveryOperation;
 using test::Play;
+using test::PlayedCall;
 using test::SettingRow;
 
 constexpr const char* setup = R"(INSERT INTO AccInformation (cSysID, cName, cValue) VALUES
@@ -133,30 +134,24 @@ std::string Rows() {
                   "<row><cRdCode>102</cRdCode></row><row><cRdCode>103</cRdCode></row>";
 }
 
-std::string PlayRequest(Play& play, const std::function<std::string()>& run) {
-    play.Put("keys", Stored(OfCategory("102", R"("A")"), R"("1401")", "null"));
-    return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                   play.LookUp("cName ='dCAFirstDate'");
-                                   play.LookUp("cName ='bRLOrST'");
-                                   PlayYearEnd(play);
-                                   return std::nullopt;
-                               },
-                               .run = run});
+/// A call whose operation is played by `run`.
+PlayedCall Call(const std::string& proc, const std::function<std::string(Play&)>& run) {
+    return {.name = "ClsOppSubjectST " + proc,
+            .proc = proc,
+            .setup = setup,
+            .restore = restore,
+            .contents = {ContentsQuery()},
+            .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request(proc, Rows())),
+            .rules = [run](Play& play) {
+                play.Put("keys", Stored(OfCategory("102", R"("A")"), R"("1401")", "null"));
+                return PlayStandardCostCall(play, [&] { return run(play); });
+            }};
 }
 
 TEST(StandardCostSettingsFaults, Add) {
-    DisturbEveryOperation(
-        {.name = "ClsOppSubjectST ADD",
-         .proc = "ADD",
-         .setup = setup,
-         .restore = restore,
-         .contents = {ContentsQuery()},
-         .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("ADD", Rows())),
-         .rules = [](Play& play) {
-             return PlayRequest(play, [&] {
-                 return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), KeysAlone("102"), NewKeys()});
-             });
-         }});
+    DisturbEveryOperation(Call("ADD", [](Play& play) {
+        return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), KeysAlone("102"), NewKeys()});
+    }));
 }
 
 TEST(StandardCostSettingsFaults, Edit) {
@@ -165,36 +160,15 @@ TEST(StandardCostSettingsFaults, Edit) {
     // The accounts are cleared and the item stays.
     update.stored = Stored(OfCategory("102", R"("A")"), "null", "null");
     update.storedName = "keys";
-    DisturbEveryOperation(
-        {.name = "ClsOppSubjectST EDIT",
-         .proc = "EDIT",
-         .setup = setup,
-         .restore = restore,
-         .contents = {ContentsQuery()},
-         .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EDIT", Rows())),
-         .rules = [&](Play& play) {
-             return PlayRequest(play, [&] {
-                 return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), update, NewKeys()});
-             });
-         }});
+    DisturbEveryOperation(Call("EDIT", [&](Play& play) {
+        return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), update, NewKeys()});
+    }));
 }
 
 TEST(StandardCostSettingsFaults, Empty) {
-    DisturbEveryOperation({.name = "ClsOppSubjectST EMPTY",
-                           .proc = "EMPTY",
-                           .setup = setup,
-                           .restore = restore,
-                           .contents = {ContentsQuery()},
-                           .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("EMPTY", Rows())),
-                           .rules =
-                               [](Play& play) {
-                                   return PlayRequest(play, [&] {
-                                       play.Execute("Delete * From IA_OppHead");
-                                       play.EraseAll();
-                                       return std::string();
-                                   });
-                               },
-                           .connectionMore = ";Delete Star=Accept"});
+    PlayedCall call = Call("EMPTY", [](Play& play) { return PlayEmpty(play, "IA_OppHead"); });
+    call.connectionMore = ";Delete Star=Accept";
+    DisturbEveryOperation(call);
 }
 
 } // namespace

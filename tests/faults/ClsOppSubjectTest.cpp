@@ -11,6 +11,7 @@ namespace {
 using test::CheckedCode;
 using test::DisturbEveryOperation;
 using test::Play;
+using test::PlayedCall;
 using test::SettingRow;
 
 constexpr const char* setup = R"(INSERT INTO rd_style (cRdCode) VALUES (N'1'), (N'101'), (N'102')
@@ -105,28 +106,25 @@ const std::string rows =
     "<row><cRdCode>101</cRdCode><cOppHead>1402</cOppHead></row>"
     "<row><cRdCode>1</cRdCode><cOppHead>1402</cOppHead></row>";
 
-std::string PlayRequest(Play& play, const std::function<std::string()>& run) {
-    PutStored(play);
-    return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
-                                   PlayYearEnd(play);
-                                   return std::nullopt;
-                               },
-                               .run = run});
+/// A call whose operation is played by `run`.
+PlayedCall Call(const std::string& proc, const std::function<std::string(Play&)>& run) {
+    return {.name = "ClsOppSubject " + proc,
+            .proc = proc,
+            .setup = setup,
+            .restore = restore,
+            .contents = {contents},
+            .run = test::TransactOf<kovra::ClsOppSubject>(test::Request(proc, rows)),
+            .rules = [run](Play& play) {
+                PutStored(play);
+                return PlaySettingsCall(play, [&] { return run(play); });
+            }};
 }
 
 TEST(OppositeSettingsFaults, Add) {
-    DisturbEveryOperation({.name = "ClsOppSubject ADD",
-                           .proc = "ADD",
-                           .setup = setup,
-                           .restore = restore,
-                           .contents = {contents},
-                           .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("ADD", rows)),
-                           .rules = [](Play& play) {
-                               return PlayRequest(play, [&] {
-                                   return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(),
-                                                              OneAccount("101"), NewCategory()});
-                               });
-                           }});
+    DisturbEveryOperation(Call("ADD", [](Play& play) {
+        return PlaySettings(play,
+                            {EveryKey(), WithoutAccount(), UnknownDepartment(), OneAccount("101"), NewCategory()});
+    }));
 }
 
 TEST(OppositeSettingsFaults, Edit) {
@@ -135,36 +133,15 @@ TEST(OppositeSettingsFaults, Edit) {
     // The account that the row leaves out is cleared.
     update.stored = OfCategory("101", R"("1402")", "null");
     update.storedName = "category";
-    DisturbEveryOperation(
-        {.name = "ClsOppSubject EDIT",
-         .proc = "EDIT",
-         .setup = setup,
-         .restore = restore,
-         .contents = {contents},
-         .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EDIT", rows)),
-         .rules = [&](Play& play) {
-             return PlayRequest(play, [&] {
-                 return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(), update, NewCategory()});
-             });
-         }});
+    DisturbEveryOperation(Call("EDIT", [&](Play& play) {
+        return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(), update, NewCategory()});
+    }));
 }
 
 TEST(OppositeSettingsFaults, Empty) {
-    DisturbEveryOperation({.name = "ClsOppSubject EMPTY",
-                           .proc = "EMPTY",
-                           .setup = setup,
-                           .restore = restore,
-                           .contents = {contents},
-                           .run = test::TransactOf<kovra::ClsOppSubject>(test::Request("EMPTY", rows)),
-                           .rules =
-                               [](Play& play) {
-                                   return PlayRequest(play, [&] {
-                                       play.Execute("Delete * From IA_OppHead");
-                                       play.EraseAll();
-                                       return std::string();
-                                   });
-                               },
-                           .connectionMore = ";Delete Star=Accept"});
+    PlayedCall call = Call("EMPTY", [](Play& play) { return PlayEmpty(play, "IA_OppHead"); });
+    call.connectionMore = ";Delete Star=Accept";
+    DisturbEveryOperation(call);
 }
 
 } // namespace

@@ -71,6 +71,14 @@ void PlayRow(Play& play, const SettingRow& row) {
     }
 }
 
+/// Plays the look-up of the year-end closing, which has not been made.
+void PlayYearEnd(Play& play) {
+    play.Do("LoginYear");
+    play.Create("Recordset");
+    play.Do("SetCursorLocation");
+    play.OpenReadClose("SELECT bflag_IA FROM GL_mend WHERE iyear = 2023 AND iperiod=12");
+}
+
 } // namespace
 
 std::string PlaySettings(Play& play, const std::vector<SettingRow>& rows) {
@@ -81,11 +89,28 @@ std::string PlaySettings(Play& play, const std::vector<SettingRow>& rows) {
     });
 }
 
-void PlayYearEnd(Play& play) {
-    play.Do("LoginYear");
-    play.Create("Recordset");
-    play.Do("SetCursorLocation");
-    play.OpenReadClose("SELECT bflag_IA FROM GL_mend WHERE iyear = 2023 AND iperiod=12");
+std::string PlaySettingsCall(Play& play, const std::function<std::string()>& run) {
+    return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
+                                   PlayYearEnd(play);
+                                   return std::nullopt;
+                               },
+                               .run = run});
+}
+
+std::string PlayStandardCostCall(Play& play, const std::function<std::string()>& run) {
+    return PlayTransact(play, {.preCheck = [&]() -> std::optional<std::string> {
+                                   play.LookUp("cName ='dCAFirstDate'");
+                                   play.LookUp("cName ='bRLOrST'");
+                                   PlayYearEnd(play);
+                                   return std::nullopt;
+                               },
+                               .run = run});
+}
+
+std::string PlayEmpty(Play& play, const std::string& table) {
+    play.Execute("Delete * From " + table);
+    play.EraseAll();
+    return {};
 }
 
 } // namespace test

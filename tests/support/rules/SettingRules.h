@@ -2,6 +2,7 @@
 
 #include "tests/support/rules/Play.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,7 +38,12 @@ struct SettingRow {
 /// Plays the rows of a request.
 std::string PlaySettings(Play& play, const std::vector<SettingRow>& rows);
 
-/// Plays the look-up of the year-end closing, which has not been made.
-void PlayYearEnd(Play& play);
+/// Plays a whole call of `ClsInvSubject` or `ClsOppSubject` whose operation is `run`, in a year that is not closed.
+std::string PlaySettingsCall(Play& play, const std::function<std::string()>& run);
+/// The same of `ClsOppSubjectST`, in an account that works with standard costs.
+std::string PlayStandardCostCall(Play& play, const std::function<std::string()>& run);
+
+/// Plays the operation "EMPTY" on a table.
+std::string PlayEmpty(Play& play, const std::string& table);
 
 } // namespace test
