@@ -9,11 +9,15 @@ target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc r
 
 kovra_library(import ModPub os fmt::fmt kovra_libxml2 kovra_minizip kovra_xlsxwriter kovra_sqlite)
 
+# The classes by name, for the program and for what does without the rest of it.
+add_library(cli-classes STATIC cli/Classes.cpp)
+target_link_libraries(cli-classes PUBLIC ${KOVRA_CLASSES} refhost PRIVATE kovra_sanitize)
+
 # The program's commands, apart from main, so that the tests reach them.
 kovra_sources(cli_sources cli)
-list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp)
+list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp ${PROJECT_SOURCE_DIR}/cli/Classes.cpp)
 add_library(cli STATIC ${cli_sources})
-target_link_libraries(cli PUBLIC ${KOVRA_CLASSES} refhost import fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
+target_link_libraries(cli PUBLIC cli-classes import fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
 if(WIN32)
   # The login object of KovraHost.dll, for the host of the machine.
   add_library(refhost-com-login STATIC refhost/com/LoginObject.cpp)

@@ -8,7 +8,7 @@ namespace {
 
 // The columns' names and lengths are those of the account's tables that the classes write.
 
-constexpr auto settings = std::to_array<Field>({
+constexpr auto settingsFields = std::to_array<Field>({
     {.element = "cWhCode",
      .chinese = "仓库编码",
      .english = "Warehouse code",
@@ -70,7 +70,7 @@ constexpr auto settings = std::to_array<Field>({
      .length = 40},
 });
 
-constexpr auto opposite = std::to_array<Field>({
+constexpr auto oppositeFields = std::to_array<Field>({
     {.element = "cRdCode",
      .chinese = "收发类别编码",
      .english = "Receipt/issue category",
@@ -142,7 +142,7 @@ constexpr auto opposite = std::to_array<Field>({
      .length = 40},
 });
 
-constexpr auto standardCost = std::to_array<Field>({
+constexpr auto standardCostFields = std::to_array<Field>({
     {.element = "cRdCode",
      .chinese = "收发类别编码",
      .english = "Receipt/issue category",
@@ -316,7 +316,7 @@ constexpr auto standardCost = std::to_array<Field>({
      .length = 40},
 });
 
-constexpr auto opening = std::to_array<Field>({
+constexpr auto openingFields = std::to_array<Field>({
     {.element = "cWhCode",
      .chinese = "仓库编码",
      .english = "Warehouse code",
@@ -399,7 +399,7 @@ constexpr auto opening = std::to_array<Field>({
     {.element = "cMemo", .chinese = "备注", .english = "Memo", .synonyms = "摘要|说明|Remark", .length = 255},
 });
 
-constexpr auto provisions = std::to_array<Field>({
+constexpr auto provisionsFields = std::to_array<Field>({
     {.element = "Deccode",
      .chinese = "单据号",
      .english = "Document number",
@@ -499,7 +499,7 @@ constexpr auto provisions = std::to_array<Field>({
      .place = Place::entry},
 });
 
-constexpr auto prices = std::to_array<Field>({
+constexpr auto pricesFields = std::to_array<Field>({
     {.element = "ID",
      .chinese = "单据号",
      .english = "Document number",
@@ -614,17 +614,18 @@ constexpr auto provisionType = std::to_array<FixedElement>({
 });
 
 constexpr std::array classes = {
-    ClassFields{"ClsInvSubject", "存货科目设置", "Inventory account settings", settings, "", {}},
-    ClassFields{"ClsKovra", "期初余额", "Opening balances", opening, "", projectNames},
-    ClassFields{"ClsKovraProof", "存货跌价准备单", "Price-decline provisions", provisions, "Deccode", provisionType},
-    ClassFields{"ClsOppSubject", "对方科目设置", "Opposite account settings", opposite, "", {}},
+    ClassFields{"ClsInvSubject", "存货科目设置", "Inventory account settings", settingsFields, "", {}},
+    ClassFields{"ClsKovra", "期初余额", "Opening balances", openingFields, "", projectNames},
+    ClassFields{"ClsKovraProof", "存货跌价准备单", "Price-decline provisions", provisionsFields, "Deccode",
+                provisionType},
+    ClassFields{"ClsOppSubject", "对方科目设置", "Opposite account settings", oppositeFields, "", {}},
     ClassFields{"ClsOppSubjectST",
                 "标准成本的对方科目设置",
                 "Opposite account settings for standard costing",
-                standardCost,
+                standardCostFields,
                 "",
                 {}},
-    ClassFields{"ClsPriceJustVou", "价格调整单", "Price adjustment vouchers", prices, "ID", {}},
+    ClassFields{"ClsPriceJustVou", "价格调整单", "Price adjustment vouchers", pricesFields, "ID", {}},
 };
 
 } // namespace
