@@ -1,9 +1,9 @@
 #include "ModPub/Conversions.h"
 #include "cli/AccountQuestions.h"
 #include "cli/Commands.h"
+#include "cli/LoginFile.h"
 #include "cli/ServerDatabases.h"
 #include "refhost/Environment.h"
-#include "refhost/LoginFile.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Account.h"
 #include "refhost/ado/Connection.h"
@@ -31,7 +31,7 @@ void TellWhatWasMade(AccountQuestions& account, const AccountArguments& argument
 
 int RunAccountCreate(const AccountArguments& arguments, Console& console) {
     refhost::Environment environment;
-    const refhost::Login login = refhost::ReadLogin(arguments.login, environment);
+    const refhost::Login login = ReadLogin(arguments.login, environment);
     refhost::Connection connection(refhost::OpenOrCreate());
     const std::string connectionString = ModPub::ToText(login.Member("QxDbName"));
     connection.Open(connectionString, "", "", host::command_option::unspecified);

@@ -1,8 +1,8 @@
 #include "ModPub/Conversions.h"
 #include "cli/Commands.h"
+#include "cli/LoginFile.h"
 #include "cli/Output.h"
 #include "refhost/Environment.h"
-#include "refhost/LoginFile.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/sql/engine/Backup.h"
 
@@ -18,7 +18,7 @@ using refhost::sql::Schema;
 /// The connection string of a login's account, which is an embedded one. Throws for every other.
 std::string EmbeddedConnection(const AccountArguments& arguments, const AccountTexts& texts) {
     refhost::Environment environment;
-    const refhost::Login login = refhost::ReadLogin(arguments.login, environment);
+    const refhost::Login login = ReadLogin(arguments.login, environment);
     std::string connection = ModPub::ToText(login.Member("QxDbName"));
     if (refhost::IsOdbc(connection)) {
         throw std::runtime_error(std::string(texts.embeddedOnly));

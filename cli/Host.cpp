@@ -1,7 +1,7 @@
 #include "cli/Host.h"
 
+#include "cli/LoginFile.h"
 #include "refhost/Environment.h"
-#include "refhost/LoginFile.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/ado/LossWatch.h"
 #include "refhost/trace/Traced.h"
@@ -24,7 +24,7 @@ public:
 
     host::Environment& environment() override { return environment_; }
     host::HostLogin& ReadLogin(const std::string& path) override {
-        return login_.emplace(refhost::ReadLogin(path, environment_));
+        return login_.emplace(cli::ReadLogin(path, environment_));
     }
 
 private:

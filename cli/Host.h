@@ -22,7 +22,7 @@ public:
     Host& operator=(const Host&) = delete;
 
     virtual host::Environment& environment() = 0;
-    /// The login of a file. Throws as `refhost::ReadLogin`; it lives until the next call or as long as the host.
+    /// The login of a file. Throws as `cli::ReadLogin`; it lives until the next call or as long as the host.
     virtual host::HostLogin& ReadLogin(const std::string& path) = 0;
 };
 

@@ -1,11 +1,11 @@
 #include "cli/ImportAccount.h"
 
 #include "ModPub/Conversions.h"
+#include "cli/LoginFile.h"
 #include "cli/Platform.h"
 #include "import/run/HeldTransaction.h"
 #include "os/Files.h"
 #include "refhost/Environment.h"
-#include "refhost/LoginFile.h"
 #include "refhost/sql/engine/Backup.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "text/ConnectionString.h"
@@ -24,7 +24,7 @@ constexpr const char* connectionAttribute = "QxDbName";
 /// A login in an environment of its own.
 class OpenSession final : public importing::Session {
 public:
-    explicit OpenSession(const std::string& login) : login_(refhost::ReadLogin(login, environment_)) {}
+    explicit OpenSession(const std::string& login) : login_(ReadLogin(login, environment_)) {}
 
     host::Environment& environment() override { return environment_; }
     host::HostLogin& login() override { return login_; }
@@ -53,7 +53,7 @@ private:
 /// The login's text with another connection string.
 std::string WithConnection(const std::string& login, host::Environment& environment, const std::string& text) {
     const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
-    document->LoadXML(refhost::ReadLoginXml(login, environment));
+    document->LoadXML(ReadLoginXml(login, environment));
     document->DocumentElement()->SetAttribute(connectionAttribute, text);
     return document->Xml();
 }
@@ -79,7 +79,7 @@ private:
 /// A test run in a transaction on a server.
 class HeldSession final : public importing::TestSession {
 public:
-    explicit HeldSession(const std::string& login) : login_(refhost::ReadLogin(login, environment_)) {}
+    explicit HeldSession(const std::string& login) : login_(ReadLogin(login, environment_)) {}
 
     host::Environment& environment() override { return environment_; }
     host::HostLogin& login() override { return login_; }

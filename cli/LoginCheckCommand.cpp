@@ -1,10 +1,10 @@
 #include "ModPub/Conversions.h"
 #include "cli/AccountQuestions.h"
 #include "cli/Commands.h"
+#include "cli/LoginFile.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
 #include "cli/Table.h"
-#include "refhost/LoginFile.h"
 #include "text/ConnectionString.h"
 #include "text/SameName.h"
 
@@ -201,7 +201,7 @@ private:
 
 int RunLoginCheck(const LoginCheckArguments& arguments, Console& console) {
     refhost::Environment environment;
-    const refhost::Login login = refhost::ReadLogin(arguments.login, environment);
+    const refhost::Login login = ReadLogin(arguments.login, environment);
     return Check(login, environment, console.messages().account).Tell();
 }
 

@@ -16,7 +16,7 @@ inline constexpr bool hasCom = false;
 #endif
 
 /// What a client gets from the class that is registered under the name "Kovra.CLASS": the result of `Transact`. On
-/// Windows alone. Throws `host::Error` when the class cannot be created, and as `refhost::ReadLogin`.
+/// Windows alone. Throws `host::Error` when the class cannot be created, and as `ReadLogin`.
 /// @param trace the file that the library is told to trace to, or empty
 std::string TransactByRegistered(std::string_view className, const std::string& request, const std::string& login,
                                  const std::string& trace);

@@ -1,10 +1,10 @@
 #include "ModPub/Conversions.h"
 #include "cli/Commands.h"
+#include "cli/LoginFile.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
 #include "cli/ResultWriter.h"
 #include "refhost/Environment.h"
-#include "refhost/LoginFile.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Batches.h"
 #include "refhost/ado/Connection.h"
@@ -79,7 +79,7 @@ int RunSql(const SqlArguments& arguments, Console& console) {
             {"nothing to run: give -e STATEMENT or a file", "没有要运行的语句：请给出 -e 语句或一个文件"});
     }
     refhost::Environment environment;
-    const refhost::Login login = refhost::ReadLogin(arguments.login, environment);
+    const refhost::Login login = ReadLogin(arguments.login, environment);
     refhost::Connection connection(refhost::OpenExisting());
     connection.Open(ModPub::ToText(login.Member("QxDbName")), "", "", host::command_option::unspecified);
     refhost::TimeLimit limit;

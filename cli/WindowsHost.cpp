@@ -1,8 +1,8 @@
 // The host of the machine: MSXML, ADO and the ERP's registered components, by the same adapters as Kovra.dll.
 #include "cli/Host.h"
+#include "cli/LoginFile.h"
 #include "cli/Registered.h"
 #include "os/WindowsApi.h"
-#include "refhost/LoginFile.h"
 #include "refhost/com/LoginObject.h"
 #include "server/adapters/ComLogin.h"
 #include "server/com/Utf16.h"
@@ -40,7 +40,7 @@ public:
 /// The login of a file as an automation object, which the ERP's components can be handed.
 DispatchObject LoginObjectOf(const std::string& path, host::Environment& environment) {
     DispatchObject login(server::CreateObject<refhost::com::LoginObject>());
-    login.Call(L"LoadXML", VariantHolder(refhost::ReadLoginXml(path, environment)));
+    login.Call(L"LoadXML", VariantHolder(ReadLoginXml(path, environment)));
     return login;
 }
 

@@ -3,7 +3,7 @@
 # KOVRA_ODBC_VERSION.
 kovra_library(refhost/xml ModPub os kovra_libxml2)
 kovra_library(refhost/odbc ModPub os kovra_odbc)
-add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp refhost/LoginFile.cpp)
+add_library(refhost STATIC refhost/Environment.cpp refhost/OpenDatabase.cpp)
 target_link_libraries(refhost PUBLIC refhost-database refhost-xml refhost-odbc refhost-eai refhost-ia
                               PRIVATE kovra_sanitize)
 

@@ -1,4 +1,4 @@
-#include "refhost/LoginFile.h"
+#include "cli/LoginFile.h"
 
 #include "host/Environment.h"
 #include "os/Files.h"
@@ -14,7 +14,7 @@
 #include <string_view>
 #include <utility>
 
-namespace refhost {
+namespace cli {
 namespace {
 
 namespace fs = std::filesystem;
@@ -31,7 +31,7 @@ std::string Variable(const std::string& name) {
 }
 
 std::string FirstLine(const fs::path& path) {
-    const std::string text = xml::ReadTextFile(os::NameOf(path));
+    const std::string text = refhost::xml::ReadTextFile(os::NameOf(path));
     return text.substr(0, text.find_first_of("\r\n"));
 }
 
@@ -87,9 +87,9 @@ std::string WithLocatedFile(const std::string& text, const fs::path& folder) {
 std::string ReadLoginXml(const std::string& path, host::Environment& environment) {
     const fs::path folder = path == "-" ? fs::path() : os::PathOf(path).parent_path();
     const std::unique_ptr<host::DOMDocument> document = environment.CreateDOMDocument();
-    std::string xml = xml::ReadXmlFile(path);
+    std::string xml = refhost::xml::ReadXmlFile(path);
     if (!document->LoadXML(xml)) {
-        // `Login` says what is wrong with it.
+        // `refhost::Login` says what is wrong with it.
         return xml;
     }
     const host::DOMNodePtr login = document->DocumentElement();
@@ -102,7 +102,7 @@ std::string ReadLoginXml(const std::string& path, host::Environment& environment
     return document->Xml();
 }
 
-Login ReadLogin(const std::string& path, host::Environment& environment) {
+refhost::Login ReadLogin(const std::string& path, host::Environment& environment) {
     try {
         return {ReadLoginXml(path, environment), environment};
     } catch (const text::Fault& fault) {
@@ -115,4 +115,4 @@ Login ReadLogin(const std::string& path, host::Environment& environment) {
     }
 }
 
-} // namespace refhost
+} // namespace cli
