@@ -66,6 +66,8 @@ public:
     Reader(const Messages& messages, Arguments& arguments)
         : help_(messages.help), usage_(messages.usage), arguments_(arguments) {
         app_.formatter(std::make_shared<HelpFormatter>(help_));
+        // On Windows too, a name that begins with '/' is a file's.
+        app_.allow_windows_style_options(false);
         app_.option_defaults()->group(std::string(help_.options));
         AddHelp(app_);
         app_.set_version_flag("--version", VersionText, Text(help_.version));

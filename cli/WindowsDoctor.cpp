@@ -10,10 +10,11 @@
 #include "os/WindowsApi.h"
 #include "server/adapters/ProgIds.h"
 #include "server/com/ComError.h"
-#include "server/com/DispatchObject.h"
+#include "server/com/ComPtr.h"
 #include "server/com/Utf16.h"
 #include "text/ConnectionString.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -33,18 +34,52 @@ bool HasBothSizes() {
     return is64 || (IsWow64Process(GetCurrentProcess(), &on64) != 0 && on64 != 0);
 }
 
-/// A text value below HKEY_CLASSES_ROOT in the registry of one size; nothing when there is none.
-std::optional<std::wstring> ClassesValue(const std::wstring& key, bool of64) {
-    HKEY opened = nullptr;
+/// A text value below Software\Classes in the registry of one size, the user's before the machine's; nothing when there
+/// is none. HKEY_CLASSES_ROOT is not asked, since under Wine it knows the program's own size alone.
+/// @param name the value's, or null for the key's own
+std::optional<std::wstring> ClassesValue(const std::wstring& key, bool of64, const wchar_t* name = nullptr) {
     const REGSAM view = of64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
-    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ | view, &opened) != ERROR_SUCCESS) {
-        return std::nullopt;
+    for (const HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
+        HKEY opened = nullptr;
+        if (RegOpenKeyExW(root, (L"Software\\Classes\\" + key).c_str(), 0, KEY_READ | view, &opened) != ERROR_SUCCESS) {
+            continue;
+        }
+        std::wstring text(32768, L'\0');
+        auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+        const LSTATUS status = RegGetValueW(opened, nullptr, name, RRF_RT_REG_SZ, nullptr, text.data(), &size);
+        RegCloseKey(opened);
+        if (status == ERROR_SUCCESS) {
+            return text.c_str();
+        }
     }
-    std::wstring text(32768, L'\0');
-    auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-    const LSTATUS status = RegGetValueW(opened, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &size);
-    RegCloseKey(opened);
-    return status == ERROR_SUCCESS ? std::optional<std::wstring>(text.c_str()) : std::nullopt;
+    return std::nullopt;
+}
+
+/// Whether the system runs the class, as it is registered in one size, in a process of its own: the surrogate.
+bool HasSurrogate(const std::wstring& id, bool of64) {
+    const std::optional<std::wstring> application = ClassesValue(L"CLSID\\" + id, of64, L"AppID");
+    return application && ClassesValue(L"AppID\\" + *application, of64, L"DllSurrogate");
+}
+
+/// `file` with `folder` in place of the system's folder, where it lies there.
+std::wstring InPlaceOfSystemFolder(const std::wstring& file, const std::wstring& folder) {
+    std::wstring system(MAX_PATH, L'\0');
+    system.resize(GetSystemDirectoryW(system.data(), MAX_PATH));
+    const bool inSystem = !system.empty() && file.size() > system.size() && file[system.size()] == L'\\' &&
+                          CompareStringOrdinal(file.data(), static_cast<int>(system.size()), system.data(),
+                                               static_cast<int>(system.size()), TRUE) == CSTR_EQUAL;
+    return inSystem ? folder + file.substr(system.size()) : file;
+}
+
+/// Where a file lies that the registry of one size names, as this process reaches it. Programs of 32 bits on a system
+/// of 64 mean another folder by the system's, and reach the system's by another name.
+std::wstring ReachedAs(const std::wstring& file, bool of64) {
+    std::wstring folder(MAX_PATH, L'\0');
+    folder.resize(GetSystemWow64DirectoryW(folder.data(), MAX_PATH));
+    if (folder.empty() || (of64 && is64)) {
+        return file;
+    }
+    return InPlaceOfSystemFolder(file, of64 ? folder.substr(0, folder.rfind(L'\\')) + L"\\Sysnative" : folder);
 }
 
 /// The version in a file's resources, as "0.2.0.0"; empty when it has none.
@@ -96,8 +131,10 @@ public:
             }
             registered = true;
             here = here || of64 == is64;
-            table.AddRow({ToUtf8(progId), std::string(of64 ? texts_.bits64 : texts_.bits32), VersionOf(*file),
-                          of64 == is64 ? Creation(progId, *file) : std::string(texts_.otherSize), ToUtf8(*file)});
+            const std::wstring reached = ReachedAs(*file, of64);
+            table.AddRow({ToUtf8(progId), std::string(of64 ? texts_.bits64 : texts_.bits32), VersionOf(reached),
+                          of64 == is64 ? Creation(*id, reached) : CreationInOtherSize(*id, of64),
+                          ToUtf8(of64 ? *file : reached)});
         }
         if (!registered) {
             table.AddRow({ToUtf8(progId), "", "", std::string(texts_.notRegistered), ""});
@@ -111,17 +148,37 @@ public:
 
 private:
     /// Whether an instance can be made, in this process as a client makes it.
-    std::string Creation(const std::wstring& progId, const std::wstring& file) {
-        try {
-            const server::DispatchObject instance = server::DispatchObject::Create(progId.c_str());
+    std::string Creation(const std::wstring& id, const std::wstring& file) {
+        const HRESULT result = Create(id, CLSCTX_SERVER);
+        if (SUCCEEDED(result)) {
             return std::string(texts_.created);
-        } catch (const host::Error& error) {
-            ++missing_;
-            std::error_code unknown;
-            const bool gone = std::filesystem::path(file).is_absolute() && !std::filesystem::exists(file, unknown);
-            return gone ? std::string(texts_.fileMissing)
-                        : Fill(texts_.notCreated, error.number(), error.description());
         }
+        ++missing_;
+        std::error_code unknown;
+        const bool gone = std::filesystem::path(file).is_absolute() && !std::filesystem::exists(file, unknown);
+        return gone ? std::string(texts_.fileMissing) : Because(texts_.notCreated, result);
+    }
+
+    /// Whether an instance can be made in a process of the other size, where the registration names one.
+    std::string CreationInOtherSize(const std::wstring& id, bool of64) const {
+        if (!HasSurrogate(id, of64)) {
+            return std::string(texts_.otherSize);
+        }
+        const HRESULT result =
+            Create(id, CLSCTX_LOCAL_SERVER | (of64 ? CLSCTX_ACTIVATE_64_BIT_SERVER : CLSCTX_ACTIVATE_32_BIT_SERVER));
+        return SUCCEEDED(result) ? std::string(texts_.createdApart) : Because(texts_.notCreatedApart, result);
+    }
+
+    static HRESULT Create(const std::wstring& id, DWORD context) {
+        CLSID classId{};
+        const HRESULT result = CLSIDFromString(id.c_str(), &classId);
+        server::ComPtr<IDispatch> instance;
+        return FAILED(result) ? result : CoCreateInstance(classId, nullptr, context, IID_IDispatch, instance.PutVoid());
+    }
+
+    static std::string Because(std::string_view text, HRESULT result) {
+        return Fill(text, fmt::format("0x{:08X}", static_cast<std::uint32_t>(result)),
+                    server::SystemDescription(result));
     }
 
     const DoctorTexts& texts_;

@@ -396,8 +396,12 @@ struct DoctorTexts {
     std::string_view bits64;
     std::string_view bits32;
     std::string_view created;
-    /// `{0}` the error's number, `{1}` its description.
+    /// `{0}` the HRESULT, `{1}` what the system says of it.
     std::string_view notCreated;
+    /// Of a class of the other size, in a process of its own.
+    std::string_view createdApart;
+    /// `{0}` the HRESULT, `{1}` what the system says of it.
+    std::string_view notCreatedApart;
     std::string_view notRegistered;
     /// Of a class that this program's size cannot create.
     std::string_view otherSize;

@@ -4,11 +4,11 @@
 #include "tests/support/Paths.h"
 #include "tests/support/ScenarioFolder.h"
 #include "tests/windows/HostedTest.h"
+#include "tests/windows/RunProgram.h"
 
 #include <filesystem>
 #include <fstream>
 #include <regex>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -34,33 +34,19 @@ std::string ReadUnicode(const fs::path& file) {
     return server::ToUtf8(wide.substr(1));
 }
 
-/// Runs a command line in `folder`. @return its exit status
-DWORD RunIn(const fs::path& folder, std::wstring commandLine) {
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &startup,
-                        &process))
-        throw std::runtime_error("the command cannot be run");
-    WaitForSingleObject(process.hProcess, INFINITE);
-    DWORD status = 0;
-    EXPECT_TRUE(GetExitCodeProcess(process.hProcess, &status));
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return status;
-}
-
 class ExampleClient : public test::HostedTest {
 protected:
     /// Runs a scenario through the client. @return the client's exit status
-    DWORD Import(const std::string& className, const std::string& name) {
+    unsigned long Import(const std::string& className, const std::string& name) {
         scenario_ = sourceFolder / "tests" / "scenarios" / className / name;
         account_.Run(test::ReadText(scenario_ / "setup.sql"));
         WriteUnicode(account_.folder() / "request.xml", test::ReadText(scenario_ / "request.xml"));
         WriteUnicode(account_.folder() / "login.xml", test::ReadText(scenario_ / "login.xml"));
         const fs::path script = sourceFolder / "examples" / "clients" / "import.vbs";
-        return RunIn(account_.folder(), L"cscript.exe //nologo \"" + script.wstring() + L"\" " +
-                                            server::ToUtf16(className) + L" request.xml login.xml result.xml");
+        return test::RunningCommand(account_.folder(), L"cscript.exe //nologo \"" + script.wstring() + L"\" " +
+                                                           server::ToUtf16(className) +
+                                                           L" request.xml login.xml result.xml")
+            .Wait();
     }
 
     /// Documents count, not how they are laid out: Wine's MSXML adds line breaks and tabs.
@@ -122,7 +108,7 @@ On Error Resume Next
 If Err.Number <> 0 Then target.Write Err.Description & vbLf
 target.Close
 )";
-        RunIn(folder, L"cscript.exe //nologo client.vbs");
+        test::RunningCommand(folder, L"cscript.exe //nologo client.vbs").Wait();
         return ReadUnicode(folder / "outcomes.txt");
     }
 };

@@ -149,6 +149,15 @@ TEST(Doctor, TellsOfWhatIsNotRegistered) {
         << run.output;
 }
 
+TEST(Program, TakesANameThatBeginsWithAStrokeForAFile) {
+    const test::TestAccount account;
+    std::ofstream(account.folder() / "login.xml", std::ios::binary) << account.LoginXml();
+    const test::ProgramRun run =
+        test::RunProgram(account.folder(), L"transact --class ClsInvSubject --login login.xml /nowhere/request.xml");
+    EXPECT_EQ(run.status, 2U);
+    EXPECT_NE(run.error.find("'/nowhere/request.xml'"), std::string::npos) << run.error;
+}
+
 TEST(Doctor, LeavesTheRegisteredClassToItsErrorNumber) {
     const test::TestAccount account;
     std::ofstream(account.folder() / "login.xml", std::ios::binary) << account.LoginXml();

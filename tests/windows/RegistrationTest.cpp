@@ -5,6 +5,7 @@
 #include "tests/windows/OnWine.h"
 #include "tests/windows/RegisteredClasses.h"
 #include "tests/windows/ServerFixture.h"
+#include "tests/windows/WinesSurrogate.h"
 
 #include <optional>
 #include <string>
@@ -14,7 +15,6 @@
 
 #include <Kovra.h>
 #include <sddl.h>
-#include <tlhelp32.h>
 
 namespace {
 
@@ -71,38 +71,6 @@ void ExpectNothing(HKEY root) {
 }
 
 using RegistrationTest = test::ServerTest;
-
-/// Wine's surrogate. Wine starts the one of the 32-bit system folder whatever the size of the class, and has none there
-/// where its 32-bit half is not installed: the 64-bit one takes its place then. Nor does Wine ever end it; this does.
-class WinesSurrogate {
-public:
-    WinesSurrogate() {
-        wchar_t system[MAX_PATH]{};
-        wchar_t folder[MAX_PATH]{};
-        if (GetSystemDirectoryW(system, MAX_PATH) == 0 || GetSystemWow64DirectoryW(folder, MAX_PATH) == 0)
-            return;
-        CreateDirectoryW(folder, nullptr);
-        CopyFileW((std::wstring(system) + L"\\" + name).c_str(), (std::wstring(folder) + L"\\" + name).c_str(), TRUE);
-    }
-    ~WinesSurrogate() {
-        const HANDLE processes = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
-        PROCESSENTRY32W entry{};
-        entry.dwSize = sizeof entry;
-        for (BOOL more = Process32FirstW(processes, &entry); more; more = Process32NextW(processes, &entry)) {
-            if (std::wstring_view(entry.szExeFile) == name) {
-                const HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, entry.th32ProcessID);
-                TerminateProcess(process, 0);
-                CloseHandle(process);
-            }
-        }
-        CloseHandle(processes);
-    }
-    WinesSurrogate(const WinesSurrogate&) = delete;
-    WinesSurrogate& operator=(const WinesSurrogate&) = delete;
-
-private:
-    static constexpr const wchar_t* name = L"dllhost.exe";
-};
 
 /// A key below the machine's Software\Classes that nobody may open as long as the object lives.
 class LockedKey {
@@ -360,7 +328,7 @@ TEST_F(RegistrationTest, InterfacesAreReachedFromAnotherApartment) {
 
 // The registration names the system's surrogate, so a client may have its instances in a process of their own.
 TEST_F(RegistrationTest, InstancesLiveInTheSystemsSurrogateForAClientThatAsksForIt) {
-    std::optional<WinesSurrogate> wines;
+    std::optional<test::WinesSurrogate> wines;
     if (test::OnWine())
         wines.emplace();
     CLSID classId{};

@@ -34,45 +34,61 @@ std::filesystem::path OwnFolder() {
     return std::filesystem::path(path).parent_path();
 }
 
-std::wstring Program() { return L"\"" + (OwnFolder() / "kovra.exe").wstring() + L"\""; }
+std::wstring Program() { return L"\"" + (OwnFolder() / "kovra.exe").wstring() + L"\" "; }
 
-/// Runs a command line in a folder. @return its exit status
-unsigned long RunIn(const std::filesystem::path& folder, std::wstring commandLine, HANDLE output, HANDLE error) {
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
-    startup.hStdOutput = output;
-    startup.hStdError = error;
-    PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &startup,
-                        &process)) {
-        throw std::runtime_error("kovra.exe cannot be run");
-    }
-    WaitForSingleObject(process.hProcess, INFINITE);
-    DWORD status = 0;
-    EXPECT_TRUE(GetExitCodeProcess(process.hProcess, &status));
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return status;
-}
+constexpr const wchar_t* outputFile = L"out.txt";
+constexpr const wchar_t* errorFile = L"err.txt";
 
 } // namespace
 
-unsigned long RunProgramOn(void* console, const std::wstring& arguments) {
-    return RunIn(OwnFolder(), Program() + L" " + arguments, console, console);
+RunningCommand::RunningCommand(const std::filesystem::path& folder, std::wstring commandLine, void* output,
+                               void* error) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    if (output) {
+        startup.dwFlags = STARTF_USESTDHANDLES;
+        startup.hStdInput = GetStdHandle(STD_INPUT_HANDLE);
+        startup.hStdOutput = output;
+        startup.hStdError = error;
+    }
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, output ? TRUE : FALSE, 0, nullptr,
+                        folder.c_str(), &startup, &process)) {
+        throw std::runtime_error("a command cannot be run");
+    }
+    CloseHandle(process.hThread);
+    process_ = process.hProcess;
+}
+
+RunningCommand::~RunningCommand() {
+    // One that has ended stays as it is.
+    TerminateProcess(process_, 1);
+    CloseHandle(process_);
+}
+
+unsigned long RunningCommand::Wait() const {
+    constexpr DWORD milliseconds = 300'000;
+    EXPECT_EQ(WaitForSingleObject(process_, milliseconds), WAIT_OBJECT_0) << "a command does not end";
+    DWORD status = 0;
+    EXPECT_TRUE(GetExitCodeProcess(process_, &status));
+    return status;
+}
+
+RunningProgram::RunningProgram(const std::filesystem::path& folder, const std::wstring& arguments)
+    : folder_(folder), command_(folder, Program() + L"--lang en " + arguments, OutputFile(folder / outputFile).handle(),
+                                OutputFile(folder / errorFile).handle()) {}
+
+ProgramRun RunningProgram::Wait() const {
+    const unsigned long status = command_.Wait();
+    return {status, ReadText(folder_ / outputFile), ReadText(folder_ / errorFile)};
 }
 
 ProgramRun RunProgram(const std::filesystem::path& folder, const std::wstring& arguments) {
-    ProgramRun run;
-    {
-        const OutputFile output(folder / "out.txt");
-        const OutputFile error(folder / "err.txt");
-        run.status = RunIn(folder, Program() + L" --lang en " + arguments, output.handle(), error.handle());
-    }
-    run.output = ReadText(folder / "out.txt");
-    run.error = ReadText(folder / "err.txt");
-    return run;
+    return RunningProgram(folder, arguments).Wait();
+}
+
+unsigned long RunProgramOn(void* console, const std::wstring& arguments) {
+    return RunningCommand(OwnFolder(), Program() + arguments, console, console).Wait();
 }
 
 } // namespace test

@@ -12,8 +12,38 @@ struct ProgramRun {
     std::string error;
 };
 
-/// Runs the kovra.exe beside this program in `folder`.
-/// @param arguments as a command line has them
+/// A process at work, which is ended when it takes minutes.
+class RunningCommand {
+public:
+    /// Runs a command line in `folder`, with its output and its error going to handles that it inherits; where there
+    /// are none, to this process's own. Throws when it cannot be started.
+    RunningCommand(const std::filesystem::path& folder, std::wstring commandLine, void* output = nullptr,
+                   void* error = nullptr);
+    ~RunningCommand();
+    RunningCommand(const RunningCommand&) = delete;
+    RunningCommand& operator=(const RunningCommand&) = delete;
+
+    /// Waits for its end. @return its exit status
+    unsigned long Wait() const;
+
+private:
+    void* process_ = nullptr;
+};
+
+/// The kovra.exe beside this program, at work in `folder`.
+class RunningProgram {
+public:
+    /// @param arguments as a command line has them
+    RunningProgram(const std::filesystem::path& folder, const std::wstring& arguments);
+
+    ProgramRun Wait() const;
+
+private:
+    std::filesystem::path folder_;
+    RunningCommand command_;
+};
+
+/// Runs it to its end.
 ProgramRun RunProgram(const std::filesystem::path& folder, const std::wstring& arguments);
 
 /// Runs it with its output on a console that it inherits. @return its exit status
