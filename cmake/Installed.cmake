@@ -30,7 +30,12 @@ else()
 endif()
 
 install(FILES README.md README.zh-CN.md CHANGELOG.md CONTRIBUTING.md SECURITY.md DESTINATION ${KOVRA_DOCUMENTS})
-install(DIRECTORY docs schemas examples DESTINATION ${KOVRA_DOCUMENTS} PATTERN "opening-5000" EXCLUDE)
+install(DIRECTORY docs schemas examples DESTINATION ${KOVRA_DOCUMENTS}
+        PATTERN "opening-5000" EXCLUDE PATTERN "Kovra.psd1.in" EXCLUDE)
+
+# The PowerShell module tells the version.
+configure_file(examples/clients/Kovra/Kovra.psd1.in ${PROJECT_BINARY_DIR}/Kovra.psd1 @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/Kovra.psd1 DESTINATION ${KOVRA_DOCUMENTS}/examples/clients/Kovra)
 
 # What of other people's work the programs hold: on Debian alone, whose packages tell it.
 find_program(KOVRA_DPKG dpkg)

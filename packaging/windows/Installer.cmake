@@ -141,6 +141,22 @@ foreach(feature server host)
   endforeach()
 endforeach()
 
+# An upgrade installs the features that the version before has, as their files tell. Windows has an action of its own for
+# that, which comes after the names are looked for, and which Wine leaves out.
+set(file_server Kovra.dll)
+set(file_program kovra.exe)
+set(file_documents README.md)
+set(file_host KovraHost.dll)
+foreach(feature ${features})
+  string(TOUPPER "FORMER_${feature}" property)
+  string(APPEND secure ";${property}")
+  kovra_guid(guid "${SIZE}/${file_${feature}}")
+  list(APPEND queries "INSERT INTO `CompLocator` (`Signature_`, `ComponentId`, `Type`) VALUES ('${property}', '{${guid}}', 1)")
+  list(APPEND queries "INSERT INTO `AppSearch` (`Property`, `Signature_`) VALUES ('${property}', '${property}')")
+  list(APPEND queries "INSERT INTO `Condition` (`Feature_`, `Level`, `Condition`) VALUES ('${feature}', 1, 'WIX_UPGRADE_DETECTED AND ${property}')")
+  list(APPEND queries "INSERT INTO `Condition` (`Feature_`, `Level`, `Condition`) VALUES ('${feature}', 1000, 'WIX_UPGRADE_DETECTED AND NOT ${property}')")
+endforeach()
+
 foreach(names server_NAMES host_NAMES)
   string(REGEX REPLACE "^<RegistryValue" "<RegistryValue KeyPath=\"yes\"" ${names} "${${names}}")
 endforeach()
@@ -151,12 +167,15 @@ file(REMOVE ${OUTPUT})
 execute_process(COMMAND wixl --arch ${SIZE} --output ${OUTPUT} ${OUTPUT}.wxs WORKING_DIRECTORY ${STAGE}
                 COMMAND_ERROR_IS_FATAL ANY)
 
-# What wixl does not know: texts beyond ASCII, the search for names, the path, and the removal of an earlier version inside
-# of the transaction.
+# What wixl does not know: texts beyond ASCII, the searches, conditions of features, the path, and the removal of an earlier
+# version inside of the transaction.
 file(WRITE ${OUTPUT}.idt "\r\n\r\n65001\t_ForceCodepage\r\n")
 execute_process(COMMAND msibuild ${OUTPUT} -i ${OUTPUT}.idt COMMAND_ERROR_IS_FATAL ANY)
 execute_process(
-  COMMAND msibuild ${OUTPUT} -q ${queries}
+  COMMAND msibuild ${OUTPUT} -q
+          "CREATE TABLE `CompLocator` (`Signature_` CHAR(72) NOT NULL, `ComponentId` CHAR(38) NOT NULL, `Type` SHORT PRIMARY KEY `Signature_`)"
+          "CREATE TABLE `Condition` (`Feature_` CHAR(38) NOT NULL, `Level` SHORT NOT NULL, `Condition` CHAR(255) PRIMARY KEY `Feature_`, `Level`)"
+          ${queries}
           "UPDATE `Property` SET `Value` = '${secure}' WHERE `Property` = 'SecureCustomProperties'"
           "INSERT INTO `InstallExecuteSequence` (`Action`, `Sequence`) VALUES ('AppSearch', 50)"
           "UPDATE `InstallExecuteSequence` SET `Sequence` = 1501 WHERE `Action` = 'RemoveExistingProducts'"
