@@ -34,7 +34,7 @@ install(DIRECTORY docs schemas examples DESTINATION ${KOVRA_DOCUMENTS}
         PATTERN "opening-5000" EXCLUDE PATTERN "Kovra.psd1.in" EXCLUDE)
 
 # The PowerShell module tells the version.
-configure_file(examples/clients/Kovra/Kovra.psd1.in ${PROJECT_BINARY_DIR}/Kovra.psd1 @ONLY)
+configure_file(examples/clients/Kovra/Kovra.psd1.in ${PROJECT_BINARY_DIR}/Kovra.psd1 @ONLY NEWLINE_STYLE DOS)
 install(FILES ${PROJECT_BINARY_DIR}/Kovra.psd1 DESTINATION ${KOVRA_DOCUMENTS}/examples/clients/Kovra)
 
 # What of other people's work the programs hold: on Debian alone, whose packages tell it.
