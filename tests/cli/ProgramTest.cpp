@@ -2,6 +2,7 @@
 
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "tests/cli/ProgramFixture.h"
+#include "tests/support/TdsServer.h"
 
 namespace test {
 namespace {
@@ -298,6 +299,28 @@ TEST_F(Program, WorksAlikeBehindOdbc) {
                          "<cInvHead>140301</cInvHead></row></qxinterface>");
     EXPECT_EQ(Kovra("transact --class ClsInvSubject --login odbc.xml setting.xml").output, accepted);
     const Ended refused = Kovra("sql --login odbc.xml -e 'select * from nowhere'");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.error, "-2147217865: Invalid object name 'nowhere'.\n");
+}
+
+// By the driver of FreeTDS; kovra.exe goes to it through the ODBC of its system.
+TEST_F(Program, ImportsIntoASqlServer) {
+    const TdsServer server(account().connectionString(), {});
+    Write("server.xml", "<login QxDbName=\"" + server.ConnectionString() + "\" cAcc_Id=\"001\" cIYear=\"2023\"/>");
+    Write("settings.xml", "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\">"
+                          "<row><cWhCode>01</cWhCode><cInvHead>1405</cInvHead></row>"
+                          "<row><cWhCode>不存在</cWhCode><cInvHead>1405</cInvHead></row></qxinterface>");
+    const Ended imported = Kovra("transact --class ClsInvSubject --login server.xml settings.xml");
+    EXPECT_EQ(imported.status, 1) << imported.error;
+    EXPECT_EQ(imported.output, "<qxinterface docid=\"D\" proc=\"ADD\">"
+                               "<item key=\"仓库编码：01， ， \" code=\"0\" dsc=\"ok\"/>"
+                               "<item key=\"仓库编码：不存在， ， \" code=\"101\" dsc=\"仓库编码不合法。\"/>"
+                               "</qxinterface>\n");
+    EXPECT_EQ(account().Rows("select cWhCode, cInvHead, iYear from IA_HeadSet"),
+              std::vector<std::string>{R"({"cWhCode":"01","cInvHead":"1405","iYear":2023})"});
+    EXPECT_EQ(Kovra("sql --login server.xml -e \"select cWhName from Warehouse where cWhName = N'原料库'\"").output,
+              "{\"cWhName\":\"原料库\"}\n");
+    const Ended refused = Kovra("sql --login server.xml -e 'select * from nowhere'");
     EXPECT_EQ(refused.status, 1);
     EXPECT_EQ(refused.error, "-2147217865: Invalid object name 'nowhere'.\n");
 }
