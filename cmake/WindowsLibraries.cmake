@@ -31,6 +31,8 @@ kovra_headers(Boost::headers boost)
 target_compile_definitions(kovra_boost_headers INTERFACE BOOST_MP_DISABLE_DEPRECATE_03_WARNING)
 
 kovra_foreign_library(kovra_sqlite ${KOVRA_SOURCES}/sqlite3 ${KOVRA_SOURCES}/sqlite3/sqlite3.c)
+# Paths as long as the system's: SQLite would end them at 260 characters.
+target_compile_definitions(kovra_sqlite PRIVATE SQLITE_WIN32_MAX_PATH_CHARS=32767)
 
 # libxml2 without what reaches beyond the text that it is given.
 set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
