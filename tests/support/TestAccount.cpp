@@ -6,11 +6,13 @@
 #include "refhost/ado/Connection.h"
 #include "refhost/ado/JsonRow.h"
 
+#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace test {
 
@@ -23,8 +25,15 @@ TemporaryFolder::TemporaryFolder() {
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    // Under Wine a file of a program that has ended may count as open for a moment more.
+    std::error_code error;
+    for (int tries = 0; tries < 500; ++tries) {
+        std::filesystem::remove_all(path_, error);
+        if (!error) {
+            return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
 }
 
 namespace {
