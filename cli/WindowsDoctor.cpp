@@ -34,31 +34,29 @@ bool HasBothSizes() {
     return is64 || (IsWow64Process(GetCurrentProcess(), &on64) != 0 && on64 != 0);
 }
 
-/// A text value below Software\Classes in the registry of one size, the user's before the machine's; nothing when there
-/// is none. HKEY_CLASSES_ROOT is not asked, since under Wine it knows the program's own size alone.
+/// The names of classes and their applications, which both sizes share.
+constexpr REGSAM shared = 0;
+/// What the registry has for one size alone.
+constexpr REGSAM OfSize(bool of64) { return of64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY; }
+
+/// A text value below HKEY_CLASSES_ROOT; nothing when there is none.
 /// @param name the value's, or null for the key's own
-std::optional<std::wstring> ClassesValue(const std::wstring& key, bool of64, const wchar_t* name = nullptr) {
-    const REGSAM view = of64 ? KEY_WOW64_64KEY : KEY_WOW64_32KEY;
-    for (const HKEY root : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
-        HKEY opened = nullptr;
-        if (RegOpenKeyExW(root, (L"Software\\Classes\\" + key).c_str(), 0, KEY_READ | view, &opened) != ERROR_SUCCESS) {
-            continue;
-        }
-        std::wstring text(32768, L'\0');
-        auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
-        const LSTATUS status = RegGetValueW(opened, nullptr, name, RRF_RT_REG_SZ, nullptr, text.data(), &size);
-        RegCloseKey(opened);
-        if (status == ERROR_SUCCESS) {
-            return text.c_str();
-        }
+std::optional<std::wstring> ClassesValue(const std::wstring& key, REGSAM view, const wchar_t* name = nullptr) {
+    HKEY opened = nullptr;
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, KEY_READ | view, &opened) != ERROR_SUCCESS) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    std::wstring text(32768, L'\0');
+    auto size = static_cast<DWORD>(text.size() * sizeof(wchar_t));
+    const LSTATUS status = RegGetValueW(opened, nullptr, name, RRF_RT_REG_SZ, nullptr, text.data(), &size);
+    RegCloseKey(opened);
+    return status == ERROR_SUCCESS ? std::optional<std::wstring>(text.c_str()) : std::nullopt;
 }
 
 /// Whether the system runs the class, as it is registered in one size, in a process of its own: the surrogate.
 bool HasSurrogate(const std::wstring& id, bool of64) {
-    const std::optional<std::wstring> application = ClassesValue(L"CLSID\\" + id, of64, L"AppID");
-    return application && ClassesValue(L"AppID\\" + *application, of64, L"DllSurrogate");
+    const std::optional<std::wstring> application = ClassesValue(L"CLSID\\" + id, OfSize(of64), L"AppID");
+    return application && ClassesValue(L"AppID\\" + *application, shared, L"DllSurrogate");
 }
 
 /// `file` with `folder` in place of the system's folder, where it lies there.
@@ -117,15 +115,15 @@ public:
 
     /// Adds a row for each size that the class is registered in, or one that says that it is not.
     void Add(const std::wstring& progId, Table& table) {
+        const std::optional<std::wstring> id = ClassesValue(progId + L"\\CLSID", shared);
         bool registered = false;
         bool here = false;
         for (const bool of64 : {true, false}) {
             if (of64 != is64 && !bothSizes_) {
                 continue;
             }
-            const std::optional<std::wstring> id = ClassesValue(progId + L"\\CLSID", of64);
             const std::optional<std::wstring> file =
-                id ? ClassesValue(L"CLSID\\" + *id + L"\\InprocServer32", of64) : std::nullopt;
+                id ? ClassesValue(L"CLSID\\" + *id + L"\\InprocServer32", OfSize(of64)) : std::nullopt;
             if (!file) {
                 continue;
             }

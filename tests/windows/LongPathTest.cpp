@@ -17,11 +17,17 @@ class LongPath : public testing::Test {
 protected:
     /// Makes the folders. Where the system has long paths switched off, there is nothing to test.
     void SetUp() override {
-        for (int depth = 0; depth < 5; ++depth) {
-            name_ += std::wstring(70, L'长') + L"\\";
+        for (int depth = 1; depth <= deepest; ++depth) {
+            name_ = Folders(depth);
             if (!CreateDirectoryW((top_.path() / name_).c_str(), nullptr)) {
                 GTEST_SKIP() << "long paths are switched off here";
             }
+        }
+    }
+    /// Lays the folders side by side, since the run-time library removes none at such a path.
+    void TearDown() override {
+        for (int depth = deepest; depth > 1; --depth) {
+            MoveFileW((top_.path() / Folders(depth)).c_str(), (top_.path() / std::to_wstring(depth)).c_str());
         }
     }
     void Write(const wchar_t* name, const std::string& text) const {
@@ -36,6 +42,17 @@ protected:
     std::wstring In(const wchar_t* name) const { return name_ + name; }
 
 private:
+    static constexpr int deepest = 5;
+
+    /// So many folders inside each other, with a stroke behind the last.
+    static std::wstring Folders(int depth) {
+        std::wstring path;
+        for (; depth > 0; --depth) {
+            path += std::wstring(70, L'长') + L"\\";
+        }
+        return path;
+    }
+
     test::TemporaryFolder top_;
     std::wstring name_;
 };

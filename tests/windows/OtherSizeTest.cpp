@@ -19,6 +19,8 @@ namespace fs = std::filesystem;
 
 constexpr bool is64 = sizeof(void*) == 8;
 constexpr REGSAM otherView = is64 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+/// The names of classes and their applications are the same for both sizes.
+constexpr REGSAM shared = 0;
 const std::string otherSize = is64 ? " 32-bit " : " 64-bit ";
 
 bool HasBothSizes() {
@@ -31,17 +33,17 @@ class OtherSizesClass {
 public:
     /// @param surrogate what runs it in a process of its own; nullptr for nothing
     explicit OtherSizesClass(const std::wstring& file, const wchar_t* surrogate = nullptr) {
-        Set(progId + L"\\CLSID", nullptr, classId);
-        Set(L"CLSID\\" + classId + L"\\InprocServer32", nullptr, file);
+        Set(progId + L"\\CLSID", shared, nullptr, classId);
+        Set(L"CLSID\\" + classId + L"\\InprocServer32", otherView, nullptr, file);
         if (surrogate) {
-            Set(L"CLSID\\" + classId, L"AppID", application);
-            Set(L"AppID\\" + application, L"DllSurrogate", surrogate);
+            Set(L"CLSID\\" + classId, otherView, L"AppID", application);
+            Set(L"AppID\\" + application, shared, L"DllSurrogate", surrogate);
         }
     }
     ~OtherSizesClass() {
-        Delete(L"", progId);
-        Delete(L"CLSID", classId);
-        Delete(L"AppID", application);
+        Delete(L"", shared, progId);
+        Delete(L"CLSID", otherView, classId);
+        Delete(L"AppID", shared, application);
     }
     OtherSizesClass(const OtherSizesClass&) = delete;
     OtherSizesClass& operator=(const OtherSizesClass&) = delete;
@@ -51,22 +53,22 @@ private:
     const std::wstring classId = L"{5D1A9E0B-1E55-4C0A-9C57-6A3F5B0C7D10}";
     const std::wstring application = L"{5D1A9E0B-1E55-4C0A-9C57-6A3F5B0C7D11}";
 
-    static HKEY Open(const std::wstring& path) {
+    static HKEY Open(const std::wstring& path, REGSAM view) {
         HKEY key = nullptr;
         EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + path).c_str(), 0, nullptr, 0,
-                                  KEY_ALL_ACCESS | otherView, nullptr, &key, nullptr),
+                                  KEY_ALL_ACCESS | view, nullptr, &key, nullptr),
                   ERROR_SUCCESS);
         return key;
     }
-    static void Set(const std::wstring& path, const wchar_t* name, const std::wstring& value) {
-        const HKEY key = Open(path);
+    static void Set(const std::wstring& path, REGSAM view, const wchar_t* name, const std::wstring& value) {
+        const HKEY key = Open(path, view);
         EXPECT_EQ(RegSetValueExW(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
                                  static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))),
                   ERROR_SUCCESS);
         RegCloseKey(key);
     }
-    static void Delete(const std::wstring& path, const std::wstring& name) {
-        const HKEY key = Open(path);
+    static void Delete(const std::wstring& path, REGSAM view, const std::wstring& name) {
+        const HKEY key = Open(path, view);
         RegDeleteTreeW(key, name.c_str());
         RegCloseKey(key);
     }
@@ -128,7 +130,7 @@ TEST_F(DoctorOnTheOtherSize, TellsWhyTheSurrogateCannotCreateAClass) {
 /// A library of the other size, registered as long as the object lives.
 class OtherSizesLibrary {
 public:
-    explicit OtherSizesLibrary(const wchar_t* name) : file_(folder / name) { Run(L""); }
+    explicit OtherSizesLibrary(const wchar_t* name) : file_(folder / name) { Run(L"/n /i:replace "); }
     ~OtherSizesLibrary() { Run(L"/u "); }
     OtherSizesLibrary(const OtherSizesLibrary&) = delete;
     OtherSizesLibrary& operator=(const OtherSizesLibrary&) = delete;
@@ -175,7 +177,8 @@ TEST(SurrogateOfTheOtherSize, ImportsForAClientThatAsksForTheClassByItsName) {
         GTEST_SKIP() << "this takes a system of 64 bits with its 32-bit half, and the libraries of build/windows-x86";
     }
     const OtherSizesMachine machine;
-    EXPECT_NE(LineOf("Kovra.ClsPriceJustVou", Doctor()).find(" can be created (surrogate) "), std::string::npos);
+    const std::string said = Doctor();
+    EXPECT_NE(LineOf("Kovra.ClsPriceJustVou", said).find(" can be created (surrogate) "), std::string::npos) << said;
 
     const test::TestAccount account;
     account.Run("insert into Warehouse (cWhCode, cWhName) values ('01', N'原料库')\nGO\n"
