@@ -1,7 +1,11 @@
 #include "cli/ServerDatabases.h"
 
+#include "ModPub/Conversions.h"
 #include "refhost/odbc/ServerDatabase.h"
+#include "text/SameName.h"
 #include "text/SqlText.h"
+
+#include <stdexcept>
 
 namespace cli {
 namespace {
@@ -18,6 +22,9 @@ void MakeServerDatabases(refhost::Connection& connection, const std::string& nam
     if (!name.empty()) {
         Ensure(connection, name, console);
         connection.Execute("USE " + refhost::SqlName(name), host::command_option::textNoRecords);
+    }
+    if (text::SameName(ModPub::ToText(connection.database().Query("SELECT DB_NAME() AS name").cells.at(0)), "master")) {
+        throw std::runtime_error(std::string(console.messages().server.nameDatabase));
     }
     Ensure(connection, "QxSystem", console);
 }

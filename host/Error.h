@@ -35,7 +35,7 @@ inline constexpr ErrorNumber syntaxError = -2147217900;        // DB_E_ERRORSINC
 inline constexpr ErrorNumber noTable = -2147217865;            // DB_E_NOTABLE 0x80040E37
 inline constexpr ErrorNumber dataTruncated = -2147217833;      // DB_E_DATAOVERFLOW 0x80040E57
 inline constexpr ErrorNumber integrityViolation = -2147217873; // DB_E_INTEGRITYVIOLATION 0x80040E2F
-inline constexpr ErrorNumber conversionFailed = -2147217913;   // DB_E_DATATYPEMISMATCH 0x80040E07
+inline constexpr ErrorNumber conversionFailed = -2147217913;   // DB_E_CANTCONVERTVALUE 0x80040E07
 inline constexpr ErrorNumber unspecified = -2147467259;        // E_FAIL 0x80004005
 } // namespace error_number
 

@@ -118,6 +118,7 @@ constexpr Messages chineseMessages = {
             .calendarMade = "已在 QxSystem 中建立日历表 UA_Period",
             .calendarThere = "QxSystem 中已有日历表 UA_Period，保持原样",
             .nameInLogin = "接下来请在登录文件的 QxDbName 中写入 Database={0}",
+            .nameDatabase = "账套不能建在服务器自己的 master 数据库中：请用 --database 名称 指定账套的数据库",
             .noServer = "--database 只用于服务器上的账套；这个登录的账套是一个文件",
         },
     .summary =

@@ -123,6 +123,7 @@ constexpr Messages englishMessages = {
             .calendarMade = "made the calendar table UA_Period in QxSystem",
             .calendarThere = "QxSystem had a calendar table UA_Period already: it was kept",
             .nameInLogin = "now put Database={0} into the login's QxDbName",
+            .nameDatabase = "no account is made in the server's own database master: give --database NAME",
             .noServer = "--database is for an account on a server; this login's account is a file",
         },
     .summary =

@@ -134,6 +134,8 @@ struct ServerTexts {
     std::string_view calendarThere;
     /// What to do next: `{0}` the database.
     std::string_view nameInLogin;
+    /// Neither the login nor the operator has named a database.
+    std::string_view nameDatabase;
     /// A database was named for an account that is a file.
     std::string_view noServer;
 };

@@ -16,14 +16,24 @@ struct ServerError {
     host::ErrorNumber number;
 };
 
-/// OLE DB's number for an index that is not there: DB_E_NOINDEX 0x80040E35.
-inline constexpr host::ErrorNumber noIndex = -2147217867;
+// OLE DB's numbers that only the SQL Server provider uses (oledberr.h, transact.h).
+inline constexpr host::ErrorNumber timeExpired = -2147217871;      // DB_E_ABORTLIMITREACHED 0x80040E31
+inline constexpr host::ErrorNumber permissionDenied = -2147217911; // DB_SEC_E_PERMISSIONDENIED 0x80040E09
+inline constexpr host::ErrorNumber loginRefused = -2147217843;     // DB_SEC_E_AUTH_FAILED 0x80040E4D
+inline constexpr host::ErrorNumber transactionOpen = -2147168237;  // XACT_E_XTIONEXISTS 0x8004D013
+inline constexpr host::ErrorNumber noTransaction = -2147168242;    // XACT_E_NOTRANSACTION 0x8004D00E
 /// A value beyond its type's range, the same number as a text beyond its column's length.
 inline constexpr host::ErrorNumber dataOverflow = host::error_number::dataTruncated;
 
 /// The errors that a statement of this house can meet, on every kind of account database, by the server's number.
-/// Numbers and texts: Microsoft's "Database Engine events and errors"; what the OLE DB provider makes of them follows
-/// from their SQLSTATE (ODBC's appendix A) and the provider's table of it.
+///
+/// Numbers and texts: Microsoft's "Database Engine events and errors". What the OLE DB provider makes of them: the
+/// driver gives each an SQLSTATE, 42000 where it knows no other ("SQLSTATE (ODBC Error Codes)"), and the provider one
+/// of the codes of `ICommand::Execute` for it: 42000 DB_E_ERRORSINCOMMAND, 42S02 DB_E_NOTABLE, 22001, 22003 and 22008
+/// DB_E_DATAOVERFLOW, 22007 and 22018 DB_E_CANTCONVERTVALUE, 23000 DB_E_INTEGRITYVIOLATION, HYT00
+/// DB_E_ABORTLIMITREACHED, 28000 DB_SEC_E_AUTH_FAILED, and E_FAIL for any other (40001, 22012). Against that rule: a
+/// right that is missing is DB_SEC_E_PERMISSIONDENIED; 628, 3902 and 3903 (25000) are errors in the command; damage
+/// (824), a read-only database (3906) and one that cannot be opened (4060) are E_FAIL.
 inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {102, host::error_number::syntaxError}, // Incorrect syntax near '…'.
     {104, host::error_number::syntaxError}, // ORDER BY items must appear in the select list …
@@ -65,7 +75,10 @@ inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {214, host::error_number::syntaxError}, // Procedure expects parameter '…' of type '…'.
     {217, host::error_number::syntaxError}, // Maximum stored procedure, … nesting level exceeded …
     {220, dataOverflow},                    // Arithmetic overflow error for data type …, value = ….
-    {232, dataOverflow},                    // Arithmetic overflow error for type …, value = ….
+    {226, host::error_number::syntaxError}, // … statement not allowed within multi-statement transaction.
+    {229, permissionDenied},                // The … permission was denied on the object '…', …
+    {230, permissionDenied}, // The … permission was denied on the column '…' of the object '…', …
+    {232, dataOverflow},     // Arithmetic overflow error for type …, value = ….
     {235, host::error_number::conversionFailed}, // Cannot convert a char value to money. …
     {236, dataOverflow},                         // … to money resulted in a money overflow error.
     {240, host::error_number::syntaxError},      // Types don't match between the anchor and the recursive part …
@@ -78,6 +91,7 @@ inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {252, host::error_number::syntaxError}, // Recursive common table expression '…' does not contain … UNION ALL …
     {253, host::error_number::syntaxError},      // Recursive member of a common table expression '…' has multiple …
     {257, host::error_number::syntaxError},      // Implicit conversion from data type … to … is not allowed.
+    {262, permissionDenied},                     // … permission denied in database '…'.
     {263, host::error_number::syntaxError},      // Must specify table to select from.
     {264, host::error_number::syntaxError},      // The column name '…' is specified more than once in …
     {271, host::error_number::syntaxError},      // The column "…" cannot be modified because it is … computed …
@@ -95,8 +109,8 @@ inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {529, host::error_number::syntaxError},        // Explicit conversion from data type … to … is not allowed.
     {530, host::error_number::syntaxError},        // The statement terminated. The maximum recursion … has been …
     {535, dataOverflow},                           // The datediff function resulted in an overflow.
-    {536, host::error_number::unspecified},        // Invalid length parameter passed to the … function.
-    {537, host::error_number::unspecified},        // Invalid length parameter passed to the LEFT or SUBSTRING …
+    {536, host::error_number::syntaxError},        // Invalid length parameter passed to the … function.
+    {537, host::error_number::syntaxError},        // Invalid length parameter passed to the LEFT or SUBSTRING …
     {544, host::error_number::integrityViolation}, // Cannot insert explicit value for identity column …
     {547, host::error_number::integrityViolation}, // The … statement conflicted with the … constraint "…".
     {628, host::error_number::syntaxError},        // Cannot issue SAVE TRANSACTION when there is no active …
@@ -112,7 +126,7 @@ inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {1087, host::error_number::syntaxError}, // Must declare the table variable "…".
     {1105, host::error_number::syntaxError}, // Could not allocate space for object '…' …
     {1205, host::error_number::unspecified}, // Transaction … was deadlocked … and has been chosen as the … victim.
-    {1222, host::error_number::unspecified},        // Lock request time out period exceeded.
+    {1222, timeExpired},                     // Lock request time out period exceeded.
     {1505, host::error_number::integrityViolation}, // The CREATE UNIQUE INDEX statement terminated …
     {1752, host::error_number::syntaxError},        // Column '…' … is invalid for creating a default constraint.
     {1759, host::error_number::syntaxError}, // Computed column '…' … is not allowed to be used in another …
@@ -123,6 +137,7 @@ inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {1773, host::error_number::syntaxError}, // Foreign key '…' has implicit reference to object '…' which …
     {1776, host::error_number::syntaxError}, // There are no primary or candidate keys in the referenced table …
     {1778, host::error_number::syntaxError}, // Column '…' is not the same data type as referencing column …
+    {1801, host::error_number::syntaxError}, // Database '…' already exists.
     {1911, host::error_number::syntaxError}, // Column name '…' does not exist in the target table or view.
     {1913, host::error_number::syntaxError}, // … an index or statistics with name '…' already exists …
     {1939, host::error_number::syntaxError}, // Cannot create index on view '…' …
@@ -142,6 +157,7 @@ inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {2812, host::error_number::syntaxError},      // Could not find stored procedure '…'.
     {3623, host::error_number::syntaxError},      // An invalid floating point operation occurred.
     {3701, host::error_number::noTable},          // Cannot drop the … '…', because it does not exist or …
+    {3702, host::error_number::syntaxError},      // Cannot drop database "…" because it is currently in use.
     {3725, host::error_number::syntaxError},      // The constraint '…' is being referenced by table '…', …
     {3726, host::error_number::syntaxError},      // Could not drop object '…' because it is referenced by a …
     {3728, host::error_number::syntaxError},      // '…' is not a constraint.
@@ -196,7 +212,7 @@ inline constexpr std::array serverErrors = std::to_array<ServerError>({
     {10711, host::error_number::syntaxError}, // An action of type '…' is not allowed in the '…' clause of a MERGE …
     {10713, host::error_number::syntaxError}, // A MERGE statement must be terminated by a semi-colon (;).
     {10753, host::error_number::syntaxError}, // The function '…' must have an OVER clause.
-    {18456, host::error_number::unspecified}, // Login failed for user '…'.
+    {18456, loginRefused},                    // Login failed for user '…'.
 });
 
 static_assert(std::ranges::is_sorted(serverErrors, {}, &ServerError::native));

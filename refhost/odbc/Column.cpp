@@ -10,6 +10,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace refhost::odbc {
@@ -64,6 +65,16 @@ std::string TypeName(SQLHSTMT statement, SQLUSMALLINT index) {
     const auto units = std::min(static_cast<std::size_t>(bytes) / sizeof(SQLWCHAR), name.size() - 1);
     return ToUtf8({name.data(), units});
 }
+
+/// The types of columns without a limit (varchar(max) and its like), of which drivers tell as of the limited ones with
+/// no size; ADO tells of them as of text, ntext and image.
+constexpr std::array unlimitedTypes = {
+    std::pair{FieldType::varChar, FieldType::longVarChar},
+    std::pair{FieldType::varWideChar, FieldType::longVarWideChar},
+    std::pair{FieldType::varBinary, FieldType::longVarBinary},
+};
+/// Their size in characters, as ADO gives it.
+constexpr int unlimitedSize = 0x3FFFFFFF;
 
 bool IsText(Reading reading) { return reading == Reading::text || reading == Reading::bytes; }
 
@@ -168,6 +179,12 @@ Column DescribeColumn(SQLHSTMT statement, SQLUSMALLINT index) {
         }
     } else if (IsText(column.reading)) {
         column.field.definedSize = static_cast<int>(std::min<SQLULEN>(size, 0x7FFFFFFF));
+        const auto unlimited =
+            std::ranges::find(unlimitedTypes, column.field.type, &std::pair<FieldType, FieldType>::first);
+        if (size == 0 && unlimited != unlimitedTypes.end()) {
+            column.field.type = unlimited->second;
+            column.field.definedSize = unlimitedSize;
+        }
     }
     return column;
 }

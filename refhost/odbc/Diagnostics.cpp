@@ -22,10 +22,18 @@ struct StateNumber {
 };
 
 constexpr std::array stateNumbers = {
-    StateNumber{"42S02", number::noTable},          StateNumber{"42", number::syntaxError},
-    StateNumber{"37", number::syntaxError},         StateNumber{"22001", number::dataTruncated},
-    StateNumber{"22007", number::conversionFailed}, StateNumber{"22018", number::conversionFailed},
+    StateNumber{"42S02", number::noTable},
+    StateNumber{"42", number::syntaxError},
+    StateNumber{"37", number::syntaxError},
+    StateNumber{"22001", number::dataTruncated},
+    StateNumber{"22007", number::conversionFailed},
+    StateNumber{"22018", number::conversionFailed},
+    StateNumber{"22003", dataOverflow},
+    StateNumber{"22008", dataOverflow},
+    StateNumber{"21", number::syntaxError},
     StateNumber{"23", number::integrityViolation},
+    StateNumber{"28", loginRefused},
+    StateNumber{"HYT00", timeExpired},
 };
 
 host::ErrorNumber NumberOfState(const Diagnostic& diagnostic) {

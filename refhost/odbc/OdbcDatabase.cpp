@@ -1,5 +1,6 @@
 #include "refhost/odbc/OdbcDatabase.h"
 
+#include "refhost/ado/ServerErrors.h"
 #include "refhost/odbc/Column.h"
 #include "refhost/odbc/Diagnostics.h"
 #include "refhost/odbc/Handle.h"
@@ -25,8 +26,9 @@ EnvironmentHandle AllocateEnvironment() {
     return environment;
 }
 
-/// The message with the password replaced, should a driver repeat it.
-host::Error WithoutPassword(const host::Error& error, const std::string& connectionString) {
+/// What ADO reports for an error of connecting: to it the time limit is no limit of a command. A driver may repeat the
+/// password in its message; it is replaced.
+host::Error ConnectError(const host::Error& error, const std::string& connectionString) {
     std::string message = error.description();
     for (const std::string_view key : {"Pwd", "Password"}) {
         const std::optional<std::string> password = text::ConnectionStringValue(connectionString, key);
@@ -37,7 +39,8 @@ host::Error WithoutPassword(const host::Error& error, const std::string& connect
             message.replace(at, password->size(), "***");
         }
     }
-    return {error.number(), std::move(message)};
+    return {error.number() == timeExpired ? host::error_number::unspecified : error.number(), std::move(message),
+            error.native()};
 }
 
 class OdbcDatabase : public Database {
@@ -51,7 +54,7 @@ public:
                                     nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT),
                   SQL_HANDLE_DBC, connection_.get());
         } catch (const host::Error& error) {
-            throw WithoutPassword(error, connectionString);
+            throw ConnectError(error, connectionString);
         }
         connected_ = true;
     }

@@ -1,12 +1,13 @@
 #include "refhost/odbc/Transaction.h"
 
+#include "refhost/ado/ServerErrors.h"
 #include "refhost/odbc/Diagnostics.h"
 
 namespace refhost::odbc {
 
 void Transaction::Begin() {
     if (open_) {
-        throw host::Error(host::error_number::unspecified, "Only one transaction can be active on this session.");
+        throw host::Error(transactionOpen, "Cannot start more transactions on this session.");
     }
     SetAutocommit(false);
 }
@@ -54,7 +55,7 @@ void Transaction::RequireAlive() {
 
 void Transaction::RequireOpen() const {
     if (!open_) {
-        throw host::Error(host::error_number::unspecified, "No transaction is active.");
+        throw host::Error(noTransaction, "No transaction is active.");
     }
 }
 

@@ -257,7 +257,7 @@ TEST_F(Program, SqlWritesTablesAndCsv) {
 TEST_F(Program, SqlEndsABatchWhenItsTimeIsOver) {
     const Ended run = Kovra("sql --login login.xml --timeout 1 -e \"while 1 = 1 print 'on'\"");
     EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(Contains(run.error, "-2147467259: Query timeout expired\n"));
+    EXPECT_TRUE(Contains(run.error, "-2147217871: Query timeout expired\n"));
     EXPECT_EQ(Kovra("sql --login login.xml --timeout 0 -e 'select 1'").status, 2);
 }
 

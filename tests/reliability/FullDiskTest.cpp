@@ -154,7 +154,7 @@ TEST(FullDiskInATransaction, NothingRunsOutsideOfItUntilItIsRolledBack) {
         EXPECT_LT(inserted, 10'000);
         EXPECT_EQ(ErrorOf([&] { database->Execute(insert); }), host::error_number::unspecified);
         EXPECT_EQ(ErrorOf([&] { database->Query("select count(*) from t"); }), host::error_number::unspecified);
-        EXPECT_EQ(ErrorOf([&] { database->BeginTrans(); }), refhost::sql::transactionOpen);
+        EXPECT_EQ(ErrorOf([&] { database->BeginTrans(); }), refhost::transactionOpen);
         EXPECT_EQ(ErrorOf([&] { database->CommitTrans(); }), host::error_number::unspecified);
         EXPECT_EQ(ErrorOf([&] { database->RollbackTrans(); }), 0);
         EXPECT_EQ(ErrorOf([&] { database->Execute(insert); }), 0);

@@ -8,9 +8,9 @@
 #include "refhost/eai/Login.h"
 #include "refhost/trace/Traced.h"
 #include "refhost/xml/Document.h"
-#include "tests/scenario/ServerAccount.h"
 #include "tests/support/Paths.h"
 #include "tests/support/ScenarioFolder.h"
+#include "tests/support/ServerAccount.h"
 #include "tests/support/TdsServer.h"
 
 #include <algorithm>

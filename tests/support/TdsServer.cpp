@@ -1,6 +1,7 @@
 #include "tests/support/TdsServer.h"
 
 #include "refhost/OpenDatabase.h"
+#include "tests/support/ServerDatabases.h"
 #include "tests/support/TdsTokens.h"
 #include "tests/support/Tls.h"
 #include "text/Utf16.h"
@@ -109,6 +110,14 @@ std::string TextOf(std::string_view bytes) {
                                               static_cast<unsigned char>(bytes[index + 1]) << 8));
     }
     return text::FromUtf16(std::u16string_view(units));
+}
+
+/// The database that a client logs in to; empty when it names none. The message's fixed part tells where the text
+/// stands and its length in characters.
+std::string DatabaseIn(std::string_view login) {
+    constexpr std::size_t entry = 36 + 8 * 4;
+    const std::uint32_t place = Little32(login.substr(entry));
+    return TextOf(login.substr(place & 0xFFFF, (place >> 16) * 2));
 }
 
 /// Whether SQL Server rolls the whole transaction back after this error: those of conversion, and a deadlock's victim.
@@ -244,10 +253,24 @@ private:
             ReadRequest();
             return false;
         }
-        if (!server_.account_.empty()) {
-            database_ = refhost::OpenDatabase(server_.account_);
+        try {
+            OpenFor(DatabaseIn(request->body));
+        } catch (const host::Error& error) {
+            Send(Message(error.native(), error.description()) + Done(done::error));
+            ReadRequest();
+            return false;
         }
         return Send(LoginAccepted() + Done(done::last));
+    }
+
+    /// Opens what stands behind the server, for a client that logs in to `database`.
+    void OpenFor(const std::string& database) {
+        if (const std::filesystem::path& folder = server_.manners_.databases; !folder.empty()) {
+            database_ = std::make_unique<ServerDatabases>(folder, database.empty() ? "master" : database,
+                                                          server_.manners_.mayCreate);
+        } else if (!server_.account_.empty()) {
+            database_ = refhost::OpenDatabase(server_.account_);
+        }
     }
 
     /// The answer to a request of the transaction manager: begin, commit or roll back, and maybe begin the next.
@@ -303,19 +326,33 @@ private:
             ++server_.cancelled_;
             return Send(Done(done::attention));
         }
+        if (!manners.deadlockAt.empty() && batch.find(manners.deadlockAt) != std::string::npos) {
+            return Send(
+                ErrorTokens({0,
+                             "Transaction (Process ID 52) was deadlocked on lock resources with another process "
+                             "and has been chosen as the deadlock victim. Rerun the transaction.",
+                             1205}) +
+                Done(done::last));
+        }
         return Send(TokensOf(batch));
     }
 
+    /// An error, and the end of the transaction where it is one that ends it.
+    std::string ErrorTokens(const host::Error& error) {
+        std::string tokens = Message(error.native() == 0 ? 50000 : error.native(), error.description());
+        if (transaction_ != 0 && EndsTransaction(error.native())) {
+            tokens += End(false);
+        }
+        return tokens + Done(done::more | done::error);
+    }
+
     std::string TokensOf(const std::string& batch) {
-        // What a client asks about its own transaction and about databases.
+        // What a client asks about its own transaction.
         if (batch == "SELECT @@TRANCOUNT") {
             return Number(host::Value(transaction_ == 0 ? 0 : 1)) + Done(done::counted, 1);
         }
         if (batch == "IF @@TRANCOUNT = 0 BEGIN TRANSACTION") {
             return (transaction_ == 0 ? Begin() : std::string()) + Done(done::last);
-        }
-        if (std::optional<std::string> tokens = OfDatabases(batch)) {
-            return std::move(*tokens);
         }
         if (!database_) {
             return Done(done::last);
@@ -325,59 +362,19 @@ private:
             if (const auto* const rows = std::get_if<refhost::ResultSet>(&answer)) {
                 tokens += Rows(*rows) + Done(done::more | done::counted, rows->rowCount);
             } else if (const auto* const written = std::get_if<refhost::RowsWritten>(&answer)) {
-                tokens += Done(done::more | done::counted, static_cast<std::uint64_t>(written->count));
+                if (written->count >= 0) {
+                    tokens += Done(done::more | done::counted, static_cast<std::uint64_t>(written->count));
+                }
             } else if (const auto* const message = std::get_if<refhost::ServerMessage>(&answer)) {
                 tokens += Message(0, message->text, 0);
             } else {
-                const host::Error& error = std::get<host::Error>(answer);
-                tokens += Message(error.native() == 0 ? 50000 : error.native(), error.description());
-                if (transaction_ != 0 && EndsTransaction(error.native())) {
-                    tokens += End(false);
-                }
-                tokens += Done(done::more | done::error);
+                tokens += ErrorTokens(std::get<host::Error>(answer));
             }
         });
         return tokens + Done(done::last);
     }
 
-    /// The answer to a batch about databases; nothing for any other.
-    std::optional<std::string> OfDatabases(const std::string& batch) {
-        const std::filesystem::path& folder = server_.manners_.databases;
-        constexpr std::string_view ask = "SELECT DB_ID(N'";
-        if (batch.starts_with(ask)) {
-            const bool known = folder.empty() || exists(File(batch.substr(ask.size(), batch.rfind('\'') - ask.size())));
-            return Number(known ? host::Value(5) : host::Value(host::Null{})) + Done(done::counted, 1);
-        }
-        const auto named = [&](std::string_view verb) {
-            const bool is = !folder.empty() && batch.starts_with(verb) && batch.ends_with("]");
-            return is ? File(batch.substr(verb.size(), batch.size() - verb.size() - 1)) : std::filesystem::path();
-        };
-        if (const auto file = named("CREATE DATABASE ["); !file.empty()) {
-            refhost::OpenEmbeddedDatabase(Account(file), refhost::OpenMode::create);
-        } else if (const auto used = named("USE ["); !used.empty()) {
-            // Back from the system database, which the account itself reaches.
-            if (used == used_) {
-                return std::nullopt;
-            }
-            used_ = used;
-            // The list of databases has none behind it.
-            database_ = used.stem() == "master" ? nullptr : refhost::OpenDatabase(Account(used));
-        } else if (const auto dropped = named("DROP DATABASE ["); !dropped.empty()) {
-            std::filesystem::remove(dropped);
-        } else {
-            return std::nullopt;
-        }
-        return Done(done::last);
-    }
-
-    std::filesystem::path File(const std::string& database) const {
-        return server_.manners_.databases / (database + ".db");
-    }
-    static std::string Account(const std::filesystem::path& file) {
-        return "Provider=KovraAccount;Data Source=" + file.string();
-    }
-
-    /// An answer of one number, or Null.
+    /// An answer of one number.
     static std::string Number(const host::Value& number) {
         refhost::ResultSet result;
         result.fields = std::make_shared<refhost::Fields>(1, host::Field{.name = {}, .type = host::FieldType::integer});
@@ -392,8 +389,6 @@ private:
     /// Whether the records of the encrypted connection travel as they are.
     bool recordsTravelBare_ = false;
     std::unique_ptr<refhost::Database> database_;
-    /// Of several databases the one in use.
-    std::filesystem::path used_;
     Transaction transaction_ = 0;
     Transaction lastTransaction_ = 0;
 };

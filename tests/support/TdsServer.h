@@ -28,8 +28,12 @@ public:
         std::string hangUpAt = {};
         /// Leaves a batch that holds this text without an answer until the client cancels it.
         std::string muteAt = {};
-        /// A folder of databases, each an embedded account: CREATE DATABASE, USE, DROP DATABASE and DB_ID know them.
+        /// Makes the client the victim of a deadlock at a batch that holds this text: its transaction is gone.
+        std::string deadlockAt = {};
+        /// A folder of databases (`ServerDatabases`) instead of an account; a login that names none uses `master`.
         std::filesystem::path databases = {};
+        /// Whether clients have the right to create databases there.
+        bool mayCreate = true;
         /// What it encrypts connections with, which outlives it; null where it offers no encryption.
         const ServerCertificate* certificate = nullptr;
         /// Asks for encryption whatever the client says; else the client chooses.

@@ -115,7 +115,10 @@ void AppendColumn(std::string& bytes, const host::Field& field) {
     bytes.push_back(static_cast<char>(type.token));
     if (IsVariable(type.layout)) {
         const int size = field.definedSize * (type.layout == Layout::wide ? 2 : 1);
-        AppendLittle(bytes, static_cast<std::uint64_t>(InPieces(field, type) ? anyLength : std::max(size, 2)), 2);
+        AppendLittle(bytes,
+                     static_cast<std::uint64_t>(
+                         InPieces(field, type) ? anyLength : std::max(size, type.layout == Layout::wide ? 2 : 1)),
+                     2);
         if (type.layout != Layout::bytes) {
             bytes += collation;
         }

@@ -38,7 +38,7 @@ bool EndsBatch(const host::Error& error) {
     return std::ranges::find(statementErrors, error.native()) == statementErrors.end();
 }
 
-/// The number of RAISERROR with a text.
+/// The number of RAISERROR with a text. ADO's is that of every error whose number drivers do not know (SQLSTATE 42000).
 constexpr int raisedNumber = 50000;
 
 template <class... Visitors> struct Overloaded : Visitors... { using Visitors::operator()...; };
@@ -361,7 +361,7 @@ void BatchRunner::RunRaiseError(const RaiseError& raise) {
         return Say(std::move(message));
     }
     // It ends nothing by itself, but a TRY catches it.
-    const host::Error error(unspecified, std::move(message), raisedNumber);
+    const host::Error error(host::error_number::syntaxError, std::move(message), raisedNumber);
     if (tries_ > 0) {
         throw host::Error(error);
     }
@@ -378,7 +378,7 @@ void BatchRunner::RunThrow(const Throw& thrown) {
         throw host::Error(*caught);
     }
     const auto number = static_cast<int>(Evaluate(*thrown.arguments[0], integerType).integer);
-    throw host::Error(unspecified, EvaluateText(*thrown.arguments[1]), number);
+    throw host::Error(host::error_number::syntaxError, EvaluateText(*thrown.arguments[1]), number);
 }
 
 // Values.

@@ -745,7 +745,7 @@ void EmbeddedDatabase::RequireLiveTransaction() const {
 
 void EmbeddedDatabase::RequireTime() {
     if (CheckTime(this) != 0) {
-        FailOwn(unspecified, "Query timeout expired");
+        FailOwn(timeExpired, "Query timeout expired");
     }
 }
 

@@ -99,7 +99,7 @@ host::Error SqliteError(sqlite3* db) {
     case SQLITE_NOMEM:
         throw std::bad_alloc();
     case SQLITE_INTERRUPT:
-        return {unspecified, "Query timeout expired"};
+        return {timeExpired, "Query timeout expired"};
     case SQLITE_BUSY:
         if (code == SQLITE_BUSY_SNAPSHOT) {
             // What the transaction has read of a database was changed before it wrote there.

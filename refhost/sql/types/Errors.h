@@ -36,8 +36,4 @@ template <class... Args>
     throw host::Error(number, fmt::format(message, std::forward<Args>(args)...));
 }
 
-// OLE DB's numbers that only the SQL Server provider uses.
-inline constexpr host::ErrorNumber transactionOpen = -2147168237; // XACT_E_XTIONEXISTS 0x8004D013
-inline constexpr host::ErrorNumber noTransaction = -2147168242;   // XACT_E_NOTRANSACTION 0x8004D00E
-
 } // namespace refhost::sql

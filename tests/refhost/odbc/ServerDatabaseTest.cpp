@@ -27,7 +27,7 @@ public:
     }
     void Execute(std::string_view sql) override {
         if (!mayCreate_) {
-            throw host::Error(-2147217900, "CREATE DATABASE permission denied in database 'master'.", 262);
+            throw host::Error(-2147217911, "CREATE DATABASE permission denied in database 'master'.", 262);
         }
         executed_.emplace_back(sql);
     }
@@ -73,7 +73,7 @@ TEST_F(ServerDatabase, TellsThatTheRightToCreateItIsMissing) {
         Ensure({}, false, "QxSystem");
         FAIL() << "no error";
     } catch (const host::Error& error) {
-        EXPECT_EQ(error.number(), -2147217900);
+        EXPECT_EQ(error.number(), -2147217911);
         EXPECT_EQ(error.native(), 262);
         EXPECT_EQ(error.description(), "The database QxSystem is missing, and this login could not create it: "
                                        "CREATE DATABASE permission denied in database 'master'.");

@@ -133,10 +133,10 @@ TEST_F(SqliteDriver, RollsAnOpenTransactionBackWhenItCloses) {
 
 TEST_F(SqliteDriver, RefusesTransactionsOutOfOrder) {
     const auto database = Open();
-    EXPECT_EQ(Raised([&] { database->CommitTrans(); }).number(), host::error_number::unspecified);
-    EXPECT_EQ(Raised([&] { database->RollbackTrans(); }).number(), host::error_number::unspecified);
+    EXPECT_EQ(Raised([&] { database->CommitTrans(); }).number(), -2147168242);
+    EXPECT_EQ(Raised([&] { database->RollbackTrans(); }).number(), -2147168242);
     database->BeginTrans();
-    EXPECT_EQ(Raised([&] { database->BeginTrans(); }).number(), host::error_number::unspecified);
+    EXPECT_EQ(Raised([&] { database->BeginTrans(); }).number(), -2147168237);
 }
 
 TEST_F(SqliteDriver, ReportsTheDriversMessageWithoutItsPrefixes) {

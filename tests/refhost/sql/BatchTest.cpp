@@ -155,10 +155,10 @@ TEST_P(Batches, GoesOnBehindAViolationAndEndsAfterAFailedConversion) {
         Case{"set xact_abort off select @@trancount n, (select count(*) from t) c", "rows(n,c) 0 0"},
     });
     // A class's IF … BEGIN … END goes on likewise, and fails with its first error.
-    EXPECT_EQ(Answer(Db(), "if 1 = 1 begin insert into t values (Null, 'x') insert into t values (5, 'y') end"),
-              "-2147217873: Cannot insert the value NULL into column 'a', table 'account.dbo.t'; column does not allow "
-              "nulls. "
-              "INSERT fails.");
+    Check(
+        std::array{Case{"if 1 = 1 begin insert into t values (Null, 'x') insert into t values (5, 'y') end",
+                        "-2147217873: Cannot insert the value NULL into column 'a', table 'account.dbo.t'; column does "
+                        "not allow nulls. INSERT fails."}});
     EXPECT_EQ(Answer(Db(), "select a from t"), "5");
 }
 
@@ -197,8 +197,8 @@ TEST_P(Batches, RaisesErrorsAndMessages) {
     CheckBatches(std::array{
         Case{"raiserror('rows: %d of %s, 100%%', 10, 1, 5, 'ten') print 'next'",
              "says rows: 5 of ten, 100%; says next"},
-        Case{"raiserror('wrong', 16, 1) print 'next'", "-2147467259: wrong; says next"},
-        Case{"throw 50000, 'wrong', 1; print 'next'", "-2147467259: wrong"},
+        Case{"raiserror('wrong', 16, 1) print 'next'", "-2147217900: wrong; says next"},
+        Case{"throw 50000, 'wrong', 1; print 'next'", "-2147217900: wrong"},
     });
 }
 
@@ -246,7 +246,7 @@ TEST(Batch, EndsWhenItsTimeIsOver) {
     refhost::sql::EmbeddedDatabase db(
         {.file = ":memory:", .clock = [&now] { return now += std::chrono::milliseconds(1); }});
     EXPECT_EQ(Batch(db, "print 'a' while 1 = 1 begin declare @a int set @a = 1 end", std::chrono::milliseconds(100)),
-              "says a; -2147467259: Query timeout expired");
+              "says a; -2147217871: Query timeout expired");
 }
 
 TEST(Batch, IsWholeOnlyFromAClientTool) {
@@ -280,6 +280,9 @@ TEST_P(Batches, TransactionsNestAndHaveNames) {
 }
 
 TEST_P(Batches, UsesAnotherDatabase) {
+    if (GetParam() == Place::server) {
+        GTEST_SKIP() << "the system database of a server is no place for tables of a test";
+    }
     CheckBatches(std::array{
         Case{"create table QxSystem..p (x int) insert into QxSystem..p values (1)", "1 written"},
         Case{"use QxSystem select x from p select db_name() n",

@@ -166,7 +166,6 @@ TEST_P(Integrity, TransactionsRollBackToTheirSavepoints) {
     Db().RollbackTrans();
 }
 
-// A driver knows no such numbers: it commits by itself, or does not.
 TEST(Transactions, OpenOnce) {
     const auto db = OpenMemory();
     const auto number = [](const auto& call) {

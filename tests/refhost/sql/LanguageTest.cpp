@@ -67,7 +67,7 @@ TEST_P(Language, Functions) {
         Case{"select len(N'中文  '), len(''), left(N'中文字', 2), right('abc', 2), substring('abcdef', 2, 3)",
              "2 0 '中文' 'bc' 'bcd'"},
         Case{"select substring('abc', 0, 2), substring('abc', 3, 9), left('abc', 9)", "'a' 'c' 'abc'"},
-        Case{"select left('abc', -1)", "-2147467259: Invalid length parameter passed to the left function."},
+        Case{"select left('abc', -1)", "-2147217900: Invalid length parameter passed to the left function."},
         Case{"select ltrim('  a '), rtrim(' a  '), upper(N'éa'), lower('ABC')", "'a ' ' a' 'ÉA' 'abc'"},
         Case{"select replace('aXbx', 'x', '-'), charindex('B', 'abab'), charindex('b', 'abab', 3), charindex('z', "
              "'a')",

@@ -7,7 +7,7 @@
 namespace test_sql {
 namespace {
 
-constexpr const char* expired = "-2147467259: Query timeout expired";
+constexpr const char* expired = "-2147217871: Query timeout expired";
 /// A hundred rows with themselves, six times over.
 constexpr const char* endless = "select count(*) from t a, t b, t c, t d, t e, t f";
 

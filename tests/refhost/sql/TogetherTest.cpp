@@ -27,7 +27,7 @@ protected:
         return OpenEmbedded("Provider=KovraAccount;Data Source=" + (folder_.path() / name).string(), Mode::create);
     }
 
-    static constexpr const char* locked = "-2147467259: Lock request time out period exceeded.";
+    static constexpr const char* locked = "-2147217871: Lock request time out period exceeded.";
 
     test::TemporaryFolder folder_;
     std::unique_ptr<EmbeddedDatabase> one_ = Open("a.db");

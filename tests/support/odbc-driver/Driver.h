@@ -2,6 +2,8 @@
 
 #include "refhost/ado/Database.h"
 
+#include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -23,6 +25,8 @@ struct Environment : Handle {};
 
 struct Connection : Handle {
     std::unique_ptr<refhost::Database> database;
+    /// Whether it runs whole batches, as a server does; else a statement at a time.
+    bool batches = false;
     bool autocommit = true;
 };
 
@@ -30,7 +34,12 @@ struct Statement : Handle {
     explicit Statement(Connection& theConnection) : connection(theConnection) {}
 
     Connection& connection;
+    /// The answers that are still to come.
+    std::deque<refhost::BatchAnswer> answers;
+    /// The rows of the present answer; without fields when it has none.
     refhost::ResultSet result;
+    /// How many rows the present answer's statement wrote; -1 for one that writes none.
+    std::int64_t written = -1;
     /// The current row counted from 1; 0 before the first fetch.
     std::size_t row = 0;
     /// How much of the value in `partColumn` was handed out already, in bytes of the C type asked for.

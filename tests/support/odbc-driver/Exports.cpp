@@ -1,11 +1,14 @@
 // An ODBC driver over the embedded account database: a T-SQL server for the tests of the ODBC layer, loaded by the real
-// driver manager. It offers what that layer calls, and no more.
+// driver manager. It offers what that layer calls, and no more. Its connection string names an embedded account, or by
+// "Databases=FOLDER[;Database=NAME]" a folder of databases (`ServerDatabases`).
 
 #include "refhost/odbc/Utf16.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
+#include "tests/support/ServerDatabases.h"
 #include "tests/support/odbc-driver/Diagnose.h"
 #include "tests/support/odbc-driver/Driver.h"
 #include "tests/support/odbc-driver/Values.h"
+#include "text/ConnectionString.h"
 
 #include <algorithm>
 #include <cstring>
@@ -68,6 +71,53 @@ Handle& AnyHandle(SQLSMALLINT type, SQLHANDLE handle) {
     }
 }
 
+/// Runs a statement or, on a server, a batch. Its answers wait to be asked for.
+void Run(Statement& statement, const std::string& sql) {
+    refhost::Database& database = *statement.connection.database;
+    statement.answers.clear();
+    // A server takes USE in any batch; the embedded database in those of client tools alone.
+    if (statement.connection.batches || sql.starts_with("USE ")) {
+        database.RunBatch(sql, std::nullopt,
+                          [&](refhost::BatchAnswer answer) { statement.answers.push_back(std::move(answer)); });
+        return;
+    }
+    try {
+        if (refhost::ResultSet rows = database.Query(sql); rows.fields) {
+            statement.answers.emplace_back(std::move(rows));
+        }
+    } catch (const host::Error& error) {
+        statement.answers.emplace_back(error);
+    }
+}
+
+/// Goes on to the next answer of a batch; what the server says in front of it comes with it.
+SQLRETURN Advance(Statement& statement) {
+    statement.diagnostics.clear();
+    statement.result = {};
+    statement.written = -1;
+    statement.row = 0;
+    SQLRETURN result = SQL_NO_DATA;
+    while (result == SQL_NO_DATA && !statement.answers.empty()) {
+        const refhost::BatchAnswer answer = std::move(statement.answers.front());
+        statement.answers.pop_front();
+        if (const auto* const message = std::get_if<refhost::ServerMessage>(&answer)) {
+            statement.diagnostics.push_back(Diagnose(*message));
+            continue;
+        }
+        result = statement.diagnostics.empty() ? SQL_SUCCESS : SQL_SUCCESS_WITH_INFO;
+        if (const auto* const rows = std::get_if<refhost::ResultSet>(&answer)) {
+            statement.result = *rows;
+        } else if (const auto* const written = std::get_if<refhost::RowsWritten>(&answer)) {
+            statement.written = written->count;
+        } else {
+            statement.diagnostics.push_back(Diagnose(std::get<host::Error>(answer)));
+            result = SQL_ERROR;
+        }
+    }
+    // Words behind the last answer are one of their own.
+    return result == SQL_NO_DATA && !statement.diagnostics.empty() ? SQL_SUCCESS_WITH_INFO : result;
+}
+
 } // namespace
 
 extern "C" {
@@ -109,7 +159,14 @@ SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQL
     auto& connection = As<Connection>(handle);
     return Guarded(connection, [&] {
         const std::string connectionString = ToUtf8(TextArgument(text, length));
-        connection.database = refhost::sql::OpenEmbedded(connectionString);
+        const auto folder = text::ConnectionStringValue(connectionString, "Databases");
+        connection.batches = folder.has_value();
+        if (folder) {
+            connection.database = std::make_unique<test::ServerDatabases>(
+                *folder, text::ConnectionStringValue(connectionString, "Database").value_or("master"));
+        } else {
+            connection.database = refhost::sql::OpenEmbedded(connectionString);
+        }
         return SQL_SUCCESS;
     });
 }
@@ -160,26 +217,17 @@ SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER attribute, SQLPOINTER val
 
 SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
     auto& statement = As<Statement>(handle);
-    return Guarded(statement, [&] {
-        const std::string sql = ToUtf8(TextArgument(text, length));
-        refhost::Database& database = *statement.connection.database;
-        if (sql.starts_with("USE ")) {
-            // A server takes it in any batch; the embedded database in those of client tools alone.
-            database.RunBatch(sql, std::nullopt, [](const refhost::BatchAnswer& answer) {
-                if (const auto* error = std::get_if<host::Error>(&answer)) {
-                    throw host::Error(*error);
-                }
-            });
-            statement.result = {};
-        } else {
-            statement.result = database.Query(sql);
-        }
-        statement.row = 0;
-        return SQL_SUCCESS;
-    });
+    Run(statement, ToUtf8(TextArgument(text, length)));
+    const SQLRETURN result = Advance(statement);
+    return result == SQL_NO_DATA ? SQL_SUCCESS : result;
 }
 
-SQLRETURN SQL_API SQLMoreResults(SQLHSTMT) { return SQL_NO_DATA; }
+SQLRETURN SQL_API SQLMoreResults(SQLHSTMT handle) { return Advance(As<Statement>(handle)); }
+
+SQLRETURN SQL_API SQLRowCount(SQLHSTMT handle, SQLLEN* count) {
+    *count = static_cast<SQLLEN>(As<Statement>(handle).written);
+    return SQL_SUCCESS;
+}
 
 SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT, SQLUSMALLINT) { return SQL_SUCCESS; }
 

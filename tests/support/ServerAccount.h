@@ -8,7 +8,8 @@
 
 namespace test {
 
-/// An empty account in a database of its own on a server: made here, and dropped at the end.
+/// An empty account in a database of its own on a server: made here, and dropped at the end. Its calendar of periods,
+/// elsewhere in `QxSystem`, stands in that database too, so that nothing else on the server is touched.
 class ServerAccount {
 public:
     /// @param server connection string of a login that may create databases; a database that it names is left alone
