@@ -30,6 +30,8 @@ public:
     void BeginTrans() override { inner_->BeginTrans(); }
     void CommitTrans() override { inner_->CommitTrans(); }
     void RollbackTrans() override { inner_->RollbackTrans(); }
+    void BeginSeries() override { inner_->BeginSeries(); }
+    void EndSeries() override { inner_->EndSeries(); }
 
 private:
     std::unique_ptr<refhost::Database> inner_;

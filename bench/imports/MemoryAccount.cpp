@@ -31,6 +31,8 @@ public:
         database_->CommitTrans();
     }
     void RollbackTrans() override { database_->RollbackTrans(); }
+    void BeginSeries() override { database_->BeginSeries(); }
+    void EndSeries() override { database_->EndSeries(); }
 
 private:
     void Note(std::string_view sql) {
