@@ -1,6 +1,8 @@
 #include "refhost/sql/engine/RepeatedAnswers.h"
 
 #include <algorithm>
+#include <functional>
+#include <string_view>
 
 namespace refhost::sql {
 
@@ -24,19 +26,26 @@ std::uint64_t RepeatedAnswers::Changes() const {
     return sum;
 }
 
-const ResultSet* RepeatedAnswers::Find(const std::vector<Literal>& literals) const {
-    const std::uint64_t changes = Changes();
-    const auto* const found = std::ranges::find_if(known_, [&](const Known& known) {
-        return known.changes == changes && std::ranges::equal(known.values, literals, {}, {}, &Literal::body);
-    });
-    return found == known_.end() ? nullptr : &found->answer;
+RepeatedAnswers::Known& RepeatedAnswers::PlaceOf(const std::vector<Literal>& literals) {
+    known_.resize(places);
+    std::size_t hash = 0;
+    for (const Literal& literal : literals) {
+        hash = hash * 31 + std::hash<std::string_view>()(literal.body);
+    }
+    return known_[hash % places];
+}
+
+const ResultSet* RepeatedAnswers::Find(const std::vector<Literal>& literals) {
+    const Known& known = PlaceOf(literals);
+    const bool holds = known.changes == Changes() && std::ranges::equal(known.values, literals, {}, {}, &Literal::body);
+    return holds ? &known.answer : nullptr;
 }
 
 void RepeatedAnswers::Note(const std::vector<Literal>& literals, const ResultSet& answer) {
     if (answer.cells.size() > mostCells) {
         return;
     }
-    Known& known = known_.at(next_++ % most);
+    Known& known = PlaceOf(literals);
     known.changes = 0;
     known.values.resize(literals.size());
     std::ranges::transform(literals, known.values.begin(), [](const Literal& literal) { return literal.body; });

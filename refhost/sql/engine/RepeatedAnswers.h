@@ -4,7 +4,6 @@
 #include "refhost/sql/store/TouchedTables.h"
 #include "refhost/sql/syntax/Literals.h"
 
-#include <array>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -24,15 +23,15 @@ private:
     std::unordered_map<std::string, std::uint64_t> counts_;
 };
 
-/// What one look-up has answered lately: an import asks for the same warehouse, account or option row after row. An
-/// answer holds until one of the tables changes that it was read from.
+/// What one look-up has answered lately: an import asks for the same few warehouses, accounts and options again and
+/// again. An answer holds until one of the tables changes that it was read from.
 class RepeatedAnswers {
 public:
     /// @param read the tables that the look-up reads
     RepeatedAnswers(TableChanges& changes, const std::vector<std::string>& read);
 
     /// What the look-up answered for these literals; nullptr where it may answer something else now.
-    const ResultSet* Find(const std::vector<Literal>& literals) const;
+    const ResultSet* Find(const std::vector<Literal>& literals);
     /// Keeps an answer, unless it is long.
     void Note(const std::vector<Literal>& literals, const ResultSet& answer);
 
@@ -47,13 +46,15 @@ private:
     /// Grows with every change of a table that is read.
     std::uint64_t Changes() const;
 
-    /// Two accounts a row are usual; a value that never comes again is soon gone.
-    static constexpr std::size_t most = 4;
-    static constexpr std::size_t mostCells = 64;
+    /// The place of an answer, which others share.
+    Known& PlaceOf(const std::vector<Literal>& literals);
+
+    static constexpr std::size_t places = 64;
+    static constexpr std::size_t mostCells = 32;
 
     std::vector<const std::uint64_t*> read_;
-    std::array<Known, most> known_;
-    std::size_t next_ = 0;
+    /// The places, once the first answer is asked for.
+    std::vector<Known> known_;
 };
 
 } // namespace refhost::sql
