@@ -2,6 +2,7 @@
 #include "ClsKovra/ClsKovra.h"
 #include "ClsKovra/OpeningRow.h"
 #include "ModPub/Conversions.h"
+#include "text/SameName.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +13,7 @@ namespace {
 /// How a child's text becomes a value of the statement.
 enum class Form { skipped, text, date };
 
-/// Where a child goes; `name` is its name in upper case.
+/// Where a child goes that is called `name` in whatever letter case.
 struct ColumnMapping {
     std::string_view name;
     Form form;
@@ -51,7 +52,8 @@ void AppendNumberOrNull(std::string& values, double number) {
 
 void AppendChild(std::string& columns, std::string& values, const host::DOMNode& child) {
     const std::string name = child.BaseName();
-    const auto mapping = std::ranges::find(columnMappings, ModPub::UpperCase(name), &ColumnMapping::name);
+    const auto mapping = std::ranges::find_if(
+        columnMappings, [&](const ColumnMapping& each) { return text::SameName(each.name, name); });
     if (mapping == columnMappings.end()) {
         columns.append(name).append(", ");
         AppendText(values, child.Text());

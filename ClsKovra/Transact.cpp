@@ -8,7 +8,7 @@ std::string ClsKovra::Transact(std::string_view sXml, host::HostLogin* login) {
         state_,
         [this] {
             const auto importRows = [this](const host::DOMNodeList& rows) {
-                return ModPub::ImportRows(state_, rows, [this](const host::DOMNode& row) { ImportRow(row); });
+                ModPub::ImportRows(state_, rows, [this](const host::DOMNode& row) { ImportRow(row); });
             };
             return ModPub::FrameVariation{
                 .ledgerCheck = [this] { return RefusedLedger(); },

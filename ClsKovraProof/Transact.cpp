@@ -11,8 +11,8 @@ std::string ClsKovraProof::Transact(std::string_view sXml, host::HostLogin* logi
         [this] {
             const auto importRows = [this](bool edit) {
                 return [this, edit](const host::DOMNodeList& rows) {
-                    return ModPub::ImportRows(
-                        state_, rows, [this, edit](const host::DOMNode& row) { ImportProvisionDoc(row, edit); });
+                    ModPub::ImportRows(state_, rows,
+                                       [this, edit](const host::DOMNode& row) { ImportProvisionDoc(row, edit); });
                 };
             };
             return ModPub::FrameVariation{

@@ -7,8 +7,8 @@ std::string ClsPriceJustVou::Transact(std::string_view sXml, host::HostLogin* lo
     return ModPub::RunTransact(
         state_,
         [this] {
-            const auto importVouchers = [this](const host::DOMNodeList& documents) {
-                return ImportVouchers(documents);
+            const auto importVouchers = [this](const host::DOMNode& root) {
+                return ImportVouchers(root.SelectNodes(state_.rowTag));
             };
             return ModPub::FrameVariation{
                 .texts = {.notParsed = "解析XML时发生错误，请检查XML参数格式",
@@ -20,9 +20,9 @@ std::string ClsPriceJustVou::Transact(std::string_view sXml, host::HostLogin* lo
                 .connectionString = [this] { return state_.login->ConnectionString(); },
                 .operations =
                     {
-                        ModPub::RowsOperation(state_, "ADD", importVouchers),
+                        {"ADD", importVouchers},
                         // The upper-cased operation never equals "Edit": callers know that "EDIT" gets 710.
-                        ModPub::RowsOperation(state_, "Edit", importVouchers),
+                        {"Edit", importVouchers},
                         {"EMPTY", [](const host::DOMNode&) { return std::string(); }},
                     },
             };

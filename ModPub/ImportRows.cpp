@@ -6,8 +6,8 @@
 
 namespace ModPub {
 
-std::string ImportRows(ImportState& state, const host::DOMNodeList& rows,
-                       const std::function<void(const host::DOMNode& row)>& importRow) {
+void ImportRows(ImportState& state, const host::DOMNodeList& rows,
+                const std::function<void(const host::DOMNode& row)>& importRow) {
     if (state.observer != nullptr) {
         state.observer->RowsSelected(rows.size());
     }
@@ -22,7 +22,6 @@ std::string ImportRows(ImportState& state, const host::DOMNodeList& rows,
     } catch (...) {
         state.AddOutcome({}, outcome::stopped, PendingError().description());
     }
-    return state.resultDocument->Xml();
 }
 
 } // namespace ModPub

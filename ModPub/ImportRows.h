@@ -3,15 +3,14 @@
 #include "ModPub/ImportState.h"
 
 #include <functional>
-#include <string>
 
 namespace ModPub {
 
-/// The row loop of a class: passes each row to `importRow`, in order, and returns the result document's XML text.
+/// The row loop of a class: passes each row to `importRow`, in order.
 /// An error that `importRow` lets out stops the loop with one outcome: empty key, code 999, the error's description;
 /// outcomes of the rows before stay.
 /// An observer that asks to stop ends the loop, without an outcome.
-std::string ImportRows(ImportState& state, const host::DOMNodeList& rows,
-                       const std::function<void(const host::DOMNode& row)>& importRow);
+void ImportRows(ImportState& state, const host::DOMNodeList& rows,
+                const std::function<void(const host::DOMNode& row)>& importRow);
 
 } // namespace ModPub

@@ -6,9 +6,7 @@ namespace ModPub {
 
 std::vector<Operation> SettingsOperations(ImportState& state, std::string_view emptyStatement,
                                           const std::function<void(const host::DOMNode& row)>& importRow) {
-    const auto importRows = [&state, importRow](const host::DOMNodeList& rows) {
-        return ImportRows(state, rows, importRow);
-    };
+    const auto importRows = [&state, importRow](const host::DOMNodeList& rows) { ImportRows(state, rows, importRow); };
     return {
         RowsOperation(state, "ADD", importRows),
         RowsOperation(state, "EDIT", importRows),

@@ -55,12 +55,12 @@ std::string RunRequest(ImportState& state, const FrameVariation& variation, std:
         variation.afterConnection();
     }
 
-    const std::unique_ptr<host::DOMDocument> request = environment.CreateDOMDocument();
+    std::unique_ptr<host::DOMDocument> request = environment.CreateDOMDocument();
     if (!request->LoadXML(sXml)) {
         return Refuse(state, {"100", std::string(variation.texts.notParsed)});
     }
     host::EaiHelper& eaiHelper = environment.GetEaiHelper();
-    const host::DOMNodePtr root = request->DocumentElement();
+    host::DOMNodePtr root = request->DocumentElement();
     const RequestError noRoot{"101", std::string(variation.texts.noRoot)};
     if (variation.testsRootFirst && !root) {
         return Refuse(state, noRoot);
@@ -89,7 +89,10 @@ std::string RunRequest(ImportState& state, const FrameVariation& variation, std:
     }
     for (const Operation& operation : variation.operations) {
         if (operation.proc == state.operation) {
-            return operation.run(*root);
+            std::optional<std::string> result = operation.run(*root);
+            root.reset();
+            request.reset();
+            return result ? std::move(*result) : state.resultDocument->Xml();
         }
     }
     return Refuse(state, {"710", std::string(variation.texts.unsupported)});
@@ -123,9 +126,10 @@ std::string RunSteps(ImportState& state, const FrameVariation& variation, std::s
 }
 
 Operation RowsOperation(ImportState& state, std::string_view proc,
-                        std::function<std::string(const host::DOMNodeList& rows)> importRows) {
+                        std::function<void(const host::DOMNodeList& rows)> importRows) {
     return {proc, [&state, importRows = std::move(importRows)](const host::DOMNode& root) {
-                return importRows(root.SelectNodes(state.rowTag));
+                importRows(root.SelectNodes(state.rowTag));
+                return std::nullopt;
             }};
 }
 

@@ -27,11 +27,13 @@ struct FrameTexts {
     std::string_view unsupported = "本模块暂不提供此功能！";
 };
 
-/// One operation of a class. `run` gives the result text from the request's root element.
+/// One operation of a class.
 struct Operation {
     /// Compared as it stands with the request's upper-cased `proc`.
     std::string_view proc;
-    std::function<std::string(const host::DOMNode& root)> run;
+    /// Gives the result text from the request's root element; nothing where it is that of the result document, which
+    /// is written when the request's memory is free again.
+    std::function<std::optional<std::string>(const host::DOMNode& root)> run;
 };
 
 /// What differs between the classes inside the frame. Steps that a class does not have stay empty.
@@ -90,9 +92,9 @@ std::string RunTransact(ImportState& state, const MakeVariation& makeVariation, 
     }
 }
 
-/// An operation that selects the request's rows and imports them.
+/// An operation that selects the request's rows and imports them; its result is the result document.
 Operation RowsOperation(ImportState& state, std::string_view proc,
-                        std::function<std::string(const host::DOMNodeList& rows)> importRows);
+                        std::function<void(const host::DOMNodeList& rows)> importRows);
 
 /// An operation that executes one statement and gives the empty result.
 Operation StatementOperation(ImportState& state, std::string_view proc, std::string_view statement);

@@ -102,10 +102,9 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
         if (arguments.registered) {
             // Nobody watches the registered class: what is known of its import stands in the result.
             ImportLog log(std::nullopt, true, {});
-            const std::string result =
-                TransactByRegistered(importClass.name, request, arguments.login, arguments.trace);
+            std::string result = TransactByRegistered(importClass.name, request, arguments.login, arguments.trace);
             ReadOutcomes(request, result, log);
-            WriteResult(result, format, log, importClass, messages);
+            WriteResult(std::move(result), format, log, importClass, messages);
             if (!arguments.quiet) {
                 const SummaryContext context{
                     .importClass = importClass, .interrupted = false, .listsRefusals = true, .emptyInput = false};
@@ -164,7 +163,7 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
     // The result comes first; where it cannot be written, people are told of it behind the summary.
     std::exception_ptr failure;
     try {
-        WriteResult(result, format, log, importClass, messages);
+        WriteResult(std::move(result), format, log, importClass, messages);
         if (journal) {
             journal->End(HowItEnded(log));
         }

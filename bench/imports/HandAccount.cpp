@@ -39,7 +39,8 @@ void CopyRows(sqlite3* from, sqlite3* to, const std::string& table) {
 
 HandAccount::HandAccount(sqlite3* account) {
     sqlite3* raw = nullptr;
-    sqlite3_open(":memory:", &raw);
+    // Without SQLite's own mutexes, as the account is.
+    sqlite3_open_v2(":memory:", &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
     db_.reset(raw);
     Run(raw, "BEGIN");
     Command objects(account, "SELECT type, name, sql FROM sqlite_schema WHERE type IN ('table', 'index') AND "

@@ -2,6 +2,7 @@
 
 #include "refhost/account/Account.h"
 #include "refhost/ado/Connection.h"
+#include "refhost/ado/ForwardingDatabase.h"
 
 #include <utility>
 
@@ -9,28 +10,27 @@ namespace bench {
 namespace {
 
 /// A connection's share in a database that others use too.
-class Shared : public refhost::Database {
+class Shared : public refhost::ForwardingDatabase {
 public:
     Shared(std::shared_ptr<refhost::Database> database, std::vector<std::string>* statements)
-        : database_(std::move(database)), statements_(statements) {}
+        : ForwardingDatabase(std::move(database)), statements_(statements) {}
 
     refhost::ResultSet Query(std::string_view sql) override {
         Note(sql);
-        return database_->Query(sql);
+        return ForwardingDatabase::Query(sql);
     }
     void Execute(std::string_view sql) override {
         Note(sql);
-        database_->Execute(sql);
+        ForwardingDatabase::Execute(sql);
     }
     void BeginTrans() override {
         Note(beginTransaction);
-        database_->BeginTrans();
+        ForwardingDatabase::BeginTrans();
     }
     void CommitTrans() override {
         Note(commitTransaction);
-        database_->CommitTrans();
+        ForwardingDatabase::CommitTrans();
     }
-    void RollbackTrans() override { database_->RollbackTrans(); }
 
 private:
     void Note(std::string_view sql) {
@@ -39,7 +39,6 @@ private:
         }
     }
 
-    std::shared_ptr<refhost::Database> database_;
     std::vector<std::string>* statements_;
 };
 

@@ -40,7 +40,7 @@ bool Document::LoadXML(std::string_view xml) {
 host::DOMNodePtr Document::DocumentElement() const {
     for (Node* child = tree_->document().first; child != nullptr; child = child->next) {
         if (child->kind == NodeKind::element)
-            return MakeHandle(*tree_, *selector_, {child, nullptr});
+            return MakeHandle(*selector_, {child, nullptr});
     }
     return nullptr;
 }
@@ -48,11 +48,11 @@ host::DOMNodePtr Document::DocumentElement() const {
 std::string Document::Xml() const { return ToXml(*tree_, tree_->document()); }
 
 host::DOMNodePtr Document::SelectSingleNode(std::string_view path) const {
-    return MakeHandle(*tree_, *selector_, selector_->First(tree_->document(), path));
+    return MakeHandle(*selector_, selector_->First(tree_->document(), path));
 }
 
 host::DOMNodeList Document::SelectNodes(std::string_view path) const {
-    return MakeHandles(*tree_, *selector_, selector_->All(tree_->document(), path));
+    return MakeHandles(*selector_, selector_->All(tree_->document(), path));
 }
 
 host::DOMNodePtr Document::CreateElement(std::string_view name) {
@@ -61,7 +61,7 @@ host::DOMNodePtr Document::CreateElement(std::string_view name) {
     if (!prefix.empty() && !tree_->HasPrefix(prefix))
         throw host::Error(host::error_number::unspecified,
                           "Reference to undeclared namespace prefix: '" + std::string(prefix) + "'.");
-    return MakeHandle(*tree_, *selector_, {&tree_->NewElement(tree_->Name(name)), nullptr});
+    return MakeHandle(*selector_, {&tree_->NewElement(tree_->Name(name)), nullptr});
 }
 
 std::unique_ptr<host::DOMDocument> CreateDocument(std::shared_ptr<RepeatedTexts> repeated) {

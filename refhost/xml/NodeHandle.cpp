@@ -16,7 +16,7 @@ std::string LocalName(std::string_view name) {
 /// A node other than an attribute.
 class NodeHandle final : public host::DOMNode {
 public:
-    NodeHandle(Tree& tree, Selector& selector, Node& node) : tree_(tree), selector_(selector), node_(node) {}
+    NodeHandle(Selector& selector, Node& node) : selector_(selector), node_(node) {}
 
     std::string BaseName() const override {
         switch (node_.kind) {
@@ -53,13 +53,13 @@ public:
     void SetText(std::string_view text) override {
         if (node_.kind == NodeKind::document)
             Refuse("The text of a document cannot be set.");
-        tree_.SetText(node_, text);
+        selector_.tree().SetText(node_, text);
     }
 
-    std::string Xml() const override { return ToXml(tree_, node_); }
+    std::string Xml() const override { return ToXml(selector_.tree(), node_); }
 
     host::DOMNodePtr SelectSingleNode(std::string_view path) const override {
-        return MakeHandle(tree_, selector_, selector_.First(node_, path));
+        return MakeHandle(selector_, selector_.First(node_, path));
     }
 
     std::optional<std::string> TextAt(std::string_view path) const override {
@@ -73,13 +73,13 @@ public:
     }
 
     host::DOMNodeList SelectNodes(std::string_view path) const override {
-        return MakeHandles(tree_, selector_, selector_.All(node_, path));
+        return MakeHandles(selector_, selector_.All(node_, path));
     }
 
     host::DOMNodeList ChildNodes() const override {
         host::DOMNodeList children;
         for (Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr; child = child->next)
-            children.push_back(std::make_unique<NodeHandle>(tree_, selector_, *child));
+            children.push_back(std::make_unique<NodeHandle>(selector_, *child));
         return children;
     }
 
@@ -98,20 +98,19 @@ public:
     void SetAttribute(std::string_view name, std::string_view value) override {
         if (!IsElement())
             Refuse("Only elements have attributes.");
-        tree_.SetAttribute(node_.AsElement(), name, value);
+        selector_.tree().SetAttribute(node_.AsElement(), name, value);
     }
 
     void AppendChild(host::DOMNode& child) override {
         auto* const handle = dynamic_cast<NodeHandle*>(&child);
-        if (handle == nullptr || &handle->tree_ != &tree_)
+        if (handle == nullptr || &handle->selector_ != &selector_)
             Refuse("Only a node of the same document can be appended.");
         if (!node_.IsParent() || handle->node_.kind == NodeKind::document)
             Refuse("This node cannot have such a child.");
-        tree_.Append(node_.AsElement(), handle->node_);
+        selector_.tree().Append(node_.AsElement(), handle->node_);
     }
 
 private:
-    Tree& tree_;
     Selector& selector_;
     Node& node_;
 };
@@ -141,20 +140,20 @@ private:
 
 } // namespace
 
-host::DOMNodePtr MakeHandle(Tree& tree, Selector& selector, const Selected& selected) {
+host::DOMNodePtr MakeHandle(Selector& selector, const Selected& selected) {
     if (selected.node == nullptr)
         return nullptr;
     // The tree is ours to change; only paths look at it as constant.
     if (selected.attribute != nullptr)
-        return std::make_unique<AttributeHandle>(tree, const_cast<Attribute&>(*selected.attribute));
-    return std::make_unique<NodeHandle>(tree, selector, const_cast<Node&>(*selected.node));
+        return std::make_unique<AttributeHandle>(selector.tree(), const_cast<Attribute&>(*selected.attribute));
+    return std::make_unique<NodeHandle>(selector, const_cast<Node&>(*selected.node));
 }
 
-host::DOMNodeList MakeHandles(Tree& tree, Selector& selector, const std::vector<Selected>& selected) {
+host::DOMNodeList MakeHandles(Selector& selector, const std::vector<Selected>& selected) {
     host::DOMNodeList handles;
     handles.reserve(selected.size());
     for (const Selected& one : selected)
-        handles.push_back(MakeHandle(tree, selector, one));
+        handles.push_back(MakeHandle(selector, one));
     return handles;
 }
 

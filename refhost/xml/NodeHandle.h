@@ -8,7 +8,7 @@
 namespace refhost::xml {
 
 /// A handle on what a path selected, or nullptr for nothing.
-host::DOMNodePtr MakeHandle(Tree& tree, Selector& selector, const Selected& selected);
-host::DOMNodeList MakeHandles(Tree& tree, Selector& selector, const std::vector<Selected>& selected);
+host::DOMNodePtr MakeHandle(Selector& selector, const Selected& selected);
+host::DOMNodeList MakeHandles(Selector& selector, const std::vector<Selected>& selected);
 
 } // namespace refhost::xml

@@ -16,6 +16,7 @@
 
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 
 namespace refhost::xml {
 namespace {
@@ -27,6 +28,9 @@ constexpr std::size_t maxNames = 1'000'000;
 /// Entities may multiply a text by this much, beyond a first megabyte.
 constexpr std::size_t maxGrowth = 10;
 constexpr std::size_t freeGrowth = 1 << 20;
+/// A text up to so many bytes is handed to libxml2 as a whole: near the end of what it has read it asks for more at
+/// every step. No element of so short a text has too many attributes.
+constexpr std::size_t readAtOnce = 8192;
 
 std::string_view View(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
@@ -295,7 +299,7 @@ void Builder::Stop(void* context, const char*, ...) {
         return;
     Of(context).illFormed_ = true;
     const xmlParserInput* const input = static_cast<xmlParserCtxt*>(context)->input;
-    // Only the buffer that `Read` filled; the content of an entity is not ours to write.
+    // Only the buffer that libxml2 copied the text to; the content of an entity is not ours to write.
     if (input != nullptr && input->buf != nullptr)
         std::fill(const_cast<xmlChar*>(input->cur), const_cast<xmlChar*>(input->end), xmlChar{0});
 }
@@ -334,10 +338,14 @@ ParseResult Builder::Run() {
         }
     } freeContext;
     const std::unique_ptr<xmlParserCtxt, FreeContext> context(
-        xmlCreateIOParserCtxt(&handler, nullptr, &Read, nullptr, this, XML_CHAR_ENCODING_NONE), freeContext);
+        !source_.empty() && source_.size() <= readAtOnce
+            ? xmlCreateMemoryParserCtxt(source_.data(), static_cast<int>(source_.size()))
+            : xmlCreateIOParserCtxt(&handler, nullptr, &Read, nullptr, this, XML_CHAR_ENCODING_NONE),
+        freeContext);
     if (!context)
         throw std::bad_alloc();
     parser_ = context.get();
+    *parser_->sax = handler;
     parser_->_private = this;
     xmlCtxtUseOptions(parser_,
                       XML_PARSE_NONET | XML_PARSE_NOENT | XML_PARSE_HUGE | XML_PARSE_IGNORE_ENC | XML_PARSE_NOWARNING);

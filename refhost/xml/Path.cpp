@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t maxSteps = 64;
 
 bool IsStep(std::string_view text) {
-    if (IsPlainName(text))
+    if (IsPlainQualifiedName(text))
         return true;
     const std::string terminated(text);
     return text.find('\0') == std::string_view::npos && text::IsUtf8(text) &&

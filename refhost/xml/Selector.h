@@ -18,6 +18,8 @@ class Selector {
 public:
     explicit Selector(Tree& tree) : tree_(tree) {}
 
+    Tree& tree() const noexcept { return tree_; }
+
     /// The first thing selected under `context`; no node when there is none.
     Selected First(const Node& context, std::string_view path);
     /// Everything selected under `context`, in document order.

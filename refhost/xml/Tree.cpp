@@ -16,6 +16,9 @@ const xmlChar* Bytes(const char* text) { return reinterpret_cast<const xmlChar*>
 /// What a copy takes beyond the bytes of its origin: room between nodes, and for some that are added.
 constexpr std::size_t spareBytes = 4096;
 
+/// What a node or attribute has room for at the least: the pointer to a text that stands aside.
+constexpr std::size_t leastRoom = sizeof(const char*);
+
 std::uint32_t CheckedSize(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max())
         throw host::Error(host::error_number::outOfMemory, "A text of more than 4 GB.");
@@ -23,10 +26,14 @@ std::uint32_t CheckedSize(std::string_view text) {
 }
 
 /// A table of names; libxml2 is made ready before the first, since several threads may want theirs at once.
-xmlDict* NewDict() {
+/// @param above a table whose names are known here as well, nullptr for none
+xmlDict* NewDict(xmlDict* above) {
     static const bool ready = (xmlInitParser(), true);
     static_cast<void>(ready);
-    return xmlDictCreate();
+    xmlDict* const dict = above == nullptr ? xmlDictCreate() : xmlDictCreateSub(above);
+    if (dict == nullptr)
+        throw std::bad_alloc();
+    return dict;
 }
 
 } // namespace
@@ -35,6 +42,12 @@ bool IsPlainName(std::string_view text) noexcept {
     const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };
     return !text.empty() && isLetter(text.front()) &&
            std::ranges::all_of(text, [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
+}
+
+bool IsPlainQualifiedName(std::string_view text) noexcept {
+    const std::size_t colon = text.find(':');
+    return colon == std::string_view::npos ? IsPlainName(text)
+                                           : IsPlainName(text.substr(0, colon)) && IsPlainName(text.substr(colon + 1));
 }
 
 const Node* NextInOrder(const Node& node, const Node& top) noexcept {
@@ -49,17 +62,11 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept {
 
 void Tree::DictDeleter::operator()(xmlDict* dict) const noexcept { xmlDictFree(dict); }
 
-Tree::Tree() : dict_(NewDict()), document_(&Make<Element>(NodeKind::document)) {
-    if (!dict_)
-        throw std::bad_alloc();
-}
+Tree::Tree() : document_(&MakeElement(NodeKind::document)) {}
 
 Tree::Tree(std::shared_ptr<const Tree> origin)
     : declaration(origin->declaration), origin_(std::move(origin)), arena_(origin_->bytesUsed_ + spareBytes),
-      dict_(xmlDictCreateSub(origin_->dict_.get())), prefixes_(origin_->prefixes_),
-      document_(&Make<Element>(NodeKind::document)) {
-    if (!dict_)
-        throw std::bad_alloc();
+      prefixes_(origin_->prefixes_), document_(&MakeElement(NodeKind::document)) {
     const Node* from = &origin_->document();
     Element* parent = document_;
     while (true) {
@@ -82,24 +89,23 @@ Tree::Tree(std::shared_ptr<const Tree> origin)
 }
 
 Node& Tree::CopyOf(const Node& node) {
+    // What the origin holds stands there as long as the copy does.
     if (node.kind == NodeKind::instruction)
-        return NewInstruction(static_cast<const Instruction&>(node).target, node.Data());
+        return Borrow(static_cast<const Instruction&>(node));
     if (!node.IsParent())
-        return NewText(node.kind, node.Data());
+        return Borrow(static_cast<const CharacterData&>(node));
     Element& element = NewElement(node.AsElement().name);
     Attribute** place = &element.attributes;
     for (const Attribute* at = node.AsElement().attributes; at != nullptr; at = at->next) {
-        *place = new (arena_.allocate(sizeof(Attribute), alignof(Attribute))) Attribute{};
-        bytesUsed_ += sizeof(Attribute);
-        (*place)->name = at->name;
-        (*place)->data = Copy(at->Value());
-        (*place)->size = at->size;
+        *place = &Borrow(*at);
         place = &(*place)->next;
     }
     return element;
 }
 
 const char* Tree::KnownName(std::string_view name) {
+    if (!dict_)
+        dict_.reset(NewDict(origin_ ? origin_->dict_.get() : nullptr));
     const auto* kept =
         xmlDictLookup(dict_.get(), reinterpret_cast<const xmlChar*>(name.data()), static_cast<int>(name.size()));
     if (kept == nullptr)
@@ -108,7 +114,7 @@ const char* Tree::KnownName(std::string_view name) {
 }
 
 const char* Tree::Name(std::string_view name) {
-    if (IsPlainName(name))
+    if (IsPlainQualifiedName(name))
         return KnownName(name);
     if (const auto known = checkedNames_.find(name); known != checkedNames_.end())
         return known->second;
@@ -127,11 +133,32 @@ void Tree::AdoptNames(xmlDict* names) {
     checkedNames_.clear();
 }
 
-template <class T> T& Tree::Make(NodeKind kind) {
-    bytesUsed_ += sizeof(T);
-    T* node = new (arena_.allocate(sizeof(T), alignof(T))) T{};
-    node->kind = kind;
-    return *node;
+Element& Tree::MakeElement(NodeKind kind) {
+    bytesUsed_ += sizeof(Element);
+    auto* element = new (arena_.allocate(sizeof(Element), alignof(Element))) Element{};
+    element->kind = kind;
+    return *element;
+}
+
+template <class Holder> Holder& Tree::MakeHolder(std::string_view text) {
+    const std::uint32_t size = CheckedSize(text);
+    const std::size_t bytes = sizeof(Holder) + std::max(leastRoom, text.size());
+    auto* memory = static_cast<char*>(arena_.allocate(bytes, alignof(Holder)));
+    bytesUsed_ += bytes;
+    if (!text.empty())
+        std::memcpy(memory + sizeof(Holder), text.data(), text.size());
+    auto* holder = new (memory) Holder{};
+    holder->size = size;
+    return *holder;
+}
+
+template <class Holder> Holder& Tree::Borrow(const Holder& from) {
+    const char* const text = TextBehind(from);
+    Holder& copy = MakeHolder<Holder>({reinterpret_cast<const char*>(&text), sizeof(text)});
+    copy = from;
+    copy.next = nullptr;
+    copy.place = Place::borrowed;
+    return copy;
 }
 
 const char* Tree::Copy(std::string_view text) {
@@ -144,24 +171,20 @@ const char* Tree::Copy(std::string_view text) {
 }
 
 Element& Tree::NewElement(const char* name) {
-    Element& element = Make<Element>(NodeKind::element);
+    Element& element = MakeElement(NodeKind::element);
     element.name = name;
     return element;
 }
 
 CharacterData& Tree::NewText(NodeKind kind, std::string_view data) {
-    const std::uint32_t size = CheckedSize(data);
-    CharacterData& node = Make<CharacterData>(kind);
-    node.data = Copy(data);
-    node.size = size;
+    CharacterData& node = MakeHolder<CharacterData>(data);
+    node.kind = kind;
     return node;
 }
 
 Instruction& Tree::NewInstruction(const char* target, std::string_view data) {
-    const std::uint32_t size = CheckedSize(data);
-    Instruction& node = Make<Instruction>(NodeKind::instruction);
-    node.data = Copy(data);
-    node.size = size;
+    Instruction& node = MakeHolder<Instruction>(data);
+    node.kind = NodeKind::instruction;
     node.target = target;
     return node;
 }
@@ -210,21 +233,26 @@ void Tree::Unlink(Node& child) noexcept {
     child.next = nullptr;
 }
 
-void Tree::Overwrite(const char*& data, std::uint32_t& size, std::string_view text) {
+template <class Holder> void Tree::Overwrite(Holder& holder, std::string_view text) {
     const std::uint32_t newSize = CheckedSize(text);
+    const std::size_t room =
+        holder.place == Place::inside ? std::max<std::size_t>(leastRoom, holder.size) : holder.size;
     // A text that fits is written over the old one: setting a value again and again must not eat memory.
-    if (newSize != 0 && newSize <= size)
-        std::memmove(const_cast<char*>(data), text.data(), newSize);
-    else
-        data = Copy(text);
-    size = newSize;
+    if (newSize <= room && holder.place != Place::borrowed) {
+        if (newSize != 0)
+            std::memmove(const_cast<char*>(TextBehind(holder)), text.data(), newSize);
+    } else {
+        const char* const copy = Copy(text);
+        std::memcpy(static_cast<void*>(&holder + 1), &copy, sizeof(copy));
+        holder.place = Place::aside;
+    }
+    holder.size = newSize;
     ++revision_;
 }
 
 void Tree::SetText(Node& node, std::string_view text) {
     if (!node.IsParent()) {
-        auto& data = static_cast<CharacterData&>(node);
-        Overwrite(data.data, data.size, text);
+        Overwrite(static_cast<CharacterData&>(node), text);
         return;
     }
     Element& element = node.AsElement();
@@ -255,17 +283,13 @@ Attribute* Tree::FindAttribute(const Element& element, std::string_view name) no
 }
 
 Attribute& Tree::AddAttribute(Element& element, Attribute* last, const char* name, std::string_view value) {
-    const std::uint32_t size = CheckedSize(value);
-    bytesUsed_ += sizeof(Attribute);
-    auto* added = new (arena_.allocate(sizeof(Attribute), alignof(Attribute))) Attribute{};
-    added->name = name;
-    added->data = Copy(value);
-    added->size = size;
-    (last == nullptr ? element.attributes : last->next) = added;
+    Attribute& added = MakeHolder<Attribute>(value);
+    added.name = name;
+    (last == nullptr ? element.attributes : last->next) = &added;
     ++revision_;
     if (const auto prefix = DeclaredPrefix(name); prefix && !prefix->empty())
         prefixes_.insert_or_assign(std::string(*prefix), std::string(value));
-    return *added;
+    return added;
 }
 
 void Tree::SetAttribute(Element& element, std::string_view name, std::string_view value) {
@@ -280,7 +304,7 @@ void Tree::SetAttribute(Element& element, std::string_view name, std::string_vie
     AddAttribute(element, last, Name(name), value);
 }
 
-void Tree::SetValue(Attribute& attribute, std::string_view value) { Overwrite(attribute.data, attribute.size, value); }
+void Tree::SetValue(Attribute& attribute, std::string_view value) { Overwrite(attribute, value); }
 
 bool Tree::HasPrefix(std::string_view prefix) const { return prefixes_.contains(std::string(prefix)); }
 

@@ -152,8 +152,8 @@ std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionStri
 EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     : db_(OpenFile(settings)), options_{settings.deleteStar}, runtime_(std::make_unique<Runtime>(db_.get())),
       catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), identities_(db_.get()),
-      durability_(settings.durability), grouped_(settings.grouped), batchTime_(settings.batchTime),
-      clock_(settings.clock) {
+      inMemory_(settings.file == inMemory), durability_(settings.durability), grouped_(settings.grouped),
+      batchTime_(settings.batchTime), clock_(settings.clock) {
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.
@@ -183,6 +183,7 @@ EmbeddedDatabase::~EmbeddedDatabase() {
         // Only `EndSeries` could have told.
     }
     plans_.Clear();
+    dataVersion_.reset();
     runtime_->Forget();
     FlushLogs();
 }
@@ -238,6 +239,7 @@ void EmbeddedDatabase::SpareCalls(Schema schema) {
 }
 
 void EmbeddedDatabase::BeginSeries() {
+    changes_.ChangeAll();
     for (KeptReadLock& lock : readLocks_) {
         lock.Begin();
     }
@@ -260,7 +262,7 @@ void EmbeddedDatabase::EndSeries() {
 
 void EmbeddedDatabase::OpenGroup(const Plan& plan) {
     if (grouped_ && inSeries_ && !inTransaction_ && !groupBegan_ && plan.kind != PlanKind::select) {
-        runtime_->BeginWriting(Schema::account);
+        TakeRightToWrite();
         groupBegan_ = clock_();
         groupOwner = this;
     }
@@ -303,6 +305,7 @@ void EmbeddedDatabase::LoseGroup(const host::Error& error) {
     if (sqlite3_get_autocommit(db_.get()) == 0) {
         sqlite3_exec(db_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
     }
+    changes_.ChangeAll();
     identities_.RolledBack();
 }
 
@@ -318,10 +321,13 @@ int EmbeddedDatabase::CheckTime(void* self) {
     return now > *database->deadline_ ? 1 : 0;
 }
 
-int EmbeddedDatabase::Authorize(void* self, int /*action*/, const char* /*first*/, const char* /*second*/,
-                                const char* /*database*/, const char* /*trigger*/) {
+int EmbeddedDatabase::Authorize(void* self, int action, const char* first, const char* second, const char* schema,
+                                const char* /*trigger*/) {
     auto* database = static_cast<EmbeddedDatabase*>(self);
     if (!database->runtime_->stepping) {
+        if (database->touched_ != nullptr) {
+            database->touched_->Note(action, first, second, schema);
+        }
         return SQLITE_OK;
     }
     // SQLite compiles a statement anew while it runs only when its tables changed under it. The translation may then
@@ -351,6 +357,7 @@ void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
     try {
         RunStatement(sql, sink);
     } catch (const host::Error& error) {
+        changes_.ChangeAll();
         // Most errors undo their statement; some, a full disk for one, everything that is not committed.
         if (groupBegan_ && sqlite3_get_autocommit(db_.get()) != 0) {
             LoseGroup(error);
@@ -472,7 +479,24 @@ void EmbeddedDatabase::PreparePlan(Plan& plan) {
     if (plan.rows) {
         return PrepareRows(*plan.rows, db_.get());
     }
-    plan.statement = Prepare(db_.get(), plan.text);
+    TouchedTables touched;
+    touched_ = &touched;
+    try {
+        plan.statement = Prepare(db_.get(), plan.text);
+    } catch (...) {
+        touched_ = nullptr;
+        throw;
+    }
+    touched_ = nullptr;
+    const bool ofVariables =
+        std::ranges::any_of(plan.slots, [](const Slot& slot) { return slot.variable.has_value(); });
+    if (plan.kind == PlanKind::select && touched.answersFromTables && !ofVariables) {
+        plan.answers = std::make_shared<RepeatedAnswers>(changes_, touched.read);
+    } else if (plan.kind == PlanKind::insert) {
+        for (const std::string& table : touched.inserted) {
+            plan.changes.push_back(&changes_.Of(table));
+        }
+    }
 }
 
 void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vector<Literal>& literals) {
@@ -609,6 +633,7 @@ void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
         Fail(6401, "Cannot roll back {}. No transaction or savepoint of that name was found.", savepoint);
     }
     Run(db_.get(), "ROLLBACK TO " + Quoted(savepoint));
+    changes_.ChangeAll();
     savepoints_.erase(found.base(), savepoints_.end()); // later ones are gone
     if (definitionsChanged_) {
         ForgetPlans();
@@ -617,19 +642,71 @@ void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
 }
 
 void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink) {
+    NoteChanges(plan);
     if (plan.rows) {
         return RunRows(plan, literals, sink);
     }
+    const bool asks = sink && plan.assigned.empty();
+    const bool remembers = asks && inSeries_ && plan.answers;
+    if (const ResultSet* known = remembers ? KnownAnswer(plan, literals) : nullptr) {
+        runtime_->rowCount = static_cast<std::int64_t>(known->rowCount);
+        return sink(*known);
+    }
     BindParameters(plan, literals, session_.variables);
-    if (!sink || !plan.assigned.empty()) {
+    if (!asks) {
         return Step(plan, nullptr);
     }
     ResultSet rows;
     Step(plan, &rows);
+    if (remembers) {
+        plan.answers->Note(literals, rows);
+    }
     if (rows.fields) {
         sink(std::move(rows));
     } else if (!session_.noCount) {
         sink(RowsWritten{runtime_->rowCount});
+    }
+}
+
+const ResultSet* EmbeddedDatabase::KnownAnswer(const Plan& plan, const std::vector<Literal>& literals) {
+    const ResultSet* known = plan.answers->Find(literals);
+    if (known != nullptr && OthersHaveWritten()) {
+        changes_.ChangeAll();
+        return nullptr;
+    }
+    return known;
+}
+
+bool EmbeddedDatabase::OthersHaveWritten() {
+    // In memory there is nobody else, and a transaction has taken the right to write.
+    if (inMemory_ || sqlite3_get_autocommit(db_.get()) == 0) {
+        return false;
+    }
+    if (!dataVersion_) {
+        dataVersion_ = Prepare(db_.get(), "PRAGMA main.data_version");
+    }
+    const bool told = sqlite3_step(dataVersion_.get()) == SQLITE_ROW;
+    const std::int64_t version = told ? sqlite3_column_int64(dataVersion_.get(), 0) : 0;
+    sqlite3_reset(dataVersion_.get());
+    return !told || std::exchange(seenVersion_, version) != version;
+}
+
+void EmbeddedDatabase::TakeRightToWrite() {
+    runtime_->BeginWriting(Schema::account);
+    if (!inMemory_) {
+        changes_.ChangeAll(); // others may have written just before
+    }
+}
+
+void EmbeddedDatabase::NoteChanges(const Plan& plan) {
+    if (plan.kind == PlanKind::select) {
+        return;
+    }
+    if (plan.changes.empty()) {
+        return changes_.ChangeAll();
+    }
+    for (std::uint64_t* count : plan.changes) {
+        ++*count;
     }
 }
 
@@ -756,6 +833,7 @@ void EmbeddedDatabase::Abort() {
 }
 
 void EmbeddedDatabase::NoteError(const host::Error& error) {
+    changes_.ChangeAll();
     runtime_->lastError = error.native();
     runtime_->rowCount = 0;
 }
@@ -766,7 +844,7 @@ void EmbeddedDatabase::BeginTrans() {
     }
     SettleOthers();
     CommitGroup();
-    runtime_->BeginWriting(Schema::account);
+    TakeRightToWrite();
     inTransaction_ = true;
     runtime_->tranCount = 1;
     transactionName_.clear();
@@ -792,6 +870,7 @@ void EmbeddedDatabase::RollbackTrans() {
     if (sqlite3_get_autocommit(db_.get()) == 0) {
         Run(db_.get(), "ROLLBACK");
     }
+    changes_.ChangeAll();
     inTransaction_ = false;
     runtime_->tranCount = 0;
     if (std::exchange(definitionsChanged_, false)) {

@@ -7,6 +7,7 @@
 #include "refhost/sql/engine/IdentityNumbers.h"
 #include "refhost/sql/engine/KeptReadLock.h"
 #include "refhost/sql/engine/PlanCache.h"
+#include "refhost/sql/engine/RepeatedAnswers.h"
 #include "refhost/sql/engine/StatementGuess.h"
 #include "refhost/sql/engine/Violation.h"
 #include "refhost/sql/store/Plan.h"
@@ -139,6 +140,13 @@ private:
     Plan BindPlan(const Statement& statement, const std::vector<Literal>& literals);
     void PreparePlan(Plan& plan);
     void RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
+    /// What a look-up has answered before and would answer again; nullptr where only asking tells.
+    const ResultSet* KnownAnswer(const Plan& plan, const std::vector<Literal>& literals);
+    /// Whether another connection has written to the account since it was asked last.
+    bool OthersHaveWritten();
+    /// Opens a transaction in which nobody else writes to the account.
+    void TakeRightToWrite();
+    void NoteChanges(const Plan& plan);
     /// Runs a plan that writes row by row, as a whole or not at all.
     void RunRows(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
     /// Writes rows that are chosen, and tells of them; `told` receives what goes to the caller.
@@ -169,6 +177,7 @@ private:
     std::unique_ptr<Runtime> runtime_;
     std::unique_ptr<Catalog> catalog_;
     IdentityNumbers identities_;
+    bool inMemory_;
     Durability durability_;
     bool grouped_;
     bool inSeries_ = false;
@@ -180,6 +189,12 @@ private:
     ShapeScanner scanner_;
     PlanCache plans_;
     StatementGuess guess_;
+    TableChanges changes_;
+    /// What the statement being prepared touches, nullptr where nobody asks.
+    TouchedTables* touched_ = nullptr;
+    /// Tells whether others have written; made when it is first asked.
+    StatementHandle dataVersion_;
+    std::int64_t seenVersion_ = 0;
     /// Of the statement that `CachedPlan` was asked for last.
     const std::vector<Literal>* literals_ = nullptr;
     std::size_t translations_ = 0;

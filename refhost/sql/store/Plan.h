@@ -5,6 +5,7 @@
 #include "refhost/sql/syntax/Literals.h"
 #include "refhost/sql/syntax/Variables.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -52,6 +53,10 @@ struct Plan {
     bool merge = false;
     /// Of a write that is made row by row, which has no text of its own; nullptr for all others.
     std::shared_ptr<struct RowPlan> rows;
+    /// What a look-up has answered lately; nullptr for everything else.
+    std::shared_ptr<class RepeatedAnswers> answers;
+    /// Of an insert: the counts of the tables that it changes.
+    std::vector<std::uint64_t*> changes;
     StatementHandle statement;
 };
 

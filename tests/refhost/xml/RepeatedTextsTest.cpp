@@ -4,6 +4,7 @@
 
 #include "refhost/xml/Document.h"
 
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -45,6 +46,29 @@ TEST(RepeatedTexts, GiveDocumentsOfTheirOwn) {
         EXPECT_EQ(document->Xml(),
                   "<?xml version=\"1.0\" standalone=\"yes\"?><!--c--><a b=\"2\" xmlns:p=\"u\"><p:d>z</p:d>"
                   "<?i j?><e/><f><g h=\"3\"/></f><p:k/></a>");
+    }
+}
+
+TEST(RepeatedTexts, TakeOtherTextsOfEveryLength) {
+    const auto repeated = std::make_shared<RepeatedTexts>();
+    for (int time = 1; time <= 4; ++time) {
+        const auto document = CreateDocument(repeated);
+        ASSERT_TRUE(document->LoadXML(text));
+        EXPECT_EQ(document->Xml(), text) << time;
+        const host::DOMNodePtr root = document->DocumentElement();
+        const host::DOMNodePtr element = root->SelectSingleNode("e");
+        for (const std::size_t length :
+             std::initializer_list<std::size_t>{1, 2, 8, 9, 3, 40, 39, 8, 0, 5, 41, 7, 200}) {
+            const std::string value(length, static_cast<char>('a' + length % 26));
+            root->SetAttribute("b", value);
+            element->SetText(value);
+            EXPECT_EQ(root->GetAttribute("b"), value) << length;
+            EXPECT_EQ(element->Text(), value) << length;
+            root->SetAttribute("b", root->GetAttribute("b").value() + "x");
+            EXPECT_EQ(root->GetAttribute("b"), value + "x") << length;
+        }
+        EXPECT_EQ(root->SelectSingleNode("p:d")->Text(), "xy");
+        EXPECT_EQ(root->SelectSingleNode("f/g")->GetAttribute("h"), "");
     }
 }
 

@@ -1,0 +1,56 @@
+#include "refhost/sql/engine/RepeatedAnswers.h"
+
+#include <algorithm>
+#include <functional>
+#include <string_view>
+
+namespace refhost::sql {
+
+void TableChanges::ChangeAll() {
+    for (auto& [table, count] : counts_) {
+        ++count;
+    }
+}
+
+RepeatedAnswers::RepeatedAnswers(TableChanges& changes, const std::vector<std::string>& read) {
+    for (const std::string& table : read) {
+        read_.push_back(&changes.Of(table));
+    }
+}
+
+std::uint64_t RepeatedAnswers::Changes() const {
+    std::uint64_t sum = 1;
+    for (const std::uint64_t* count : read_) {
+        sum += *count;
+    }
+    return sum;
+}
+
+RepeatedAnswers::Known& RepeatedAnswers::PlaceOf(const std::vector<Literal>& literals) {
+    known_.resize(places);
+    std::size_t hash = 0;
+    for (const Literal& literal : literals) {
+        hash = hash * 31 + std::hash<std::string_view>()(literal.body);
+    }
+    return known_[hash % places];
+}
+
+const ResultSet* RepeatedAnswers::Find(const std::vector<Literal>& literals) {
+    const Known& known = PlaceOf(literals);
+    const bool holds = known.changes == Changes() && std::ranges::equal(known.values, literals, {}, {}, &Literal::body);
+    return holds ? &known.answer : nullptr;
+}
+
+void RepeatedAnswers::Note(const std::vector<Literal>& literals, const ResultSet& answer) {
+    if (answer.cells.size() > mostCells) {
+        return;
+    }
+    Known& known = PlaceOf(literals);
+    known.changes = 0;
+    known.values.resize(literals.size());
+    std::ranges::transform(literals, known.values.begin(), [](const Literal& literal) { return literal.body; });
+    known.answer = answer;
+    known.changes = Changes();
+}
+
+} // namespace refhost::sql
