@@ -320,24 +320,30 @@ private:
         if (!database_) {
             return Done(done::last);
         }
+        // Every statement's end says that more comes, except for the last one's.
         std::string tokens;
+        std::string end;
+        const auto append = [&](const std::string& answer, int status, std::uint64_t rows) {
+            tokens += (end.empty() ? end : WithMore(end)) + answer;
+            end = Done(status, rows);
+        };
         database_->RunBatch(batch, std::nullopt, [&](const refhost::BatchAnswer& answer) {
             if (const auto* const rows = std::get_if<refhost::ResultSet>(&answer)) {
-                tokens += Rows(*rows) + Done(done::more | done::counted, rows->rowCount);
+                append(Rows(*rows), done::counted, rows->rowCount);
             } else if (const auto* const written = std::get_if<refhost::RowsWritten>(&answer)) {
-                tokens += Done(done::more | done::counted, static_cast<std::uint64_t>(written->count));
+                append({}, done::counted, static_cast<std::uint64_t>(written->count));
             } else if (const auto* const message = std::get_if<refhost::ServerMessage>(&answer)) {
-                tokens += Message(0, message->text, 0);
+                append(Message(0, message->text, 0), done::last, 0);
             } else {
                 const host::Error& error = std::get<host::Error>(answer);
-                tokens += Message(error.native() == 0 ? 50000 : error.native(), error.description());
+                std::string refusal = Message(error.native() == 0 ? 50000 : error.native(), error.description());
                 if (transaction_ != 0 && EndsTransaction(error.native())) {
-                    tokens += End(false);
+                    refusal += End(false);
                 }
-                tokens += Done(done::more | done::error);
+                append(refusal, done::error, 0);
             }
         });
-        return tokens + Done(done::last);
+        return tokens + (end.empty() ? Done(done::last) : end);
     }
 
     /// The answer to a batch about databases; nothing for any other.
