@@ -2,6 +2,7 @@
 #include "bench/Tables.h"
 #include "bench/imports/MemoryAccount.h"
 #include "bench/imports/RunImport.h"
+#include "refhost/ado/ForwardingDatabase.h"
 
 #include <memory>
 #include <utility>
@@ -13,26 +14,21 @@ namespace {
 
 /// Tells the time of the statement that looks a row up among all rows staged before it: its time grows with the square
 /// of the entries, whatever the rest does.
-class RepetitionClock : public refhost::Database {
+class RepetitionClock : public refhost::ForwardingDatabase {
 public:
-    RepetitionClock(std::unique_ptr<refhost::Database> inner, double& seconds)
-        : inner_(std::move(inner)), seconds_(seconds) {}
+    RepetitionClock(std::shared_ptr<refhost::Database> database, double& seconds)
+        : ForwardingDatabase(std::move(database)), seconds_(seconds) {}
 
     refhost::ResultSet Query(std::string_view sql) override {
         if (!sql.starts_with("select count(cInvCode) as iCount from IA_tmpPriceJDATA")) {
-            return inner_->Query(sql);
+            return inner().Query(sql);
         }
         refhost::ResultSet result;
-        seconds_ += Measure([&] { result = inner_->Query(sql); }).processor;
+        seconds_ += Measure([&] { result = inner().Query(sql); }).processor;
         return result;
     }
-    void Execute(std::string_view sql) override { inner_->Execute(sql); }
-    void BeginTrans() override { inner_->BeginTrans(); }
-    void CommitTrans() override { inner_->CommitTrans(); }
-    void RollbackTrans() override { inner_->RollbackTrans(); }
 
 private:
-    std::unique_ptr<refhost::Database> inner_;
     double& seconds_;
 };
 

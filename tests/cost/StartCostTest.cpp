@@ -10,7 +10,8 @@
 namespace test_cost {
 namespace {
 
-/// Workbooks are written with libxlsxwriter, which brings libcrypto: a quarter of the time that a start with both takes.
+/// Workbooks are written with libxlsxwriter, which brings libcrypto: a quarter of the time that a start with both
+/// takes.
 TEST(StartCost, LoadsNothingThatOnlyWorkbooksNeed) {
     const test::TemporaryFolder folder;
     // The system's loader then tells what it would load, and runs nothing.
