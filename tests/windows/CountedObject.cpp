@@ -1,6 +1,6 @@
 #include "tests/windows/CountedObject.h"
 
-#include "server/com/UnknownObject.h"
+#include "tests/windows/ForwardingObject.h"
 
 #include <utility>
 
@@ -10,22 +10,14 @@ namespace {
 
 using server::ComPtr;
 
-class CountedObject final : public server::UnknownObject<IDispatch> {
+class CountedObject final : public ForwardingObject {
 public:
     CountedObject(ComPtr<IDispatch> object, std::wstring type, CallCounts& counts)
-        : object_(std::move(object)), type_(std::move(type)), counts_(counts) {}
+        : ForwardingObject(std::move(object)), type_(std::move(type)), counts_(counts) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        const HRESULT own = UnknownObject::QueryInterface(id, object);
-        return own == E_NOINTERFACE ? object_->QueryInterface(id, object) : own;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return object_->GetTypeInfoCount(count); }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** information) override {
-        return object_->GetTypeInfo(index, locale, information);
-    }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
         ++counts_.lookUps[type_ + L"." + names[0]];
-        const HRESULT found = object_->GetIDsOfNames(id, names, count, locale, ids);
+        const HRESULT found = ForwardingObject::GetIDsOfNames(id, names, count, locale, ids);
         if (SUCCEEDED(found))
             Names()[{type_, ids[0]}] = names[0];
         return found;
@@ -34,7 +26,8 @@ public:
                                      VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
         const std::wstring& name = Names()[{type_, member}];
         ++counts_.calls[type_ + L"." + name];
-        const HRESULT status = object_->Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
+        const HRESULT status =
+            ForwardingObject::Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
         if (SUCCEEDED(status) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result))
             V_DISPATCH(result) = Counted(ComPtr<IDispatch>::Adopt(V_DISPATCH(result)), name, counts_).Detach();
         return status;
@@ -47,7 +40,6 @@ private:
         return names;
     }
 
-    ComPtr<IDispatch> object_;
     std::wstring type_;
     CallCounts& counts_;
 };
