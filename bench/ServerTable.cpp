@@ -160,9 +160,8 @@ Round RunRound(const Import& import, std::size_t rows, const std::string& reques
 } // namespace
 
 void PrintServerTable(std::size_t rows, int rounds, const std::string& server) {
-    fmt::print(
-        "| import | rows | Transact ms | direct ms | prepared ms | Transact / direct | processor ms | of direct | "
-        "Transact / direct |\n|---|---|---|---|---|---|---|---|---|\n");
+    fmt::print("| import | rows | Transact ms | direct ms | prepared ms | Transact / direct | "
+               "processor ms | direct processor ms | Transact / direct |\n|---|---|---|---|---|---|---|---|---|\n");
     for (const Import& import : {InventorySettings(), OppositeSettings(), StandardCostSettings(), OpeningBalances()}) {
         const std::string request = import.request(rows);
         std::vector<Utf16Text> texts;
