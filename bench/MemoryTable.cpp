@@ -1,11 +1,12 @@
 #include "bench/Measure.h"
+#include "bench/Middle.h"
 #include "bench/Tables.h"
 #include "bench/imports/HandAccount.h"
 #include "bench/imports/MemoryAccount.h"
 #include "bench/imports/RawStatements.h"
+#include "bench/imports/RecordStatements.h"
 #include "bench/imports/RunImport.h"
 
-#include <algorithm>
 #include <vector>
 
 #include <fmt/format.h>
@@ -19,14 +20,6 @@ struct Round {
     double replay = 0;
     double hand = 0;
 };
-
-std::vector<std::string> RecordStatements(const Import& import, std::size_t rows, const std::string& request) {
-    std::vector<std::string> statements;
-    MemoryAccount account;
-    account.Fill(import.account(rows));
-    RunImport(import, request, MemoryAccount::connectionString, account.RecordingOpener(statements));
-    return statements;
-}
 
 Round RunRound(const Import& import, std::size_t rows, const std::string& request,
                const std::vector<std::string>& statements) {
@@ -51,16 +44,6 @@ Round RunRound(const Import& import, std::size_t rows, const std::string& reques
     AddTranslated(raw, account.database(), statements);
     round.replay = Measure([&] { raw.Run(); }).processor;
     return round;
-}
-
-/// The middle one of what `value` gives of the rounds.
-template <class Value> double Middle(const std::vector<Round>& rounds, const Value& value) {
-    std::vector<double> values;
-    for (const Round& round : rounds) {
-        values.push_back(value(round));
-    }
-    std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
-    return values[values.size() / 2];
 }
 
 std::string Ratio(double ratio) { return fmt::format("{:.2f}", ratio); }

@@ -13,8 +13,15 @@ namespace bench {
 void PrintMemoryTable(std::size_t rows, int rounds, const std::string& className);
 /// Price vouchers: how much of the time the statement takes that looks for repetitions.
 void PrintVoucherTable(std::size_t rows);
-/// Inventory settings into a file in `folder`: time, and what is asked of the system.
-void PrintFileTable(std::size_t rows, const std::string& folder);
+/// Inventory settings into a file in `folder`: time, beside that of `script` (bench/settings.py), with which they
+/// alternate, and what is asked of the system.
+void PrintFileTable(std::size_t rows, int rounds, const std::string& folder, const std::string& script);
+/// Imports into an account on a server, beside a client that does nothing but send the same texts, directly or
+/// prepared, and fetch what comes; the three alternate. Time on the clock and of the processor, which in the second
+/// case counts the server's too when it is the tests' own.
+/// @param server an ODBC connection string without a database, where databases are made and dropped; empty for the
+/// tests' own server
+void PrintServerTable(std::size_t rows, int rounds, const std::string& server);
 /// The time of `program` (kovra) for a request of one row on a file in `folder`.
 void PrintStartTable(const std::string& folder, const std::string& program);
 /// Peak memory of `program` (kovra) over the size of its request, for each class, with files in `folder`.

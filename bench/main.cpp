@@ -1,5 +1,4 @@
 #include "bench/Tables.h"
-#include "bench/imports/Import.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -10,8 +9,9 @@
 
 namespace {
 
-constexpr const char* usage = "usage: kovra-bench memory ROWS ROUNDS [CLASS] | vouchers ROWS | file ROWS FOLDER | "
-                              "peak ROWS FOLDER KOVRA | start FOLDER KOVRA | request ROWS\n";
+constexpr const char* usage =
+    "usage: kovra-bench memory ROWS ROUNDS [CLASS] | vouchers ROWS | file ROWS ROUNDS FOLDER SCRIPT | "
+    "server ROWS ROUNDS [CONNECTION] | peak ROWS FOLDER KOVRA | start FOLDER KOVRA\n";
 
 void Run(const std::vector<std::string>& words) {
     const std::string_view table = words.empty() ? "" : words[0];
@@ -20,14 +20,14 @@ void Run(const std::vector<std::string>& words) {
         bench::PrintMemoryTable(rows, std::stoi(words[2]), words.size() == 4 ? words[3] : std::string());
     } else if (table == "vouchers" && words.size() == 2) {
         bench::PrintVoucherTable(rows);
-    } else if (table == "file" && words.size() == 3) {
-        bench::PrintFileTable(rows, words[2]);
+    } else if (table == "file" && words.size() == 5) {
+        bench::PrintFileTable(rows, std::stoi(words[2]), words[3], words[4]);
+    } else if (table == "server" && (words.size() == 3 || words.size() == 4)) {
+        bench::PrintServerTable(rows, std::stoi(words[2]), words.size() == 4 ? words[3] : std::string());
     } else if (table == "peak" && words.size() == 4) {
         bench::PrintPeakTable(rows, words[2], words[3]);
     } else if (table == "start" && words.size() == 3) {
         bench::PrintStartTable(words[1], words[2]);
-    } else if (table == "request" && words.size() == 2) {
-        std::fputs(bench::InventorySettings().request(rows).c_str(), stdout);
     } else {
         std::fputs(usage, stderr);
         std::exit(2);

@@ -2,8 +2,8 @@
 
     bench/settings.py ACCOUNT.db REQUEST.xml
 
-Makes ACCOUNT.db with the tables that the checks need and the items that REQUEST.xml asks for, then times the import
-alone. Durability is that of `kovra`: each row is committed for itself into a write-ahead log, which is synchronised
+Makes ACCOUNT.db with the tables that the checks need and the items that REQUEST.xml asks for, then imports; prints how
+many seconds the import alone took, on the clock and of the processor. Durability is that of `kovra`: each row is committed for itself into a write-ahead log, which is synchronised
 once at the end.
 """
 
@@ -87,7 +87,7 @@ def main(file, request):
     wall, processor = time.perf_counter() - begin, time.process_time() - processor
     if result.count(b'code="0"') != len(items):
         sys.exit("the request is not accepted")
-    print(f"| inventory settings, by a script | {len(items)} | {wall * 1000:.0f} | {processor * 1000:.0f} |")
+    print(wall, processor)
 
 
 main(*sys.argv[1:])

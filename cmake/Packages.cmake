@@ -12,6 +12,8 @@ of an ERP on SQL Server, or into an account database of its own.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Loaded when a workbook is written, which no header of the program tells.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS libxlsxwriter4)
 # What reaches a server, and what the completions complete.
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "tdsodbc, bash-completion, zsh")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

@@ -128,7 +128,7 @@ public:
     /// The current row's value in column `index`. Throws 3265 without such a column, 3021 without a current row.
     virtual Value FieldValue(std::size_t index) const = 0;
     /// The current row's value in column `name`, letter case ignored. Throws as the member above.
-    Value FieldValue(std::string_view name) const { return FieldValue(FieldIndex(name)); }
+    virtual Value FieldValue(std::string_view name) const { return FieldValue(FieldIndex(name)); }
 
     /// Saves every row into `document` in ADO's XML persistence layout: a schema (`s:Schema`) and the rows as
     /// `z:row` elements under `rs:data`, one attribute for each column that is not Null.

@@ -60,6 +60,7 @@ public:
     }
 
     ~OdbcDatabase() override {
+        idle_ = {};
         if (connected_) {
             // A driver keeps a connection with an open transaction: end it first.
             try {
@@ -77,8 +78,7 @@ public:
     OdbcDatabase& operator=(const OdbcDatabase&) = delete;
 
     ResultSet Query(std::string_view sql) override {
-        return transaction_.Run([&] {
-            const StatementHandle statement = RunStatement(connection_, sql, SecondsOf(limits_.statement));
+        return Run(sql, [](const StatementHandle& statement) {
             ResultSet answer = ReadRows(statement);
             // A batch runs to its end only when every answer was asked for.
             while (NextAnswer(statement)) {
@@ -91,10 +91,10 @@ public:
     }
 
     void Execute(std::string_view sql) override {
-        transaction_.Run([&] {
-            const StatementHandle statement = RunStatement(connection_, sql, SecondsOf(limits_.statement));
+        Run(sql, [](const StatementHandle& statement) {
             while (NextAnswer(statement)) {
             }
+            return true;
         });
     }
 
@@ -134,6 +134,22 @@ public:
     void RollbackTrans() override { transaction_.RollBack(); }
 
 private:
+    /// Runs a batch, and `read` on its answers to their end. The handle serves the next batch, unless there is an
+    /// error.
+    template <class Read> auto Run(std::string_view sql, const Read& read) -> decltype(read(StatementHandle())) {
+        return transaction_.Run([&] {
+            StatementHandle statement = std::exchange(idle_, StatementHandle());
+            if (statement.get() == nullptr) {
+                statement = AllocateStatement(connection_, SecondsOf(limits_.statement));
+            }
+            Check(StartStatement(statement, sql), SQL_HANDLE_STMT, statement.get());
+            auto answer = read(statement);
+            SQLFreeStmt(statement.get(), SQL_CLOSE);
+            idle_ = std::move(statement);
+            return answer;
+        });
+    }
+
     /// Whole seconds, a part of one counted as one; 0 is no limit to ODBC.
     static SQLULEN SecondsOf(TimeLimit limit) {
         return limit ? static_cast<SQLULEN>(std::chrono::ceil<std::chrono::seconds>(*limit).count()) : 0;
@@ -159,6 +175,8 @@ private:
     ConnectionHandle connection_;
     bool connected_ = false;
     Transaction transaction_{connection_};
+    /// The statement that ran last, ready for the next text.
+    StatementHandle idle_;
 };
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "ModPub/Text.h"
 #include "host/Forwarding.h"
 #include "server/adapters/AdoConnection.h"
-#include "server/adapters/ProgIds.h"
 #include "server/adapters/XmlDocument.h"
 
 #include <algorithm>
@@ -47,8 +46,6 @@ host::Field DescribeField(const DispatchObject& object) {
 
 } // namespace
 
-AdoRecordset::AdoRecordset() : recordset_(DispatchObject::Create(progid::recordset)) {}
-
 void AdoRecordset::SetCursorLocation(host::CursorLocation location) {
     recordset_.Put(L"CursorLocation", VariantHolder(static_cast<int>(location)));
 }
@@ -59,14 +56,14 @@ host::CursorLocation AdoRecordset::GetCursorLocation() const {
 
 void AdoRecordset::Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
                         host::LockType lockType, int options) {
-    columns_.clear();
+    Forget();
     recordset_.Call(L"Open", VariantHolder(source), VariantHolder(ComConnection(connection).object().Get()),
                     VariantHolder(static_cast<int>(cursorType)), VariantHolder(static_cast<int>(lockType)),
                     VariantHolder(options));
 }
 
 void AdoRecordset::Close() {
-    columns_.clear();
+    Forget();
     recordset_.Call(L"Close");
 }
 
@@ -82,14 +79,20 @@ std::int64_t AdoRecordset::RecordCount() const {
 
 void AdoRecordset::MoveNext() { recordset_.Call(L"MoveNext"); }
 
-std::size_t AdoRecordset::FieldCount() const { return Columns().size(); }
-const host::Field& AdoRecordset::FieldAt(std::size_t index) const { return ColumnAt(index).field; }
+std::size_t AdoRecordset::FieldCount() const { return static_cast<std::size_t>(ToInt(Fields().Get(L"Count").Get())); }
+
+const host::Field& AdoRecordset::FieldAt(std::size_t index) const {
+    Column& column = ColumnAt(index);
+    if (!column.field)
+        column.field = DescribeField(column.object);
+    return *column.field;
+}
 
 std::size_t AdoRecordset::FieldIndex(std::string_view name) const {
     const std::string wanted = ModPub::UpperCase(name);
-    const std::vector<Column>& columns = Columns();
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (ModPub::UpperCase(columns[i].field.name) == wanted)
+    const std::size_t count = FieldCount();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (ModPub::UpperCase(ToText(ColumnAt(i).object.Get(L"Name").Get())) == wanted)
             return i;
     }
     RaiseItemNotFound();
@@ -99,32 +102,38 @@ host::Value AdoRecordset::FieldValue(std::size_t index) const {
     return ToValue(ColumnAt(index).object.Get(L"Value").Get());
 }
 
+host::Value AdoRecordset::FieldValue(std::string_view name) const {
+    return ToValue(Item(VariantHolder(name)).Get(L"Value").Get());
+}
+
 void AdoRecordset::Save(host::DOMDocument& document) const {
     recordset_.Call(L"Save", VariantHolder(static_cast<IDispatch*>(ComDocument(document).Get())),
                     VariantHolder(persistXml));
 }
 
-const std::vector<AdoRecordset::Column>& AdoRecordset::Columns() const {
-    if (columns_.empty()) {
-        const DispatchObject fields(ToObject(recordset_.Get(L"Fields").Get()));
-        const int count = ToInt(fields.Get(L"Count").Get());
-        // All or none: an error leaves them to be read again.
-        std::vector<Column> columns;
-        for (int i = 0; i < count; ++i) {
-            DispatchObject object(ToObject(fields.Call(L"Item", VariantHolder(i)).Get()));
-            host::Field field = DescribeField(object);
-            columns.push_back({std::move(object), std::move(field)});
-        }
-        columns_ = std::move(columns);
-    }
-    return columns_;
+const DispatchObject& AdoRecordset::Fields() const {
+    if (!fields_)
+        fields_.emplace(ToObject(recordset_.Get(L"Fields").Get()), fieldsMembers_);
+    return *fields_;
 }
 
-const AdoRecordset::Column& AdoRecordset::ColumnAt(std::size_t index) const {
-    const std::vector<Column>& columns = Columns();
-    if (index >= columns.size())
-        RaiseItemNotFound();
-    return columns[index];
+DispatchObject AdoRecordset::Item(const VariantHolder& nameOrPosition) const {
+    return {ToObject(Fields().Call(L"Item", nameOrPosition).Get()), fieldMembers_};
+}
+
+AdoRecordset::Column& AdoRecordset::ColumnAt(std::size_t index) const {
+    if (index >= columns_.size() || !columns_[index].object.object()) {
+        DispatchObject object = Item(VariantHolder(static_cast<int>(index)));
+        if (index >= columns_.size())
+            columns_.resize(index + 1);
+        columns_[index].object = std::move(object);
+    }
+    return columns_[index];
+}
+
+void AdoRecordset::Forget() noexcept {
+    fields_.reset();
+    columns_.clear();
 }
 
 const DispatchObject& ComRecordset(host::Recordset& recordset) {

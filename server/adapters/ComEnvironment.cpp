@@ -1,7 +1,6 @@
 #include "server/adapters/ComEnvironment.h"
 
 #include "server/adapters/AdoConnection.h"
-#include "server/adapters/AdoRecordset.h"
 #include "server/adapters/ComEaiHelper.h"
 #include "server/adapters/ComVoucherComponents.h"
 #include "server/adapters/ThreadHelpers.h"
@@ -41,7 +40,11 @@ void WriteToStandardError(std::string_view text) noexcept {
 
 std::unique_ptr<host::DOMDocument> ComEnvironment::CreateDOMDocument() { return std::make_unique<XmlDocument>(); }
 std::unique_ptr<host::Connection> ComEnvironment::CreateConnection() { return std::make_unique<AdoConnection>(); }
-std::unique_ptr<host::Recordset> ComEnvironment::CreateRecordset() { return std::make_unique<AdoRecordset>(); }
+std::unique_ptr<host::Recordset> ComEnvironment::CreateRecordset() {
+    if (!recordsets_)
+        recordsets_ = std::make_unique<AdoRecordsetClass>();
+    return std::make_unique<AdoRecordset>(*recordsets_);
+}
 host::EaiHelper& ComEnvironment::GetEaiHelper() {
     return Helped<ComEaiHelper>(ThreadHelpers::OfThisThread().eaiHelper);
 }

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "host/Environment.h"
+#include "server/adapters/AdoRecordset.h"
+
+#include <memory>
 
 namespace server {
 
-/// The world as COM offers it. It holds nothing; the helpers of each thread live until the thread leaves COM.
+/// The world as COM offers it. It remembers ADO's class of recordsets; the helpers of each thread live until the thread
+/// leaves COM.
 class ComEnvironment : public host::Environment {
 public:
     std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;
@@ -18,6 +22,10 @@ public:
     std::unique_ptr<host::ZendaT> CreateZendaT() override;
     /// Shows a message box where the process has a desktop, else writes to standard error.
     void ShowMessage(std::string_view text) override;
+
+private:
+    /// From the first recordset on.
+    std::unique_ptr<AdoRecordsetClass> recordsets_;
 };
 
 } // namespace server

@@ -3,6 +3,7 @@
 #include "server/adapters/ProgIds.h"
 #include "server/adapters/XmlNode.h"
 #include "server/com/BString.h"
+#include "server/com/Changes.h"
 #include "server/com/DispatchObject.h"
 #include "server/com/Utf16.h"
 
@@ -17,6 +18,7 @@ XmlDocument::XmlDocument() : document_(DispatchObject::Create(progid::domDocumen
 bool XmlDocument::LoadXML(std::string_view xml) {
     const BString text(ToUtf16(xml));
     VARIANT_BOOL loaded = VARIANT_FALSE;
+    NoteChange();
     ThrowIfFailed(document_->loadXML(text.Get(), &loaded));
     return loaded != VARIANT_FALSE;
 }

@@ -1,6 +1,7 @@
 #include "server/adapters/XmlNode.h"
 
 #include "server/com/BString.h"
+#include "server/com/Changes.h"
 #include "server/com/Utf16.h"
 #include "server/com/VariantHolder.h"
 
@@ -29,37 +30,65 @@ bool IsPlainName(std::string_view path) noexcept {
     return !path.empty() && starts(path.front()) && std::ranges::all_of(path, continues);
 }
 
-/// Whether a node is an element of this name, and the name is in no namespace: what a path means by it.
-bool IsNamed(const ComPtr<IXMLDOMNode>& node, std::wstring_view name) {
+std::wstring NameOf(const ComPtr<IXMLDOMNode>& node) {
+    BString name;
+    ThrowIfFailed(node->get_nodeName(name.Put()));
+    return std::wstring(name.View());
+}
+
+/// Whether a node is an element whose name is in no namespace.
+bool IsPlainElement(const ComPtr<IXMLDOMNode>& node) {
     DOMNodeType type = NODE_INVALID;
     ThrowIfFailed(node->get_nodeType(&type));
     if (type != NODE_ELEMENT)
-        return false;
-    BString own;
-    ThrowIfFailed(node->get_nodeName(own.Put()));
-    if (own.View() != name)
         return false;
     BString space;
     ThrowIfFailed(node->get_namespaceURI(space.Put()));
     return space.View().empty();
 }
 
-/// Calls `found` with each child element of this name, in document order, as long as it returns true. The documents'
-/// path engine takes longer, and Wine's finds no names beyond ASCII.
-template <class Found> void ForEachChildNamed(const ComPtr<IXMLDOMNode>& parent, std::string_view name, Found found) {
-    const std::wstring wanted = ToUtf16(name);
+ComPtr<IXMLDOMNode> FirstChild(IXMLDOMNode& parent) {
     ComPtr<IXMLDOMNode> child;
-    ThrowIfFailed(parent->get_firstChild(child.Put()));
-    while (child) {
-        if (IsNamed(child, wanted) && !found(child))
-            return;
-        ComPtr<IXMLDOMNode> next;
-        ThrowIfFailed(child->get_nextSibling(next.Put()));
-        child = std::move(next);
-    }
+    ThrowIfFailed(parent.get_firstChild(child.Put()));
+    return child;
+}
+
+ComPtr<IXMLDOMNode> NextSibling(const ComPtr<IXMLDOMNode>& node) {
+    ComPtr<IXMLDOMNode> next;
+    ThrowIfFailed(node->get_nextSibling(next.Put()));
+    return next;
 }
 
 } // namespace
+
+void ChildElements::Begin(IXMLDOMNode& parent) {
+    if (begun_ && changes_ == Changes())
+        return;
+    *this = {};
+    next_ = FirstChild(parent);
+    changes_ = Changes();
+    begun_ = true;
+}
+
+ComPtr<IXMLDOMNode> ChildElements::Find(IXMLDOMNode& parent, std::wstring_view name) {
+    Begin(parent);
+    if (const auto known = first_.find(name); known != first_.end())
+        return known->second;
+    while (next_) {
+        const ComPtr<IXMLDOMNode> child = next_;
+        std::wstring own = NameOf(child);
+        // Texts and comments are named "#text" and "#comment".
+        const bool first = !own.starts_with(L'#') && !first_.contains(own) && IsPlainElement(child);
+        next_ = NextSibling(child);
+        if (!first)
+            continue;
+        const bool wanted = own == name;
+        first_.emplace(std::move(own), child);
+        if (wanted)
+            return child;
+    }
+    return {};
+}
 
 std::string XmlNode::BaseName() const { return TextOf(node_, &IXMLDOMNode::get_baseName); }
 std::string XmlNode::NodeName() const { return TextOf(node_, &IXMLDOMNode::get_nodeName); }
@@ -74,20 +103,16 @@ std::string XmlNode::Text() const { return TextOf(node_, &IXMLDOMNode::get_text)
 
 void XmlNode::SetText(std::string_view text) {
     const BString wide(ToUtf16(text));
+    NoteChange();
     ThrowIfFailed(node_->put_text(wide.Get()));
 }
 
 std::string XmlNode::Xml() const { return TextOf(node_, &IXMLDOMNode::get_xml); }
 
 host::DOMNodePtr XmlNode::SelectSingleNode(std::string_view path) const {
+    if (IsPlainName(path))
+        return WrapNode(children_.Find(*node_.operator->(), ToUtf16(path)));
     ComPtr<IXMLDOMNode> found;
-    if (IsPlainName(path)) {
-        ForEachChildNamed(node_, path, [&](const ComPtr<IXMLDOMNode>& child) {
-            found = child;
-            return false;
-        });
-        return WrapNode(std::move(found));
-    }
     const BString query(ToUtf16(path));
     ThrowIfFailed(node_->selectSingleNode(query.Get(), found.Put()));
     return WrapNode(std::move(found));
@@ -95,17 +120,25 @@ host::DOMNodePtr XmlNode::SelectSingleNode(std::string_view path) const {
 
 host::DOMNodeList XmlNode::SelectNodes(std::string_view path) const {
     if (IsPlainName(path)) {
+        const std::wstring wanted = ToUtf16(path);
         host::DOMNodeList children;
-        ForEachChildNamed(node_, path, [&](const ComPtr<IXMLDOMNode>& child) {
-            children.push_back(WrapNode(child));
-            return true;
-        });
+        for (ComPtr<IXMLDOMNode> child = FirstChild(*node_.operator->()); child; child = NextSibling(child)) {
+            if (NameOf(child) == wanted && IsPlainElement(child))
+                children.push_back(WrapNode(child));
+        }
         return children;
     }
     const BString query(ToUtf16(path));
     ComPtr<IXMLDOMNodeList> found;
     ThrowIfFailed(node_->selectNodes(query.Get(), found.Put()));
     return WrapNodes(*found.Get());
+}
+
+std::optional<std::string> XmlNode::TextAt(std::string_view path) const {
+    if (!IsPlainName(path))
+        return DOMNode::TextAt(path);
+    const ComPtr<IXMLDOMNode> child = children_.Find(*node_.operator->(), ToUtf16(path));
+    return child ? std::optional(TextOf(child, &IXMLDOMNode::get_text)) : std::nullopt;
 }
 
 host::DOMNodeList XmlNode::ChildNodes() const {
@@ -141,6 +174,7 @@ void XmlNode::SetAttribute(std::string_view name, std::string_view value) {
 }
 
 void XmlNode::AppendChild(host::DOMNode& child) {
+    NoteChange();
     ComPtr<IXMLDOMNode> appended;
     ThrowIfFailed(node_->appendChild(ComNode(&child).Get(), appended.Put()));
 }

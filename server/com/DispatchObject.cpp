@@ -1,6 +1,7 @@
 #include "server/com/DispatchObject.h"
 
-#include "ModPub/RuntimeErrors.h"
+#include "server/com/AutomationClass.h"
+#include "server/com/Changes.h"
 
 #include <exception>
 
@@ -8,14 +9,9 @@ namespace server {
 
 namespace {
 
-HRESULT LookUp(IDispatch& object, const wchar_t* name, DISPID& id) noexcept {
-    // The parameter is not const for historical reasons; no object writes to it.
-    auto* names = const_cast<wchar_t*>(name);
-    return object.GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id);
-}
-
 /// Throws when a call failed. Whether it did or not, no error object of its own stays behind to describe a later one.
 void EndCall(HRESULT status, EXCEPINFO& exception) {
+    NoteChange();
     if (status == DISP_E_EXCEPTION)
         ThrowException(exception);
     ThrowIfFailed(status);
@@ -24,18 +20,7 @@ void EndCall(HRESULT status, EXCEPINFO& exception) {
 
 } // namespace
 
-DispatchObject DispatchObject::Create(const wchar_t* progId) {
-    CLSID classId{};
-    ComPtr<IDispatch> object;
-    HRESULT result = CLSIDFromProgID(progId, &classId);
-    if (SUCCEEDED(result))
-        result = CoCreateInstance(classId, nullptr, CLSCTX_SERVER, IID_IDispatch, object.PutVoid());
-    if (FAILED(result)) {
-        ForgetErrorObject();
-        ModPub::RaiseRuntimeError(host::error_number::cannotCreateObject);
-    }
-    return DispatchObject(std::move(object));
-}
+DispatchObject DispatchObject::Create(const wchar_t* progId) { return AutomationClass(progId).Create(); }
 
 bool DispatchObject::Offers(const wchar_t* member) const noexcept {
     DISPID id = DISPID_UNKNOWN;
@@ -47,14 +32,16 @@ bool DispatchObject::Offers(const wchar_t* member) const noexcept {
 DISPID DispatchObject::Id(const wchar_t* name) const {
     if (!object_)
         RaiseObjectNotSet();
-    DISPID id = DISPID_UNKNOWN;
-    ThrowIfFailed(LookUp(*object_.Get(), name, id));
-    return id;
+    if (!members_)
+        members_ = std::make_shared<MemberIds>();
+    const std::shared_ptr<MemberIds> members = members_;
+    return members->Of(*object_.Get(), name);
 }
 
 VariantHolder DispatchObject::Invoke(const wchar_t* name, WORD flags, VARIANT* reversed, std::size_t count) const {
     // Held here too: the call may bring another one that puts a new object in this place.
     const ComPtr<IDispatch> object = object_;
+    NoteChange();
     const DISPID id = Id(name);
     DISPPARAMS parameters{reversed, nullptr, static_cast<UINT>(count), 0};
     VariantHolder result;
@@ -87,6 +74,7 @@ VariantHolder DispatchObject::CallWith(const wchar_t* name, VARIANT* reversed, s
 
 void DispatchObject::Put(const wchar_t* name, const VariantHolder& value) const {
     const ComPtr<IDispatch> object = object_;
+    NoteChange();
     const DISPID id = Id(name);
     VARIANT argument = value.Get();
     DISPID put = DISPID_PROPERTYPUT;

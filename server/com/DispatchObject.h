@@ -1,9 +1,11 @@
 #pragma once
 
 #include "server/com/ComPtr.h"
+#include "server/com/MemberIds.h"
 #include "server/com/Platform.h"
 #include "server/com/VariantHolder.h"
 
+#include <memory>
 #include <span>
 #include <utility>
 
@@ -26,12 +28,15 @@ protected:
     ~Reference() = default;
 };
 
-/// An automation object whose members are reached by name. Every call throws `host::Error`: 91 on no object, 438 for a
-/// member that it lacks, else what the object raises.
+/// An automation object whose members are reached by name; the number behind a name is looked up once. Every call
+/// throws `host::Error`: 91 on no object, 438 for a member that it lacks, else what the object raises.
 class DispatchObject {
 public:
     DispatchObject() noexcept = default;
     explicit DispatchObject(ComPtr<IDispatch> object) noexcept : object_(std::move(object)) {}
+    /// @param members the numbers of its type's members, shared with other objects of the type
+    DispatchObject(ComPtr<IDispatch> object, std::shared_ptr<MemberIds> members) noexcept
+        : object_(std::move(object)), members_(std::move(members)) {}
 
     /// Creates an object of the class `progId`. Throws error 429 when that cannot be done.
     static DispatchObject Create(const wchar_t* progId);
@@ -70,6 +75,8 @@ private:
     DISPID Id(const wchar_t* name) const;
 
     ComPtr<IDispatch> object_;
+    /// The object's own where its type's are not given.
+    mutable std::shared_ptr<MemberIds> members_;
 };
 
 } // namespace server

@@ -327,23 +327,22 @@ private:
             return Send(Done(done::attention));
         }
         if (!manners.deadlockAt.empty() && batch.find(manners.deadlockAt) != std::string::npos) {
-            return Send(
-                ErrorTokens({0,
-                             "Transaction (Process ID 52) was deadlocked on lock resources with another process "
-                             "and has been chosen as the deadlock victim. Rerun the transaction.",
-                             1205}) +
-                Done(done::last));
+            return Send(Refusal({0,
+                                 "Transaction (Process ID 52) was deadlocked on lock resources with another process "
+                                 "and has been chosen as the deadlock victim. Rerun the transaction.",
+                                 1205}) +
+                        Done(done::error));
         }
         return Send(TokensOf(batch));
     }
 
     /// An error, and the end of the transaction where it is one that ends it.
-    std::string ErrorTokens(const host::Error& error) {
+    std::string Refusal(const host::Error& error) {
         std::string tokens = Message(error.native() == 0 ? 50000 : error.native(), error.description());
         if (transaction_ != 0 && EndsTransaction(error.native())) {
             tokens += End(false);
         }
-        return tokens + Done(done::more | done::error);
+        return tokens;
     }
 
     std::string TokensOf(const std::string& batch) {
@@ -357,21 +356,27 @@ private:
         if (!database_) {
             return Done(done::last);
         }
+        // Every statement's end says that more comes, except for the last one's.
         std::string tokens;
+        std::string end;
+        const auto append = [&](const std::string& answer, int status, std::uint64_t rows) {
+            tokens += (end.empty() ? end : WithMore(end)) + answer;
+            end = Done(status, rows);
+        };
         database_->RunBatch(batch, std::nullopt, [&](const refhost::BatchAnswer& answer) {
             if (const auto* const rows = std::get_if<refhost::ResultSet>(&answer)) {
-                tokens += Rows(*rows) + Done(done::more | done::counted, rows->rowCount);
+                append(Rows(*rows), done::counted, rows->rowCount);
             } else if (const auto* const written = std::get_if<refhost::RowsWritten>(&answer)) {
                 if (written->count >= 0) {
-                    tokens += Done(done::more | done::counted, static_cast<std::uint64_t>(written->count));
+                    append({}, done::counted, static_cast<std::uint64_t>(written->count));
                 }
             } else if (const auto* const message = std::get_if<refhost::ServerMessage>(&answer)) {
-                tokens += Message(0, message->text, 0);
+                append(Message(0, message->text, 0), done::last, 0);
             } else {
-                tokens += ErrorTokens(std::get<host::Error>(answer));
+                append(Refusal(std::get<host::Error>(answer)), done::error, 0);
             }
         });
-        return tokens + Done(done::last);
+        return tokens + (end.empty() ? Done(done::last) : end);
     }
 
     /// An answer of one number.

@@ -326,4 +326,9 @@ std::string Done(int status, std::uint64_t rows) {
     return token;
 }
 
+std::string WithMore(std::string token) {
+    token.at(1) = static_cast<char>(token.at(1) | tds::done::more);
+    return token;
+}
+
 } // namespace test::tds

@@ -36,5 +36,7 @@ inline constexpr int counted = 0x10;
 inline constexpr int attention = 0x20;
 } // namespace done
 std::string Done(int status, std::uint64_t rows = 0);
+/// The end of an answer, as it is where another answer follows.
+std::string WithMore(std::string token);
 
 } // namespace test::tds

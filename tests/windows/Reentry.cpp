@@ -1,7 +1,7 @@
 #include "tests/windows/Reentry.h"
 
 #include "server/adapters/ProgIds.h"
-#include "server/com/UnknownObject.h"
+#include "tests/windows/ForwardingObject.h"
 
 #include <utility>
 
@@ -12,30 +12,18 @@ namespace {
 using server::ComPtr;
 
 /// Does as `object` does, and calls back before every call of it.
-class CallingBack final : public server::UnknownObject<IDispatch> {
+class CallingBack final : public ForwardingObject {
 public:
     CallingBack(ComPtr<IDispatch> object, std::function<void()> callBack)
-        : object_(std::move(object)), callBack_(std::move(callBack)) {}
+        : ForwardingObject(std::move(object)), callBack_(std::move(callBack)) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        const HRESULT own = UnknownObject::QueryInterface(id, object);
-        return own == E_NOINTERFACE ? object_->QueryInterface(id, object) : own;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return object_->GetTypeInfoCount(count); }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** information) override {
-        return object_->GetTypeInfo(index, locale, information);
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
-        return object_->GetIDsOfNames(id, names, count, locale, ids);
-    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
         callBack_();
-        return object_->Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
+        return ForwardingObject::Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
     }
 
 private:
-    ComPtr<IDispatch> object_;
     std::function<void()> callBack_;
 };
 

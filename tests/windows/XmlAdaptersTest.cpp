@@ -1,8 +1,10 @@
 // The adapters over MSXML, one operation after the other.
 #include "server/adapters/XmlDocument.h"
 #include "server/adapters/XmlNode.h"
+#include "server/com/DispatchObject.h"
 #include "tests/windows/ExpectError.h"
 #include "tests/windows/OnWine.h"
+#include "tests/windows/ScriptedObject.h"
 
 #include <string>
 
@@ -10,6 +12,7 @@
 
 namespace {
 
+using server::DispatchObject;
 using server::XmlDocument;
 
 class XmlAdapters : public testing::Test {
@@ -92,6 +95,53 @@ TEST_F(XmlAdapters, NamesAreLookedForAmongTheChildren) {
     EXPECT_EQ(root->SelectSingleNode("跌价"), nullptr);
     EXPECT_EQ(document_.SelectSingleNode("单据")->NodeName(), "单据");
     EXPECT_TRUE(document_.SelectNodes("跌价单").empty());
+}
+
+TEST_F(XmlAdapters, TheFirstChildOfANameIsFoundInAnyOrder) {
+    ASSERT_TRUE(
+        document_.LoadXML("<r><!--c--><c xmlns=\"urn:c\">0</c>text<?c 0?><a>1</a><b>2</b><a>3</a><c>4</c></r>"));
+    const host::DOMNodePtr root = document_.DocumentElement();
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(root->TextAt("c"), "4");
+        EXPECT_EQ(root->TextAt("a"), "1");
+        EXPECT_EQ(root->TextAt("d"), std::nullopt);
+        EXPECT_EQ(root->TextAt("b"), "2");
+    }
+}
+
+TEST_F(XmlAdapters, ChildrenAreFoundAfterAChange) {
+    ASSERT_TRUE(document_.LoadXML("<r><a>1</a></r>"));
+    const host::DOMNodePtr root = document_.DocumentElement();
+    EXPECT_EQ(root->TextAt("a"), "1");
+    EXPECT_EQ(root->TextAt("b"), std::nullopt);
+    root->SelectSingleNode("a")->SetText("2");
+    EXPECT_EQ(root->TextAt("a"), "2");
+    const host::DOMNodePtr added = document_.CreateElement("b");
+    added->SetText("3");
+    document_.DocumentElement()->AppendChild(*added);
+    EXPECT_EQ(root->TextAt("b"), "3");
+    root->SetText("");
+    EXPECT_EQ(root->TextAt("a"), std::nullopt);
+}
+
+// Whoever is called may have got hold of the document.
+TEST_F(XmlAdapters, ChildrenAreFoundAfterAnotherHasChangedThem) {
+    ASSERT_TRUE(document_.LoadXML("<r><a>1</a></r>"));
+    const host::DOMNodePtr root = document_.DocumentElement();
+    EXPECT_EQ(root->TextAt("b"), std::nullopt);
+    const auto addChild = [&](const server::Arguments&) {
+        const server::VariantHolder name(std::string_view("b"));
+        server::ComPtr<IXMLDOMElement> child;
+        server::ThrowIfFailed(document_.document()->createElement(V_BSTR(&name.Get()), child.Put()));
+        server::ComPtr<IXMLDOMElement> parent;
+        server::ThrowIfFailed(document_.document()->get_documentElement(parent.Put()));
+        server::ComPtr<IXMLDOMNode> added;
+        server::ThrowIfFailed(parent->appendChild(child.Get(), added.Put()));
+        return server::VariantHolder();
+    };
+    const DispatchObject other(test::MakeObject({{L"Change", addChild}}));
+    other.Call(L"Change");
+    EXPECT_EQ(root->TextAt("b"), "");
 }
 
 TEST_F(XmlAdapters, PathsThatAreMoreThanANameGoToTheEngine) {

@@ -3,6 +3,7 @@
 
 #include "bench/imports/Import.h"
 #include "bench/imports/RunImport.h"
+#include "host/Error.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/odbc/OdbcDatabase.h"
 #include "tests/support/TdsServer.h"
@@ -34,6 +35,19 @@ TEST_F(RoundTrips, OneAStatement) {
     EXPECT_EQ(Of([&] { database_->Query("select * from inventory"); }), 1);
     EXPECT_EQ(Of([&] { database_->Execute("update inventory set cInvName = 'x' where cInvCode = '1'"); }), 1);
     EXPECT_EQ(Of([&] { database_->Execute("delete inventory where cInvCode = '1'"); }), 1);
+}
+
+TEST_F(RoundTrips, OneAFailingStatement) {
+    const auto refused = [&](const char* sql) {
+        EXPECT_EQ(Of([&] { EXPECT_THROW(database_->Query(sql), host::Error) << sql; }), 1) << sql;
+        EXPECT_EQ(Of([&] { EXPECT_THROW(database_->Execute(sql), host::Error) << sql; }), 1) << sql;
+    };
+    refused("select nothing from inventory");
+    refused("select * from nowhere");
+    refused("Delete * From inventory");
+    refused("insert into inventory (cInvCode) values (null)");
+    refused("insert into inventory (cInvCode, dSDate) values ('1', 'no date')");
+    refused("select ' from inventory");
 }
 
 /// Its beginning and its end, and the statements between. FreeTDS takes one more: its end of a transaction in manual

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "server/com/ComPtr.h"
+
+#include <map>
+#include <string>
+
+namespace test {
+
+/// What was asked of automation objects, by "Type.Member".
+struct CallCounts {
+    std::map<std::wstring, int> lookUps;
+    std::map<std::wstring, int> calls;
+};
+
+/// Stands in front of `object` and counts into `counts`, which outlives it. The objects that a member hands out are
+/// counted as of a type with the member's name.
+server::ComPtr<IDispatch> Counted(server::ComPtr<IDispatch> object, std::wstring type, CallCounts& counts);
+
+} // namespace test
