@@ -49,6 +49,7 @@ public:
     std::size_t FieldCount() const override { return 2; }
     const host::Field& FieldAt(std::size_t) const override { NotPartOfThis(); }
     std::size_t FieldIndex(std::string_view name) const override { return name == "dBegin" ? 0 : 1; }
+    using Recordset::FieldValue;
     host::Value FieldValue(std::size_t index) const override {
         return index == 0 ? environment_.period->first : environment_.period->last;
     }
