@@ -2,9 +2,9 @@
 // crash.
 #include "server/adapters/Msxml.h"
 #include "server/com/Utf16.h"
+#include "tests/server/LoadXmlRecorder.h"
 #include "tests/support/com/ExpectError.h"
 #include "tests/support/com/HostedTest.h"
-#include "tests/server/LoadXmlRecorder.h"
 #include "tests/support/com/ScriptedObject.h"
 
 #include <string>

@@ -1,8 +1,8 @@
 // Every scenario through Kovra.dll: the class, the login, the host's components, the documents and the database all by
 // COM.
+#include "tests/server/Reentry.h"
 #include "tests/support/ScenarioFolder.h"
 #include "tests/support/com/HostedTest.h"
-#include "tests/server/Reentry.h"
 
 #include <filesystem>
 #include <functional>

@@ -490,6 +490,9 @@ void EmbeddedDatabase::PreparePlan(Plan& plan) {
     touched_ = nullptr;
     const bool ofVariables =
         std::ranges::any_of(plan.slots, [](const Slot& slot) { return slot.variable.has_value(); });
+    if (!touched.complete) {
+        return;
+    }
     if (plan.kind == PlanKind::select && touched.answersFromTables && !ofVariables) {
         plan.answers = std::make_shared<RepeatedAnswers>(changes_, touched.read);
     } else if (plan.kind == PlanKind::insert) {

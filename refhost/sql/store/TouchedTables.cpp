@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <string_view>
 
 namespace refhost::sql {
@@ -12,12 +13,6 @@ namespace {
 /// Functions that look-ups call and that depend on nothing but their arguments.
 constexpr std::array<std::string_view, 3> plainFunctions{"coalesce", "ifnull", "count"};
 
-void Add(std::vector<std::string>& tables, std::string_view table) {
-    if (std::ranges::find(tables, table) == tables.end()) {
-        tables.emplace_back(table);
-    }
-}
-
 /// Whether it is a table that statements fill, none of the engine's or SQLite's own.
 bool IsOrdinary(std::string_view table) {
     return !table.starts_with("sys:") && !table.starts_with("sqlite_") && table != "k_rows";
@@ -25,7 +20,17 @@ bool IsOrdinary(std::string_view table) {
 
 } // namespace
 
-void TouchedTables::Note(int action, const char* first, const char* second, const char* database) {
+void TouchedTables::Add(std::vector<std::string>& tables, std::string_view table) noexcept {
+    try {
+        if (std::ranges::find(tables, table) == tables.end()) {
+            tables.emplace_back(table);
+        }
+    } catch (const std::bad_alloc&) {
+        complete = false;
+    }
+}
+
+void TouchedTables::Note(int action, const char* first, const char* second, const char* database) noexcept {
     const bool inAccount = database != nullptr && database == SqliteName(Schema::account);
     switch (action) {
     case SQLITE_SELECT:
