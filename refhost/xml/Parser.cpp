@@ -1,5 +1,6 @@
 #include "refhost/xml/Parser.h"
 
+#include "refhost/xml/MakeReady.h"
 #include "refhost/xml/ParameterEntities.h"
 #include "refhost/xml/PrefixScope.h"
 #include "refhost/xml/WhiteSpace.h"
@@ -330,6 +331,7 @@ ParseResult Builder::Run() {
         source_ = writtenOut_;
     }
 
+    MakeReady();
     xmlSAXHandler handler = Handler();
     const struct FreeContext {
         void operator()(xmlParserCtxt* context) const {

@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/xml/Declarations.h"
+#include "refhost/xml/MakeReady.h"
 
 #include <algorithm>
 #include <cstring>
@@ -25,11 +26,10 @@ std::uint32_t CheckedSize(std::string_view text) {
     return static_cast<std::uint32_t>(text.size());
 }
 
-/// A table of names; libxml2 is made ready before the first, since several threads may want theirs at once.
+/// A table of names.
 /// @param above a table whose names are known here as well, nullptr for none
 xmlDict* NewDict(xmlDict* above) {
-    static const bool ready = (xmlInitParser(), true);
-    static_cast<void>(ready);
+    MakeReady();
     xmlDict* const dict = above == nullptr ? xmlDictCreate() : xmlDictCreateSub(above);
     if (dict == nullptr)
         throw std::bad_alloc();

@@ -1,6 +1,7 @@
 #include "refhost/xml/XPath.h"
 
 #include "host/Error.h"
+#include "refhost/xml/MakeReady.h"
 
 #include <limits>
 #include <new>
@@ -66,6 +67,11 @@ template <class T> T* Checked(T* made) {
     return made;
 }
 
+xmlDoc* NewDocument() {
+    MakeReady();
+    return Checked(xmlNewDoc(nullptr));
+}
+
 Context NewContext(xmlDoc* document) {
     Context context(Checked(xmlXPathNewContext(document)));
     context->error = &Ignore;
@@ -108,7 +114,7 @@ void Mirror::Deleter::operator()(xmlDoc* document) const noexcept { xmlFreeDoc(d
 void Mirror::NamespaceDeleter::operator()(xmlNs* space) const noexcept { xmlFreeNs(space); }
 
 Mirror::Mirror(const Tree& tree, const Node& top)
-    : top_(&top), revision_(tree.Revision()), prefixes_(tree.Prefixes()), document_(Checked(xmlNewDoc(nullptr))) {
+    : top_(&top), revision_(tree.Revision()), prefixes_(tree.Prefixes()), document_(NewDocument()) {
     for (const Node* at = &top; at != nullptr; at = NextInOrder(*at, top)) {
         if (at->kind == NodeKind::document) {
             copies_.emplace(at, reinterpret_cast<xmlNode*>(document_.get()));
