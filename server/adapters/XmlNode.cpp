@@ -104,6 +104,8 @@ std::string XmlNode::Text() const { return TextOf(node_, &IXMLDOMNode::get_text)
 void XmlNode::SetText(std::string_view text) {
     const BString wide(ToUtf16(text));
     NoteChange();
+    // Wine's documents free the children that the text replaces, whoever still holds them.
+    children_ = {};
     ThrowIfFailed(node_->put_text(wide.Get()));
 }
 

@@ -116,10 +116,12 @@ TEST_F(XmlAdapters, ChildrenAreFoundAfterAChange) {
     EXPECT_EQ(root->TextAt("b"), std::nullopt);
     root->SelectSingleNode("a")->SetText("2");
     EXPECT_EQ(root->TextAt("a"), "2");
-    const host::DOMNodePtr added = document_.CreateElement("b");
+    host::DOMNodePtr added = document_.CreateElement("b");
     added->SetText("3");
     document_.DocumentElement()->AppendChild(*added);
     EXPECT_EQ(root->TextAt("b"), "3");
+    // The next text replaces it, which Wine's documents do not tell who holds it.
+    added.reset();
     root->SetText("");
     EXPECT_EQ(root->TextAt("a"), std::nullopt);
 }
