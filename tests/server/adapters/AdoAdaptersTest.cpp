@@ -6,6 +6,7 @@
 #include "tests/support/com/ExpectError.h"
 #include "tests/support/com/RegisteredLibrary.h"
 #include "tests/support/com/ScriptedObject.h"
+#include "tests/support/com/ServerFixture.h"
 
 #include <string>
 #include <string_view>
@@ -247,11 +248,34 @@ TEST_F(AdoAdapters, RecordsetIsSavedIntoADocument) {
     EXPECT_EQ(document.SelectNodes("//s:AttributeType").size(), 2U);
 }
 
+/// The name of a class stands for a class that is not there, as long as the object lives. Taking the stand-in's
+/// registration back would not do: the machine may have an ADO of its own, which then has its names again.
+class NameOfNoClass {
+public:
+    explicit NameOfNoClass(const std::wstring& progId)
+        : key_(progId + L"\\CLSID"), former_(test::ClassesValue(HKEY_LOCAL_MACHINE, key_)) {
+        Write(L"{B7A5D1F0-0000-4000-8000-000000000000}");
+    }
+    ~NameOfNoClass() { Write(former_); }
+    NameOfNoClass(const NameOfNoClass&) = delete;
+    NameOfNoClass& operator=(const NameOfNoClass&) = delete;
+
+private:
+    void Write(const std::wstring& classId) const {
+        EXPECT_EQ(RegSetKeyValueW(HKEY_LOCAL_MACHINE, (L"Software\\Classes\\" + key_).c_str(), nullptr, REG_SZ,
+                                  classId.c_str(), static_cast<DWORD>((classId.size() + 1) * sizeof(wchar_t))),
+                  ERROR_SUCCESS);
+    }
+
+    std::wstring key_;
+    std::wstring former_;
+};
+
 TEST_F(AdoAdapters, WithoutAdoNothingIsCreated) {
-    EXPECT_EQ(ado_.Install(false, nullptr), S_OK);
+    const NameOfNoClass connections(L"ADODB.Connection");
+    const NameOfNoClass recordsets(L"ADODB.Recordset");
     ExpectError(429, "ActiveX 部件不能创建对象", [] { AdoConnection(); });
     ExpectError(429, "ActiveX 部件不能创建对象", [] { AdoRecordset(); });
-    EXPECT_EQ(ado_.Install(true, nullptr), S_OK);
 }
 
 // Each operation against an object that fails in it.
