@@ -64,9 +64,8 @@ const Rule rules[] = {
     {bench::OppositeSettings, 6, 0, 0, 0, 4, WholeRow(5)},
     // Four accounts.
     {bench::StandardCostSettings, 8, 0, 0, 0, 6, WholeRow(7)},
-    // Of the item two values, ten flags and two more, of the warehouse two, of the option twice its value. The year
-    // that
-    // is written.
+    // Of the item two values, ten flags and two more, of the warehouse two, of the option twice its value. The year is
+    // written.
     {bench::OpeningBalances, 0, 8, 2 + 10 + 2 + 2 + 2, 2, 1, openingNodes},
 };
 
