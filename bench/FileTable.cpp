@@ -20,7 +20,7 @@ struct Run {
     SystemCalls calls;
 };
 
-struct Round {
+struct FileRound {
     Run each;
     Run grouped;
     Time script;
@@ -45,15 +45,15 @@ Time RunScript(const std::string& folder, const std::string& script) {
     return time;
 }
 
-void PrintRun(const Import& import, std::size_t rows, const std::vector<Round>& all, const char* commit,
-              Run Round::*run) {
+void PrintRun(const Import& import, std::size_t rows, const std::vector<FileRound>& all, const char* commit,
+              Run FileRound::*run) {
     const SystemCalls calls = (all.front().*run).calls;
     const auto each = [&](std::int64_t count) { return static_cast<double>(count) / static_cast<double>(rows); };
     const auto time = [&](double Time::*clock) {
-        return Middle(all, [&](const Round& round) { return (round.*run).time.*clock * 1000; });
+        return Middle(all, [&](const FileRound& round) { return (round.*run).time.*clock * 1000; });
     };
     const auto ofScript = [&](double Time::*clock) {
-        return Middle(all, [&](const Round& round) { return (round.*run).time.*clock / (round.script.*clock); });
+        return Middle(all, [&](const FileRound& round) { return (round.*run).time.*clock / (round.script.*clock); });
     };
     fmt::print("| {}, Commit={} | {} | {:.0f} | {:.0f} | {:.2f} | {:.2f} | {:.2f} | {:.2f} | {:.1f} | {:.2f} | {} |\n",
                import.name, commit, rows, time(&Time::wall), time(&Time::processor), ofScript(&Time::wall),
@@ -67,7 +67,7 @@ void PrintFileTable(std::size_t rows, int rounds, const std::string& folder, con
     const Import import = InventorySettings();
     const std::string request = import.request(rows);
     std::ofstream(folder + "/request.xml") << request;
-    std::vector<Round> all;
+    std::vector<FileRound> all;
     for (int round = 0; round < rounds; ++round) {
         all.push_back({RunTransact(import, rows, folder, request, "Each"),
                        RunTransact(import, rows, folder, request, "Grouped"), RunScript(folder, script)});
@@ -75,10 +75,10 @@ void PrintFileTable(std::size_t rows, int rounds, const std::string& folder, con
     fmt::print("| import into a file | rows | ms | processor ms | of the script's ms | of its processor ms | "
                "fcntl a row | pwrite a row | KB a row | pread a row | fdatasync |\n"
                "|---|---|---|---|---|---|---|---|---|---|---|\n");
-    PrintRun(import, rows, all, "Each", &Round::each);
-    PrintRun(import, rows, all, "Grouped", &Round::grouped);
+    PrintRun(import, rows, all, "Each", &FileRound::each);
+    PrintRun(import, rows, all, "Grouped", &FileRound::grouped);
     const auto ofScript = [&](double Time::*clock) {
-        return Middle(all, [&](const Round& round) { return round.script.*clock * 1000; });
+        return Middle(all, [&](const FileRound& round) { return round.script.*clock * 1000; });
     };
     fmt::print("| {}, by a script | {} | {:.0f} | {:.0f} | | | | | | | |\n", import.name, rows, ofScript(&Time::wall),
                ofScript(&Time::processor));

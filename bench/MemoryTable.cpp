@@ -15,15 +15,15 @@ namespace bench {
 namespace {
 
 /// Seconds of the processor for the three ways of one import.
-struct Round {
+struct MemoryRound {
     double transact = 0;
     double replay = 0;
     double hand = 0;
 };
 
-Round RunRound(const Import& import, std::size_t rows, const std::string& request,
-               const std::vector<std::string>& statements) {
-    Round round;
+MemoryRound RunRound(const Import& import, std::size_t rows, const std::string& request,
+                     const std::vector<std::string>& statements) {
+    MemoryRound round;
     {
         MemoryAccount account;
         account.Fill(import.account(rows));
@@ -60,19 +60,20 @@ void PrintMemoryTable(std::size_t rows, int rounds, const std::string& className
         }
         const std::string request = import.request(rows);
         const std::vector<std::string> statements = RecordStatements(import, rows, request);
-        std::vector<Round> all;
+        std::vector<MemoryRound> all;
         for (int round = 0; round < rounds; ++round) {
             all.push_back(RunRound(import, rows, request, statements));
         }
-        const auto milliseconds = [&](double Round::*part) {
-            return Middle(all, [&](const Round& round) { return round.*part * 1000; });
+        const auto milliseconds = [&](double MemoryRound::*part) {
+            return Middle(all, [&](const MemoryRound& round) { return round.*part * 1000; });
         };
-        const double byHand = milliseconds(&Round::hand);
-        fmt::print("| {} | {} | {:.1f} | {:.0f} | {:.0f} | {} | {} | {} |\n", import.name, rows,
-                   static_cast<double>(statements.size()) / static_cast<double>(rows), milliseconds(&Round::transact),
-                   milliseconds(&Round::replay), byHand > 0 ? fmt::format("{:.0f}", byHand) : "-",
-                   Ratio(Middle(all, [](const Round& round) { return round.transact / round.replay; })),
-                   byHand > 0 ? Ratio(Middle(all, [](const Round& round) { return round.replay / round.hand; })) : "-");
+        const double byHand = milliseconds(&MemoryRound::hand);
+        fmt::print(
+            "| {} | {} | {:.1f} | {:.0f} | {:.0f} | {} | {} | {} |\n", import.name, rows,
+            static_cast<double>(statements.size()) / static_cast<double>(rows), milliseconds(&MemoryRound::transact),
+            milliseconds(&MemoryRound::replay), byHand > 0 ? fmt::format("{:.0f}", byHand) : "-",
+            Ratio(Middle(all, [](const MemoryRound& round) { return round.transact / round.replay; })),
+            byHand > 0 ? Ratio(Middle(all, [](const MemoryRound& round) { return round.replay / round.hand; })) : "-");
         std::fflush(stdout);
     }
 }

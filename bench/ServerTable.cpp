@@ -125,7 +125,7 @@ private:
     std::string connectionString_;
 };
 
-struct Round {
+struct ServerRound {
     Time transact;
     Time direct;
     Time prepared;
@@ -141,9 +141,9 @@ Time Replay(const Import& import, std::size_t rows, const std::string& server, s
     });
 }
 
-Round RunRound(const Import& import, std::size_t rows, const std::string& request, const std::string& server,
-               std::vector<Utf16Text>& texts) {
-    Round round;
+ServerRound RunRound(const Import& import, std::size_t rows, const std::string& request, const std::string& server,
+                     std::vector<Utf16Text>& texts) {
+    ServerRound round;
     {
         const ServerAccount account(server, import.account(rows));
         round.transact =
@@ -168,21 +168,21 @@ void PrintServerTable(std::size_t rows, int rounds, const std::string& server) {
         for (const std::string& statement : RecordStatements(import, rows, request)) {
             texts.push_back(refhost::odbc::ToUtf16(statement));
         }
-        std::vector<Round> all;
+        std::vector<ServerRound> all;
         for (int round = 0; round < rounds; ++round) {
             all.push_back(RunRound(import, rows, request, server, texts));
         }
-        const auto milliseconds = [&](Time Round::*run, double Time::*clock) {
-            return Middle(all, [&](const Round& round) { return round.*run.*clock * 1000; });
+        const auto milliseconds = [&](Time ServerRound::*run, double Time::*clock) {
+            return Middle(all, [&](const ServerRound& round) { return round.*run.*clock * 1000; });
         };
         const auto ratio = [&](double Time::*clock) {
-            return Middle(all, [&](const Round& round) { return round.transact.*clock / round.direct.*clock; });
+            return Middle(all, [&](const ServerRound& round) { return round.transact.*clock / round.direct.*clock; });
         };
         fmt::print("| {} | {} | {:.0f} | {:.0f} | {} | {:.2f} | {:.0f} | {:.0f} | {:.2f} |\n", import.name, rows,
-                   milliseconds(&Round::transact, &Time::wall), milliseconds(&Round::direct, &Time::wall),
-                   server.empty() ? "-" : fmt::format("{:.0f}", milliseconds(&Round::prepared, &Time::wall)),
-                   ratio(&Time::wall), milliseconds(&Round::transact, &Time::processor),
-                   milliseconds(&Round::direct, &Time::processor), ratio(&Time::processor));
+                   milliseconds(&ServerRound::transact, &Time::wall), milliseconds(&ServerRound::direct, &Time::wall),
+                   server.empty() ? "-" : fmt::format("{:.0f}", milliseconds(&ServerRound::prepared, &Time::wall)),
+                   ratio(&Time::wall), milliseconds(&ServerRound::transact, &Time::processor),
+                   milliseconds(&ServerRound::direct, &Time::processor), ratio(&Time::processor));
         std::fflush(stdout);
     }
 }

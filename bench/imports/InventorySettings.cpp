@@ -2,6 +2,7 @@
 #include "bench/imports/RawStatements.h"
 
 namespace bench {
+namespace inventory_settings {
 namespace {
 
 std::string Item(std::size_t row) { return "I" + std::to_string(row); }
@@ -43,7 +44,11 @@ void AddHandWritten(RawStatements& raw, std::size_t row) {
 }
 
 } // namespace
+} // namespace inventory_settings
 
-Import InventorySettings() { return {"inventory settings", "ClsInvSubject", Account, Request, AddHandWritten}; }
+Import InventorySettings() {
+    using namespace inventory_settings;
+    return {"inventory settings", "ClsInvSubject", Account, Request, AddHandWritten};
+}
 
 } // namespace bench

@@ -2,6 +2,7 @@
 #include "bench/imports/RawStatements.h"
 
 namespace bench {
+namespace opening_balances {
 namespace {
 
 std::string Item(std::size_t row) { return "I" + std::to_string(row); }
@@ -52,7 +53,11 @@ void AddHandWritten(RawStatements& raw, std::size_t row) {
 }
 
 } // namespace
+} // namespace opening_balances
 
-Import OpeningBalances() { return {"opening balances", "ClsKovra", Account, Request, AddHandWritten}; }
+Import OpeningBalances() {
+    using namespace opening_balances;
+    return {"opening balances", "ClsKovra", Account, Request, AddHandWritten};
+}
 
 } // namespace bench

@@ -2,6 +2,7 @@
 #include "bench/imports/RawStatements.h"
 
 namespace bench {
+namespace opposite_settings {
 namespace {
 
 /// Rows share out among this many categories.
@@ -88,10 +89,15 @@ void AddStandardCostHandWritten(RawStatements& raw, std::size_t row) {
 }
 
 } // namespace
+} // namespace opposite_settings
 
-Import OppositeSettings() { return {"opposite settings", "ClsOppSubject", Account, PlainRequest, AddPlainHandWritten}; }
+Import OppositeSettings() {
+    using namespace opposite_settings;
+    return {"opposite settings", "ClsOppSubject", Account, PlainRequest, AddPlainHandWritten};
+}
 
 Import StandardCostSettings() {
+    using namespace opposite_settings;
     return {"standard-cost settings", "ClsOppSubjectST", Account, StandardCostRequest, AddStandardCostHandWritten};
 }
 

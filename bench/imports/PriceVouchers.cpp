@@ -1,6 +1,7 @@
 #include "bench/imports/Import.h"
 
 namespace bench {
+namespace price_vouchers {
 namespace {
 
 std::string Item(std::size_t row) { return "I" + std::to_string(row); }
@@ -37,7 +38,11 @@ std::string Request(std::size_t rows) {
 }
 
 } // namespace
+} // namespace price_vouchers
 
-Import PriceVouchers() { return {"price vouchers", "ClsPriceJustVou", Account, Request}; }
+Import PriceVouchers() {
+    using namespace price_vouchers;
+    return {"price vouchers", "ClsPriceJustVou", Account, Request};
+}
 
 } // namespace bench

@@ -1,6 +1,7 @@
 #include "bench/imports/Import.h"
 
 namespace bench {
+namespace provisions {
 namespace {
 
 constexpr std::size_t entriesEach = 3;
@@ -28,7 +29,11 @@ std::string Request(std::size_t rows) {
 }
 
 } // namespace
+} // namespace provisions
 
-Import Provisions() { return {"provisions", "ClsKovraProof", Account, Request}; }
+Import Provisions() {
+    using namespace provisions;
+    return {"provisions", "ClsKovraProof", Account, Request};
+}
 
 } // namespace bench

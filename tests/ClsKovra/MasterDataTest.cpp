@@ -1,6 +1,7 @@
 #include "tests/ClsKovra/Lookups.h"
 #include "tests/ClsKovra/OpeningTest.h"
 
+namespace master_data {
 namespace {
 
 namespace lookup = test::lookup;
@@ -281,3 +282,4 @@ TEST_F(MasterDataTest, GivesTheFirstOfTwoFailures) {
 }
 
 } // namespace
+} // namespace master_data

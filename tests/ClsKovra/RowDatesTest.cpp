@@ -1,6 +1,7 @@
 #include "tests/ClsKovra/Lookups.h"
 #include "tests/ClsKovra/OpeningTest.h"
 
+namespace row_dates {
 namespace {
 
 namespace lookup = test::lookup;
@@ -196,3 +197,4 @@ TEST_F(RowDatesTest, ANullFlagRefusesTheRowWithoutAMessage) {
 }
 
 } // namespace
+} // namespace row_dates

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+namespace query_reentry {
 namespace {
 
 using test::HostOperation;
@@ -67,3 +68,4 @@ TEST(QueryReentry, BothQueriesGetTheirAnswersWhereverTheInnerOneComes) {
 }
 
 } // namespace
+} // namespace query_reentry

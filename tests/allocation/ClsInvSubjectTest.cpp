@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace inventory_settings_allocation {
 namespace {
 
 using test::FailEveryAllocation;
@@ -43,3 +44,4 @@ TEST(InventorySettingsAllocation, Add) {
 }
 
 } // namespace
+} // namespace inventory_settings_allocation

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace provisions_allocation {
 namespace {
 
 using test::FailEveryAllocation;
@@ -33,3 +34,4 @@ TEST(ProvisionsAllocation, Edit) {
 }
 
 } // namespace
+} // namespace provisions_allocation

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace opening_balances_allocation {
 namespace {
 
 using test::FailEveryAllocation;
@@ -50,3 +51,4 @@ TEST(OpeningBalancesAllocation, Add) {
 }
 
 } // namespace
+} // namespace opening_balances_allocation

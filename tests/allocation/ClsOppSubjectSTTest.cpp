@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace standard_cost_settings_allocation {
 namespace {
 
 using test::FailEveryAllocation;
@@ -45,3 +46,4 @@ TEST(StandardCostSettingsAllocation, Add) {
 }
 
 } // namespace
+} // namespace standard_cost_settings_allocation

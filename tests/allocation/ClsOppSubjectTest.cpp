@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace opposite_settings_allocation {
 namespace {
 
 using test::FailEveryAllocation;
@@ -47,3 +48,4 @@ TEST(OppositeSettingsAllocation, Edit) {
 }
 
 } // namespace
+} // namespace opposite_settings_allocation

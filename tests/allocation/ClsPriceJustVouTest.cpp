@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace price_adjustments_allocation {
 namespace {
 
 using test::FailEveryAllocation;
@@ -55,3 +56,4 @@ TEST(PriceAdjustmentsAllocation, Add) {
 }
 
 } // namespace
+} // namespace price_adjustments_allocation

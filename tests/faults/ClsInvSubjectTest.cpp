@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace inventory_settings_faults {
 namespace {
 
 using test::CheckedCode;
@@ -164,3 +165,4 @@ TEST(InventorySettingsFaults, Empty) {
 }
 
 } // namespace
+} // namespace inventory_settings_faults

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+namespace provisions_faults {
 namespace {
 
 using test::DisturbEveryOperation;
@@ -70,3 +71,4 @@ TEST(ProvisionsFaults, Add) { DisturbEveryOperationOf("ADD"); }
 TEST(ProvisionsFaults, Edit) { DisturbEveryOperationOf("EDIT"); }
 
 } // namespace
+} // namespace provisions_faults

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+namespace opening_balances_faults {
 namespace {
 
 using test::CallMarks;
@@ -151,3 +152,4 @@ TEST(OpeningBalancesFaults, InvCodeIsTorF) {
 }
 
 } // namespace
+} // namespace opening_balances_faults

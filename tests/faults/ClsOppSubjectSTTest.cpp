@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+namespace standard_cost_settings_faults {
 namespace {
 
 using test::CheckedCode;
@@ -172,3 +173,4 @@ TEST(StandardCostSettingsFaults, Empty) {
 }
 
 } // namespace
+} // namespace standard_cost_settings_faults

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace opposite_settings_faults {
 namespace {
 
 using test::CheckedCode;
@@ -145,3 +146,4 @@ TEST(OppositeSettingsFaults, Empty) {
 }
 
 } // namespace
+} // namespace opposite_settings_faults

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+namespace price_adjustments_faults {
 namespace {
 
 using test::CallMarks;
@@ -146,3 +147,4 @@ TEST(PriceAdjustmentsFaults, GetStartEndDate) {
 }
 
 } // namespace
+} // namespace price_adjustments_faults

@@ -29,10 +29,10 @@ std::string OtherLogin(std::string xml) {
     return xml;
 }
 
-/// The runs of one call.
-class Runs {
+/// The runs of one call, which is entered again at its operations.
+class Reentries {
 public:
-    explicit Runs(const PlayedCall& call)
+    explicit Reentries(const PlayedCall& call)
         : call_(call), account_(call), otherLogin_(OtherLogin(account_.LoginXml()), otherEnvironment_) {}
 
     void All() {
@@ -98,6 +98,6 @@ private:
 
 } // namespace
 
-void ReenterAtEveryOperation(const PlayedCall& call) { Runs(call).All(); }
+void ReenterAtEveryOperation(const PlayedCall& call) { Reentries(call).All(); }
 
 } // namespace test

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+namespace stock_query_faults {
 namespace {
 
 using test::CallMarks;
@@ -125,3 +126,4 @@ TEST(StockQueryFaults, QueryProc) {
 }
 
 } // namespace
+} // namespace stock_query_faults

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+namespace refused_rows {
 namespace {
 
 using importing::Cell;
@@ -204,3 +205,4 @@ TEST_F(RefusedRows, ThatCannotBeWrittenAreAnError) {
 }
 
 } // namespace
+} // namespace refused_rows

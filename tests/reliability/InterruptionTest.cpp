@@ -13,7 +13,7 @@
 namespace test {
 namespace {
 
-constexpr int count = 300;
+constexpr int planned = 300;
 /// Bytes of the trace that are out when the signal is sent: some rows of many.
 constexpr std::size_t written = 24'000;
 
@@ -21,7 +21,7 @@ class Interruption : public testing::TestWithParam<NumberedImport> {
 protected:
     Interruption() {
         WriteBytes(account_.folder() / "login.xml", account_.LoginXml());
-        WriteBytes(account_.folder() / "request.xml", RequestOf(GetParam(), 0, count));
+        WriteBytes(account_.folder() / "request.xml", RequestOf(GetParam(), 0, planned));
     }
 
     /// Runs the import and sends it `signal` when it is in the middle.
@@ -35,7 +35,7 @@ protected:
         return program.Wait();
     }
 
-    const NumberedAccount account_{count};
+    const NumberedAccount account_{planned};
 };
 
 class RowByRow : public Interruption {};
@@ -47,7 +47,7 @@ TEST_P(RowByRow, KeepsTheRowsThatWereDone) {
     EXPECT_EQ(ended.status, 130);
     const int done = WholeNumbers(GetParam(), account_);
     EXPECT_GT(done, 0);
-    EXPECT_LT(done, count);
+    EXPECT_LT(done, planned);
     EXPECT_EQ(ended.output, AcceptedResult(GetParam(), 0, done) + "\n");
     EXPECT_NE(ended.error.find("Interrupted after " + std::to_string(done) + " "), std::string::npos) << ended.error;
     const std::string journal = ReadBytes(account_.folder() / "journal");

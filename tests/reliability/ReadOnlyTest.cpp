@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int count = 3;
+constexpr int numbers = 3;
 
 /// Goes on as somebody who owns nothing, where this process may do that; root may write everything.
 void BecomeNobody() {
@@ -38,15 +38,15 @@ protected:
     /// Imports under the permissions; nothing is accepted, and everything goes well without them afterwards.
     void ExpectRefusal(fs::perms folder, fs::perms files) {
         const NumberedImport& import = GetParam();
-        const NumberedAccount account(count);
+        const NumberedAccount account(numbers);
         const std::string before = ReadBytes(account.file());
         Protect(account, folder, files);
-        const std::string result = TransactApart(import, account, RequestOf(import, 0, count), BecomeNobody);
+        const std::string result = TransactApart(import, account, RequestOf(import, 0, numbers), BecomeNobody);
         EXPECT_NE(result, "");
-        EXPECT_EQ(AcceptedNumbers(import, result, count), 0) << result;
+        EXPECT_EQ(AcceptedNumbers(import, result, numbers), 0) << result;
         Protect(account, writable | enterable, writable);
         EXPECT_TRUE(ReadBytes(account.file()) == before) << "the file changed";
-        ExpectCanGoOn(import, account, 0, count);
+        ExpectCanGoOn(import, account, 0, numbers);
     }
 };
 
