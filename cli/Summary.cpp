@@ -103,10 +103,10 @@ private:
             Say(Tone::caution, std::string(texts_.interruptedWhole));
         } else if (context_.interrupted) {
             const bool before = log_.begun == 0;
-            Say(Tone::caution, log_.stopped
-                                   ? (before ? std::string(texts_.interruptedBefore)
-                                             : Fill(texts_.interrupted, Count(log_.begun, noun_), Count(rows, noun_)))
-                                   : std::string(texts_.interruptedAfter));
+            Say(Tone::caution, log_.stopped ? (before ? std::string(texts_.interruptedBefore)
+                                                      : Fill(texts_.interrupted, Grouped(log_.begun),
+                                                             Count(rows, noun_), Count(log_.begun, noun_)))
+                                            : std::string(texts_.interruptedAfter));
         }
     }
 

@@ -25,8 +25,16 @@ namespace {
 
 std::atomic<bool> interrupted = false;
 
-/// The second one meets the system's own manner.
-BOOL WINAPI NoteInterruption(DWORD) { return interrupted.exchange(true) ? FALSE : TRUE; }
+BOOL WINAPI NoteInterruption(DWORD event) {
+    const bool again = interrupted.exchange(true);
+    if (event == CTRL_CLOSE_EVENT) {
+        // A process whose console is closed is ended when this returns, and some seconds later in any case: until then
+        // the import may come to its end.
+        Sleep(INFINITE);
+    }
+    // The second one meets the system's own manner.
+    return again ? FALSE : TRUE;
+}
 
 HANDLE HandleOf(Stream stream) noexcept {
     switch (stream) {

@@ -174,7 +174,7 @@ struct SummaryTexts {
     /// `{0}` the operation.
     std::string_view emptied;
     std::string_view undone;
-    /// `{0}` how many were done, `{1}` of how many.
+    /// `{0}` how many were done, the number alone; `{1}` of how many; `{2}` how many were done, with their noun.
     std::string_view interrupted;
     std::string_view interruptedBefore;
     std::string_view interruptedAfter;

@@ -1,4 +1,5 @@
-// Ctrl-C on kovra.exe's console: the program ends after the row at hand and says what was done.
+// Ctrl-C, Ctrl-Break and the closing of kovra.exe's console: the program ends after the row at hand, or takes all of it
+// back, and says what was done.
 #include "tests/support/TestAccount.h"
 #include "tests/support/com/OwnConsole.h"
 #include "tests/support/com/RunProgram.h"
@@ -7,6 +8,7 @@
 #include <array>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -42,79 +44,172 @@ private:
 };
 
 constexpr int count = 300;
+/// Bytes of the trace that are out when the program is interrupted: some rows of many.
+constexpr DWORD written = 24'000;
 
-std::string Code(int number) { return "W" + std::to_string(1000 + number); }
+std::string Number(int number) { return std::to_string(1000 + number); }
+
+/// An SQL list of what `values` makes of each number.
+std::string List(std::string (*values)(const std::string& number)) {
+    std::string list;
+    for (int number = 0; number < count; ++number) {
+        list.append(number == 0 ? "" : ", ").append(values(Number(number)));
+    }
+    return list;
+}
+
+/// What a program is told by its console.
+struct Event {
+    const char* name;
+    DWORD code;
+};
 
 class Interruption : public testing::Test {
 protected:
-    Interruption() {
-        std::string setup = "insert into code (ccode, iyear, bend) values ('1405', 2023, 1)\nGO\n"
-                            "insert into Warehouse (cWhCode, cWhName) values ";
-        std::string request = "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\">";
-        for (int number = 0; number < count; ++number) {
-            setup += (number == 0 ? "('" : ", ('") + Code(number) + "', 'x')";
-            request += "<row><cWhCode>" + Code(number) + "</cWhCode><cInvHead>1405</cInvHead></row>";
-        }
-        account_.Run(setup);
-        Write("request.xml", request + "</qxinterface>");
-        Write("login.xml", account_.LoginXml());
-        // This process shares the console, and goes on.
-        SetConsoleCtrlHandler(GoOn, TRUE);
-    }
+    // This process shares the console, and goes on.
+    Interruption() { SetConsoleCtrlHandler(GoOn, TRUE); }
     ~Interruption() override { SetConsoleCtrlHandler(GoOn, FALSE); }
 
-    const test::TestAccount& account() const { return account_; }
+    void SetUp() override {
+        if (!console_.IsThere()) {
+            GTEST_SKIP() << "this system gives no console";
+        }
+    }
+
+    /// Runs a request of the elements `rows`, and tells the program of `event` when it is in the middle.
+    void Interrupt(DWORD event, const test::TestAccount& account, const std::wstring& className,
+                   const std::string& rows) {
+        Write(account, "request.xml",
+              "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\">" + rows + "</qxinterface>");
+        Write(account, "login.xml", account.LoginXml());
+        const std::wstring pipe = L"\\\\.\\pipe\\kovra-test-" + std::to_wstring(GetCurrentProcessId());
+        TracePipe trace(pipe);
+        const test::RunningProgram program(
+            account.folder(), L"transact --class " + className +
+                                  L" --login login.xml --journal journal.jsonl --trace " + pipe + L" request.xml");
+        trace.AwaitTheProgram();
+        for (DWORD read = 0; read < written;) {
+            const DWORD more = trace.Read();
+            ASSERT_NE(more, 0U);
+            read += more;
+        }
+        const HANDLE thread = Tell(program.process(), event);
+        // The rest comes slowly, until the program has noticed.
+        while (trace.Read() != 0) {
+            Sleep(10);
+        }
+        run = program.Wait();
+        journal = test::ReadText(account.folder() / "journal.jsonl");
+        if (thread) {
+            EXPECT_TRUE(GetExitCodeThread(thread, &handlersEnd));
+            CloseHandle(thread);
+        }
+    }
+
+    test::ProgramRun run;
+    std::string journal;
+    /// With what the thread ended that told the program: 1 by itself, else with the program's own exit status.
+    DWORD handlersEnd = 1;
 
 private:
     static BOOL WINAPI GoOn(DWORD) { return TRUE; }
 
-    void Write(const char* name, const std::string& text) const {
-        std::ofstream(account_.folder() / name, std::ios::binary) << text;
+    static void Write(const test::TestAccount& account, const char* name, const std::string& text) {
+        std::ofstream(account.folder() / name, std::ios::binary) << text;
     }
 
-    test::TestAccount account_;
+    /// Tells it as the system does: by a thread that runs in the program. Ctrl-C comes from the console itself; Wine's
+    /// console knows no other event that a program could note. @return the thread; nullptr for the console's
+    static HANDLE Tell(void* process, DWORD event) {
+        if (event == CTRL_C_EVENT) {
+            EXPECT_TRUE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0));
+            return nullptr;
+        }
+        const auto routine = reinterpret_cast<LPTHREAD_START_ROUTINE>(
+            reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "CtrlRoutine")));
+        const HANDLE thread = CreateRemoteThread(process, nullptr, 0, routine,
+                                                 reinterpret_cast<void*>(static_cast<ULONG_PTR>(event)), 0, nullptr);
+        EXPECT_NE(thread, nullptr);
+        return thread;
+    }
+
+    const test::OwnConsole console_{936};
 };
 
-TEST_F(Interruption, KeepsTheRowsThatWereDone) {
-    const test::OwnConsole console(936);
-    if (!console.IsThere()) {
-        GTEST_SKIP() << "this system gives no console";
+class Row : public Interruption, public testing::WithParamInterface<Event> {
+protected:
+    Row() {
+        account.Run("insert into code (ccode, iyear, bend) values ('1405', 2023, 1)\nGO\n"
+                    "insert into Warehouse (cWhCode, cWhName) values " +
+                    List([](const std::string& number) { return "('W" + number + "', 'x')"; }));
     }
-    const std::wstring pipe = L"\\\\.\\pipe\\kovra-test-" + std::to_wstring(GetCurrentProcessId());
-    TracePipe trace(pipe);
-    const test::RunningProgram program(account().folder(),
-                                       L"transact --class ClsInvSubject --login login.xml --journal journal.jsonl "
-                                       L"--trace " +
-                                           pipe + L" request.xml");
-    trace.AwaitTheProgram();
-    // Some rows of many are written; then the rest comes slowly, until the program has noticed.
-    for (DWORD read = 0; read < 24'000;) {
-        const DWORD more = trace.Read();
-        ASSERT_NE(more, 0U);
-        read += more;
+
+    void Interrupt(DWORD event) {
+        std::string rows;
+        for (int number = 0; number < count; ++number) {
+            rows += "<row><cWhCode>W" + Number(number) + "</cWhCode><cInvHead>1405</cInvHead></row>";
+        }
+        Interruption::Interrupt(event, account, L"ClsInvSubject", rows);
     }
-    ASSERT_TRUE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0));
-    while (trace.Read() != 0) {
-        Sleep(10);
-    }
-    const test::ProgramRun run = program.Wait();
+
+    int Written() const { return static_cast<int>(account.Rows("select cWhCode from IA_HeadSet").size()); }
+
+    const test::TestAccount account;
+};
+
+TEST_P(Row, IsDoneAndThoseBeforeItAreKept) {
+    Interrupt(GetParam().code);
     EXPECT_EQ(run.status, 130U) << run.error;
-    const auto done = static_cast<int>(account().Rows("select cWhCode from IA_HeadSet").size());
+    const int done = Written();
     EXPECT_GT(done, 0);
     EXPECT_LT(done, count);
     std::string expected = "<qxinterface docid=\"D\" proc=\"ADD\">";
     for (int number = 0; number < done; ++number) {
-        expected += "<item key=\"仓库编码：" + Code(number) + "， ， \" code=\"0\" dsc=\"ok\"/>";
+        expected += "<item key=\"仓库编码：W" + Number(number) + "， ， \" code=\"0\" dsc=\"ok\"/>";
     }
     EXPECT_EQ(run.output, expected + "</qxinterface>\n");
     EXPECT_NE(run.error.find("Interrupted after " + std::to_string(done) +
-                             " rows of 300 rows. What was accepted stays; send "
-                             "the rest in a new request.\n"),
+                             " of 300 rows. What was accepted stays; send the rest in a new request.\n"),
               std::string::npos)
         << run.error;
-    const std::string journal = test::ReadText(account().folder() / "journal.jsonl");
     EXPECT_EQ(std::ranges::count(journal, '\n'), done + 2);
     EXPECT_TRUE(journal.ends_with("\n{\"end\":\"interrupted\"}\n")) << journal;
+    // The system ends a program whose console is closed when its handler returns: not before the program has.
+    if (GetParam().code == CTRL_CLOSE_EVENT) {
+        EXPECT_EQ(handlersEnd, run.status);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Events, Row,
+                         testing::Values(Event{"CtrlC", CTRL_C_EVENT}, Event{"CtrlBreak", CTRL_BREAK_EVENT},
+                                         Event{"Close", CTRL_CLOSE_EVENT}),
+                         [](const auto& parameter) { return parameter.param.name; });
+
+class Voucher : public Interruption {};
+
+TEST_F(Voucher, IsTakenBackWhenTheConsoleIsClosed) {
+    const test::TestAccount account(test::AccountContent::demo);
+    account.Run("insert into inventory (cInvCode, cInvName, cInvCCode, cValueType, iInvRCost, bService, bInvType, "
+                "bPTOModel) values " +
+                List([](const std::string& number) {
+                    return "('N" + number + "', N'存货', '0103', N'计划价法', 25, 0, 0, 0)";
+                }) +
+                "\nGO\ninsert into InvCheckFreeIA870 (cInvCode, fInvRCost) values " +
+                List([](const std::string& number) { return "('N" + number + "', 25)"; }));
+    std::string entries;
+    for (int number = 0; number < count; ++number) {
+        entries += "<entry><cInvCode>N" + Number(number) + "</cInvCode><iCJVACost>26.5</iCJVACost></entry>";
+    }
+    Interrupt(CTRL_CLOSE_EVENT, account, L"ClsPriceJustVou",
+              "<row><header><ID>TJ1</ID><cMaker>李工</cMaker><dCJVDate>2024-01-15</dCJVDate></header><body>" + entries +
+                  "</body></row>");
+    EXPECT_EQ(run.status, 130U) << run.error;
+    EXPECT_EQ(handlersEnd, run.status);
+    EXPECT_NE(run.output.find("dsc=\"出现用户中断\""), std::string::npos) << run.output;
+    EXPECT_NE(run.error.find("Everything was rolled back: nothing was imported.\n"), std::string::npos) << run.error;
+    EXPECT_TRUE(journal.ends_with("\n{\"end\":\"undone\"}\n")) << journal;
+    EXPECT_EQ(account.Rows("select ID from CostJustVouch"), std::vector<std::string>());
+    EXPECT_EQ(account.Rows("select AutoID from CostJustVouchs"), std::vector<std::string>());
 }
 
 } // namespace

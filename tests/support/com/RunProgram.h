@@ -25,6 +25,7 @@ public:
 
     /// Waits for its end. @return its exit status
     unsigned long Wait() const;
+    void* process() const noexcept { return process_; }
 
 private:
     void* process_ = nullptr;
@@ -37,6 +38,7 @@ public:
     RunningProgram(const std::filesystem::path& folder, const std::wstring& arguments);
 
     ProgramRun Wait() const;
+    void* process() const noexcept { return command_.process(); }
 
 private:
     std::filesystem::path folder_;
