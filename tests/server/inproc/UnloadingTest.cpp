@@ -1,5 +1,6 @@
 // What the libraries leave behind in a process that unloads them.
 #include "server/com/DispatchObject.h"
+#include "tests/support/TestAccount.h"
 #include "tests/support/com/ExpectError.h"
 #include "tests/support/com/UsedBytes.h"
 
@@ -33,7 +34,8 @@ bool CanUnload(HMODULE library) { return Export<HRESULT STDAPICALLTYPE()>(librar
 /// Bytes that stay behind each time that the library NAME.dll is loaded, used and unloaded.
 template <class Use> std::int64_t LeftPerLoad(const std::wstring& name, const Use& use) {
     // A copy, since other tests have used the library itself.
-    const std::wstring copy = name + L"Copy.dll";
+    const test::TemporaryFolder folder;
+    const std::wstring copy = (folder.path() / (name + L".dll")).wstring();
     EXPECT_TRUE(CopyFileW((name + L".dll").c_str(), copy.c_str(), FALSE));
     const auto loadAndUnload = [&] {
         const HMODULE library = LoadLibraryW(copy.c_str());
