@@ -2,7 +2,6 @@
 
 #include "server/com/Platform.h"
 
-#include <string>
 #include <string_view>
 
 #include <tlhelp32.h>
@@ -20,7 +19,8 @@ WinesSurrogate::WinesSurrogate() {
     if (GetSystemDirectoryW(system, MAX_PATH) == 0 || GetSystemWow64DirectoryW(folder, MAX_PATH) == 0)
         return;
     CreateDirectoryW(folder, nullptr);
-    CopyFileW((std::wstring(system) + L"\\" + name).c_str(), (std::wstring(folder) + L"\\" + name).c_str(), TRUE);
+    file_ = std::wstring(folder) + L"\\" + name;
+    CopyFileW((std::wstring(system) + L"\\" + name).c_str(), file_.c_str(), TRUE);
 }
 
 WinesSurrogate::~WinesSurrogate() {
@@ -35,6 +35,12 @@ WinesSurrogate::~WinesSurrogate() {
         }
     }
     CloseHandle(processes);
+}
+
+bool WinesSurrogate::IsOfThisSize() const {
+    DWORD type = 0;
+    return file_.empty() ||
+           (GetBinaryTypeW(file_.c_str(), &type) && type == (sizeof(void*) == 8 ? SCS_64BIT_BINARY : SCS_32BIT_BINARY));
 }
 
 } // namespace test
