@@ -18,8 +18,8 @@ using server::VariantHolder;
 
 constexpr const wchar_t* withoutCompanion[] = {L"Kovra.ClsInvSubject", L"Kovra.ClsOppSubject", L"Kovra.ClsOppSubjectST",
                                                L"Kovra.ClsKovra", L"Kovra.ClsKovraProof"};
-constexpr std::string_view objectNotSet = "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>";
-constexpr std::string_view typeMismatch = "<error code=\"13\" dsc=\"类型不匹配\"/>";
+constexpr std::string_view error91Result = "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>";
+constexpr std::string_view error13Result = "<error code=\"13\" dsc=\"类型不匹配\"/>";
 
 class ClientTest : public test::ServerTest {
 protected:
@@ -37,16 +37,16 @@ TEST_F(ClientTest, LoginThatIsNothingGivesAnErrorResult) {
     for (const wchar_t* progId : withoutCompanion) {
         const VariantHolder result = Make(progId).Call(L"Transact", VariantHolder(std::string("<a/>")), Nothing());
         EXPECT_EQ(V_VT(&result.Get()), VT_BSTR);
-        EXPECT_EQ(server::ToText(result.Get()), objectNotSet) << server::ToUtf8(progId);
+        EXPECT_EQ(server::ToText(result.Get()), error91Result) << server::ToUtf8(progId);
     }
 }
 
 TEST_F(ClientTest, ArgumentsOfAnotherTypeGiveAnErrorResult) {
     const DispatchObject object = Make(L"Kovra.ClsInvSubject");
     const VariantHolder text(std::string("text"));
-    EXPECT_EQ(server::ToText(object.Call(L"Transact", text, text).Get()), typeMismatch);
+    EXPECT_EQ(server::ToText(object.Call(L"Transact", text, text).Get()), error13Result);
     const VariantHolder instead(object.object().Get());
-    EXPECT_EQ(server::ToText(object.Call(L"Transact", instead, Nothing()).Get()), typeMismatch);
+    EXPECT_EQ(server::ToText(object.Call(L"Transact", instead, Nothing()).Get()), error13Result);
 }
 
 TEST_F(ClientTest, LoginWithoutMembersGivesAnErrorResult) {
@@ -65,12 +65,12 @@ TEST_F(ClientTest, TakesArgumentsByReferenceAndInVariants) {
     VariantHolder login = Nothing();
     EXPECT_EQ(server::ToText(
                   object.Call(L"transact", VariantHolder::ByReference(text), VariantHolder::ByReference(login)).Get()),
-              objectNotSet);
+              error91Result);
     EXPECT_EQ(
         server::ToText(
             object.Call(L"TRANSACT", VariantHolder::VariantReference(text), VariantHolder::VariantReference(login))
                 .Get()),
-        objectNotSet);
+        error91Result);
 }
 
 TEST_F(ClientTest, EarlyBoundCallsGiveTheSame) {
@@ -79,7 +79,7 @@ TEST_F(ClientTest, EarlyBoundCallsGiveTheSame) {
     IDispatch* login = nullptr;
     VariantHolder result;
     ASSERT_EQ(object->Transact(request.Get(), &login, result.Put()), S_OK);
-    EXPECT_EQ(server::ToText(result.Get()), objectNotSet);
+    EXPECT_EQ(server::ToText(result.Get()), error91Result);
     EXPECT_EQ(object->Transact(request.Get(), nullptr, result.Put()), S_OK);
     EXPECT_EQ(object->Transact(request.Get(), &login, nullptr), E_POINTER);
 }
@@ -133,7 +133,7 @@ TEST_F(ClientTest, TenThousandCallsLeaveNothingBehind) {
     for (int i = 0; i < 10'000; ++i) {
         const DispatchObject object = Make(L"Kovra.ClsKovra");
         ASSERT_EQ(server::ToText(object.Call(L"Transact", VariantHolder(std::string("<a/>")), Nothing()).Get()),
-                  objectNotSet);
+                  error91Result);
     }
     EXPECT_EQ(CanUnload(), S_OK);
 }

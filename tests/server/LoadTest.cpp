@@ -17,7 +17,7 @@ namespace {
 using server::DispatchObject;
 using server::VariantHolder;
 
-constexpr const wchar_t* settings = L"Kovra.ClsInvSubject";
+constexpr const wchar_t* importClass = L"Kovra.ClsInvSubject";
 
 /// What this process holds: bytes of memory that are its own, and handles.
 struct Holding {
@@ -137,7 +137,7 @@ TEST_F(Load, ManyCallsLeaveNothingBehind) {
         test::Login("<login QxDbName=\"Provider=KovraAccount;Data Source=:memory:\" cIYear=\"2023\"/>");
     const VariantHolder request(Settings("ADD", 1));
     ExpectNoGrowth(10'000, [&] {
-        ASSERT_EQ(test::Transact(settings, request, login),
+        ASSERT_EQ(test::Transact(importClass, request, login),
                   "<error code=\"-2147217865\" dsc=\"Invalid object name 'GL_mend'.\"/>");
     });
 }
@@ -145,10 +145,10 @@ TEST_F(Load, ManyCallsLeaveNothingBehind) {
 TEST_F(Load, ManyImportsLeaveNothingBehind) {
     const DispatchObject login = test::Login(account_.LoginXml());
     const VariantHolder edit(Settings("EDIT", warehouses));
-    test::Transact(settings, VariantHolder(Settings("ADD", warehouses)), login);
+    test::Transact(importClass, VariantHolder(Settings("ADD", warehouses)), login);
     ASSERT_EQ(account_.Rows("SELECT cWhCode FROM IA_HeadSet").size(), static_cast<std::size_t>(warehouses));
-    const std::string expected = test::Transact(settings, edit, login);
-    ExpectNoGrowth(1'000, [&] { ASSERT_EQ(test::Transact(settings, edit, login), expected); });
+    const std::string expected = test::Transact(importClass, edit, login);
+    ExpectNoGrowth(1'000, [&] { ASSERT_EQ(test::Transact(importClass, edit, login), expected); });
 }
 
 TEST_F(Load, TwoApartmentsImportAtOnceEachWithItsOwnHelper) {
@@ -166,7 +166,7 @@ TEST_F(Load, TwoApartmentsImportAtOnceEachWithItsOwnHelper) {
         replaced = &counted;
         for (int i = 0; i < imports; ++i) {
             const std::string result =
-                test::Transact(settings, VariantHolder(Settings(i == 0 ? "ADD" : "EDIT", warehouses)), login);
+                test::Transact(importClass, VariantHolder(Settings(i == 0 ? "ADD" : "EDIT", warehouses)), login);
             EXPECT_NE(result.find("dsc=\"ok\""), std::string::npos) << result;
         }
         EXPECT_EQ(helpers, 1);
@@ -195,7 +195,7 @@ TEST_F(Load, HelpersEndWithTheirApartmentAndAreMadeAnewInTheNext) {
                                               }}});
                 });
                 for (int call = 0; call < 2; ++call)
-                    EXPECT_EQ(test::Transact(settings, VariantHolder(std::string("<a/>")), DispatchObject()),
+                    EXPECT_EQ(test::Transact(importClass, VariantHolder(std::string("<a/>")), DispatchObject()),
                               "made by the helper");
             }
             EXPECT_EQ(made, i);
@@ -225,10 +225,10 @@ TEST_F(Load, ThreadsLeaveNothingBehind) {
         };
     };
     EXPECT_EQ(growth(inApartment([] {})), 0) << "nothing but an apartment";
-    EXPECT_EQ(growth(inApartment([] { DispatchObject::Create(settings); })), 0) << "an instance";
+    EXPECT_EQ(growth(inApartment([] { DispatchObject::Create(importClass); })), 0) << "an instance";
     EXPECT_EQ(growth(inApartment([] {
                   const VariantHolder nothing(static_cast<IDispatch*>(nullptr));
-                  const DispatchObject instance = DispatchObject::Create(settings);
+                  const DispatchObject instance = DispatchObject::Create(importClass);
                   instance.Call(L"Transact", VariantHolder(std::string("<a/>")), nothing);
               })),
               0)

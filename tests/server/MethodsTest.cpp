@@ -22,9 +22,9 @@ using server::VariantHolder;
 using server::XmlDocument;
 using test::ErrorDescription;
 using test::ExpectError;
+using test::objectNotSet;
+using test::typeMismatch;
 
-constexpr std::string_view objectNotSet = "对象变量或 With 块变量未设置";
-constexpr std::string_view typeMismatch = "类型不匹配";
 constexpr HRESULT error91 = static_cast<HRESULT>(0x800A005B);
 constexpr HRESULT error94 = static_cast<HRESULT>(0x800A005E);
 
