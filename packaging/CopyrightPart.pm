@@ -12,7 +12,7 @@ our @EXPORT_OK = qw(copyright_part);
 # paragraph by such a path, or a licence is named whose text is nowhere: then only the whole text tells all.
 sub copyright_part {
     my ($text, @files) = @_;
-    my ($head, @paragraphs) = split /\n\n+/, $text;
+    my ($head, @paragraphs) = split /\n\n+/, $text =~ s/\s+\z//r;
     $head =~ /^Format: .*copyright-format\/1\.0/ or return undef;
     $head =~ s/^Files-Excluded:.*\n(?:[ \t].*\n?)*//m;
     $head =~ s/\s+\z//;
