@@ -2,7 +2,6 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/SheetFindings.h"
-#include "import/encoding/Encoding.h"
 #include "import/request/BuildRequest.h"
 #include "import/writing/Files.h"
 #include "os/Files.h"
@@ -42,7 +41,7 @@ int RunRequest(const RequestArguments& arguments, Console& console) {
     if (!arguments.login.empty()) {
         codes = CodesOfAccount(arguments.login, spreadsheet.classFields());
     }
-    const importing::Sheet sheet = spreadsheet.Read(codes, importing::InCodePage936);
+    const importing::Sheet sheet = spreadsheet.Read(codes);
     const std::size_t taken = CountTaken(sheet);
     const std::size_t refused = sheet.rows.size() - taken;
     const bool usable = sheet.faults.empty() && !sheet.rows.empty();
