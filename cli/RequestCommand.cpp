@@ -5,7 +5,6 @@
 #include "import/request/BuildRequest.h"
 #include "import/writing/Files.h"
 #include "os/Files.h"
-#include "text/Json.h"
 
 #include <filesystem>
 
@@ -21,15 +20,17 @@ void WriteRequest(const std::string& path, const std::string& request) {
 }
 
 std::string RequestJson(const RequestArguments& arguments, const importing::Sheet& sheet, Language language) {
-    std::string json = "{\"file\":";
-    text::AppendJsonString(json, arguments.sheet.file);
-    json.append(",\"class\":");
-    text::AppendJsonString(json, sheet.classFields->className);
-    return json.append(",\"rows\":" + std::to_string(sheet.rows.size()))
-        .append(",\"taken\":" + std::to_string(CountTaken(sheet)))
-        .append(",\"hidden\":" + std::to_string(sheet.hiddenRows) + ",")
-        .append(FindingsJson(sheet, language))
-        .append("}\n");
+    std::string text;
+    text::JsonWriter json(text);
+    json.Open('{')
+        .Member("file", arguments.sheet.file)
+        .Member("class", sheet.classFields->className)
+        .Member("rows", sheet.rows.size())
+        .Member("taken", CountTaken(sheet))
+        .Member("hidden", sheet.hiddenRows);
+    WriteFindings(json, sheet, language);
+    json.Close('}');
+    return text + "\n";
 }
 
 } // namespace
