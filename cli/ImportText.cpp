@@ -130,8 +130,8 @@ public:
             .Member("operator", outcome_.login.operatorName)
             .Member("run", outcome_.committed ? "commit" : "test")
             .Member("import", outcome_.number);
-        WriteTexts("faults", InWords(outcome_.faults));
-        WriteTexts("remarks", InWords(outcome_.remarks));
+        WriteNotes("faults", outcome_.faults);
+        WriteNotes("remarks", outcome_.remarks);
         if (const auto& refused = outcome_.refused) {
             json_.Name("refused")
                 .Open('{')
@@ -146,17 +146,10 @@ public:
     }
 
 private:
-    std::vector<std::string> InWords(const std::vector<importing::Note>& notes) const {
-        std::vector<std::string> words;
-        for (const importing::Note& note : notes) {
-            words.push_back(Words(note, language_));
-        }
-        return words;
-    }
-    void WriteTexts(std::string_view name, const std::vector<std::string>& texts) {
+    void WriteNotes(std::string_view name, const std::vector<importing::Note>& notes) {
         json_.Name(name).Open('[');
-        for (const std::string& text : texts) {
-            json_.Text(text);
+        for (const importing::Note& note : notes) {
+            json_.Text(Words(note, language_));
         }
         json_.Close(']');
     }
@@ -199,7 +192,11 @@ private:
             json_.Close(']');
         }
         if (!each.messages.empty()) {
-            WriteTexts("messages", each.messages);
+            json_.Name("messages").Open('[');
+            for (const std::string& message : each.messages) {
+                json_.Text(message);
+            }
+            json_.Close(']');
         }
         json_.Close('}');
     }
