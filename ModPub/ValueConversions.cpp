@@ -93,18 +93,6 @@ host::Date ToDate(Variant value) {
     return date;
 }
 
-bool IsNumeric(Variant value) {
-    if (const auto* text = value.value().As<std::string>())
-        return IsNumeric(std::string_view(*text));
-    return !value.value().IsNull() && !value.value().As<host::Date>() && !value.value().As<host::Bytes>();
-}
-
-bool IsDate(Variant value) {
-    if (const auto* text = value.value().As<std::string>())
-        return IsDate(std::string_view(*text));
-    return value.value().As<host::Date>() != nullptr;
-}
-
 std::string FormatDate(Variant value) {
     if (value.value().IsNull() || value.value().IsEmpty())
         return {};

@@ -36,12 +36,6 @@ bool ToBoolean(Variant value);
 /// the years 100 to 9999.
 host::Date ToDate(Variant value);
 
-/// Whether the value is or can be read as a number: Empty, Booleans and numbers are, Null, dates and bytes are not.
-bool IsNumeric(Variant value);
-
-/// Whether the value is a date or a text that is one.
-bool IsDate(Variant value);
-
 /// `Format(value, "YYYY-MM-DD")`. Null and Empty give the empty text; a number is taken as a day number, or comes back
 /// as its text when no date has it; text as `FormatDate(text)`. Throws error 13 for bytes.
 std::string FormatDate(Variant value);

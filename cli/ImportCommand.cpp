@@ -6,7 +6,6 @@
 #include "cli/Output.h"
 #include "cli/Platform.h"
 #include "cli/Progress.h"
-#include "import/encoding/Encoding.h"
 #include "import/file/ReadFileFacts.h"
 #include "import/report/Report.h"
 #include "import/run/RunImport.h"
@@ -99,7 +98,6 @@ int RunImport(const ImportArguments& arguments, Console& console) {
         .transact = TransactOf(spreadsheet.classFields().className),
         .spreadsheet = spreadsheet,
         .file = file,
-        .codePage = importing::InCodePage936,
         .log = log,
         .time = LocalTime(),
         .commit = arguments.commit,

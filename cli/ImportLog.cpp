@@ -3,6 +3,7 @@
 #include "ModPub/ImportState.h"
 #include "ModPub/Text.h"
 #include "host/DOMDocument.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <exception>
@@ -23,12 +24,7 @@ std::string Shortened(std::string_view text) {
     if (text.size() <= toldBytes) {
         return std::string(text);
     }
-    std::size_t end = toldBytes;
-    // No character is cut through.
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) {
-        --end;
-    }
-    return std::string(text.substr(0, end)) + "…";
+    return std::string(text::CutUtf8(text, toldBytes)) + "…";
 }
 
 /// Keeps the import apart from what goes wrong here: where memory runs out, less is told of it.

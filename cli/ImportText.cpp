@@ -122,125 +122,108 @@ public:
     OutcomeJson(const Outcome& outcome, Language language) : outcome_(outcome), language_(language) {}
 
     std::string Write() {
-        json_ = "{";
-        Text("file", outcome_.file.path);
-        Text("hash", outcome_.file.hash);
-        Text("class", outcome_.classFields->className);
-        Text("time", outcome_.time);
-        Text("operator", outcome_.login.operatorName);
-        Text("run", outcome_.committed ? "commit" : "test");
-        Number("import", std::to_string(outcome_.number));
-        Notes("faults", outcome_.faults);
-        Notes("remarks", outcome_.remarks);
-        if (outcome_.refused) {
-            Begin("refused");
-            json_.push_back('{');
-            Text("code", outcome_.refused->code);
-            Text("message", outcome_.refused->message);
-            json_.push_back('}');
+        json_.Open('{')
+            .Member("file", outcome_.file.path)
+            .Member("hash", outcome_.file.hash)
+            .Member("class", outcome_.classFields->className)
+            .Member("time", outcome_.time)
+            .Member("operator", outcome_.login.operatorName)
+            .Member("run", outcome_.committed ? "commit" : "test")
+            .Member("import", outcome_.number);
+        WriteNotes("faults", outcome_.faults);
+        WriteNotes("remarks", outcome_.remarks);
+        if (const auto& refused = outcome_.refused) {
+            json_.Name("refused")
+                .Open('{')
+                .Member("code", refused->code)
+                .Member("message", refused->message)
+                .Close('}');
         }
         WriteTotals();
         WriteRows();
-        return json_.append("}\n");
+        json_.Close('}');
+        return text_ + "\n";
     }
 
 private:
-    void Begin(std::string_view name) { json_.append(json_.ends_with('{') ? "\"" : ",\"").append(name).append("\":"); }
-    void Text(std::string_view name, std::string_view value) {
-        Begin(name);
-        text::AppendJsonString(json_, value);
-    }
-    void Number(std::string_view name, const std::string& digits) {
-        Begin(name);
-        json_.append(digits);
-    }
-    void Notes(std::string_view name, const std::vector<importing::Note>& notes) {
-        Begin(name);
-        json_.push_back('[');
+    void WriteNotes(std::string_view name, const std::vector<importing::Note>& notes) {
+        json_.Name(name).Open('[');
         for (const importing::Note& note : notes) {
-            json_.append(json_.ends_with('[') ? "" : ",");
-            text::AppendJsonString(json_, Words(note, language_));
+            json_.Text(Words(note, language_));
         }
-        json_.push_back(']');
+        json_.Close(']');
     }
     void WriteSums(std::string_view name, const Sums& sums) {
-        Begin(name);
-        json_.append(
-            fmt::format("{{\"rows\":{},\"quantity\":{},\"amount\":{:.2f}}}", sums.rows, sums.quantity, sums.amount));
+        json_.Name(name).Open('{').Member("rows", sums.rows);
+        json_.Name("quantity").Word(fmt::format("{}", sums.quantity));
+        json_.Name("amount").Word(fmt::format("{:.2f}", sums.amount)).Close('}');
     }
     void WriteTotals() {
         const Totals totals = TotalsOf(outcome_);
         WriteSums("taken", totals.taken);
-        Number("alreadyIn", std::to_string(CountOf(outcome_, RowState::alreadyIn)));
-        Number("corrected", std::to_string(totals.corrected));
+        json_.Member("alreadyIn", CountOf(outcome_, RowState::alreadyIn)).Member("corrected", totals.corrected);
         WriteSums("rejected", totals.refused);
         WriteSums("open", totals.open);
     }
     void WriteRows() {
-        Begin("rows");
-        json_.push_back('[');
+        json_.Name("rows").Open('[');
         for (const RowOutcome& each : outcome_.rows) {
             const bool plain = IsTaken(each.state) && each.row.corrections.empty() && each.row.warnings.empty();
             if (!plain) {
-                json_.append(json_.ends_with('[') ? "\n" : ",\n");
+                text_.append(text_.ends_with('[') ? "\n" : ",\n");
                 WriteRow(each);
             }
         }
-        json_.push_back(']');
+        json_.Close(']');
     }
     void WriteRow(const RowOutcome& each) {
-        json_.push_back('{');
-        Number("line", std::to_string(each.row.line));
-        Text("state", StateName(each.state));
+        json_.Open('{').Member("line", each.row.line).Member("state", StateName(each.state));
         WriteFindings("reasons", each.row, each.row.refusals);
         WriteFindings("warnings", each.row, each.row.warnings);
         if (!each.row.corrections.empty()) {
-            Begin("corrections");
-            json_.push_back('[');
+            json_.Name("corrections").Open('[');
             for (const importing::Correction& correction : each.row.corrections) {
-                json_.append(json_.ends_with('[') ? "{" : ",{");
-                Text("cell", importing::CellName(correction.column, each.row.line));
-                Text("old", correction.old);
-                Text("new", correction.now);
-                json_.push_back('}');
+                json_.Open('{')
+                    .Member("cell", importing::CellName(correction.column, each.row.line))
+                    .Member("old", correction.old)
+                    .Member("new", correction.now)
+                    .Close('}');
             }
-            json_.push_back(']');
+            json_.Close(']');
         }
         if (!each.messages.empty()) {
-            Begin("messages");
-            json_.push_back('[');
+            json_.Name("messages").Open('[');
             for (const std::string& message : each.messages) {
-                json_.append(json_.ends_with('[') ? "" : ",");
-                text::AppendJsonString(json_, message);
+                json_.Text(message);
             }
-            json_.push_back(']');
+            json_.Close(']');
         }
-        json_.push_back('}');
+        json_.Close('}');
     }
     void WriteFindings(std::string_view name, const importing::Row& row,
                        const std::vector<importing::Finding>& findings) {
         if (findings.empty()) {
             return;
         }
-        Begin(name);
-        json_.push_back('[');
+        json_.Name(name).Open('[');
         for (const importing::Finding& finding : findings) {
-            json_.append(json_.ends_with('[') ? "{" : ",{");
+            json_.Open('{');
             if (finding.column) {
-                Text("cell", importing::CellName(*finding.column, row.line));
+                json_.Member("cell", importing::CellName(*finding.column, row.line));
             }
-            Text("words", Words(finding.note, language_));
+            json_.Member("words", Words(finding.note, language_));
             if (!finding.proposal.empty()) {
-                Text("proposal", finding.proposal);
+                json_.Member("proposal", finding.proposal);
             }
-            json_.push_back('}');
+            json_.Close('}');
         }
-        json_.push_back(']');
+        json_.Close(']');
     }
 
     const Outcome& outcome_;
     Language language_;
-    std::string json_;
+    std::string text_;
+    text::JsonWriter json_{text_};
 };
 
 } // namespace

@@ -1,31 +1,37 @@
 #include "cli/Journal.h"
 
-#include "text/Json.h"
-
 namespace cli {
+namespace {
 
-std::string JsonMembers(const LoggedOutcome& outcome) {
-    std::string json = "\"row\":" + std::to_string(outcome.row) + ",\"key\":";
-    text::AppendJsonString(json, outcome.key);
-    json.append(",\"code\":").append(std::to_string(outcome.code)).append(",\"dsc\":");
-    text::AppendJsonString(json, outcome.description);
-    return json;
+/// A line that holds an object of what `write` writes.
+template <class Write> std::string Line(Write write) {
+    std::string line;
+    text::JsonWriter json(line);
+    json.Open('{');
+    write(json);
+    json.Close('}');
+    return line + "\n";
+}
+
+} // namespace
+
+void WriteMembers(text::JsonWriter& json, const LoggedOutcome& outcome) {
+    json.Member("row", outcome.row)
+        .Member("key", outcome.key)
+        .Member("code", outcome.code)
+        .Member("dsc", outcome.description);
 }
 
 Journal::Journal(const std::string& path, std::string_view className, std::string_view request) : file_(path) {
-    std::string line = "{\"begin\":";
-    text::AppendJsonString(line, className);
-    line.append(",\"request\":");
-    text::AppendJsonString(line, request);
-    file_.Add(line.append("}\n"));
+    file_.Add(Line([&](auto& json) { json.Member("begin", className).Member("request", request); }));
 }
 
-void Journal::Add(const LoggedOutcome& outcome) { file_.Add("{" + JsonMembers(outcome) + "}\n"); }
+void Journal::Add(const LoggedOutcome& outcome) {
+    file_.Add(Line([&](auto& json) { WriteMembers(json, outcome); }));
+}
 
 void Journal::End(std::string_view how) {
-    std::string line = "{\"end\":";
-    text::AppendJsonString(line, how);
-    file_.Add(line.append("}\n"));
+    file_.Add(Line([&](auto& json) { json.Member("end", how); }));
 }
 
 } // namespace cli

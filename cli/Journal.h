@@ -2,6 +2,7 @@
 
 #include "cli/ImportLog.h"
 #include "cli/Platform.h"
+#include "text/Json.h"
 
 #include <string>
 #include <string_view>
@@ -31,7 +32,7 @@ private:
     platform::DurableFile file_;
 };
 
-/// One outcome as the members of a JSON object.
-std::string JsonMembers(const LoggedOutcome& outcome);
+/// Writes one outcome as members of the object that is open.
+void WriteMembers(text::JsonWriter& json, const LoggedOutcome& outcome);
 
 } // namespace cli

@@ -1,16 +1,17 @@
 #include "cli/Platform.h"
-#include "text/Utf8.h"
+#include "os/Encoding.h"
+#include "os/PosixEncoding.h"
 
-#include <array>
 #include <cerrno>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
-#include <iconv.h>
 #include <langinfo.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
@@ -37,68 +38,10 @@ int Descriptor(Stream stream) noexcept {
     throw std::system_error(errno, std::generic_category(), "'" + path + "'");
 }
 
-/// The locale's encoding; empty where texts need no conversion.
+/// The locale's encoding; empty where texts need no conversion. The locale "C" says nothing of its terminal.
 std::string ForeignEncoding() {
     const std::string_view encoding = nl_langinfo(CODESET);
     return encoding == "UTF-8" || encoding == "ANSI_X3.4-1968" ? std::string() : std::string(encoding);
-}
-
-class Converter {
-public:
-    Converter(const std::string& to, const std::string& from) : handle_(iconv_open(to.c_str(), from.c_str())) {}
-    ~Converter() {
-        if (IsOpen()) {
-            iconv_close(handle_);
-        }
-    }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-
-    /// Whether both encodings are known here.
-    bool IsOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); } // NOLINT(performance-no-int-to-ptr)
-
-    /// Appends what `from` begins with, as far as it can be converted, and takes it off. False when something is left.
-    bool Append(std::string& to, std::string_view& from) {
-        std::array<char, 4096> block;
-        while (!from.empty()) {
-            // iconv only reads through this pointer; its signature is older than const.
-            char* next = const_cast<char*>(from.data());
-            std::size_t left = from.size();
-            char* end = block.data();
-            std::size_t room = block.size();
-            const bool done = iconv(handle_, &next, &left, &end, &room) != static_cast<std::size_t>(-1);
-            const int reason = errno;
-            to.append(block.data(), end);
-            from.remove_prefix(from.size() - left);
-            if (!done && reason != E2BIG) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-private:
-    iconv_t handle_;
-};
-
-/// A text in UTF-8 as the locale's terminals read it. What the encoding lacks becomes "?"; bytes that are no UTF-8, as
-/// in names of files, stay as they are. The locale "C" says nothing of its terminal, and the text stays as it is.
-std::string ToLocale(std::string_view text) {
-    const std::string encoding = ForeignEncoding();
-    if (encoding.empty()) {
-        return std::string(text);
-    }
-    Converter converter(encoding, "UTF-8");
-    if (!converter.IsOpen()) {
-        return std::string(text);
-    }
-    std::string converted;
-    while (!converter.Append(converted, text)) {
-        const text::Utf8Character character = text::ReadUtf8(text, 0);
-        converted.append(character.valid ? std::string_view("?") : text.substr(0, 1));
-        text.remove_prefix(character.length);
-    }
-    return converted;
 }
 
 } // namespace
@@ -124,7 +67,8 @@ bool TakesEscapes(Stream stream) noexcept {
 
 bool WriteText(Stream stream, std::string_view text) {
     std::FILE* const file = stream == Stream::output ? stdout : stderr;
-    const std::string bytes = ToLocale(text);
+    const std::string encoding = ForeignEncoding();
+    const std::string bytes = encoding.empty() ? std::string(text) : os::Encode(text, encoding);
     return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size() && std::fflush(file) == 0;
 }
 
@@ -133,10 +77,8 @@ std::string FromLocale(std::string_view text) {
     if (encoding.empty()) {
         return std::string(text);
     }
-    Converter converter("UTF-8", encoding);
-    std::string converted;
-    std::string_view rest = text;
-    return converter.IsOpen() && converter.Append(converted, rest) ? converted : std::string(text);
+    std::optional<os::Decoded> decoded = os::Decode(text, encoding);
+    return decoded && decoded->read == text.size() ? std::move(decoded->text) : std::string(text);
 }
 
 void NoteInterruptions() {

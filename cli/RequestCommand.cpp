@@ -2,11 +2,9 @@
 #include "cli/Commands.h"
 #include "cli/Output.h"
 #include "cli/SheetFindings.h"
-#include "import/encoding/Encoding.h"
 #include "import/request/BuildRequest.h"
 #include "import/writing/Files.h"
 #include "os/Files.h"
-#include "text/Json.h"
 
 #include <filesystem>
 
@@ -22,15 +20,17 @@ void WriteRequest(const std::string& path, const std::string& request) {
 }
 
 std::string RequestJson(const RequestArguments& arguments, const importing::Sheet& sheet, Language language) {
-    std::string json = "{\"file\":";
-    text::AppendJsonString(json, arguments.sheet.file);
-    json.append(",\"class\":");
-    text::AppendJsonString(json, sheet.classFields->className);
-    return json.append(",\"rows\":" + std::to_string(sheet.rows.size()))
-        .append(",\"taken\":" + std::to_string(CountTaken(sheet)))
-        .append(",\"hidden\":" + std::to_string(sheet.hiddenRows) + ",")
-        .append(FindingsJson(sheet, language))
-        .append("}\n");
+    std::string text;
+    text::JsonWriter json(text);
+    json.Open('{')
+        .Member("file", arguments.sheet.file)
+        .Member("class", sheet.classFields->className)
+        .Member("rows", sheet.rows.size())
+        .Member("taken", CountTaken(sheet))
+        .Member("hidden", sheet.hiddenRows);
+    WriteFindings(json, sheet, language);
+    json.Close('}');
+    return text + "\n";
 }
 
 } // namespace
@@ -42,7 +42,7 @@ int RunRequest(const RequestArguments& arguments, Console& console) {
     if (!arguments.login.empty()) {
         codes = CodesOfAccount(arguments.login, spreadsheet.classFields());
     }
-    const importing::Sheet sheet = spreadsheet.Read(codes, importing::InCodePage936);
+    const importing::Sheet sheet = spreadsheet.Read(codes);
     const std::size_t taken = CountTaken(sheet);
     const std::size_t refused = sheet.rows.size() - taken;
     const bool usable = sheet.faults.empty() && !sheet.rows.empty();

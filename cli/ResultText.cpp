@@ -3,7 +3,6 @@
 #include "cli/Journal.h"
 #include "cli/Summary.h"
 #include "cli/Table.h"
-#include "text/Json.h"
 
 namespace cli {
 
@@ -24,23 +23,25 @@ std::string ResultTable(const ImportLog& log, const Messages& messages, std::siz
 }
 
 std::string ResultJson(const ImportLog& log, const ImportClass& importClass) {
-    const auto text = [](std::string_view value) {
-        std::string json;
-        text::AppendJsonString(json, value);
-        return json;
-    };
-    std::string json =
-        "{\"class\":" + text(importClass.name) + ",\"docid\":" + text(log.docid) + ",\"proc\":" + text(log.proc);
+    std::string text;
+    text::JsonWriter json(text);
+    json.Open('{').Member("class", importClass.name).Member("docid", log.docid).Member("proc", log.proc);
     if (log.error) {
-        return json + ",\"error\":{\"code\":" + text(log.error->code) + ",\"dsc\":" + text(log.error->message) + "}}\n";
+        json.Name("error").Open('{').Member("code", log.error->code).Member("dsc", log.error->message).Close('}');
+    } else {
+        json.Member("rows", log.rows.value_or(0))
+            .Member("accepted", log.accepted)
+            .Member("refused", log.refused)
+            .Member("undone", log.undone);
+        json.Name("outcomes").Open('[');
+        for (const LoggedOutcome& outcome : log.outcomes) {
+            WriteMembers(json.NextLine().Open('{'), outcome);
+            json.Close('}');
+        }
+        json.Close(']');
     }
-    json += ",\"rows\":" + std::to_string(log.rows.value_or(0)) + ",\"accepted\":" + std::to_string(log.accepted) +
-            ",\"refused\":" + std::to_string(log.refused) + ",\"undone\":" + (log.undone ? "true" : "false") +
-            ",\"outcomes\":[";
-    for (const LoggedOutcome& outcome : log.outcomes) {
-        json.append(json.ends_with('[') ? "{" : ",\n{").append(JsonMembers(outcome)).append("}");
-    }
-    return json + "]}\n";
+    json.Close('}');
+    return text + "\n";
 }
 
 } // namespace cli

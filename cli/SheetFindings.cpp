@@ -2,10 +2,10 @@
 
 #include "import/reading/Cell.h"
 #include "import/rows/Places.h"
-#include "text/Json.h"
 
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -46,66 +46,56 @@ std::vector<std::string> Lines(const Sheet& sheet, const std::vector<Finding> Ro
     return lines;
 }
 
-class SheetJson {
+class FindingsWriter {
 public:
-    SheetJson(const Sheet& sheet, Language language) : sheet_(sheet), language_(language) {}
+    FindingsWriter(text::JsonWriter& json, const Sheet& sheet, Language language)
+        : json_(json), sheet_(sheet), language_(language) {}
 
-    std::string Members() {
-        json_ = "\"faults\":[";
+    void Write() {
+        json_.Name("faults").Open('[');
         for (const importing::Note& note : sheet_.faults) {
-            Separate();
-            Text(Words(note, language_));
+            json_.NextLine().Text(Words(note, language_));
         }
-        json_.append("],\"corrections\":[");
+        json_.Close(']').Name("corrections").Open('[');
         for (const Row& row : sheet_.rows) {
             for (const importing::Correction& correction : row.corrections) {
                 BeginPlace(row, correction.column);
-                Member("old", correction.old);
-                Member("new", correction.now);
-                json_.push_back('}');
+                json_.Member("old", correction.old).Member("new", correction.now).Close('}');
             }
         }
-        json_.append("],\"refusals\":[");
-        AddFindings(&Row::refusals);
-        json_.append("],\"warnings\":[");
-        AddFindings(&Row::warnings);
-        return json_.append("]");
+        json_.Close(']');
+        WriteEach("refusals", &Row::refusals);
+        WriteEach("warnings", &Row::warnings);
     }
 
 private:
-    void Separate() { json_.append(json_.ends_with('[') ? "" : ",\n"); }
-    void Text(std::string_view text) { text::AppendJsonString(json_, text); }
-    void Member(std::string_view name, std::string_view value) {
-        json_.append(",\"").append(name).append("\":");
-        Text(value);
-    }
-
     void BeginPlace(const Row& row, std::optional<std::size_t> column) {
-        Separate();
-        json_.append("{\"line\":").append(std::to_string(row.line));
+        json_.NextLine().Open('{').Member("line", row.line);
         if (column) {
-            Member("cell", importing::CellName(*column, row.line));
             const std::vector<std::string>& headings = sheet_.columns.headings;
-            Member("heading", *column < headings.size() ? std::string_view(headings[*column]) : std::string_view());
+            json_.Member("cell", importing::CellName(*column, row.line))
+                .Member("heading", *column < headings.size() ? headings[*column] : std::string());
         }
     }
 
-    void AddFindings(const std::vector<Finding> Row::*findings) {
+    void WriteEach(std::string_view name, const std::vector<Finding> Row::*findings) {
+        json_.Name(name).Open('[');
         for (const Row& row : sheet_.rows) {
             for (const Finding& finding : row.*findings) {
                 BeginPlace(row, finding.column);
-                Member("reason", Words(finding.note, language_));
+                json_.Member("reason", Words(finding.note, language_));
                 if (!finding.proposal.empty()) {
-                    Member("proposal", finding.proposal);
+                    json_.Member("proposal", finding.proposal);
                 }
-                json_.push_back('}');
+                json_.Close('}');
             }
         }
+        json_.Close(']');
     }
 
+    text::JsonWriter& json_;
     const Sheet& sheet_;
     Language language_;
-    std::string json_;
 };
 
 } // namespace
@@ -136,7 +126,9 @@ void TellFaults(const Sheet& sheet, Console& console) {
     }
 }
 
-std::string FindingsJson(const Sheet& sheet, Language language) { return SheetJson(sheet, language).Members(); }
+void WriteFindings(text::JsonWriter& json, const Sheet& sheet, Language language) {
+    FindingsWriter(json, sheet, language).Write();
+}
 
 std::size_t CountTaken(const Sheet& sheet) {
     return static_cast<std::size_t>(

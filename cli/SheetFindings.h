@@ -2,9 +2,9 @@
 
 #include "cli/Console.h"
 #include "import/rows/Sheet.h"
+#include "text/Json.h"
 
 #include <cstddef>
-#include <string>
 
 namespace cli {
 
@@ -15,8 +15,8 @@ void TellFindings(const importing::Sheet& sheet, Console& console);
 /// Tells why nothing of a table may be imported.
 void TellFaults(const importing::Sheet& sheet, Console& console);
 
-/// What `TellFindings` and `TellFaults` tell, as members of a JSON object, whole.
-std::string FindingsJson(const importing::Sheet& sheet, Language language);
+/// Writes what `TellFindings` and `TellFaults` tell as members of the object that is open, whole.
+void WriteFindings(text::JsonWriter& json, const importing::Sheet& sheet, Language language);
 
 /// How many of a table's rows are taken.
 std::size_t CountTaken(const importing::Sheet& sheet);

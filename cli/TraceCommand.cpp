@@ -6,6 +6,7 @@
 #include "cli/Table.h"
 #include "refhost/xml/FileText.h"
 #include "text/JsonObject.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -115,12 +116,7 @@ std::string Shown(std::string_view statement) {
         }
     }
     if (line.size() > shown) {
-        std::size_t end = shown;
-        // No character is cut through.
-        while ((static_cast<unsigned char>(line[end]) & 0xC0) == 0x80) {
-            --end;
-        }
-        line.erase(end);
+        line.resize(text::CutUtf8(line, shown).size());
         line.append("…");
     }
     return line;

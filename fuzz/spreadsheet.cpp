@@ -2,7 +2,6 @@
 #include "import/rows/Spreadsheet.h"
 
 #include "fuzz/Require.h"
-#include "import/encoding/Encoding.h"
 #include "import/reading/UnreadableFile.h"
 #include "import/request/BuildRequest.h"
 #include "tests/import/PackageFile.h"
@@ -69,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string path = Write({reinterpret_cast<const char*>(data), size});
     try {
         importing::Spreadsheet spreadsheet(path, {}, {.hidden = importing::SheetOptions::Hidden::include}, nullptr);
-        const importing::Sheet sheet = spreadsheet.Read({}, importing::InCodePage936);
+        const importing::Sheet sheet = spreadsheet.Read({});
         CheckPlaces(sheet);
         if (sheet.faults.empty()) {
             Require(!HasBareQuote(BuildRequest(sheet, "fuzz", "ADD")), "a request has a bare quote");

@@ -19,7 +19,4 @@ struct Decoded {
 /// Nothing when the system does not know the encoding.
 std::optional<Decoded> Decode(std::string_view bytes, const std::string& name);
 
-/// Whether code page 936, in which a Chinese account keeps its texts, has the character.
-bool InCodePage936(char32_t character);
-
 } // namespace os

@@ -120,16 +120,9 @@ Decoded ReadUtf16(std::string_view bytes, bool lowFirst) {
         units.push_back(static_cast<char16_t>(lowFirst ? second << 8 | first : first << 8 | second));
     }
     // Up to the first surrogate that has no partner.
-    std::size_t good = 0;
-    while (good < units.size()) {
-        const bool isFirst = (units[good] & 0xFC00) == 0xD800;
-        const bool isPair = isFirst && good + 1 < units.size() && (units[good + 1] & 0xFC00) == 0xDC00;
-        if (!isPair && (units[good] & 0xF800) == 0xD800) {
-            break;
-        }
-        good += isPair ? 2 : 1;
-    }
-    return {text::FromUtf16<char16_t>(std::u16string_view(units).substr(0, good)), good * 2};
+    Decoded decoded = ReadUtf8(text::FromUtf16<char16_t>(units));
+    decoded.read = text::Utf16Length(decoded.text) * 2;
+    return decoded;
 }
 
 } // namespace
@@ -143,17 +136,6 @@ std::optional<Decoded> Decode(std::string_view bytes, const std::string& name) {
     }
     const UINT codePage = CodePageOf(name);
     return codePage == unknown ? std::nullopt : std::optional(ReadCodePage(bytes, codePage));
-}
-
-bool InCodePage936(char32_t character) {
-    std::string utf8;
-    text::AppendUtf8(utf8, character);
-    const std::wstring wide = text::ToUtf16<wchar_t>(utf8);
-    std::array<char, 8> room;
-    BOOL replaced = FALSE;
-    const int length = WideCharToMultiByte(chinese, WC_NO_BEST_FIT_CHARS, wide.data(), static_cast<int>(wide.size()),
-                                           room.data(), static_cast<int>(room.size()), nullptr, &replaced);
-    return length > 0 && replaced == FALSE;
 }
 
 } // namespace os

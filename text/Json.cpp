@@ -50,4 +50,48 @@ void AppendJsonString(std::string& json, std::string_view text) {
     json.push_back('"');
 }
 
+/// A value ends with a letter, a digit, a quote or a bracket that closes; behind everything else stands the first one.
+void JsonWriter::Separate() {
+    if (!json_.empty() && std::string_view("{[:,\n").find(json_.back()) == std::string_view::npos) {
+        json_.push_back(',');
+    }
+}
+
+JsonWriter& JsonWriter::NextLine() {
+    Separate();
+    if (json_.ends_with(',')) {
+        json_.push_back('\n');
+    }
+    return *this;
+}
+
+JsonWriter& JsonWriter::Open(char bracket) {
+    Separate();
+    json_.push_back(bracket);
+    return *this;
+}
+
+JsonWriter& JsonWriter::Close(char bracket) {
+    json_.push_back(bracket);
+    return *this;
+}
+
+JsonWriter& JsonWriter::Name(std::string_view name) {
+    Text(name);
+    json_.push_back(':');
+    return *this;
+}
+
+JsonWriter& JsonWriter::Text(std::string_view text) {
+    Separate();
+    AppendJsonString(json_, text);
+    return *this;
+}
+
+JsonWriter& JsonWriter::Word(std::string_view word) {
+    Separate();
+    json_.append(word);
+    return *this;
+}
+
 } // namespace text

@@ -1,5 +1,6 @@
 #include "text/Utf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -81,6 +82,19 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
         append(0x80 | (codePoint >> 6 & 0x3F));
         append(0x80 | (codePoint & 0x3F));
     }
+}
+
+std::string_view CutUtf8(std::string_view text, std::size_t bytes) noexcept {
+    std::size_t end = std::min(bytes, text.size());
+    while (end > 0 && end < text.size() && ContinuesUtf8(text[end])) {
+        --end;
+    }
+    return text.substr(0, end);
+}
+
+bool IsAscii(std::string_view text) noexcept {
+    text.remove_prefix(AsciiBlocks(text));
+    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 bool IsUtf8(std::string_view text) noexcept {

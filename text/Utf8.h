@@ -26,6 +26,14 @@ Utf8Character ReadUtf8(std::string_view text, std::size_t position) noexcept;
 /// Appends a code point up to U+10FFFF, a surrogate in its three-byte form.
 void AppendUtf8(std::string& text, char32_t codePoint);
 
+/// Whether a byte can only continue a character.
+constexpr bool ContinuesUtf8(char byte) noexcept { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+
+/// The beginning of `text`, at most `bytes` long, no character cut through.
+std::string_view CutUtf8(std::string_view text, std::size_t bytes) noexcept;
+
+bool IsAscii(std::string_view text) noexcept;
+
 /// Whether the whole text is well-formed UTF-8, without surrogates.
 bool IsUtf8(std::string_view text) noexcept;
 

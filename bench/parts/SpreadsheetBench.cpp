@@ -1,6 +1,5 @@
 // Spreadsheets of 12 columns, read and checked.
 
-#include "import/encoding/Encoding.h"
 #include "import/rows/Spreadsheet.h"
 #include "import/writing/Book.h"
 
@@ -102,7 +101,7 @@ void Read(benchmark::State& state, const std::string& name, void (*write)(const 
     for (auto _ : state) {
         const double before = AllocatedBytes();
         importing::Spreadsheet spreadsheet(file.path(), {}, {}, nullptr);
-        const importing::Sheet sheet = spreadsheet.Read({}, importing::InCodePage936);
+        const importing::Sheet sheet = spreadsheet.Read({});
         if (sheet.rows.size() != rows || !sheet.faults.empty() || !sheet.rows.front().refusals.empty()) {
             state.SkipWithError("not read");
         }

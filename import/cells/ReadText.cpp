@@ -2,6 +2,7 @@
 
 #include "import/cells/Characters.h"
 #include "import/cells/ReadCell.h"
+#include "text/CodePage936.h"
 #include "text/Utf16.h"
 #include "text/Utf8.h"
 
@@ -10,7 +11,7 @@
 
 namespace importing {
 
-Reading ReadText(const Cell& cell, const TextRules& rules, const CodePage& codePage) {
+Reading ReadText(const Cell& cell, const TextRules& rules) {
     // A date is shown as one, so it is taken as its text.
     if (cell.kind != Cell::Kind::date) {
         if (std::optional<Reading> refused = RefuseUnlessTextOrNumber(cell)) {
@@ -24,12 +25,9 @@ Reading ReadText(const Cell& cell, const TextRules& rules, const CodePage& codeP
     if (rules.compared && text.find('\'') != std::string_view::npos) {
         return Reading::Refuse({Message::textQuote, {std::string(text)}});
     }
-    for (std::size_t at = 0; at < text.size();) {
-        const text::Utf8Character character = text::ReadUtf8(text, at);
-        if (!codePage(character.codePoint)) {
-            return Reading::Refuse({Message::textCodePage, {std::string(text.substr(at, character.length))}});
-        }
-        at += character.length;
+    if (const std::size_t at = text::FirstOutsideCodePage936(text); at != std::string_view::npos) {
+        const std::size_t length = text::ReadUtf8(text, at).length;
+        return Reading::Refuse({Message::textCodePage, {std::string(text.substr(at, length))}});
     }
     return Reading::Take(std::string(text));
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "import/cells/CodePage.h"
 #include "import/cells/Reading.h"
 #include "import/reading/Cell.h"
 
@@ -18,6 +17,6 @@ struct TextRules {
 
 /// A text without white space at its ends. Refused are one that is longer than its column, one with a character that
 /// the account's code page lacks, and a quote where the class compares the value.
-Reading ReadText(const Cell& cell, const TextRules& rules, const CodePage& codePage);
+Reading ReadText(const Cell& cell, const TextRules& rules);
 
 } // namespace importing

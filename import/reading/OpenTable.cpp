@@ -1,9 +1,9 @@
 #include "import/reading/OpenTable.h"
 
-#include "import/encoding/Encoding.h"
 #include "import/file/ReadBytes.h"
 #include "import/reading/Csv.h"
 #include "import/reading/UnreadableFile.h"
+#include "os/Encoding.h"
 #include "text/Utf8.h"
 
 #include <algorithm>
@@ -28,32 +28,37 @@ struct Mark {
 constexpr std::array<Mark, 3> byteOrderMarks = {
     {{"\xEF\xBB\xBF"sv, "UTF-8"}, {"\xFF\xFE"sv, "UTF-16LE"}, {"\xFE\xFF"sv, "UTF-16BE"}}};
 
+os::Decoded Decode(std::string_view bytes, const std::string& encoding) {
+    std::optional<os::Decoded> decoded = os::Decode(bytes, encoding);
+    if (!decoded) {
+        throw UnreadableFile({Message::encodingUnknown, {encoding}});
+    }
+    return *std::move(decoded);
+}
+
 /// The first line of `bytes`, each byte that is not in the encoding shown as "?".
 std::string FirstLine(std::string_view bytes, const std::string& encoding) {
-    bytes = bytes.substr(0, bytes.find_first_of("\r\n"));
     constexpr std::size_t longest = 80;
-    bytes = bytes.substr(0, longest);
-    constexpr std::size_t longestCharacter = 4;
+    bytes = bytes.substr(0, bytes.find_first_of("\r\n")).substr(0, longest);
     std::string line;
     while (!bytes.empty()) {
-        std::optional<std::string> character;
-        std::size_t length = 1;
-        while (!(character = Decode(bytes.substr(0, length), encoding)) && length < longestCharacter &&
-               length < bytes.size()) {
-            ++length;
+        const os::Decoded decoded = Decode(bytes, encoding);
+        line.append(decoded.text);
+        bytes.remove_prefix(decoded.read);
+        if (!bytes.empty()) {
+            line.push_back('?');
+            bytes.remove_prefix(1);
         }
-        line.append(character.value_or("?"));
-        bytes.remove_prefix(character ? length : 1);
     }
     return line;
 }
 
 std::string DecodeAs(std::string_view bytes, const std::string& encoding) {
-    std::optional<std::string> decoded = Decode(bytes, encoding);
-    if (!decoded) {
+    os::Decoded decoded = Decode(bytes, encoding);
+    if (decoded.read != bytes.size()) {
         throw UnreadableFile({Message::notInEncoding, {encoding}});
     }
-    return *std::move(decoded);
+    return std::move(decoded.text);
 }
 
 } // namespace
@@ -70,8 +75,8 @@ std::string DecodeText(std::string_view bytes, const std::string& encoding) {
     if (text::IsUtf8(bytes)) {
         return std::string(bytes);
     }
-    if (std::optional<std::string> chinese = Decode(bytes, "GB18030")) {
-        return *std::move(chinese);
+    if (os::Decoded chinese = Decode(bytes, "GB18030"); chinese.read == bytes.size()) {
+        return std::move(chinese.text);
     }
     throw UnreadableFile({Message::encodingUnclear, {FirstLine(bytes, "UTF-8"), FirstLine(bytes, "GB18030")}});
 }

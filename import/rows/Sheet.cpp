@@ -52,9 +52,8 @@ bool IsTotals(const Line& line, const Columns& columns) {
 
 class SheetReader {
 public:
-    SheetReader(Table& table, const ClassFields& classFields, const CodeLists& codes, const CodePage& codePage,
-                const SheetOptions& options)
-        : table_(table), codes_(codes), codePage_(codePage), options_(options) {
+    SheetReader(Table& table, const ClassFields& classFields, const CodeLists& codes, const SheetOptions& options)
+        : table_(table), codes_(codes), options_(options) {
         sheet_.classFields = &classFields;
     }
 
@@ -158,7 +157,7 @@ private:
             return ReadDate(cell);
         case FieldType::text:
         case FieldType::name:
-            return ReadText(cell, {.length = field.length, .compared = field.type == FieldType::name}, codePage_);
+            return ReadText(cell, {.length = field.length, .compared = field.type == FieldType::name});
         }
         return {};
     }
@@ -271,7 +270,6 @@ private:
 
     Table& table_;
     const CodeLists& codes_;
-    const CodePage& codePage_;
     const SheetOptions& options_;
     Sheet sheet_;
     Line line_;
@@ -281,9 +279,8 @@ private:
 
 } // namespace
 
-Sheet ReadSheet(Table& table, const ClassFields& classFields, const CodeLists& codes, const CodePage& codePage,
-                const SheetOptions& options) {
-    return SheetReader(table, classFields, codes, codePage, options).Read();
+Sheet ReadSheet(Table& table, const ClassFields& classFields, const CodeLists& codes, const SheetOptions& options) {
+    return SheetReader(table, classFields, codes, options).Read();
 }
 
 } // namespace importing

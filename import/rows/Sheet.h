@@ -1,6 +1,5 @@
 #pragma once
 
-#include "import/cells/CodePage.h"
 #include "import/cells/KnownCodes.h"
 #include "import/fields/Field.h"
 #include "import/fields/Headings.h"
@@ -76,7 +75,6 @@ struct Sheet {
 /// Reads a table for a class: finds the headings, reads every cell by its column's type, and checks what needs no
 /// class: required values, codes against `codes`, rows that repeat, merged cells. A line of totals (合计, 总计, Total)
 /// is left out; its sums are held against the rows'. Throws UnreadableFile.
-Sheet ReadSheet(Table& table, const ClassFields& classFields, const CodeLists& codes, const CodePage& codePage,
-                const SheetOptions& options);
+Sheet ReadSheet(Table& table, const ClassFields& classFields, const CodeLists& codes, const SheetOptions& options);
 
 } // namespace importing

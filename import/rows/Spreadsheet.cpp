@@ -24,8 +24,6 @@ Spreadsheet::Spreadsheet(const std::string& path, const OpenOptions& openOptions
     }
 }
 
-Sheet Spreadsheet::Read(const CodeLists& codes, const CodePage& codePage) {
-    return ReadSheet(file_.table(), *classFields_, codes, codePage, options_);
-}
+Sheet Spreadsheet::Read(const CodeLists& codes) { return ReadSheet(file_.table(), *classFields_, codes, options_); }
 
 } // namespace importing

@@ -19,7 +19,7 @@ public:
     const ClassFields& classFields() const noexcept { return *classFields_; }
 
     /// Reads all of it, see `ReadSheet`. Throws UnreadableFile.
-    Sheet Read(const CodeLists& codes, const CodePage& codePage);
+    Sheet Read(const CodeLists& codes);
 
 private:
     SheetOptions options_;

@@ -80,7 +80,7 @@ private:
     void ReadRows() {
         const ClassFields& classFields = task_.spreadsheet.classFields();
         const CodeLists codes = ReadCodeLists(classFields, account_);
-        Sheet sheet = task_.spreadsheet.Read(codes, task_.codePage);
+        Sheet sheet = task_.spreadsheet.Read(codes);
         outcome_.classFields = sheet.classFields;
         outcome_.columns = std::move(sheet.columns);
         outcome_.headerLine = sheet.headerLine;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "import/cells/CodePage.h"
 #include "import/log/ImportLog.h"
 #include "import/outcome/Outcome.h"
 #include "import/rows/Spreadsheet.h"
@@ -19,7 +18,6 @@ struct ImportTask {
     Transact transact;
     Spreadsheet& spreadsheet;
     FileFacts file;
-    CodePage codePage;
     /// The import log of the login.
     ImportLog& log;
     /// "YYYY-MM-DD hh:mm:ss" by the local clock.

@@ -41,25 +41,6 @@ void AppendHex(std::string& text, const host::Bytes& bytes) {
     }
 }
 
-struct AppendValue {
-    std::string& json;
-
-    void operator()(host::Empty) const { json.append("null"); }
-    void operator()(host::Null) const { json.append("null"); }
-    void operator()(bool value) const { json.append(value ? "true" : "false"); }
-    void operator()(std::int64_t value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
-    void operator()(float value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
-    void operator()(double value) const { fmt::format_to(std::back_inserter(json), "{}", value); }
-    void operator()(const host::Decimal& value) const { json.append(value.text); }
-    void operator()(const std::string& value) const { text::AppendJsonString(json, value); }
-    void operator()(host::Date value) const { text::AppendJsonString(json, DateText(value)); }
-    void operator()(const host::Bytes& value) const {
-        json.push_back('"');
-        AppendHex(json, value);
-        json.push_back('"');
-    }
-};
-
 struct AppendPlain {
     std::string& text;
 
@@ -75,6 +56,20 @@ struct AppendPlain {
     void operator()(const host::Bytes& value) const { AppendHex(text, value); }
 };
 
+struct AppendJson : AppendPlain {
+    using AppendPlain::operator();
+    void operator()(host::Empty) const { text.append("null"); }
+    void operator()(host::Null) const { text.append("null"); }
+    void operator()(bool value) const { text.append(value ? "true" : "false"); }
+    void operator()(const std::string& value) const { text::AppendJsonString(text, value); }
+    void operator()(host::Date value) const { text::AppendJsonString(text, DateText(value)); }
+    void operator()(const host::Bytes& value) const {
+        text.push_back('"');
+        AppendHex(text, value);
+        text.push_back('"');
+    }
+};
+
 } // namespace
 
 std::string PlainText(const host::Value& value) {
@@ -85,16 +80,13 @@ std::string PlainText(const host::Value& value) {
 
 void AppendJsonRow(std::string& json, const ResultSet& result, std::size_t row) {
     const Fields& fields = *result.fields;
-    json.push_back('{');
+    text::JsonWriter writer(json);
+    writer.Open('{');
     for (std::size_t column = 0; column < fields.size(); ++column) {
-        if (column > 0) {
-            json.push_back(',');
-        }
-        text::AppendJsonString(json, fields[column].name);
-        json.push_back(':');
-        std::visit(AppendValue{json}, result.cells[row * fields.size() + column].storage());
+        writer.Name(fields[column].name);
+        std::visit(AppendJson{{json}}, result.cells[row * fields.size() + column].storage());
     }
-    json.push_back('}');
+    writer.Close('}');
 }
 
 } // namespace refhost

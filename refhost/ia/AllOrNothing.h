@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Database.h"
+#include "host/Error.h"
 
 #include <string_view>
 

@@ -13,15 +13,6 @@
 namespace refhost {
 namespace {
 
-void AppendMember(std::string& line, std::string_view name, std::string_view text) {
-    line.append(line.size() > 1 ? ",\"" : "\"").append(name).append("\":");
-    text::AppendJsonString(line, text);
-}
-
-void AppendMember(std::string& line, std::string_view name, int number) {
-    line.append(",\"").append(name).append("\":").append(std::to_string(number));
-}
-
 class FileSink final : public TraceSink {
 public:
     FileSink(const std::string& path, Trace::Begin begin)
@@ -51,63 +42,62 @@ private:
 Trace::Trace(const std::string& path, Begin begin, Times times)
     : Trace(std::make_unique<FileSink>(path, begin), times) {}
 
+text::JsonWriter Trace::Operation(std::string_view operation) {
+    line_.clear();
+    return text::JsonWriter(line_).Open('{').Member("op", operation);
+}
+
 void Trace::Connect(std::string_view connection, std::string_view user, std::string_view password, int options,
                     Result result) {
-    line_ = "{";
-    AppendMember(line_, "op", "Connect");
-    AppendMember(line_, "connection", text::MaskPasswords(connection));
-    AppendMember(line_, "user", user);
-    AppendMember(line_, "password", password.empty() ? "" : "***");
-    AppendMember(line_, "options", options);
+    Operation("Connect")
+        .Member("connection", text::MaskPasswords(connection))
+        .Member("user", user)
+        .Member("password", password.empty() ? "" : "***")
+        .Member("options", options);
     Finish(result);
 }
 
 void Trace::Open(std::string_view sql, int cursor, int lock, int options, int location, Result result) {
-    line_ = "{";
-    AppendMember(line_, "op", "Open");
-    AppendMember(line_, "sql", sql);
-    AppendMember(line_, "cursor", cursor);
-    AppendMember(line_, "lock", lock);
-    AppendMember(line_, "options", options);
-    AppendMember(line_, "location", location);
+    Operation("Open")
+        .Member("sql", sql)
+        .Member("cursor", cursor)
+        .Member("lock", lock)
+        .Member("options", options)
+        .Member("location", location);
     Finish(result);
 }
 
 void Trace::Execute(std::string_view sql, int options, Result result) {
-    line_ = "{";
-    AppendMember(line_, "op", "Execute");
-    AppendMember(line_, "sql", sql);
-    AppendMember(line_, "options", options);
+    Operation("Execute").Member("sql", sql).Member("options", options);
     Finish(result);
 }
 
 void Trace::Transaction(std::string_view operation, Result result) {
-    line_ = "{";
-    AppendMember(line_, "op", operation);
+    Operation(operation);
     Finish(result);
 }
 
 void Trace::ConnectionLost(std::string_view description) {
     if (!lossTold_) {
         lossTold_ = true;
-        line_ = "{";
-        AppendMember(line_, "op", "ConnectionLost");
-        AppendMember(line_, "description", description);
+        Operation("ConnectionLost").Member("description", description);
         Finish(0);
     }
 }
 
 void Trace::Finish(Result result) {
+    text::JsonWriter json(line_);
     if (HostCall::Active()) {
-        line_.append(",\"host\":true");
+        json.Member("host", true);
     }
     if (result != 0) {
-        AppendMember(line_, "error", result);
+        json.Member("error", result);
     }
     if (TellsTimes()) {
-        line_.append(",\"us\":").append(std::to_string(std::exchange(took_, {}).count()));
+        json.Member("us", std::exchange(took_, {}).count());
     }
-    line_.append("}\n");
+    json.Close('}');
+    line_.push_back('\n');
     sink_->Add(line_);
 }
 

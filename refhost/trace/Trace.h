@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/Error.h"
+#include "text/Json.h"
 
 #include <chrono>
 #include <memory>
@@ -61,6 +62,8 @@ public:
     void Flush();
 
 private:
+    /// Begins a line.
+    text::JsonWriter Operation(std::string_view operation);
     void Finish(Result result);
 
     std::unique_ptr<TraceSink> sink_;

@@ -22,11 +22,6 @@ constexpr const char* itemStored =
 constexpr const char* warehouseRow = "<row><cWhCode>01</cWhCode><cDifHead>1402</cDifHead></row>";
 constexpr const char* warehouseKey = "仓库编码：01， ， ";
 
-/// The last two things asked: what saves the row.
-std::vector<std::string> SaveLines(const ImportRun& run) {
-    return {run.trace.end() - std::min<std::ptrdiff_t>(2, std::ssize(run.trace)), run.trace.end()};
-}
-
 TEST_F(SaveSetting, InsertsAnItemWithEveryAccount) {
     const ImportRun run = Import("ADD", itemRow);
     EXPECT_EQ(run.result, ResultDocument("ADD", {{itemKey, 0, "ok"}}));

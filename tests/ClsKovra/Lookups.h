@@ -2,6 +2,7 @@
 
 #include "tests/ClsKovra/OpeningTest.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -42,19 +43,14 @@ inline std::string ProjectOfInventory(const std::string& table, const std::strin
 inline std::string Flag(const std::string& column, const std::string& code) {
     return Opened("SELECT " + column + " FROM Inventory WHERE cInvCode='" + code + "'");
 }
-/// The price of a row whose free items are all empty.
-inline std::string Price(const std::string& code) {
-    return Opened("select fInvRCost from InvCheckFreeIA870 where cInvCode = N'" + code +
-                  "'  and ( isnull(cFree1,N'') = isnull(N'',N'') or isnull(cFree1,N'') = N'') "
-                  " and ( isnull(cFree2,N'') = isnull(N'',N'') or isnull(cFree2,N'') = N'') "
-                  " and ( isnull(cFree3,N'') = isnull(N'',N'') or isnull(cFree3,N'') = N'') "
-                  " and ( isnull(cFree4,N'') = isnull(N'',N'') or isnull(cFree4,N'') = N'') "
-                  " and ( isnull(cFree5,N'') = isnull(N'',N'') or isnull(cFree5,N'') = N'') "
-                  " and ( isnull(cFree6,N'') = isnull(N'',N'') or isnull(cFree6,N'') = N'') "
-                  " and ( isnull(cFree7,N'') = isnull(N'',N'') or isnull(cFree7,N'') = N'') "
-                  " and ( isnull(cFree8,N'') = isnull(N'',N'') or isnull(cFree8,N'') = N'') "
-                  " and ( isnull(cFree9,N'') = isnull(N'',N'') or isnull(cFree9,N'') = N'') "
-                  " and ( isnull(cFree10,N'') = isnull(N'',N'') or isnull(cFree10,N'') = N'') ");
+/// The price of an item with free items, those of a row.
+inline std::string Price(const std::string& code, const std::array<std::string, 10>& freeItems = {}) {
+    std::string sql = "select fInvRCost from InvCheckFreeIA870 where cInvCode = N'" + code + "' ";
+    for (std::size_t index = 0; index < freeItems.size(); ++index) {
+        const std::string column = "isnull(cFree" + std::to_string(index + 1) + ",N'')";
+        sql.append(" and ( " + column + " = isnull(N'" + freeItems[index] + "',N'') or " + column + " = N'') ");
+    }
+    return Opened(sql);
 }
 
 /// What `CheckRowMasterData` asks for a row without a project in a warehouse with an average method.

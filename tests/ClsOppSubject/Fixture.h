@@ -1,55 +1,42 @@
 #pragma once
 
 #include "ClsOppSubject/ClsOppSubject.h"
-#include "tests/support/Import.h"
+#include "tests/support/SettingsFixture.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 namespace test {
 
 /// An account with a little master data; year 2023.
-class OppositeSettings : public testing::Test {
+class OppositeSettings : public SettingsFixture<kovra::ClsOppSubject> {
 protected:
-    OppositeSettings() {
-        account.Run("INSERT INTO rd_style (cRdCode, bRdEnd) VALUES (N'1', 0), (N'101', 1)\n"
-                    "GO\n"
-                    "INSERT INTO inventoryclass (cInvCCode, bInvCEnd) VALUES (N'C', 0), (N'C1', 1)\n"
-                    "GO\n"
-                    "INSERT INTO inventory (cInvCode, bService, bInvType, bPTOModel) VALUES\n"
-                    "(N'A', 0, 0, 0), (N'B', 0, 0, NULL), (N'S', 1, 0, 0), (N'D', 0, 1, 0), (N'P', 0, 0, 1)\n"
-                    "GO\n"
-                    "INSERT INTO department (cDepCode, bDepEnd) VALUES (N'02', 0), (N'0201', 1)\n"
-                    "GO\n"
-                    "INSERT INTO fitem (citem_class, citem_name, ctable) VALUES\n"
-                    "(N'97', N'Research', N'fitemss97'), (N'96', NULL, N'fitemss97'), (N'95', N'Lost', N'fitemss95'),\n"
-                    "(N'94', N'Nowhere', NULL)\n"
-                    "GO\n"
-                    "INSERT INTO fitemss97 (citemcode, citemname) VALUES (N'RD1', N'Spindle'), (N'RD2', NULL)\n"
-                    "GO\n"
-                    "INSERT INTO code (iyear, ccode, bend) VALUES\n"
-                    "(2023, N'14', 0), (2023, N'1401', 1), (2023, N'1402', 1), (2022, N'1499', 1)\n");
-    }
-
-    ImportRun Import(std::string_view proc, std::string_view rows, Faults faults = {}) const {
-        return test::Import<kovra::ClsOppSubject>(account, Request(proc, rows), account.LoginXml(), std::move(faults));
-    }
-
-    /// What is asked for the rows themselves: the trace behind the connection and the year-end look-up.
-    static std::vector<std::string> RowLines(const ImportRun& run) {
-        return {run.trace.begin() + std::min<std::ptrdiff_t>(2, std::ssize(run.trace)), run.trace.end()};
-    }
+    OppositeSettings()
+        : SettingsFixture(
+              "INSERT INTO rd_style (cRdCode, bRdEnd) VALUES (N'1', 0), (N'101', 1)\n"
+              "GO\n"
+              "INSERT INTO inventoryclass (cInvCCode, bInvCEnd) VALUES (N'C', 0), (N'C1', 1)\n"
+              "GO\n"
+              "INSERT INTO inventory (cInvCode, bService, bInvType, bPTOModel) VALUES\n"
+              "(N'A', 0, 0, 0), (N'B', 0, 0, NULL), (N'S', 1, 0, 0), (N'D', 0, 1, 0), (N'P', 0, 0, 1)\n"
+              "GO\n"
+              "INSERT INTO department (cDepCode, bDepEnd) VALUES (N'02', 0), (N'0201', 1)\n"
+              "GO\n"
+              "INSERT INTO fitem (citem_class, citem_name, ctable) VALUES\n"
+              "(N'97', N'Research', N'fitemss97'), (N'96', NULL, N'fitemss97'), (N'95', N'Lost', N'fitemss95'),\n"
+              "(N'94', N'Nowhere', NULL)\n"
+              "GO\n"
+              "INSERT INTO fitemss97 (citemcode, citemname) VALUES (N'RD1', N'Spindle'), (N'RD2', NULL)\n"
+              "GO\n"
+              "INSERT INTO code (iyear, ccode, bend) VALUES\n"
+              "(2023, N'14', 0), (2023, N'1401', 1), (2023, N'1402', 1), (2022, N'1499', 1)\n",
+              2) {}
 
     /// All stored mappings in the order of their ids.
     std::vector<std::string> Stored() const {
         return account.Rows("select cRdCode,cInvcCode,cInvCode,cDepCode,citem_class,citemcode,cOppHead,cEstHead,iYear "
                             "from IA_OppHead order by AutoID");
     }
-
-    TestAccount account;
 };
 
 } // namespace test

@@ -28,11 +28,6 @@ constexpr const char* categoryMatch =
     "isnull(cInvCode,N'') = N'' And isnull(cDepCode,N'') = N'' And isnull(citem_class,N'') = N'' And "
     "isnull(citemcode,N'') = N'' And iyear = 2023";
 
-/// The last two things asked: what saves the row.
-std::vector<std::string> SaveLines(const ImportRun& run) {
-    return {run.trace.end() - std::min<std::ptrdiff_t>(2, std::ssize(run.trace)), run.trace.end()};
-}
-
 TEST_F(SaveRow, InsertsEveryField) {
     const ImportRun run = Import("ADD", everyField);
     EXPECT_EQ(run.result, ResultDocument("ADD", {{everyFieldKey, 0, "ok"}}));

@@ -1,52 +1,38 @@
 #pragma once
 
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
-#include "tests/support/Import.h"
+#include "tests/support/SettingsFixture.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 namespace test {
 
 /// An account that values at standard cost, with a little master data; year 2023. Every account is named after the
 /// field it is for.
-class StandardCostSettings : public testing::Test {
+class StandardCostSettings : public SettingsFixture<kovra::ClsOppSubjectST> {
 protected:
-    StandardCostSettings() {
-        account.Run("INSERT INTO AccInformation (cSysID, cName, cValue) VALUES\n"
-                    "(N'ca', N'dCAFirstDate', N'2023-01-01'), (N'ca', N'bRLOrST', N'1')\n"
-                    "GO\n"
-                    "INSERT INTO rd_style (cRdCode, bRdEnd) VALUES (N'1', 0), (N'101', 1)\n"
-                    "GO\n"
-                    "INSERT INTO inventoryclass (cInvCCode, bInvCEnd) VALUES (N'C', 0), (N'C1', 1)\n"
-                    "GO\n"
-                    "INSERT INTO department (cDepCode, bDepEnd) VALUES (N'02', 0), (N'0201', 1)\n"
-                    "GO\n"
-                    "INSERT INTO code (iyear, ccode, bend) VALUES\n"
-                    "(2023, N'14', 0), (2022, N'1499', 1),\n"
-                    "(2023, N'a01', 1), (2023, N'a02', 1), (2023, N'a03', 1), (2023, N'a04', 1), (2023, N'a05', 1),\n"
-                    "(2023, N'a06', 1), (2023, N'a07', 1), (2023, N'a08', 1), (2023, N'a09', 1), (2023, N'a10', 1),\n"
-                    "(2023, N'a11', 1), (2023, N'a12', 1), (2023, N'a13', 1), (2023, N'a14', 1), (2023, N'a15', 1),\n"
-                    "(2023, N'a16', 1), (2023, N'a17', 1), (2023, N'a18', 1), (2023, N'a19', 1), (2023, N'a20', 1),\n"
-                    "(2023, N'a21', 1)\n");
-    }
-
-    ImportRun Import(std::string_view proc, std::string_view rows, Faults faults = {}) const {
-        return test::Import<kovra::ClsOppSubjectST>(account, Request(proc, rows), account.LoginXml(),
-                                                    std::move(faults));
-    }
-
-    /// What is asked for the rows themselves: the trace behind the connection and the three pre-checks.
-    static std::vector<std::string> RowLines(const ImportRun& run) {
-        return {run.trace.begin() + std::min<std::ptrdiff_t>(4, std::ssize(run.trace)), run.trace.end()};
-    }
+    StandardCostSettings()
+        : SettingsFixture(
+              "INSERT INTO AccInformation (cSysID, cName, cValue) VALUES\n"
+              "(N'ca', N'dCAFirstDate', N'2023-01-01'), (N'ca', N'bRLOrST', N'1')\n"
+              "GO\n"
+              "INSERT INTO rd_style (cRdCode, bRdEnd) VALUES (N'1', 0), (N'101', 1)\n"
+              "GO\n"
+              "INSERT INTO inventoryclass (cInvCCode, bInvCEnd) VALUES (N'C', 0), (N'C1', 1)\n"
+              "GO\n"
+              "INSERT INTO department (cDepCode, bDepEnd) VALUES (N'02', 0), (N'0201', 1)\n"
+              "GO\n"
+              "INSERT INTO code (iyear, ccode, bend) VALUES\n"
+              "(2023, N'14', 0), (2022, N'1499', 1),\n"
+              "(2023, N'a01', 1), (2023, N'a02', 1), (2023, N'a03', 1), (2023, N'a04', 1), (2023, N'a05', 1),\n"
+              "(2023, N'a06', 1), (2023, N'a07', 1), (2023, N'a08', 1), (2023, N'a09', 1), (2023, N'a10', 1),\n"
+              "(2023, N'a11', 1), (2023, N'a12', 1), (2023, N'a13', 1), (2023, N'a14', 1), (2023, N'a15', 1),\n"
+              "(2023, N'a16', 1), (2023, N'a17', 1), (2023, N'a18', 1), (2023, N'a19', 1), (2023, N'a20', 1),\n"
+              "(2023, N'a21', 1)\n",
+              4) {}
 
     std::vector<std::string> Stored() const { return account.Rows("select * from IA_OppHead order by AutoID"); }
-
-    TestAccount account;
 };
 
 /// A row with every field.

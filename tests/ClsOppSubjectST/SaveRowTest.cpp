@@ -63,11 +63,6 @@ constexpr const char* noAccountStored =
     R"("fManuVarCostEffRateDifCode":null,"fManuVarCostRateDifCode":null,"fSemiManuVarDifCode":null,)"
     R"("fOmCostEDifCode":null,"fSemiOmDifCode":null,"cOTaxRefundCode":null,)";
 
-/// The last two things asked: what saves the row.
-std::vector<std::string> SaveLines(const ImportRun& run) {
-    return {run.trace.end() - std::min<std::ptrdiff_t>(2, std::ssize(run.trace)), run.trace.end()};
-}
-
 TEST_F(SaveRow, InsertsEveryField) {
     const ImportRun run = Import("ADD", everyField);
     EXPECT_EQ(run.result, ResultDocument("ADD", {{everyFieldKey, 0, "ok"}}));

@@ -88,21 +88,6 @@ TEST(ToDate, ReadsEveryKindOfValue) {
     EXPECT_EQ(ErrorOf([] { return ToDate(null); }), en::invalidUseOfNull);
 }
 
-TEST(IsNumeric, KnowsEveryKindOfValue) {
-    for (const host::Value& value : {host::Value(), host::Value(true), host::Value(1), host::Value(1.5),
-                                     host::Value(host::Decimal{"1.5"}), host::Value("1.5")})
-        EXPECT_TRUE(IsNumeric(value));
-    for (const host::Value& value : {null, bytes, host::Value(host::Date{1}), host::Value(""), host::Value("x")})
-        EXPECT_FALSE(IsNumeric(value));
-}
-
-TEST(IsDate, KnowsEveryKindOfValue) {
-    EXPECT_TRUE(IsDate(host::Value(host::Date{1})));
-    EXPECT_TRUE(IsDate(host::Value("2023-5-1")));
-    for (const host::Value& value : {host::Value(), null, bytes, host::Value(45000), host::Value("45000")})
-        EXPECT_FALSE(IsDate(value));
-}
-
 TEST(FormatDate, WritesEveryKindOfValue) {
     EXPECT_EQ(FormatDate(empty), "");
     EXPECT_EQ(FormatDate(null), "");

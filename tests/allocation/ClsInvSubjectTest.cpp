@@ -18,8 +18,7 @@ constexpr const char* rows = "<row><cWhCode>01</cWhCode><cInvHead>1401</cInvHead
 
 test::SettingRow Row(const std::string& warehouse) {
     return {.key = "仓库编码：" + warehouse + "， ， ",
-            .checks = {{"From Warehouse  Where cWhCode='" + warehouse + "' "},
-                       {.sql = "from code where ccode = '1401' and  bend =1 and iyear =2023", .byYear = true}},
+            .checks = {{"From Warehouse  Where cWhCode='" + warehouse + "' "}, test::AccountCheck("1401")},
             .match = "Where cWhCode = '" + warehouse + "' And iyear = 2023"};
 }
 

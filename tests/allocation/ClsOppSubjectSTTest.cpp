@@ -37,8 +37,7 @@ TEST(StandardCostSettingsAllocation, Add) {
          .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request("ADD", rows)),
          .rules = [](Play& play) {
              test::SettingRow withAccount = Row("1", R"("1401")");
-             withAccount.checks.push_back(
-                 {.sql = "from code where ccode = '1401' and  bend =1 and iyear =2023", .byYear = true});
+             withAccount.checks.push_back(test::AccountCheck("1401"));
              return test::PlayStandardCostCall(play, [&] {
                  return PlaySettings(play, {withAccount, Row("2", "null")});
              });

@@ -21,8 +21,7 @@ std::string Stored(const std::string& category, const std::string& account) {
 
 test::SettingRow Row(const std::string& category, const std::string& write) {
     return {.key = "收发类别编码：" + category + "， ， ， ， ， ",
-            .checks = {{"From rd_style  Where cRdCode='" + category + "' "},
-                       {.sql = "from code where ccode = '1401' and  bend =1 and iyear =2023", .byYear = true}},
+            .checks = {{"From rd_style  Where cRdCode='" + category + "' "}, test::AccountCheck("1401")},
             .match = "cRdCode = N'" + category + "' And isnull(cInvcCode,N'') = N''",
             .write = write,
             .stored = Stored(category, "1401"),

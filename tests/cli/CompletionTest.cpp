@@ -1,5 +1,6 @@
 // Completion for bash, and the manual page: both know every command and option of the help.
 
+#include "cli/Classes.h"
 #include "tests/cli/ProgramFixture.h"
 
 #include <array>
@@ -60,6 +61,11 @@ TEST_F(Completion, OffersCommandsAndValues) {
     using Words = std::set<std::string>;
     EXPECT_EQ(Offered("kovra log"), Words{"login"});
     EXPECT_EQ(Offered("kovra login ''"), (Words{"check", "init", "--lang", "--help"}));
+    Words classes;
+    for (const cli::ImportClass& importClass : cli::ImportClasses()) {
+        classes.emplace(importClass.name);
+    }
+    EXPECT_EQ(Offered("kovra transact --class ''"), classes);
     EXPECT_EQ(Offered("kovra transact --class ClsOpp"), (Words{"ClsOppSubject", "ClsOppSubjectST"}));
     EXPECT_EQ(Offered("kovra template ClsOpp"), (Words{"ClsOppSubject", "ClsOppSubjectST"}));
     EXPECT_EQ(Offered("kovra request --hidden ''"), (Words{"include", "skip"}));

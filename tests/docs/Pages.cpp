@@ -1,6 +1,7 @@
 #include "tests/docs/Pages.h"
 
 #include "tests/support/Paths.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -17,10 +18,6 @@ std::string Trimmed(std::string_view text) {
         return {};
     }
     return std::string(text.substr(first, text.find_last_not_of(" \t") - first + 1));
-}
-
-bool IsAscii(std::string_view text) {
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 } // namespace
@@ -66,7 +63,7 @@ std::vector<std::string> PageMessages(const std::string& page) {
         }
         const std::string message = cells[0].substr(1, cells[0].size() - 2);
         // A row of fields may hold several names or a range of them.
-        if (message.find('`') == message.npos && !IsAscii(message)) {
+        if (message.find('`') == message.npos && !text::IsAscii(message)) {
             messages.push_back(message);
         }
     }

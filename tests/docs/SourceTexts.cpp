@@ -1,5 +1,7 @@
 #include "tests/docs/SourceTexts.h"
 
+#include "text/Utf8.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -19,17 +21,13 @@ std::string ReadLiteral(std::string_view source, std::size_t& at) {
     return text;
 }
 
-bool HasMoreThanAscii(std::string_view text) {
-    return std::ranges::any_of(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-}
-
 } // namespace
 
 std::vector<std::string> ChineseLiterals(std::string_view source) {
     std::vector<std::string> literals;
     std::string pending;
     const auto finish = [&] {
-        if (HasMoreThanAscii(pending)) {
+        if (!text::IsAscii(pending)) {
             literals.push_back(pending);
         }
         pending.clear();

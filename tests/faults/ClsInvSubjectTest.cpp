@@ -1,18 +1,14 @@
 #include "ClsInvSubject/ClsInvSubject.h"
 
-#include "tests/faults/DisturbEveryOperation.h"
-#include "tests/support/Import.h"
-#include "tests/support/rules/SettingRules.h"
+#include "tests/faults/SettingsCalls.h"
 
 #include <gtest/gtest.h>
 
 namespace inventory_settings_faults {
 namespace {
 
+using test::AccountCheck;
 using test::CheckedCode;
-using test::DisturbEveryOperation;
-using test::Play;
-using test::PlayedCall;
 using test::SettingRow;
 
 constexpr const char* setup = R"(INSERT INTO Warehouse (cWhCode) VALUES (N'01'), (N'02'), (N'03')
@@ -47,22 +43,14 @@ const std::string otherHead = R"("cInvHead":"1402","cDifHead":null,"cOutHead":nu
 const std::string everyHead =
     R"("cInvHead":"1401","cDifHead":"1402","cOutHead":"1403","cEnDispHead":"1404","czyHead":"1405")";
 
-void PutStored(Play& play) {
-    play.Put("warehouse", Stored(R"("02")", "null", oneHead, "null"));
-    play.Put("item", Stored("null", "null", oneHead, R"("A2")"));
-}
-
 CheckedCode Item(const std::string& code) { return {"From inventory  Where cInvCode='" + code + "' and bService=0"}; }
 CheckedCode Class(const std::string& code) { return {"From inventoryclass  Where cInvCCode='" + code + "'"}; }
 CheckedCode Warehouse(const std::string& code) { return {"From Warehouse  Where cWhCode='" + code + "' "}; }
-CheckedCode Account(const std::string& code) {
-    return {.sql = "from code where ccode = '" + code + "' and  bend =1 and iyear =2023", .byYear = true};
-}
 
 SettingRow EveryAccount() {
     return {.key = "仓库编码：01， ， 存货编码：A1",
-            .checks = {Item("A1"), Warehouse("01"), Account("1401"), Account("1402"), Account("1403"), Account("1404"),
-                       Account("1405")},
+            .checks = {Item("A1"), Warehouse("01"), AccountCheck("1401"), AccountCheck("1402"), AccountCheck("1403"),
+                       AccountCheck("1404"), AccountCheck("1405")},
             .match = "Select AutoID From IA_HeadSet Where cWhCode = '01' And cInvCode = 'A1' And iyear = 2023",
             .write = "INSERT INTO IA_HeadSet",
             .stored = Stored(R"("01")", "null", everyHead, R"("A1")"),
@@ -71,7 +59,7 @@ SettingRow EveryAccount() {
 
 SettingRow NewClass() {
     return {.key = "存货分类：C1， ",
-            .checks = {Class("C1"), Account("1401")},
+            .checks = {Class("C1"), AccountCheck("1401")},
             .match = "Select AutoID From IA_HeadSet Where cInvCCode = 'C1' And iyear = 2023",
             .write = "INSERT INTO IA_HeadSet",
             .stored = Stored("null", R"("C1")", oneHead, "null"),
@@ -80,7 +68,7 @@ SettingRow NewClass() {
 
 SettingRow NewWarehouse() {
     return {.key = "仓库编码：03， ， ",
-            .checks = {Warehouse("03"), Account("1402")},
+            .checks = {Warehouse("03"), AccountCheck("1402")},
             .match = "Where cWhCode = '03' And iyear = 2023",
             .write = "INSERT INTO IA_HeadSet",
             .stored = Stored(R"("03")", "null", otherHead, "null"),
@@ -91,7 +79,7 @@ SettingRow NewWarehouse() {
 SettingRow ItemAndClass() { return {.key = "存货分类：C1， 存货编码：A1", .missing = "存货和存货分类不能同时存在。"}; }
 
 SettingRow UnknownAccount() {
-    CheckedCode unknown = Account("9999");
+    CheckedCode unknown = AccountCheck("9999");
     unknown.refusal = "存货科目编码不合法。";
     return {.key = "仓库编码：01， ， ", .checks = {Warehouse("01"), unknown}};
 }
@@ -106,63 +94,50 @@ const std::string rows =
     "<row><cInvCode>A2</cInvCode><cInvHead>1402</cInvHead></row>"
     "<row><cWhCode>03</cWhCode><cInvHead>1402</cInvHead></row>";
 
-/// A call whose operation is played by `run`.
-PlayedCall Call(const std::string& proc, const std::function<std::string(Play&)>& run) {
-    return {.name = "ClsInvSubject " + proc,
-            .proc = proc,
-            .setup = setup,
-            .restore = restore,
-            .contents = {contents},
-            .run = test::TransactOf<kovra::ClsInvSubject>(test::Request(proc, rows)),
-            .rules = [run](Play& play) {
-                PutStored(play);
-                return PlaySettingsCall(play, [&] { return run(play); });
-            }};
-}
+const test::SettingsCalls<kovra::ClsInvSubject> calls{
+    .className = "ClsInvSubject",
+    .setup = setup,
+    .restore = restore,
+    .contents = contents,
+    .rows = rows,
+    .stored = {{"warehouse", Stored(R"("02")", "null", oneHead, "null")},
+               {"item", Stored("null", "null", oneHead, R"("A2")")}}};
 
 TEST(InventorySettingsFaults, Add) {
-    DisturbEveryOperation(Call("ADD", [](Play& play) {
-        return PlaySettings(play, {EveryAccount(),
-                                   ItemAndClass(),
-                                   UnknownAccount(),
-                                   NewClass(),
-                                   {.key = "仓库编码：02， ， ",
-                                    .checks = {Warehouse("02"), Account("1402")},
-                                    .match = "Where cWhCode = '02' And iyear = 2023"},
-                                   {.key = "存货编码：A2",
-                                    .checks = {Item("A2"), Account("1402")},
-                                    .match = "Where cInvCode = 'A2' And iyear = 2023"},
-                                   NewWarehouse()});
-    }));
+    calls.Disturb("ADD", {EveryAccount(),
+                          ItemAndClass(),
+                          UnknownAccount(),
+                          NewClass(),
+                          {.key = "仓库编码：02， ， ",
+                           .checks = {Warehouse("02"), AccountCheck("1402")},
+                           .match = "Where cWhCode = '02' And iyear = 2023"},
+                          {.key = "存货编码：A2",
+                           .checks = {Item("A2"), AccountCheck("1402")},
+                           .match = "Where cInvCode = 'A2' And iyear = 2023"},
+                          NewWarehouse()});
 }
 
 TEST(InventorySettingsFaults, Edit) {
-    DisturbEveryOperation(Call("EDIT", [](Play& play) {
-        return PlaySettings(play, {EveryAccount(),
-                                   ItemAndClass(),
-                                   UnknownAccount(),
-                                   NewClass(),
-                                   // Without an item code the update lacks a comma.
-                                   {.key = "仓库编码：02， ， ",
-                                    .checks = {Warehouse("02"), Account("1402")},
-                                    .match = "Where cWhCode = '02' And iyear = 2023",
-                                    .write = "Update IA_HeadSet Set",
-                                    .writeError = "Incorrect syntax near 'iYear'."},
-                                   {.key = "存货编码：A2",
-                                    .checks = {Item("A2"), Account("1402")},
-                                    .match = "Where cInvCode = 'A2' And iyear = 2023",
-                                    .write = "Update IA_HeadSet Set",
-                                    .stored = Stored("null", "null", otherHead, R"("A2")"),
-                                    .storedName = "item"},
-                                   NewWarehouse()});
-    }));
+    calls.Disturb("EDIT", {EveryAccount(),
+                           ItemAndClass(),
+                           UnknownAccount(),
+                           NewClass(),
+                           // Without an item code the update lacks a comma.
+                           {.key = "仓库编码：02， ， ",
+                            .checks = {Warehouse("02"), AccountCheck("1402")},
+                            .match = "Where cWhCode = '02' And iyear = 2023",
+                            .write = "Update IA_HeadSet Set",
+                            .writeError = "Incorrect syntax near 'iYear'."},
+                           {.key = "存货编码：A2",
+                            .checks = {Item("A2"), AccountCheck("1402")},
+                            .match = "Where cInvCode = 'A2' And iyear = 2023",
+                            .write = "Update IA_HeadSet Set",
+                            .stored = Stored("null", "null", otherHead, R"("A2")"),
+                            .storedName = "item"},
+                           NewWarehouse()});
 }
 
-TEST(InventorySettingsFaults, Empty) {
-    PlayedCall call = Call("EMPTY", [](Play& play) { return PlayEmpty(play, "IA_HeadSet"); });
-    call.connectionMore = ";Delete Star=Accept";
-    DisturbEveryOperation(call);
-}
+TEST(InventorySettingsFaults, Empty) { calls.DisturbEmpty("IA_HeadSet"); }
 
 } // namespace
 } // namespace inventory_settings_faults

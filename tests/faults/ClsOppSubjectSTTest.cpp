@@ -1,8 +1,6 @@
 #include "ClsOppSubjectST/ClsOppSubjectST.h"
 
-#include "tests/faults/DisturbEveryOperation.h"
-#include "tests/support/Import.h"
-#include "tests/support/rules/SettingRules.h"
+#include "tests/faults/SettingsCalls.h"
 
 #include <array>
 
@@ -11,10 +9,8 @@
 namespace standard_cost_settings_faults {
 namespace {
 
+using test::AccountCheck;
 using test::CheckedCode;
-using test::DisturbEveryOperation;
-using test::Play;
-using test::PlayedCall;
 using test::SettingRow;
 
 constexpr const char* setup = R"(INSERT INTO AccInformation (cSysID, cName, cValue) VALUES
@@ -86,7 +82,6 @@ std::string OfCategory(const std::string& cRdCode, const std::string& cInvCode) 
 CheckedCode Category(const std::string& code) {
     return {"From rd_style  Where bRdEnd = 1 and  cRdCode=N'" + code + "' "};
 }
-CheckedCode Account() { return {.sql = "from code where ccode = '1401' and  bend =1 and iyear =2023", .byYear = true}; }
 
 SettingRow EveryAccount() {
     SettingRow row{.key = "收发类别编码：101， 存货分类编码：C1， 部门编码：02",
@@ -99,7 +94,7 @@ SettingRow EveryAccount() {
                    .stored = Stored(R"("cRdCode":"101","cInvcCode":"C1","cDepCode":"02","cInvCode":null)", R"("1401")",
                                     R"("1401")"),
                    .storedName = "every account"};
-    row.checks.insert(row.checks.end(), accountChecks, Account());
+    row.checks.insert(row.checks.end(), accountChecks, AccountCheck("1401"));
     return row;
 }
 
@@ -135,24 +130,17 @@ std::string Rows() {
                   "<row><cRdCode>102</cRdCode></row><row><cRdCode>103</cRdCode></row>";
 }
 
-/// A call whose operation is played by `run`.
-PlayedCall Call(const std::string& proc, const std::function<std::string(Play&)>& run) {
-    return {.name = "ClsOppSubjectST " + proc,
-            .proc = proc,
-            .setup = setup,
-            .restore = restore,
-            .contents = {ContentsQuery()},
-            .run = test::TransactOf<kovra::ClsOppSubjectST>(test::Request(proc, Rows())),
-            .rules = [run](Play& play) {
-                play.Put("keys", Stored(OfCategory("102", R"("A")"), R"("1401")", "null"));
-                return PlayStandardCostCall(play, [&] { return run(play); });
-            }};
-}
+const test::SettingsCalls<kovra::ClsOppSubjectST> calls{
+    .className = "ClsOppSubjectST",
+    .setup = setup,
+    .restore = restore,
+    .contents = ContentsQuery(),
+    .rows = Rows(),
+    .stored = {{"keys", Stored(OfCategory("102", R"("A")"), R"("1401")", "null")}},
+    .play = test::PlayStandardCostCall};
 
 TEST(StandardCostSettingsFaults, Add) {
-    DisturbEveryOperation(Call("ADD", [](Play& play) {
-        return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), KeysAlone("102"), NewKeys()});
-    }));
+    calls.Disturb("ADD", {EveryAccount(), WithoutKey(), NoLeaf(), KeysAlone("102"), NewKeys()});
 }
 
 TEST(StandardCostSettingsFaults, Edit) {
@@ -161,16 +149,10 @@ TEST(StandardCostSettingsFaults, Edit) {
     // The accounts are cleared and the item stays.
     update.stored = Stored(OfCategory("102", R"("A")"), "null", "null");
     update.storedName = "keys";
-    DisturbEveryOperation(Call("EDIT", [&](Play& play) {
-        return PlaySettings(play, {EveryAccount(), WithoutKey(), NoLeaf(), update, NewKeys()});
-    }));
+    calls.Disturb("EDIT", {EveryAccount(), WithoutKey(), NoLeaf(), update, NewKeys()});
 }
 
-TEST(StandardCostSettingsFaults, Empty) {
-    PlayedCall call = Call("EMPTY", [](Play& play) { return PlayEmpty(play, "IA_OppHead"); });
-    call.connectionMore = ";Delete Star=Accept";
-    DisturbEveryOperation(call);
-}
+TEST(StandardCostSettingsFaults, Empty) { calls.DisturbEmpty("IA_OppHead"); }
 
 } // namespace
 } // namespace standard_cost_settings_faults

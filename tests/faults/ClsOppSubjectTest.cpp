@@ -1,18 +1,14 @@
 #include "ClsOppSubject/ClsOppSubject.h"
 
-#include "tests/faults/DisturbEveryOperation.h"
-#include "tests/support/Import.h"
-#include "tests/support/rules/SettingRules.h"
+#include "tests/faults/SettingsCalls.h"
 
 #include <gtest/gtest.h>
 
 namespace opposite_settings_faults {
 namespace {
 
+using test::AccountCheck;
 using test::CheckedCode;
-using test::DisturbEveryOperation;
-using test::Play;
-using test::PlayedCall;
 using test::SettingRow;
 
 constexpr const char* setup = R"(INSERT INTO rd_style (cRdCode) VALUES (N'1'), (N'101'), (N'102')
@@ -46,12 +42,7 @@ std::string OfCategory(const std::string& cRdCode, const std::string& cOppHead, 
            cOppHead + ",\"cEstHead\":" + cEstHead + ",\"iYear\":2023}";
 }
 
-void PutStored(Play& play) { play.Put("category", OfCategory("101", R"("1401")", R"("1402")")); }
-
 CheckedCode Category(const std::string& code) { return {"From rd_style  Where cRdCode='" + code + "' "}; }
-CheckedCode Account(const std::string& code) {
-    return {.sql = "from code where ccode = '" + code + "' and  bend =1 and iyear =2023", .byYear = true};
-}
 
 /// Every key and both accounts.
 SettingRow EveryKey() {
@@ -63,8 +54,8 @@ SettingRow EveryKey() {
                        {"from department where cdepcode = '02' "},
                        {"from fitem  Where citem_class='97' "},
                        {"Select cItemCode,cItemName from fitemss97 Where cItemCode ='RD1' "},
-                       Account("1401"),
-                       Account("1402")},
+                       AccountCheck("1401"),
+                       AccountCheck("1402")},
             .match = "cRdCode = N'101' And cInvcCode = N'C1' And cInvCode = N'A' And cDepCode = N'02' And citem_class "
                      "= N'97' And citemcode = N'RD1' And iyear = 2023",
             .write = "INSERT INTO IA_OppHead",
@@ -86,7 +77,7 @@ SettingRow UnknownDepartment() {
 /// A category with an opposite account alone.
 SettingRow OneAccount(const std::string& category) {
     return {.key = "收发类别编码：" + category + "， ， ， ， ， ",
-            .checks = {Category(category), Account("1402")},
+            .checks = {Category(category), AccountCheck("1402")},
             .match = "cRdCode = N'" + category + "' And isnull(cInvcCode,N'') = N''"};
 }
 
@@ -107,25 +98,16 @@ const std::string rows =
     "<row><cRdCode>101</cRdCode><cOppHead>1402</cOppHead></row>"
     "<row><cRdCode>1</cRdCode><cOppHead>1402</cOppHead></row>";
 
-/// A call whose operation is played by `run`.
-PlayedCall Call(const std::string& proc, const std::function<std::string(Play&)>& run) {
-    return {.name = "ClsOppSubject " + proc,
-            .proc = proc,
-            .setup = setup,
-            .restore = restore,
-            .contents = {contents},
-            .run = test::TransactOf<kovra::ClsOppSubject>(test::Request(proc, rows)),
-            .rules = [run](Play& play) {
-                PutStored(play);
-                return PlaySettingsCall(play, [&] { return run(play); });
-            }};
-}
+const test::SettingsCalls<kovra::ClsOppSubject> calls{
+    .className = "ClsOppSubject",
+    .setup = setup,
+    .restore = restore,
+    .contents = contents,
+    .rows = rows,
+    .stored = {{"category", OfCategory("101", R"("1401")", R"("1402")")}}};
 
 TEST(OppositeSettingsFaults, Add) {
-    DisturbEveryOperation(Call("ADD", [](Play& play) {
-        return PlaySettings(play,
-                            {EveryKey(), WithoutAccount(), UnknownDepartment(), OneAccount("101"), NewCategory()});
-    }));
+    calls.Disturb("ADD", {EveryKey(), WithoutAccount(), UnknownDepartment(), OneAccount("101"), NewCategory()});
 }
 
 TEST(OppositeSettingsFaults, Edit) {
@@ -134,16 +116,10 @@ TEST(OppositeSettingsFaults, Edit) {
     // The account that the row leaves out is cleared.
     update.stored = OfCategory("101", R"("1402")", "null");
     update.storedName = "category";
-    DisturbEveryOperation(Call("EDIT", [&](Play& play) {
-        return PlaySettings(play, {EveryKey(), WithoutAccount(), UnknownDepartment(), update, NewCategory()});
-    }));
+    calls.Disturb("EDIT", {EveryKey(), WithoutAccount(), UnknownDepartment(), update, NewCategory()});
 }
 
-TEST(OppositeSettingsFaults, Empty) {
-    PlayedCall call = Call("EMPTY", [](Play& play) { return PlayEmpty(play, "IA_OppHead"); });
-    call.connectionMore = ";Delete Star=Accept";
-    DisturbEveryOperation(call);
-}
+TEST(OppositeSettingsFaults, Empty) { calls.DisturbEmpty("IA_OppHead"); }
 
 } // namespace
 } // namespace opposite_settings_faults

@@ -2,7 +2,6 @@
 
 #include "cli/Classes.h"
 #include "cli/ImportAccount.h"
-#include "import/encoding/Encoding.h"
 #include "import/file/ReadFileFacts.h"
 #include "import/run/RunImport.h"
 #include "tests/support/Paths.h"
@@ -64,7 +63,6 @@ protected:
             .transact = std::ranges::find(classes, className, &cli::ImportClass::name)->transact,
             .spreadsheet = spreadsheet,
             .file = importing::ReadFileFacts(Path(name)),
-            .codePage = importing::InCodePage936,
             .log = log,
             .time = options.time,
             .commit = options.commit,

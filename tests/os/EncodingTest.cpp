@@ -1,5 +1,7 @@
 #include "os/Encoding.h"
 
+#include "os/PosixEncoding.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -65,12 +67,11 @@ TEST(Encoding, UnknownNameIsNoEncoding) {
         EXPECT_FALSE(os::Decode("1", name)) << name;
 }
 
-// GBK holds simplified and traditional characters, Greek, Cyrillic and the letters of pinyin, but no other accents.
-TEST(CodePage936, HoldsItsCharactersAlone) {
-    for (const char32_t there : {U'A', U'期', U'國', U'α', U'я', U'é', U'１', U'、'})
-        EXPECT_TRUE(os::InCodePage936(there)) << static_cast<unsigned>(there);
-    for (const char32_t absent : {U'ñ', U'ç', U'한', U'\U0001F600', U'\U00020BB7'})
-        EXPECT_FALSE(os::InCodePage936(absent)) << static_cast<unsigned>(absent);
+TEST(Encoding, WritesWhatTheEncodingHolds) {
+    EXPECT_EQ(os::Encode("期初 1001", "GBK"), "\xC6\xDA\xB3\xF5 1001");
+    EXPECT_EQ(os::Encode("仓é한!", "ISO-8859-1"), "?\xE9?!");
+    EXPECT_EQ(os::Encode("a\xFFz 期\xC6", "GBK"), "a\xFFz \xC6\xDA\xC6") << "bytes that are no UTF-8";
+    EXPECT_EQ(os::Encode("期初", "no-such-encoding"), "期初");
 }
 
 } // namespace

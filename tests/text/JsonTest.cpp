@@ -27,3 +27,31 @@ TEST(AppendJsonString, PutsTheReplacementCharacterForWhatIsNoUtf8) {
     EXPECT_EQ(Json("a\xFFz"), "[\"a\xEF\xBF\xBDz\"");
     EXPECT_EQ(Json("\xED\xA0\x80"), "[\"\xEF\xBF\xBD\"") << "a lone surrogate";
 }
+
+TEST(JsonWriter, PutsCommasBetweenMembersAndValues) {
+    std::string json;
+    text::JsonWriter writer(json);
+    writer.Open('{').Member("text", "a,").Member("number", -2).Member("is", true);
+    writer.Name("none").Open('[').Close(']');
+    writer.Name("some").Open('[').Text("[").Text("").Word("1.50").Open('{').Close('}').Open('[').Close(']').Close(']');
+    writer.Name("inner").Open('{').Member("isNot", false).Close('}').Close('}');
+    EXPECT_EQ(json,
+              R"({"text":"a,","number":-2,"is":true,"none":[],"some":["[","",1.50,{},[]],"inner":{"isNot":false}})");
+}
+
+TEST(JsonWriter, WritesObjectsOneALine) {
+    std::string json = "{\"a\":1}\n";
+    text::JsonWriter(json).Open('{').Member("b\n", "c").Close('}');
+    EXPECT_EQ(json, "{\"a\":1}\n{\"b\\n\":\"c\"}");
+}
+
+TEST(JsonWriter, BreaksTheLineBetweenValuesAlone) {
+    std::string json;
+    text::JsonWriter writer(json);
+    writer.Open('[');
+    for (const char* const name : {"a", "b", "c,"}) {
+        writer.NextLine().Open('{').Member(name, 1).Close('}');
+    }
+    writer.Close(']');
+    EXPECT_EQ(json, "[{\"a\":1},\n{\"b\":1},\n{\"c,\":1}]");
+}

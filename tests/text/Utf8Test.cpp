@@ -68,3 +68,20 @@ TEST(Utf8, SurrogatesAreCharactersButNoUtf8) {
         EXPECT_FALSE(IsUtf8(bytes));
     }
 }
+
+TEST(Utf8, NoCharacterIsCutThrough) {
+    EXPECT_EQ(text::CutUtf8("仓库", 6), "仓库");
+    EXPECT_EQ(text::CutUtf8("仓库", 5), "仓");
+    EXPECT_EQ(text::CutUtf8("仓库", 3), "仓");
+    EXPECT_EQ(text::CutUtf8("仓库", 2), "");
+    EXPECT_EQ(text::CutUtf8("ab", 100), "ab");
+    EXPECT_EQ(text::CutUtf8("", 1), "");
+}
+
+TEST(Utf8, AsciiIsToldFromEverythingElse) {
+    for (const std::string text : {"", "x", "eight by", "more than eight"}) {
+        EXPECT_TRUE(text::IsAscii(text));
+        EXPECT_FALSE(text::IsAscii(text + "é"));
+        EXPECT_FALSE(text::IsAscii("\x80" + text));
+    }
+}

@@ -139,10 +139,6 @@ std::string SystemFile(const std::string& file) {
     return file == inMemory ? file : file.substr(0, NameStart(file)) + "QxSystem.db";
 }
 
-std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString) {
-    return OpenEmbedded(connectionString, Mode::open);
-}
-
 std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode) {
     EmbeddedDatabase::Settings settings = ReadSettings(connectionString);
     settings.mode = mode;

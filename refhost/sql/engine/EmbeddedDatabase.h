@@ -36,8 +36,7 @@ enum class Mode {
 /// [;Synchronous=Full|Normal][;Commit=Each|Grouped]"; keys and provider in any letter case, FILE ":memory:" for a
 /// database that lives with the object. The system database QxSystem is the file QxSystem.db beside FILE, in memory
 /// likewise. Throws `host::Error` "unspecified" for a file that cannot be opened or is no account database.
-std::unique_ptr<Database> OpenEmbedded(const std::string& connectionString);
-std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode);
+std::unique_ptr<EmbeddedDatabase> OpenEmbedded(const std::string& connectionString, Mode mode = Mode::open);
 
 /// The account's file that such a connection string names. Throws for one that names none.
 std::string FileOf(const std::string& connectionString);

@@ -56,10 +56,9 @@ struct ObjectPath {
 /// ("sys:objects", "sys:columns"), so that a rolled back transaction takes the description back with it.
 class Catalog {
 public:
+    /// @param databaseName the account database's own, of which three-part names may make use
     Catalog(sqlite3* db, std::string databaseName) : db_(db), databaseName_(std::move(databaseName)) {}
 
-    /// The account database's own name, of which three-part names may make use.
-    const std::string& DatabaseName() const { return databaseName_; }
     /// The name of a database in T-SQL.
     std::string DatabaseOf(Schema schema) const;
     /// The database that names without one mean: the account's own, unless `Use` chose another.

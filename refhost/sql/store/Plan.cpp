@@ -1,7 +1,7 @@
 #include "refhost/sql/store/Plan.h"
 
-#include "refhost/sql/types/CodePage.h"
 #include "refhost/sql/types/Errors.h"
+#include "text/CodePage936.h"
 
 #include <algorithm>
 #include <charconv>
@@ -87,7 +87,7 @@ std::optional<double> DirectReal(const Literal& literal, const Slot& slot) {
 /// lacks.
 bool StandsForItself(const Literal& literal) {
     return !literal.doubled && (literal.national || literal.kind != LiteralKind::text ||
-                                FirstOutsideCodePage(literal.body) == std::string_view::npos);
+                                text::FirstOutsideCodePage936(literal.body) == std::string_view::npos);
 }
 
 /// Whether a text of so many bytes fits the one step that leads to a text column of varying length as it stands.
@@ -96,7 +96,7 @@ bool FitsAsItStands(const Literal& literal, const Slot& slot) {
         return false;
     }
     const Type& to = slot.steps.front().to;
-    if (!IsNational(to.base) && FirstOutsideCodePage(literal.body) != std::string_view::npos) {
+    if (!IsNational(to.base) && text::FirstOutsideCodePage936(literal.body) != std::string_view::npos) {
         return false;
     }
     return FamilyOf(to) == Family::text && !IsFixedLength(to.base) &&
@@ -143,8 +143,8 @@ Cell CellOf(const Literal& literal, bool negated) {
         } else {
             cell.PointTo(Cell::Kind::text, literal.body);
         }
-        if (!literal.national && FirstOutsideCodePage(cell.Bytes()) != std::string_view::npos) {
-            cell.SetText(ThroughCodePage(cell.Bytes()));
+        if (!literal.national && text::FirstOutsideCodePage936(cell.Bytes()) != std::string_view::npos) {
+            cell.SetText(text::ThroughCodePage936(cell.Bytes()));
         }
         break;
     case LiteralKind::integer:

@@ -5,6 +5,7 @@
 #include "refhost/sql/types/CharacterOrder.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -232,10 +233,6 @@ template <Operation operation> void Arithmetic(Call& call) {
 
 // Texts. Positions count UTF-16 units from 1.
 
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 std::string_view WithoutTrailingBlanks(std::string_view text) {
     const std::size_t last = text.find_last_not_of(' ');
     return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
@@ -249,7 +246,7 @@ std::string Slice(std::string_view text, std::int64_t start, std::int64_t length
         const std::int64_t end = std::clamp<std::int64_t>(start + length, begin, size);
         return units.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(end - begin));
     };
-    if (IsAscii(text)) {
+    if (text::IsAscii(text)) {
         return std::string(cut(text));
     }
     const std::u16string units = ToUtf16(text);

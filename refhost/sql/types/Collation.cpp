@@ -83,7 +83,7 @@ private:
 };
 
 bool IsContinuation(std::string_view text, std::size_t index) {
-    return index < text.size() && (ByteAt(text, index) & 0xC0U) == 0x80U;
+    return index < text.size() && text::ContinuesUtf8(text[index]);
 }
 
 /// Length of what both texts begin with, cut to whole characters.

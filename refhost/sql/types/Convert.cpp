@@ -1,9 +1,9 @@
 #include "refhost/sql/types/Convert.h"
 
 #include "ModPub/Text.h"
-#include "refhost/sql/types/CodePage.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
+#include "text/CodePage936.h"
 
 #include <algorithm>
 #include <charconv>
@@ -447,8 +447,8 @@ void ToTextFamily(Cell& cell, const Type& from, const Type& to, int style, Surpl
     switch (FamilyOf(from)) {
     case Family::text:
         if (IsNational(from.base) && !IsNational(to.base) &&
-            FirstOutsideCodePage(cell.Bytes()) != std::string_view::npos) {
-            cell.SetText(ThroughCodePage(cell.Bytes()));
+            text::FirstOutsideCodePage936(cell.Bytes()) != std::string_view::npos) {
+            cell.SetText(text::ThroughCodePage936(cell.Bytes()));
         }
         break;
     case Family::guid:
@@ -466,8 +466,8 @@ void ToTextFamily(Cell& cell, const Type& from, const Type& to, int style, Surpl
         break;
     case Family::date:
         cell.SetText(FormatDate(cell.integer, from, style));
-        if (!IsNational(to.base) && FirstOutsideCodePage(cell.Bytes()) != std::string_view::npos) {
-            cell.SetText(ThroughCodePage(cell.Bytes())); // names of months in Arabic
+        if (!IsNational(to.base) && text::FirstOutsideCodePage936(cell.Bytes()) != std::string_view::npos) {
+            cell.SetText(text::ThroughCodePage936(cell.Bytes())); // names of months in Arabic
         }
         break;
     case Family::binary:

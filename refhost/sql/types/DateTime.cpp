@@ -526,39 +526,33 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
         style = 121;
     }
     const std::string fraction = Fraction(c, type);
-    const std::int64_t shortYear = c.year % 100;
+    // Styles from 100 on give the century, too.
+    const auto year = [&] { return style < 100 ? fmt::format("{:02}", c.year % 100) : fmt::format("{:04}", c.year); };
     switch (style) {
     case 0:
     case 100:
         return fmt::format("{} {:>2} {:04} {:>2}:{:02}{}", month, c.day, c.year, hour12, c.minute, half);
     case 1:
-        return fmt::format("{:02}/{:02}/{:02}", c.month, c.day, shortYear);
     case 101:
-        return fmt::format("{:02}/{:02}/{:04}", c.month, c.day, c.year);
+        return fmt::format("{:02}/{:02}/{}", c.month, c.day, year());
     case 2:
-        return fmt::format("{:02}.{:02}.{:02}", shortYear, c.month, c.day);
     case 102:
-        return fmt::format("{:04}.{:02}.{:02}", c.year, c.month, c.day);
+        return fmt::format("{}.{:02}.{:02}", year(), c.month, c.day);
     case 3:
-        return fmt::format("{:02}/{:02}/{:02}", c.day, c.month, shortYear);
     case 103:
-        return fmt::format("{:02}/{:02}/{:04}", c.day, c.month, c.year);
+        return fmt::format("{:02}/{:02}/{}", c.day, c.month, year());
     case 4:
-        return fmt::format("{:02}.{:02}.{:02}", c.day, c.month, shortYear);
     case 104:
-        return fmt::format("{:02}.{:02}.{:04}", c.day, c.month, c.year);
+        return fmt::format("{:02}.{:02}.{}", c.day, c.month, year());
     case 5:
-        return fmt::format("{:02}-{:02}-{:02}", c.day, c.month, shortYear);
     case 105:
-        return fmt::format("{:02}-{:02}-{:04}", c.day, c.month, c.year);
+        return fmt::format("{:02}-{:02}-{}", c.day, c.month, year());
     case 6:
-        return fmt::format("{:02} {} {:02}", c.day, month, shortYear);
     case 106:
-        return fmt::format("{:02} {} {:04}", c.day, month, c.year);
+        return fmt::format("{:02} {} {}", c.day, month, year());
     case 7:
-        return fmt::format("{} {:02}, {:02}", month, c.day, shortYear);
     case 107:
-        return fmt::format("{} {:02}, {:04}", month, c.day, c.year);
+        return fmt::format("{} {:02}, {}", month, c.day, year());
     case 8:
     case 24:
     case 108:
@@ -568,17 +562,14 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
         return fmt::format("{} {:>2} {:04} {:>2}:{:02}:{:02}:{:03}{}", month, c.day, c.year, hour12, c.minute, c.second,
                            milliseconds, half);
     case 10:
-        return fmt::format("{:02}-{:02}-{:02}", c.month, c.day, shortYear);
     case 110:
-        return fmt::format("{:02}-{:02}-{:04}", c.month, c.day, c.year);
+        return fmt::format("{:02}-{:02}-{}", c.month, c.day, year());
     case 11:
-        return fmt::format("{:02}/{:02}/{:02}", shortYear, c.month, c.day);
     case 111:
-        return fmt::format("{:04}/{:02}/{:02}", c.year, c.month, c.day);
+        return fmt::format("{}/{:02}/{:02}", year(), c.month, c.day);
     case 12:
-        return fmt::format("{:02}{:02}{:02}", shortYear, c.month, c.day);
     case 112:
-        return fmt::format("{:04}{:02}{:02}", c.year, c.month, c.day);
+        return fmt::format("{}{:02}{:02}", year(), c.month, c.day);
     case 13:
     case 113:
         return fmt::format("{:02} {} {:04} {:02}:{:02}:{:02}:{:03}", c.day, month, c.year, c.hour, c.minute, c.second,
@@ -598,8 +589,8 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
                                   : fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}{}", c.year, c.month, c.day, c.hour,
                                                 c.minute, c.second, fraction);
     case 22:
-        return fmt::format("{:02}/{:02}/{:02} {:>2}:{:02}:{:02} {}", c.month, c.day, shortYear, hour12, c.minute,
-                           c.second, half);
+        return fmt::format("{:02}/{:02}/{} {:>2}:{:02}:{:02} {}", c.month, c.day, year(), hour12, c.minute, c.second,
+                           half);
     case 23:
         return fmt::format("{:04}-{:02}-{:02}", c.year, c.month, c.day);
     case 126:

@@ -1,9 +1,9 @@
 #include "refhost/sql/engine/Backup.h"
 
 #include "refhost/sql/engine/Storage.h"
+#include "tests/refhost/sql/DatabaseFiles.h"
 #include "tests/refhost/sql/Support.h"
 #include "tests/support/Paths.h"
-#include "tests/support/TestAccount.h"
 
 #include <filesystem>
 #include <fstream>
@@ -13,19 +13,13 @@ namespace {
 
 using refhost::sql::BackUp;
 using refhost::sql::CheckFiles;
-using refhost::sql::EmbeddedDatabase;
 using refhost::sql::Mode;
 using refhost::sql::OpenEmbedded;
 using refhost::sql::Restore;
 using refhost::sql::Schema;
 
-class Backup : public testing::Test {
+class Backup : public DatabaseFiles {
 protected:
-    std::string File(const char* name) const { return (folder_.path() / name).string(); }
-    std::string Connection(const char* name) const { return "Provider=KovraAccount;Data Source=" + File(name); }
-    std::unique_ptr<EmbeddedDatabase> Open(const char* name) const {
-        return OpenEmbedded(Connection(name), Mode::create);
-    }
     /// A file of the first format.
     static std::string OldFile(const char* name) {
         return (test::SourceFolder() / "tests/refhost/sql/files/format0" / name).string();
@@ -38,12 +32,10 @@ protected:
         }
         return "";
     }
-
-    test::TemporaryFolder folder_;
 };
 
 TEST_F(Backup, IsTheAccountAsItWasAtOneMoment) {
-    const auto db = Open("a.db");
+    const auto db = Create("a.db");
     db->Execute("create table t (x int)");
     db->Execute("insert into t values (1)");
     db->BeginTrans();
@@ -52,12 +44,12 @@ TEST_F(Backup, IsTheAccountAsItWasAtOneMoment) {
     db->Execute("insert into t values (3)");
     db->CommitTrans();
     EXPECT_EQ(Answer(*db, "select x from t"), "1 | 2 | 3");
-    EXPECT_EQ(Answer(*Open("copy.db"), "select x from t"), "1");
+    EXPECT_EQ(Answer(*Create("copy.db"), "select x from t"), "1");
     EXPECT_FALSE(std::filesystem::exists(File("copy.db.part")));
 }
 
 TEST_F(Backup, OverwritesNothing) {
-    Open("a.db");
+    Create("a.db");
     std::ofstream(File("kept.txt")) << "kept";
     EXPECT_EQ(ErrorOf([&] { BackUp(Connection("a.db"), Schema::account, File("kept.txt")); }),
               "The file \"" + File("kept.txt") + "\" exists already. Name another, or take it away.");
@@ -79,7 +71,7 @@ TEST_F(Backup, KeepsTheFormatOfTheFile) {
 }
 
 TEST_F(Backup, OfTheSystemDatabaseIsAFileOfItsOwn) {
-    const auto db = Open("a.db");
+    const auto db = Create("a.db");
     db->Execute("create table QxSystem..p (x int)");
     db->Execute("insert into QxSystem..p values (1)");
     BackUp(Connection("a.db"), Schema::system, File("system-copy.db"));
@@ -91,7 +83,7 @@ TEST_F(Backup, OfTheSystemDatabaseIsAFileOfItsOwn) {
 }
 
 TEST_F(Backup, ACopyOfAnAccountHasItsNameAndItsSystemDatabase) {
-    const auto db = Open("a.db");
+    const auto db = Create("a.db");
     db->Execute("create table QxSystem..p (x int)");
     db->Execute("create table t (x int)");
     db->Execute("insert into t values (1)");
@@ -107,24 +99,24 @@ TEST_F(Backup, ACopyOfAnAccountHasItsNameAndItsSystemDatabase) {
 }
 
 TEST_F(Backup, RestoringPutsItBackForWhoeverHasTheAccountOpen) {
-    const auto db = Open("a.db");
+    const auto db = Create("a.db");
     db->Execute("create table t (x int)");
     db->Execute("insert into t values (1)");
     BackUp(Connection("a.db"), Schema::account, File("copy.db"));
-    const auto other = Open("a.db");
+    const auto other = Create("a.db");
     EXPECT_EQ(Answer(*other, "insert into t values (2)"), "");
     EXPECT_EQ(Answer(*other, "create table u (x int)"), "");
     EXPECT_EQ(Answer(*other, "select x from u"), "");
     Restore(Connection("a.db"), Schema::account, File("copy.db"));
     EXPECT_EQ(Answer(*other, "select x from t"), "1");
     EXPECT_EQ(Answer(*other, "select x from u"), "-2147217865: Invalid object name 'u'.");
-    EXPECT_EQ(Answer(*Open("a.db"), "select x from t"), "1");
+    EXPECT_EQ(Answer(*Create("a.db"), "select x from t"), "1");
     EXPECT_TRUE(CheckFiles(Connection("a.db")).empty());
     EXPECT_FALSE(std::filesystem::exists(File("a.db.part")));
 }
 
 TEST_F(Backup, RestoringMakesAFileThatIsGone) {
-    Open("a.db")->Execute("create table t (x int)");
+    Create("a.db")->Execute("create table t (x int)");
     BackUp(Connection("a.db"), Schema::account, File("copy.db"));
     std::filesystem::remove(File("a.db"));
     Restore(Connection("a.db"), Schema::account, File("copy.db"));
@@ -132,7 +124,7 @@ TEST_F(Backup, RestoringMakesAFileThatIsGone) {
 }
 
 TEST_F(Backup, RestoringBringsAnOlderFormatUpToDate) {
-    Open("a.db")->Execute("create table t (x int)");
+    Create("a.db")->Execute("create table t (x int)");
     Restore(Connection("a.db"), Schema::account, OldFile("account.db"));
     for (const refhost::sql::FormatChange& change : refhost::sql::UpgradeFiles(Connection("a.db"))) {
         EXPECT_EQ(change.before, refhost::sql::formatVersion) << change.file;
@@ -140,7 +132,7 @@ TEST_F(Backup, RestoringBringsAnOlderFormatUpToDate) {
 }
 
 TEST_F(Backup, RestoringRefusesWhatIsNoBackupAndWhatIsNoAccount) {
-    Open("a.db")->Execute("create table t (x int)");
+    Create("a.db")->Execute("create table t (x int)");
     std::ofstream(File("text.txt")) << std::string(4096, 'x');
     EXPECT_EQ(ErrorOf([&] { Restore(Connection("a.db"), Schema::account, File("text.txt")); }),
               "The file is not an account database.");
@@ -148,11 +140,11 @@ TEST_F(Backup, RestoringRefusesWhatIsNoBackupAndWhatIsNoAccount) {
     EXPECT_EQ(ErrorOf([&] { Restore(Connection("text.txt"), Schema::account, File("a.db")); }),
               "The file is not an account database.");
     EXPECT_EQ(std::filesystem::file_size(File("text.txt")), 4096U);
-    EXPECT_EQ(Answer(*Open("a.db"), "select count(*) from t"), "0");
+    EXPECT_EQ(Answer(*Create("a.db"), "select count(*) from t"), "0");
 }
 
 TEST_F(Backup, RestoringGivesWayToAWriter) {
-    const auto db = Open("a.db");
+    const auto db = Create("a.db");
     db->Execute("create table t (x int)");
     BackUp(Connection("a.db"), Schema::account, File("copy.db"));
     db->BeginTrans();
@@ -166,7 +158,7 @@ TEST_F(Backup, RestoringGivesWayToAWriter) {
 
 TEST_F(Backup, CheckingFindsDamage) {
     {
-        const auto db = Open("a.db");
+        const auto db = Create("a.db");
         db->Execute("create table t (x nvarchar(100))");
         db->Execute("insert into t values (null)");
         EXPECT_TRUE(CheckFiles(Connection("a.db")).empty());

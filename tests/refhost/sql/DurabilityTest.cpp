@@ -1,5 +1,5 @@
+#include "tests/refhost/sql/DatabaseFiles.h"
 #include "tests/refhost/sql/Support.h"
-#include "tests/support/TestAccount.h"
 
 #include <array>
 #include <filesystem>
@@ -11,10 +11,8 @@ namespace {
 using refhost::sql::Mode;
 using refhost::sql::OpenEmbedded;
 
-class Durability : public testing::Test {
+class Durability : public DatabaseFiles {
 protected:
-    std::string File(const char* name) const { return (folder_.path() / name).string(); }
-    std::string Connection(const char* name) const { return "Provider=KovraAccount;Data Source=" + File(name); }
     static host::ErrorNumber OpenError(const std::string& connection) {
         try {
             OpenEmbedded(connection);
@@ -23,8 +21,6 @@ protected:
         }
         return 0;
     }
-
-    test::TemporaryFolder folder_;
 };
 
 TEST_F(Durability, AFileThatIsNotThereIsNotMade) {
@@ -48,7 +44,7 @@ TEST_F(Durability, AFileThatIsNoDatabaseIsRefusedAndKept) {
 }
 
 TEST_F(Durability, ADamagedSystemDatabaseIsNoMissingOne) {
-    OpenEmbedded(Connection("a.db"), Mode::create);
+    Create("a.db");
     std::filesystem::remove(File("QxSystem.db"));
     EXPECT_EQ(OpenError(Connection("a.db")), 0);
     std::ofstream(File("QxSystem.db")) << std::string(4096, 'x');
@@ -57,7 +53,7 @@ TEST_F(Durability, ADamagedSystemDatabaseIsNoMissingOne) {
 
 TEST_F(Durability, EverythingIsThereAfterReopening) {
     {
-        const auto db = OpenEmbedded(Connection("a.db"), Mode::create);
+        const auto db = Create("a.db");
         db->Execute("create table t (id int identity(1,1) primary key, d decimal(20,4) default 1.5, ts timestamp)");
         db->Execute("create view v as select id, d from t where d > 1");
         db->Execute("create table QxSystem..p (x nvarchar(5))");
@@ -76,13 +72,13 @@ TEST_F(Durability, EverythingIsThereAfterReopening) {
                       Case{"select id from a..t where id = 3", "3"},
                   });
     // A second account in the folder shares the system database.
-    const auto other = OpenEmbedded(Connection("b.db"), Mode::create);
+    const auto other = Create("b.db");
     EXPECT_EQ(Answer(*other, "select x from QxSystem..p"), "'甲'");
 }
 
 TEST_F(Durability, CommitsAreSeenByOthersAndSurviveWithoutClosing) {
     // Never closed: what stands in the files is all that a killed process leaves.
-    auto* writer = OpenEmbedded(Connection("a.db"), Mode::create).release();
+    auto* writer = Create("a.db").release();
     writer->Execute("create table t (x int)");
     writer->Execute("insert into t values (1)");
     writer->BeginTrans();
@@ -98,7 +94,7 @@ TEST_F(Durability, CommitsAreSeenByOthersAndSurviveWithoutClosing) {
 }
 
 TEST_F(Durability, DefinitionsThatAnotherConnectionChangesAreNoticed) {
-    const auto one = OpenEmbedded(Connection("a.db"), Mode::create);
+    const auto one = Create("a.db");
     const auto two = OpenEmbedded(Connection("a.db"), Mode::open);
     one->Execute("create table t (x int)");
     EXPECT_EQ(Answer(*two, "insert into t values ('5')"), "");
@@ -121,7 +117,7 @@ TEST_F(Durability, DefinitionsThatAnotherConnectionChangesAreNoticed) {
 }
 
 TEST_F(Durability, RowVersionsCountAcrossConnections) {
-    const auto one = OpenEmbedded(Connection("a.db"), Mode::create);
+    const auto one = Create("a.db");
     const auto two = OpenEmbedded(Connection("a.db"), Mode::open);
     one->Execute("create table t (x int, ts timestamp)");
     one->Execute("insert into t (x) values (1)");

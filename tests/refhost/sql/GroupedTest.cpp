@@ -1,7 +1,7 @@
 // Commit=Grouped: the writes of a series are committed together.
 
+#include "tests/refhost/sql/DatabaseFiles.h"
 #include "tests/refhost/sql/Support.h"
-#include "tests/support/TestAccount.h"
 
 #include <chrono>
 #include <filesystem>
@@ -16,16 +16,9 @@ using refhost::sql::EmbeddedDatabase;
 using refhost::sql::Mode;
 using refhost::sql::OpenEmbedded;
 
-class Grouped : public testing::Test {
+class Grouped : public DatabaseFiles {
 protected:
-    Grouped() {
-        OpenEmbedded(Connection("a.db", ""), Mode::create)
-            ->Execute("create table t (x int primary key, y nvarchar(max))");
-    }
-    std::string File(const std::string& name) const { return (folder_.path() / name).string(); }
-    std::string Connection(const std::string& name, const char* more) const {
-        return "Provider=KovraAccount;Data Source=" + File(name) + more;
-    }
+    Grouped() { Create("a.db")->Execute("create table t (x int primary key, y nvarchar(max))"); }
     std::unique_ptr<EmbeddedDatabase> Open() const {
         return OpenEmbedded(Connection("a.db", ";commit=grouped"), Mode::open);
     }
@@ -43,8 +36,6 @@ protected:
         std::thread([&] { rows = Answer(*std::make_unique<EmbeddedDatabase>(settings), "select x from t"); }).join();
         return rows;
     }
-
-    test::TemporaryFolder folder_;
 };
 
 TEST_F(Grouped, AKilledProcessLosesTheGroupAtHandAndNothingElse) {

@@ -1,18 +1,14 @@
 // Connections side by side: who waits for whom, and what a waiting one is told.
 
+#include "tests/refhost/sql/DatabaseFiles.h"
 #include "tests/refhost/sql/Support.h"
-#include "tests/support/TestAccount.h"
-
-#include <filesystem>
 
 namespace test_sql {
 namespace {
 
 using refhost::sql::EmbeddedDatabase;
-using refhost::sql::Mode;
-using refhost::sql::OpenEmbedded;
 
-class Together : public testing::Test {
+class Together : public DatabaseFiles {
 protected:
     Together() {
         for (auto* db : {one_.get(), two_.get(), other_.get()}) {
@@ -23,17 +19,12 @@ protected:
         other_->Execute("create table t (x int)");
     }
 
-    std::unique_ptr<EmbeddedDatabase> Open(const char* name) const {
-        return OpenEmbedded("Provider=KovraAccount;Data Source=" + (folder_.path() / name).string(), Mode::create);
-    }
-
     static constexpr const char* locked = "-2147217871: Lock request time out period exceeded.";
 
-    test::TemporaryFolder folder_;
-    std::unique_ptr<EmbeddedDatabase> one_ = Open("a.db");
-    std::unique_ptr<EmbeddedDatabase> two_ = Open("a.db");
+    std::unique_ptr<EmbeddedDatabase> one_ = Create("a.db");
+    std::unique_ptr<EmbeddedDatabase> two_ = Create("a.db");
     /// Another account, with the same system database.
-    std::unique_ptr<EmbeddedDatabase> other_ = Open("b.db");
+    std::unique_ptr<EmbeddedDatabase> other_ = Create("b.db");
 };
 
 TEST_F(Together, OneAccountDoesNotWaitForAnother) {

@@ -81,6 +81,10 @@ void PlayYearEnd(Play& play) {
 
 } // namespace
 
+CheckedCode AccountCheck(const std::string& code) {
+    return {.sql = "from code where ccode = '" + code + "' and  bend =1 and iyear =2023", .byYear = true};
+}
+
 std::string PlaySettings(Play& play, const std::vector<SettingRow>& rows) {
     return PlayRows(play, [&] {
         for (const SettingRow& row : rows) {

@@ -18,6 +18,9 @@ struct CheckedCode {
     std::string refusal = {};
 };
 
+/// The look-up of a ledger account of 2023.
+CheckedCode AccountCheck(const std::string& code);
+
 /// A row of account settings, and what the rules make of it.
 struct SettingRow {
     std::string key;

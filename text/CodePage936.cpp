@@ -1,12 +1,12 @@
-#include "refhost/sql/types/CodePage.h"
+#include "text/CodePage936.h"
 
-#include "refhost/sql/types/Collation.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
-namespace refhost::sql {
+namespace text {
 namespace {
 
 struct Range {
@@ -43,49 +43,50 @@ constexpr std::array<Range, 139> ranges{
 
 static_assert(std::ranges::is_sorted(ranges, {}, &Range::first));
 
-/// Characters beyond the basic plane take two units, and the code page neither.
+/// Characters beyond the basic plane take two units, and the code page has none of them.
 constexpr char32_t firstSupplementary = 0x10000;
-
-bool IsInCodePage(char32_t codePoint) {
-    if (codePoint < 0x80 || codePoint > 0xFFFF) {
-        return codePoint < 0x80;
-    }
-    if (codePoint >= 0x4E00 && codePoint <= 0x9FA5) {
-        return true; // nearly all that is met
-    }
-    const auto* const behind = std::ranges::upper_bound(ranges, codePoint, {}, &Range::first);
-    return behind != ranges.begin() && codePoint <= (behind - 1)->last;
-}
 
 } // namespace
 
-std::size_t FirstOutsideCodePage(std::string_view text) {
-    std::size_t position = 0;
-    while (position < text.size()) {
-        std::size_t next = position + 1;
+bool InCodePage936(char32_t character) noexcept {
+    if (character < 0x80 || character >= firstSupplementary) {
+        return character < 0x80;
+    }
+    if (character >= 0x4E00 && character <= 0x9FA5) {
+        return true; // nearly all that is met
+    }
+    const auto* const behind = std::ranges::upper_bound(ranges, character, {}, &Range::first);
+    return behind != ranges.begin() && character <= (behind - 1)->last;
+}
+
+std::size_t FirstOutsideCodePage936(std::string_view text) noexcept {
+    for (std::size_t position = 0; position < text.size();) {
+        std::size_t length = 1;
         if (static_cast<unsigned char>(text[position]) >= 0x80) {
-            next = position;
-            if (!IsInCodePage(NextCodePoint(text, next))) {
+            const Utf8Character character = ReadUtf8(text, position);
+            if (!InCodePage936(character.codePoint)) {
                 return position;
             }
+            length = character.length;
         }
-        position = next;
+        position += length;
     }
     return std::string_view::npos;
 }
 
-std::string ThroughCodePage(std::string_view text) {
+std::string ThroughCodePage936(std::string_view text) {
     std::string through;
     through.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        const char32_t codePoint = NextCodePoint(text, position);
-        if (IsInCodePage(codePoint)) {
-            AppendCodePoint(through, codePoint);
+        const Utf8Character character = ReadUtf8(text, position);
+        if (InCodePage936(character.codePoint)) {
+            through.append(text.substr(position, character.length));
         } else {
-            through += codePoint >= firstSupplementary && codePoint < 0x110000 ? "??" : "?";
+            through += character.codePoint >= firstSupplementary ? "??" : "?";
         }
+        position += character.length;
     }
     return through;
 }
 
-} // namespace refhost::sql
+} // namespace text

@@ -51,7 +51,7 @@ TEST_F(Template, OfEachClassIsReadByItsOwnHeadingsInBothLanguages) {
         for (const Language language : {Language::chinese, Language::english}) {
             importing::Spreadsheet spreadsheet(Make(classFields, {}, language), {}, {}, nullptr);
             EXPECT_EQ(spreadsheet.classFields().className, classFields.className);
-            const importing::Sheet sheet = spreadsheet.Read({}, [](char32_t) { return true; });
+            const importing::Sheet sheet = spreadsheet.Read({});
             EXPECT_EQ(sheet.faults, std::vector<importing::Note>()) << classFields.className;
             ASSERT_EQ(sheet.columns.fields.size(), classFields.fields.size());
             for (std::size_t column = 0; column < classFields.fields.size(); ++column) {
@@ -127,8 +127,7 @@ TEST_F(Template, FilledInIsReadAsItWasTyped) {
                                                  dateStyle + "\"><v>45296</v></c></row>");
     package.Set(part, sheet);
     package.Write(path);
-    const importing::Sheet read =
-        importing::Spreadsheet(path, {}, {}, nullptr).Read(KnownCodes(), [](char32_t) { return true; });
+    const importing::Sheet read = importing::Spreadsheet(path, {}, {}, nullptr).Read(KnownCodes());
     ASSERT_EQ(read.rows.size(), 1U);
     EXPECT_TRUE(read.rows[0].refusals.empty());
     EXPECT_TRUE(read.rows[0].corrections.empty());

@@ -3,7 +3,6 @@
 
 #include "examples/opening-5000/FaultyOpening.h"
 
-#include "import/encoding/Encoding.h"
 #include "import/file/ReadBytes.h"
 #include "import/outcome/Outcome.h"
 #include "import/reading/Workbook.h"
@@ -23,7 +22,7 @@ using importing::Note;
 using importing::RowState;
 
 importing::Sheet Read(const std::string& path) {
-    return importing::Spreadsheet(path, {}, {}, nullptr).Read(opening::Codes(), importing::InCodePage936);
+    return importing::Spreadsheet(path, {}, {}, nullptr).Read(opening::Codes());
 }
 
 std::vector<std::string> Meant(const opening::Row& row) { return {row.meant.begin(), row.meant.end()}; }

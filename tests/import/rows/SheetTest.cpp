@@ -18,8 +18,6 @@ using importing::Row;
 using importing::Sheet;
 using importing::SheetOptions;
 
-bool HasEverything(char32_t) { return true; }
-
 CodeLists Codes() {
     CodeLists lists;
     lists[CodeList::costedWarehouse].Add("01", "成品库");
@@ -30,7 +28,7 @@ CodeLists Codes() {
 
 Sheet SheetOf(const std::string& csv, const SheetOptions& options = {}, const char* className = "ClsKovra") {
     importing::CsvTable table(csv, ',');
-    return importing::ReadSheet(table, *importing::FieldsOf(className), Codes(), HasEverything, options);
+    return importing::ReadSheet(table, *importing::FieldsOf(className), Codes(), options);
 }
 
 /// The notes of a row's refusals.
@@ -156,7 +154,7 @@ Sheet ReadWorkbook(const std::string& rows, const std::string& behind, const She
         .Write(folder.File("book.xlsx"));
     importing::Workbook workbook(folder.File("book.xlsx"));
     const std::unique_ptr<importing::Table> table = workbook.Open(0);
-    return importing::ReadSheet(*table, *importing::FieldsOf("ClsKovra"), Codes(), HasEverything, options);
+    return importing::ReadSheet(*table, *importing::FieldsOf("ClsKovra"), Codes(), options);
 }
 
 const std::string row2 = "<row r='2'><c t='inlineStr'><is><t>01</t></is></c><c><v>1001</v></c><c><v>7</v></c></row>";

@@ -1,4 +1,3 @@
-#include "import/encoding/Encoding.h"
 #include "import/reading/OpenTable.h"
 #include "import/reading/UnreadableFile.h"
 #include "tests/import/PackageFile.h"
@@ -105,13 +104,6 @@ TEST_F(OpenFileTest, TakesTheSheetThatTheUserNames) {
     const std::string path = WriteBook("<sheet name='甲' r:id='rId2'/><sheet name='乙' r:id='rId1'/>");
     EXPECT_EQ(FirstCell(path, {.encoding = "", .sheet = "乙"}), "1");
     EXPECT_EQ(Refusal(path, {.encoding = "", .sheet = "丙"}), (Note{Message::sheetUnknown, {"丙", "甲、乙"}}));
-}
-
-TEST(CodePage936, HasChineseAndLacksEmoji) {
-    EXPECT_TRUE(importing::InCodePage936(U'仓'));
-    EXPECT_TRUE(importing::InCodePage936(U'A'));
-    EXPECT_FALSE(importing::InCodePage936(U'\U0001F600'));
-    EXPECT_FALSE(importing::InCodePage936(U'é' + 0x100));
 }
 
 } // namespace

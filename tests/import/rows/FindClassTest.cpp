@@ -69,7 +69,7 @@ TEST(Spreadsheet, IsReadFromItsFirstLineOnceItsClassIsKnown) {
     std::ofstream(path) << "仓库编码,存货编码,金额\n01,1001,10\n";
     importing::Spreadsheet spreadsheet(path, {}, {}, nullptr);
     EXPECT_EQ(spreadsheet.classFields().className, "ClsKovra");
-    const importing::Sheet sheet = spreadsheet.Read({}, [](char32_t) { return true; });
+    const importing::Sheet sheet = spreadsheet.Read({});
     EXPECT_EQ(sheet.headerLine, 1U);
     ASSERT_EQ(sheet.rows.size(), 1U);
     EXPECT_EQ(sheet.rows[0].line, 2U);
@@ -83,7 +83,7 @@ TEST(Spreadsheet, OfAWorkbookIsReadFromItsFirstLineOnceItsClassIsKnown) {
                                cell("01") + cell("1001") + "<c><v>10</v></c></row></sheetData>")
         .Write(path);
     importing::Spreadsheet spreadsheet(path, {}, {}, nullptr);
-    const importing::Sheet sheet = spreadsheet.Read({}, [](char32_t) { return true; });
+    const importing::Sheet sheet = spreadsheet.Read({});
     EXPECT_EQ(sheet.headerLine, 1U);
     ASSERT_EQ(sheet.rows.size(), 1U);
     EXPECT_EQ(sheet.rows[0].values, (std::vector<std::string>{"01", "1001", "10"}));
