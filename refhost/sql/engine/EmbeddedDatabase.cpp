@@ -272,7 +272,7 @@ void EmbeddedDatabase::CommitGroup() {
         return;
     }
     try {
-        Run(db_.get(), "COMMIT");
+        runtime_->Commit();
     } catch (const host::Error& error) {
         LoseGroup(error);
         throw host::Error(*groupLost_);
@@ -856,7 +856,7 @@ void EmbeddedDatabase::CommitTrans() {
         FailOwn(noTransaction, "No transaction is active.");
     }
     RequireLiveTransaction();
-    Run(db_.get(), "COMMIT");
+    runtime_->Commit();
     identities_.Committed();
     inTransaction_ = false;
     runtime_->tranCount = 0;

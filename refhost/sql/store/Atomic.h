@@ -11,7 +11,7 @@ public:
     /// `schema` is the database that is written. Throws like `BeginWriting`.
     Atomic(sqlite3* db, Schema schema) : db_(db), own_(sqlite3_get_autocommit(db) != 0) {
         if (own_) {
-            BeginWriting(db_, Prepare(db_, LockText(SqliteName(schema))).get());
+            BeginWriting(db_, Prepare(db_, "BEGIN").get(), Prepare(db_, LockText(SqliteName(schema))).get());
         } else {
             Run(db_, "SAVEPOINT part");
         }

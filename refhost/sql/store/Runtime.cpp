@@ -1348,6 +1348,8 @@ void Runtime::Forget() {
         counters_.at(i).reset();
         locks_.at(i).reset();
     }
+    begin_.reset();
+    commit_.reset();
 }
 
 void Runtime::BeginWriting(Schema schema) {
@@ -1355,7 +1357,17 @@ void Runtime::BeginWriting(Schema schema) {
     if (!lock) {
         lock = Prepare(db_, LockText(SqliteName(schema)));
     }
-    sql::BeginWriting(db_, lock.get());
+    if (!begin_) {
+        begin_ = Prepare(db_, "BEGIN");
+    }
+    sql::BeginWriting(db_, begin_.get(), lock.get());
+}
+
+void Runtime::Commit() {
+    if (!commit_) {
+        commit_ = Prepare(db_, "COMMIT");
+    }
+    Run(db_, commit_.get());
 }
 
 std::string Runtime::NextRowVersion(Schema schema) {

@@ -39,6 +39,8 @@ public:
     std::int64_t NextIdentity(Schema schema, std::string_view table, std::int64_t seed, std::int64_t step);
     /// See `sql::BeginWriting`.
     void BeginWriting(Schema schema);
+    /// Commits the open transaction. Throws like `Run`.
+    void Commit();
     /// Lets go of every statement kept.
     void Forget();
 
@@ -62,6 +64,8 @@ private:
     std::optional<host::Error> error_;
     std::array<StatementHandle, schemaCount> counters_;
     std::array<StatementHandle, schemaCount> locks_;
+    StatementHandle begin_;
+    StatementHandle commit_;
 };
 
 /// Units of time of dateadd, datediff, datepart and datename.

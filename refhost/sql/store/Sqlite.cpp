@@ -23,15 +23,23 @@ std::string LockText(std::string_view schemaName) {
     return fmt::format("UPDATE {}.\"sys:counter\" SET value = value WHERE 0", schemaName);
 }
 
-void BeginWriting(sqlite3* db, sqlite3_stmt* lock) {
-    Run(db, "BEGIN");
-    if (sqlite3_step(lock) != SQLITE_DONE) {
+void Run(sqlite3* db, sqlite3_stmt* statement) {
+    if (sqlite3_step(statement) != SQLITE_DONE) {
         const host::Error error = SqliteError(db);
-        sqlite3_reset(lock);
-        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        sqlite3_reset(statement);
         throw host::Error(error);
     }
-    sqlite3_reset(lock);
+    sqlite3_reset(statement);
+}
+
+void BeginWriting(sqlite3* db, sqlite3_stmt* begin, sqlite3_stmt* lock) {
+    Run(db, begin);
+    try {
+        Run(db, lock);
+    } catch (const host::Error&) {
+        sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+    }
 }
 
 Command& Command::Bind(std::string_view text) {

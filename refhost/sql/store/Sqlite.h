@@ -27,6 +27,8 @@ using StatementHandle = std::unique_ptr<sqlite3_stmt, FinalizeStatement>;
 StatementHandle Prepare(sqlite3* db, std::string_view text);
 /// Runs SQLite's own SQL without reading an answer. Throws likewise.
 void Run(sqlite3* db, const std::string& text);
+/// Runs a prepared statement that has no answer, and resets it. Throws likewise.
+void Run(sqlite3* db, sqlite3_stmt* statement);
 /// The server's number for a file that is damaged.
 inline constexpr int damagedFile = 824;
 /// What SQLite's latest error is to SQL Server, or, for what SQL Server does not know, to this database; never a text
@@ -37,10 +39,10 @@ host::Error SqliteError(sqlite3* db);
 
 /// SQLite's SQL of a statement that writes nothing to a database, but takes the right to write to it.
 std::string LockText(std::string_view schemaName);
-/// Opens a transaction and takes the right to write to the database of `lock`, a statement of `LockText`: a transaction
-/// that found out later that another writes could not go on. Another database is locked when a statement writes to it,
-/// so that accounts which share a system database do not wait for each other. Throws like `Run`.
-void BeginWriting(sqlite3* db, sqlite3_stmt* lock);
+/// Opens a transaction by `begin` and takes the right to write to the database of `lock`, a statement of `LockText`: a
+/// transaction that found out later that another writes could not go on. Another database is locked when a statement
+/// writes to it, so that accounts which share a system database do not wait for each other. Throws like `Run`.
+void BeginWriting(sqlite3* db, sqlite3_stmt* begin, sqlite3_stmt* lock);
 
 /// A small statement of the engine's own, used once: bind in order, step, read.
 class Command {
