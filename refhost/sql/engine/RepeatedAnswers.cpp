@@ -3,8 +3,20 @@
 #include <algorithm>
 #include <functional>
 #include <string_view>
+#include <utility>
 
 namespace refhost::sql {
+namespace {
+
+std::size_t HashOf(const std::vector<Literal>& literals) {
+    std::size_t hash = 0;
+    for (const Literal& literal : literals) {
+        hash = hash * 31 + std::hash<std::string_view>()(literal.body);
+    }
+    return hash;
+}
+
+} // namespace
 
 void TableChanges::ChangeAll() {
     for (auto& [table, count] : counts_) {
@@ -26,17 +38,13 @@ std::uint64_t RepeatedAnswers::Changes() const {
     return sum;
 }
 
-RepeatedAnswers::Known& RepeatedAnswers::PlaceOf(const std::vector<Literal>& literals) {
+RepeatedAnswers::Known& RepeatedAnswers::PlaceOf(std::size_t hash) {
     known_.resize(places);
-    std::size_t hash = 0;
-    for (const Literal& literal : literals) {
-        hash = hash * 31 + std::hash<std::string_view>()(literal.body);
-    }
     return known_[hash % places];
 }
 
 const ResultSet* RepeatedAnswers::Find(const std::vector<Literal>& literals) {
-    const Known& known = PlaceOf(literals);
+    const Known& known = PlaceOf(HashOf(literals));
     const bool holds = known.changes == Changes() && std::ranges::equal(known.values, literals, {}, {}, &Literal::body);
     return holds ? &known.answer : nullptr;
 }
@@ -45,7 +53,11 @@ void RepeatedAnswers::Note(const std::vector<Literal>& literals, const ResultSet
     if (answer.cells.size() > mostCells) {
         return;
     }
-    Known& known = PlaceOf(literals);
+    const std::size_t hash = HashOf(literals);
+    Known& known = PlaceOf(hash);
+    if (std::exchange(known.hash, hash) != hash) {
+        return;
+    }
     known.changes = 0;
     known.values.resize(literals.size());
     std::ranges::transform(literals, known.values.begin(), [](const Literal& literal) { return literal.body; });

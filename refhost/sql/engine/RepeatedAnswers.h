@@ -24,7 +24,8 @@ private:
 };
 
 /// What one look-up has answered lately: an import asks for the same few warehouses, accounts and options again and
-/// again. An answer holds until one of the tables changes that it was read from.
+/// again. An answer is kept from the second time on, since most are asked for once, and holds until one of the tables
+/// changes that it was read from.
 class RepeatedAnswers {
 public:
     /// @param read the tables that the look-up reads
@@ -32,11 +33,13 @@ public:
 
     /// What the look-up answered for these literals; nullptr where it may answer something else now.
     const ResultSet* Find(const std::vector<Literal>& literals);
-    /// Keeps an answer, unless it is long.
+    /// Keeps an answer, unless it is long or was not asked for just before.
     void Note(const std::vector<Literal>& literals, const ResultSet& answer);
 
 private:
     struct Known {
+        /// Of the values that were asked for last.
+        std::size_t hash = 0;
         std::vector<std::string> values;
         /// The changes that the answer contains; 0 for none.
         std::uint64_t changes = 0;
@@ -46,8 +49,8 @@ private:
     /// Grows with every change of a table that is read.
     std::uint64_t Changes() const;
 
-    /// The place of an answer, which others share.
-    Known& PlaceOf(const std::vector<Literal>& literals);
+    /// The place for values of this hash, which others share.
+    Known& PlaceOf(std::size_t hash);
 
     static constexpr std::size_t places = 64;
     static constexpr std::size_t mostCells = 32;

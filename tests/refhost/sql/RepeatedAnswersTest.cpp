@@ -31,6 +31,10 @@ protected:
     RepeatedAnswers() {
         Fill(*db_);
         db_->BeginSeries();
+        // From the second time on an answer is kept.
+        for (int time = 1; time <= 2; ++time) {
+            EXPECT_EQ(Answer(*db_, look), "'one'");
+        }
     }
     /// How many statements SQLite runs for some work.
     int Runs(const std::function<void()>& work) const {
@@ -51,7 +55,6 @@ protected:
 };
 
 TEST_F(RepeatedAnswers, ALookUpThatRepeatsIsNotRun) {
-    EXPECT_EQ(Answer(*db_, look), "'one'");
     EXPECT_EQ(Runs([&] {
                   EXPECT_EQ(Answer(*db_, look), "'one'");
                   EXPECT_EQ(Answer(*db_, look), "'one'");
@@ -59,14 +62,22 @@ TEST_F(RepeatedAnswers, ALookUpThatRepeatsIsNotRun) {
               0);
 }
 
+TEST_F(RepeatedAnswers, ALookUpRunsTwiceBeforeItsAnswerIsKept) {
+    const auto ask = [this] { EXPECT_EQ(Answer(*db_, "select y from t where x = 2"), "'two'"); };
+    EXPECT_EQ(Runs(ask), 1);
+    EXPECT_EQ(Runs(ask), 1);
+    EXPECT_EQ(Runs(ask), 0);
+    EXPECT_EQ(Runs(ask), 0);
+}
+
 TEST_F(RepeatedAnswers, OtherValuesHaveAnswersOfTheirOwn) {
-    EXPECT_EQ(Answer(*db_, look), "'one'");
-    EXPECT_EQ(Answer(*db_, "select y from t where x = 2"), "'two'");
-    EXPECT_EQ(Answer(*db_, "select y from t where x = 3"), "");
-    EXPECT_EQ(Answer(*db_, look), "'one'");
-    EXPECT_EQ(Answer(*db_, "select y from t where x = 3"), "");
-    EXPECT_EQ(Answer(*db_, "select x from t where y = N'one'"), "1");
-    EXPECT_EQ(Answer(*db_, "select x from t where y = N'two'"), "2");
+    for (int time = 1; time <= 3; ++time) {
+        EXPECT_EQ(Answer(*db_, look), "'one'");
+        EXPECT_EQ(Answer(*db_, "select y from t where x = 2"), "'two'");
+        EXPECT_EQ(Answer(*db_, "select y from t where x = 3"), "");
+        EXPECT_EQ(Answer(*db_, "select x from t where y = N'one'"), "1");
+        EXPECT_EQ(Answer(*db_, "select x from t where y = N'two'"), "2");
+    }
 }
 
 TEST_F(RepeatedAnswers, AWriteToTheTableIsSeen) {
@@ -92,7 +103,9 @@ TEST_F(RepeatedAnswers, AWriteToTheTableIsSeen) {
 
 TEST_F(RepeatedAnswers, AWriteThroughAViewAndAReadThroughOneAreSeen) {
     const char* throughView = "select y from v where x = 1";
-    EXPECT_EQ(Answer(*db_, throughView), "'one'");
+    for (int time = 1; time <= 3; ++time) {
+        EXPECT_EQ(Answer(*db_, throughView), "'one'");
+    }
     EXPECT_EQ(Answer(*db_, "insert into t values (1, N'uno')"), "");
     EXPECT_EQ(Answer(*db_, throughView), "'one' | 'uno'");
     EXPECT_EQ(Answer(*db_, look), "'one' | 'uno'");
@@ -151,8 +164,9 @@ TEST(RepeatedAnswersOnAFile, WhatOthersWriteIsSeen) {
             Fill(*db);
         }
         db->BeginSeries();
-        EXPECT_EQ(Answer(*db, look), "'one'");
-        EXPECT_EQ(Answer(*db, look), "'one'");
+        for (int time = 1; time <= 3; ++time) {
+            EXPECT_EQ(Answer(*db, look), "'one'");
+        }
         EXPECT_EQ(Answer(*other, "update t set y = N'uno' where x = 1"), "");
         EXPECT_EQ(Answer(*db, look), "'uno'");
         EXPECT_EQ(Answer(*other, "update t set y = N'un' where x = 1"), "");
