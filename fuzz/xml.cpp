@@ -43,6 +43,7 @@ void CheckQuickPath(std::string_view xml, std::string_view text) {
         if (!path) {
             return;
         }
+        path->CheckPrefixes(*parsed.tree);
         std::vector<refhost::xml::Selected> quick;
         path->Select(top, [&](const refhost::xml::Selected& selected) {
             quick.push_back(selected);

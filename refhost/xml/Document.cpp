@@ -11,29 +11,32 @@
 namespace refhost::xml {
 
 Document::Document(std::shared_ptr<RepeatedTexts> repeated) : repeated_(std::move(repeated)) {
-    Reset(std::make_unique<Tree>());
+    Reset(std::make_unique<Tree>(), std::make_shared<CompiledPaths>());
 }
 
-void Document::Reset(std::unique_ptr<Tree> tree) {
+void Document::Reset(std::unique_ptr<Tree> tree, std::shared_ptr<CompiledPaths> paths) {
     selector_.reset();
     tree_ = std::move(tree);
-    selector_ = std::make_unique<Selector>(*tree_);
+    selector_ = std::make_unique<Selector>(*tree_, std::move(paths));
 }
 
 bool Document::LoadXML(std::string_view xml) {
     // The old content goes first: two documents at once would double the memory. `xml` never points into it, since
     // the document gives out copies only.
-    Reset(std::make_unique<Tree>());
+    Reset(std::make_unique<Tree>(), std::make_shared<CompiledPaths>());
     loadError_.clear();
-    if (std::unique_ptr<Tree> known = repeated_ ? repeated_->Find(xml) : nullptr) {
-        Reset(std::move(known));
+    if (RepeatedTexts::Copy known = repeated_ ? repeated_->Find(xml) : RepeatedTexts::Copy(); known.tree) {
+        Reset(std::move(known.tree), std::move(known.paths));
         return true;
     }
     ParseResult result = Parse(xml);
     loadError_ = std::move(result.reason);
     if (!result.tree)
         return false;
-    Reset(repeated_ ? repeated_->Note(xml, std::move(result.tree)) : std::move(result.tree));
+    RepeatedTexts::Copy kept = repeated_
+                                   ? repeated_->Note(xml, std::move(result.tree))
+                                   : RepeatedTexts::Copy{std::move(result.tree), std::make_shared<CompiledPaths>()};
+    Reset(std::move(kept.tree), std::move(kept.paths));
     return true;
 }
 

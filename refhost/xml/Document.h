@@ -31,7 +31,7 @@ public:
     host::DOMNodePtr CreateElementNS(std::string_view name, std::string_view) override { return CreateElement(name); }
 
 private:
-    void Reset(std::unique_ptr<Tree> tree);
+    void Reset(std::unique_ptr<Tree> tree, std::shared_ptr<CompiledPaths> paths);
 
     std::shared_ptr<RepeatedTexts> repeated_;
     std::unique_ptr<Tree> tree_;

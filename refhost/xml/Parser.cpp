@@ -29,8 +29,8 @@ constexpr std::size_t maxNames = 1'000'000;
 /// Entities may multiply a text by this much, beyond a first megabyte.
 constexpr std::size_t maxGrowth = 10;
 constexpr std::size_t freeGrowth = 1 << 20;
-/// A text up to so many bytes is handed to libxml2 as a whole: near the end of what it has read it asks for more at
-/// every step. No element of so short a text has too many attributes.
+/// A text up to so many bytes is handed to libxml2 as a whole, with nobody to ask for more, which it does at every step
+/// near the end of what it has read. No element of so short a text has too many attributes.
 constexpr std::size_t readAtOnce = 8192;
 
 std::string_view View(const xmlChar* text) {
@@ -339,14 +339,16 @@ ParseResult Builder::Run() {
             xmlFreeParserCtxt(context);
         }
     } freeContext;
+    const bool isWhole = !source_.empty() && source_.size() <= readAtOnce;
     const std::unique_ptr<xmlParserCtxt, FreeContext> context(
-        !source_.empty() && source_.size() <= readAtOnce
-            ? xmlCreateMemoryParserCtxt(source_.data(), static_cast<int>(source_.size()))
-            : xmlCreateIOParserCtxt(&handler, nullptr, &Read, nullptr, this, XML_CHAR_ENCODING_NONE),
+        isWhole ? xmlCreateMemoryParserCtxt(source_.data(), static_cast<int>(source_.size()))
+                : xmlCreateIOParserCtxt(&handler, nullptr, &Read, nullptr, this, XML_CHAR_ENCODING_NONE),
         freeContext);
     if (!context)
         throw std::bad_alloc();
     parser_ = context.get();
+    if (isWhole)
+        parser_->input->buf->readcallback = nullptr;
     *parser_->sax = handler;
     parser_->_private = this;
     xmlCtxtUseOptions(parser_,

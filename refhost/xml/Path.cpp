@@ -5,7 +5,6 @@
 #include "text/Utf8.h"
 
 #include <algorithm>
-#include <string>
 
 #include <libxml/tree.h>
 
@@ -30,17 +29,23 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) {
     return true;
 }
 
-/// Throws for a prefix that neither the tree declares nor every path may use.
-void CheckPrefix(std::string_view name, const Tree& tree) {
+} // namespace
+
+void Path::NotePrefix(std::string_view name) {
     const std::string_view prefix = PrefixOf(name);
-    const bool known = prefix.empty() || prefix == "xml" || prefix == "xmlns" || tree.HasPrefix(prefix) ||
+    const bool known = prefix.empty() || prefix == "xml" || prefix == "xmlns" ||
                        std::find(recordsetPrefixes.begin(), recordsetPrefixes.end(), prefix) != recordsetPrefixes.end();
     if (!known)
-        throw host::Error(host::error_number::unspecified,
-                          "Reference to undeclared namespace prefix: '" + std::string(prefix) + "'.");
+        prefixes_.emplace_back(prefix);
 }
 
-} // namespace
+void Path::CheckPrefixes(const Tree& tree) const {
+    for (const std::string& prefix : prefixes_) {
+        if (!tree.HasPrefix(prefix))
+            throw host::Error(host::error_number::unspecified,
+                              "Reference to undeclared namespace prefix: '" + prefix + "'.");
+    }
+}
 
 std::optional<Path> Path::Compile(std::string_view text, Tree& tree) {
     Path path;
@@ -57,12 +62,12 @@ std::optional<Path> Path::Compile(std::string_view text, Tree& tree) {
         const std::string_view step = text.substr(0, slash);
         const bool isLast = slash == std::string_view::npos;
         if (isLast && step.starts_with('@') && IsStep(step.substr(1))) {
-            CheckPrefix(step.substr(1), tree);
+            path.NotePrefix(step.substr(1));
             path.attribute_ = tree.Name(step.substr(1));
         } else if (step == "*") {
             path.steps_.push_back(nullptr);
         } else if (IsStep(step)) {
-            CheckPrefix(step, tree);
+            path.NotePrefix(step);
             path.steps_.push_back(tree.Name(step));
         } else {
             return std::nullopt;

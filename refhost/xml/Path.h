@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -22,9 +23,12 @@ struct Selected {
 /// attribute as the last step. Names are compared as they stand, prefix included.
 class Path {
 public:
-    /// The path in `text`, or nothing when only an XPath engine can tell what it means.
-    /// Throws `host::Error` for a prefix that the tree does not declare.
+    /// The path in `text`, or nothing when only an XPath engine can tell what it means. It is good for every tree that
+    /// shares the names of `tree`.
     static std::optional<Path> Compile(std::string_view text, Tree& tree);
+
+    /// Throws `host::Error` for a prefix that the tree does not declare.
+    void CheckPrefixes(const Tree& tree) const;
 
     /// Calls `visit` with each node selected under `context`, in document order, until it returns false.
     template <class Visit> void Select(const Node& context, Visit&& visit) const;
@@ -33,6 +37,7 @@ private:
     /// A name of the tree's name table, or nullptr for any name.
     using Step = const char*;
 
+    void NotePrefix(std::string_view name);
     template <class Visit> bool Descend(const Element& parent, std::size_t step, Visit& visit) const;
     template <class Visit> void SelectAnywhere(const Node& start, Visit& visit) const;
     template <class Visit> bool Deliver(const Node& node, Visit& visit) const;
@@ -47,6 +52,8 @@ private:
     std::vector<Step> steps_;
     /// The attribute that the last step names.
     std::optional<Step> attribute_;
+    /// Prefixes that a document has to declare.
+    std::vector<std::string> prefixes_;
 };
 
 template <class Visit> void Path::Select(const Node& context, Visit&& visit) const {

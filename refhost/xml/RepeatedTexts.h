@@ -1,5 +1,6 @@
 #pragma once
 
+#include "refhost/xml/Selector.h"
 #include "refhost/xml/Tree.h"
 
 #include <array>
@@ -13,16 +14,25 @@ namespace refhost::xml {
 /// into: read once, their tree is copied. A text is kept from the second time on, and only a short one.
 class RepeatedTexts {
 public:
-    /// A copy of what the text gave; nullptr where it is not known.
-    std::unique_ptr<Tree> Find(std::string_view text) const;
+    /// A tree of a document's own, and the paths that it shares with the other copies.
+    struct Copy {
+        std::unique_ptr<Tree> tree;
+        std::shared_ptr<CompiledPaths> paths;
+    };
+
+    /// A copy of what the text gave; no tree where it is not known.
+    Copy Find(std::string_view text) const;
     /// Takes note of a text that was read.
     /// @return `tree`, or a copy of it where it is kept
-    std::unique_ptr<Tree> Note(std::string_view text, std::unique_ptr<Tree> tree);
+    Copy Note(std::string_view text, std::unique_ptr<Tree> tree);
 
 private:
     struct Known {
         std::string text;
         std::shared_ptr<const Tree> tree;
+        std::shared_ptr<CompiledPaths> paths;
+
+        Copy Copied() const { return {std::make_unique<Tree>(tree), paths}; }
     };
 
     /// Bounds what is kept; a table of some hundred columns is shorter.

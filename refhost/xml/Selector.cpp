@@ -8,8 +8,18 @@ constexpr std::size_t maxCompiled = 256;
 
 } // namespace
 
+const CompiledPaths::Compiled& CompiledPaths::Get(std::string_view path, Tree& tree) {
+    if (const auto known = compiled_.find(path); known != compiled_.end())
+        return known->second;
+    if (compiled_.size() >= maxCompiled)
+        compiled_.clear();
+    if (auto direct = Path::Compile(path, tree))
+        return compiled_.emplace(std::string(path), std::move(*direct)).first->second;
+    return compiled_.emplace(std::string(path), XPath(path)).first->second;
+}
+
 Selected Selector::First(const Node& context, std::string_view path) {
-    const Compiled& compiled = Compile(path);
+    const auto& compiled = Compile(path);
     Selected first;
     if (const auto* direct = std::get_if<Path>(&compiled)) {
         direct->Select(context, [&](const Selected& selected) {
@@ -23,7 +33,7 @@ Selected Selector::First(const Node& context, std::string_view path) {
 }
 
 std::vector<Selected> Selector::All(const Node& context, std::string_view path) {
-    const Compiled& compiled = Compile(path);
+    const auto& compiled = Compile(path);
     const auto* direct = std::get_if<Path>(&compiled);
     if (direct == nullptr)
         return Evaluate(std::get<XPath>(compiled), context);
@@ -35,14 +45,11 @@ std::vector<Selected> Selector::All(const Node& context, std::string_view path) 
     return all;
 }
 
-const Selector::Compiled& Selector::Compile(std::string_view path) {
-    if (const auto known = compiled_.find(path); known != compiled_.end())
-        return known->second;
-    if (compiled_.size() >= maxCompiled)
-        compiled_.clear();
-    if (auto direct = Path::Compile(path, tree_))
-        return compiled_.emplace(std::string(path), std::move(*direct)).first->second;
-    return compiled_.emplace(std::string(path), XPath(path)).first->second;
+const CompiledPaths::Compiled& Selector::Compile(std::string_view path) {
+    const auto& compiled = paths_->Get(path, tree_);
+    if (const auto* direct = std::get_if<Path>(&compiled))
+        direct->CheckPrefixes(tree_);
+    return compiled;
 }
 
 std::vector<Selected> Selector::Evaluate(const XPath& path, const Node& context) {

@@ -7,16 +7,34 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <variant>
 #include <vector>
 
 namespace refhost::xml {
 
+/// Paths as they were compiled, each for the one who compiled it and for every tree that shares its names.
+class CompiledPaths {
+public:
+    using Compiled = std::variant<Path, XPath>;
+
+    /// What `path` means in `tree`. Throws `host::Error` -2147467259 for a path that is empty or invalid.
+    const Compiled& Get(std::string_view path, Tree& tree);
+
+private:
+    struct TextHash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+
+    std::unordered_map<std::string, Compiled, TextHash, std::equal_to<>> compiled_;
+};
+
 /// Follows paths in one tree; each path is compiled once.
 /// Every member throws `host::Error` -2147467259 for a path that is empty or invalid.
 class Selector {
 public:
-    explicit Selector(Tree& tree) : tree_(tree) {}
+    /// @param paths of the trees that share the names of `tree`
+    Selector(Tree& tree, std::shared_ptr<CompiledPaths> paths) : tree_(tree), paths_(std::move(paths)) {}
 
     Tree& tree() const noexcept { return tree_; }
 
@@ -26,17 +44,11 @@ public:
     std::vector<Selected> All(const Node& context, std::string_view path);
 
 private:
-    using Compiled = std::variant<Path, XPath>;
-
-    const Compiled& Compile(std::string_view path);
+    const CompiledPaths::Compiled& Compile(std::string_view path);
     std::vector<Selected> Evaluate(const XPath& path, const Node& context);
 
-    struct TextHash : std::hash<std::string_view> {
-        using is_transparent = void;
-    };
-
     Tree& tree_;
-    std::unordered_map<std::string, Compiled, TextHash, std::equal_to<>> compiled_;
+    std::shared_ptr<CompiledPaths> paths_;
     /// The copy that the last XPath was evaluated on, kept until the tree changes.
     std::unique_ptr<Mirror> mirror_;
 };

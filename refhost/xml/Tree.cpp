@@ -20,17 +20,18 @@ constexpr std::size_t spareBytes = 4096;
 /// What a node or attribute has room for at the least: the pointer to a text that stands aside.
 constexpr std::size_t leastRoom = sizeof(const char*);
 
+/// A table of some hundred columns has fewer names.
+constexpr int manyNames = 4096;
+
 std::uint32_t CheckedSize(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max())
         throw host::Error(host::error_number::outOfMemory, "A text of more than 4 GB.");
     return static_cast<std::uint32_t>(text.size());
 }
 
-/// A table of names.
-/// @param above a table whose names are known here as well, nullptr for none
-xmlDict* NewDict(xmlDict* above) {
+xmlDict* NewDict() {
     MakeReady();
-    xmlDict* const dict = above == nullptr ? xmlDictCreate() : xmlDictCreateSub(above);
+    xmlDict* const dict = xmlDictCreate();
     if (dict == nullptr)
         throw std::bad_alloc();
     return dict;
@@ -67,6 +68,8 @@ Tree::Tree() : document_(&MakeElement(NodeKind::document)) {}
 Tree::Tree(std::shared_ptr<const Tree> origin)
     : declaration(origin->declaration), origin_(std::move(origin)), arena_(origin_->bytesUsed_ + spareBytes),
       prefixes_(origin_->prefixes_), document_(&MakeElement(NodeKind::document)) {
+    if (origin_->dict_)
+        AdoptNames(origin_->dict_.get());
     const Node* from = &origin_->document();
     Element* parent = document_;
     while (true) {
@@ -105,7 +108,7 @@ Node& Tree::CopyOf(const Node& node) {
 
 const char* Tree::KnownName(std::string_view name) {
     if (!dict_)
-        dict_.reset(NewDict(origin_ ? origin_->dict_.get() : nullptr));
+        dict_.reset(NewDict());
     const auto* kept =
         xmlDictLookup(dict_.get(), reinterpret_cast<const xmlChar*>(name.data()), static_cast<int>(name.size()));
     if (kept == nullptr)
@@ -132,6 +135,8 @@ void Tree::AdoptNames(xmlDict* names) {
     dict_.reset(names);
     checkedNames_.clear();
 }
+
+bool Tree::HasManyNames() const noexcept { return dict_ && xmlDictSize(dict_.get()) > manyNames; }
 
 Element& Tree::MakeElement(NodeKind kind) {
     bytesUsed_ += sizeof(Element);

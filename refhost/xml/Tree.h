@@ -103,7 +103,8 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept;
 class Tree {
 public:
     Tree();
-    /// A copy of `origin`'s content, whose names and texts it shares. `origin` does not change any more.
+    /// A copy of `origin`'s content, whose names and texts it shares. `origin` does not change any more, but for the
+    /// names that its copies add.
     explicit Tree(std::shared_ptr<const Tree> origin);
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
@@ -121,6 +122,9 @@ public:
     const char* Name(std::string_view name);
     /// Takes over the parser's name table, whose names need no further check; to be called on an empty tree.
     void AdoptNames(xmlDict* names);
+
+    /// Whether the name table, with what all copies added to it, is larger than documents need.
+    bool HasManyNames() const noexcept;
 
     Element& NewElement(const char* name);
     CharacterData& NewText(NodeKind kind, std::string_view data);

@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -22,11 +23,11 @@ const std::string text =
 
 TEST(RepeatedTexts, AreCopiedFromTheThirdTimeOn) {
     const auto repeated = std::make_shared<RepeatedTexts>();
-    EXPECT_EQ(repeated->Find(text), nullptr);
+    EXPECT_EQ(repeated->Find(text).tree, nullptr);
     for (int time = 1; time <= 3; ++time) {
         const auto document = CreateDocument(repeated);
         EXPECT_TRUE(document->LoadXML(text));
-        EXPECT_EQ(repeated->Find(text) != nullptr, time >= 2) << time;
+        EXPECT_EQ(repeated->Find(text).tree != nullptr, time >= 2) << time;
     }
 }
 
@@ -97,8 +98,62 @@ TEST(RepeatedTexts, DoNotHoldWhatIsWrongOrLong) {
         EXPECT_TRUE(document->LoadXML(longText));
         EXPECT_EQ(document->LoadError(), "");
     }
-    EXPECT_EQ(repeated->Find("<a>"), nullptr);
-    EXPECT_EQ(repeated->Find(longText), nullptr);
+    EXPECT_EQ(repeated->Find("<a>").tree, nullptr);
+    EXPECT_EQ(repeated->Find(longText).tree, nullptr);
+}
+
+/// Copies share the paths that were compiled for one of them; what one of them alone has, the others do not find.
+TEST(RepeatedTexts, SharePathsThatEachFollowsInItsOwnTree) {
+    const auto repeated = std::make_shared<RepeatedTexts>();
+    std::vector<std::unique_ptr<host::DOMDocument>> documents;
+    for (int time = 1; time <= 4; ++time) {
+        documents.push_back(CreateDocument(repeated));
+        ASSERT_TRUE(documents.back()->LoadXML(text));
+    }
+    host::DOMDocument& third = *documents[2];
+    host::DOMDocument& fourth = *documents[3];
+    EXPECT_EQ(third.SelectSingleNode("/a/new"), nullptr);
+    fourth.DocumentElement()->AppendChild(*fourth.CreateElement("new"));
+    EXPECT_EQ(third.SelectSingleNode("/a/new"), nullptr);
+    EXPECT_NE(fourth.SelectSingleNode("/a/new"), nullptr);
+    fourth.DocumentElement()->SetAttribute("new", "5");
+    EXPECT_EQ(fourth.SelectSingleNode("/a/@new")->Text(), "5");
+    EXPECT_EQ(third.SelectSingleNode("/a/@new"), nullptr);
+    // An XPath that takes an engine.
+    EXPECT_EQ(third.SelectSingleNode("/a[@b='1']/e")->NodeName(), "e");
+    fourth.DocumentElement()->SetAttribute("b", "2");
+    EXPECT_EQ(fourth.SelectSingleNode("/a[@b='1']/e"), nullptr);
+    EXPECT_EQ(third.SelectSingleNode("/a[@b='1']/e")->NodeName(), "e");
+}
+
+TEST(RepeatedTexts, KnowThePrefixesOfTheirOwnTree) {
+    const auto repeated = std::make_shared<RepeatedTexts>();
+    const auto first = CreateDocument(repeated);
+    for (int time = 1; time <= 3; ++time) {
+        ASSERT_TRUE(first->LoadXML(text));
+    }
+    first->DocumentElement()->SetAttribute("xmlns:q", "v");
+    EXPECT_EQ(first->SelectSingleNode("a/q:d"), nullptr);
+    const auto second = CreateDocument(repeated);
+    ASSERT_TRUE(second->LoadXML(text));
+    EXPECT_THROW(second->SelectSingleNode("a/q:d"), host::Error);
+    EXPECT_NE(second->SelectSingleNode("a/p:d"), nullptr);
+}
+
+/// The names that copies add do not pile up for ever.
+TEST(RepeatedTexts, BeginAnewWhenTheirCopiesHaveAddedManyNames) {
+    const auto repeated = std::make_shared<RepeatedTexts>();
+    const auto document = CreateDocument(repeated);
+    for (int number = 0; number < 3; ++number) {
+        document->LoadXML(text);
+    }
+    for (int number = 0; number <= 4096; ++number) {
+        document->DocumentElement()->SetAttribute("n" + std::to_string(number), "");
+    }
+    EXPECT_EQ(repeated->Find(text).tree, nullptr);
+    EXPECT_TRUE(document->LoadXML(text));
+    EXPECT_EQ(document->Xml(), text);
+    EXPECT_NE(repeated->Find(text).tree, nullptr);
 }
 
 /// Those that come once each do not push out one that comes again and again.
@@ -110,7 +165,7 @@ TEST(RepeatedTexts, StayAmongOthers) {
     for (int number = 0; number < 20; ++number) {
         document->LoadXML("<n>" + std::to_string(number) + "</n>");
     }
-    EXPECT_NE(repeated->Find(text), nullptr);
+    EXPECT_NE(repeated->Find(text).tree, nullptr);
 }
 
 } // namespace
