@@ -34,6 +34,9 @@ MemoryRound RunRound(const Import& import, std::size_t rows, const std::string& 
     account.Fill(import.account(rows));
     if (import.addHandWritten != nullptr) {
         const HandAccount hand(account.database().Handle());
+        if (import.handIndexes != nullptr) {
+            refhost::sql::Run(hand.Handle(), import.handIndexes);
+        }
         RawStatements raw(hand.Handle());
         for (std::size_t row = 0; row < rows; ++row) {
             import.addHandWritten(raw, row);

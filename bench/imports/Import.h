@@ -19,6 +19,8 @@ struct Import {
     /// Appends the checks and the write of a row as one would write them by hand for `HandAccount`; nullptr for a class
     /// whose rows are more than that.
     void (*addHandWritten)(RawStatements& raw, std::size_t row) = nullptr;
+    /// SQLite's SQL that gives them the indexes that they want; nullptr where the account's own will do.
+    const char* handIndexes = nullptr;
 };
 
 // Those whose every row is a handful of look-ups and an insert.

@@ -88,12 +88,16 @@ void AddStandardCostHandWritten(RawStatements& raw, std::size_t row) {
             {Category(row), Class(row), "01", "500101", "500101", "500101", "500101", 2023});
 }
 
+// The account's own index has a key in front that `OR` keeps SQLite from using.
+constexpr const char* itemIndex = "DROP INDEX \"IA_OppHead|IX_IA_OppHead\"; "
+                                  "CREATE INDEX IX_IA_OppHead ON IA_OppHead (cRdCode, cInvCode, cDepCode, iYear)";
+
 } // namespace
 } // namespace opposite_settings
 
 Import OppositeSettings() {
     using namespace opposite_settings;
-    return {"opposite settings", "ClsOppSubject", Account, PlainRequest, AddPlainHandWritten};
+    return {"opposite settings", "ClsOppSubject", Account, PlainRequest, AddPlainHandWritten, itemIndex};
 }
 
 Import StandardCostSettings() {
