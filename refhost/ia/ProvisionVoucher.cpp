@@ -26,21 +26,28 @@ constexpr std::array<std::string_view, 7> numberTypes = {"i2", "int", "r4", "flo
 struct Column {
     std::string name;
     host::DOMNodePtr type;
+    /// Nothing as long as nobody has asked.
+    std::optional<bool> number;
 
     /// Whether it takes numbers.
-    bool IsNumber() const {
-        const host::DOMNodePtr datatype = type->SelectSingleNode("s:datatype");
-        const std::string typeName = datatype ? datatype->GetAttribute("dt:type").value_or("") : "";
-        return std::ranges::find(numberTypes, typeName) != numberTypes.end();
+    bool IsNumber() {
+        if (!number) {
+            const host::DOMNodePtr datatype = type->SelectSingleNode("s:datatype");
+            const std::string typeName = datatype ? datatype->GetAttribute("dt:type").value_or("") : "";
+            number = std::ranges::find(numberTypes, typeName) != numberTypes.end();
+        }
+        return *number;
     }
 };
 
 /// The columns that the schema of saved records names.
 std::vector<Column> Columns(const host::DOMDocument& records) {
+    host::DOMNodeList types = records.SelectNodes("/xml/s:Schema/s:ElementType/s:AttributeType");
     std::vector<Column> columns;
-    for (host::DOMNodePtr& type : records.SelectNodes("/xml/s:Schema/s:ElementType/s:AttributeType")) {
+    columns.reserve(types.size());
+    for (host::DOMNodePtr& type : types) {
         std::string name = type->GetAttribute("name").value_or("");
-        columns.push_back({std::move(name), std::move(type)});
+        columns.push_back({std::move(name), std::move(type), {}});
     }
     return columns;
 }
@@ -55,11 +62,11 @@ struct Insert {
     std::string refusal;
 };
 
-Insert MakeInsert(std::string_view table, const std::vector<Column>& columns, const host::DOMNode& record,
+Insert MakeInsert(std::string_view table, std::vector<Column>& columns, const host::DOMNode& record,
                   const std::string& id) {
     std::string names = "ID";
     std::string values = id;
-    for (const Column& column : columns) {
+    for (Column& column : columns) {
         const std::optional<std::string> text = record.GetAttribute(column.name);
         // Most columns have no value; what there is to know of a column is asked for those that have one.
         if (!text || !IsStored(column.name)) {
@@ -116,12 +123,13 @@ std::string ProvisionVoucher::Save(host::DOMDocument& result) {
     const std::string id = std::to_string(ModPub::ToInt32(next->FieldValue(0)));
     next->Close();
 
-    Insert insert = MakeInsert("IA_DecReady", Columns(head_), *headRecord, id);
+    std::vector<Column> columns = Columns(head_);
+    Insert insert = MakeInsert("IA_DecReady", columns, *headRecord, id);
     if (!insert.refusal.empty()) {
         return insert.refusal;
     }
     connection_.Execute(insert.sql, host::command_option::textNoRecords);
-    const std::vector<Column> columns = Columns(body_);
+    columns = Columns(body_);
     for (const host::DOMNodePtr& record : body_.SelectNodes(recordPath)) {
         insert = MakeInsert("IA_DecReadys", columns, *record, id);
         if (!insert.refusal.empty()) {
