@@ -10,7 +10,9 @@ namespace server {
 
 /// The numbers by which the members of one type of automation objects are called, each looked up once. They stay what
 /// they are while an object lives, and objects that one class has made have the same. Objects that are implemented
-/// differently from the latest one are of another type, whatever made them: their members are looked up anew.
+/// differently from the latest one are of another type, whatever made them: their members are looked up anew. Objects
+/// that can be given members while they live (`IDispatchEx`, as scripts' have it) number them each for itself: theirs
+/// are looked up every time.
 ///
 /// Belongs to the apartment of its objects; nothing is locked.
 class MemberIds {
@@ -21,6 +23,7 @@ public:
 private:
     /// The functions of the latest object.
     const void* implementation_ = nullptr;
+    bool expandable_ = false;
     std::vector<std::pair<std::wstring, DISPID>> members_;
 };
 

@@ -4,6 +4,8 @@
 #include "tests/support/com/HostedTest.h"
 #include "tests/support/com/ScriptedObject.h"
 
+#include <dispex.h>
+
 namespace {
 
 using server::AutomationClass;
@@ -16,6 +18,39 @@ using test::Returns;
 std::string Text(const DispatchObject& object, const wchar_t* member) {
     return server::ToText(object.Get(member).Get());
 }
+
+/// As an object of a script: it could be given members. What it has is `members`'.
+class Expandable final : public server::UnknownObject<IDispatchEx> {
+public:
+    explicit Expandable(server::ComPtr<IDispatch> members) : members_(std::move(members)) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
+        return UnknownObject::QueryInterface(id == IID_IDispatch ? __uuidof(IDispatchEx) : id, object);
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return members_->GetTypeInfoCount(count); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
+        return members_->GetIDsOfNames(id, names, count, locale, ids);
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
+        return members_->Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
+    }
+    HRESULT STDMETHODCALLTYPE GetDispID(BSTR, DWORD, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE InvokeEx(DISPID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                       IServiceProvider*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE DeleteMemberByName(BSTR, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DeleteMemberByDispID(DISPID) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetMemberProperties(DISPID, DWORD, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetMemberName(DISPID, BSTR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetNextDispID(DWORD, DISPID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetNameSpaceParent(IUnknown**) override { return E_NOTIMPL; }
+
+private:
+    server::ComPtr<IDispatch> members_;
+};
 
 class MemberIds : public test::HostedTest {};
 
@@ -58,6 +93,21 @@ TEST_F(MemberIds, ObjectsOfAClassShareThem) {
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(Text(type.Create(), L"a"), "1");
     EXPECT_EQ(counts.lookUps[L"Object.a"], 1);
+}
+
+// The same name has another number in the second object.
+TEST_F(MemberIds, ObjectsThatCanBeGivenMembersHaveNumbersOfTheirOwn) {
+    std::vector<test::ScriptedMembers> scripts = {{{L"other", Returns("0")}, {L"a", Returns("1")}},
+                                                  {{L"a", Returns("2")}, {L"other", Returns("0")}}};
+    std::size_t made = 0;
+    test::ReplacedClass replaced(L"KovraHost.Login", [&] {
+        return server::ComPtr<IDispatch>::Adopt(new Expandable(MakeObject(scripts[made++])));
+    });
+    AutomationClass type(L"KovraHost.Login");
+    const DispatchObject first = type.Create();
+    EXPECT_EQ(Text(first, L"a"), "1");
+    EXPECT_EQ(Text(type.Create(), L"a"), "2");
+    EXPECT_EQ(Text(first, L"a"), "1");
 }
 
 TEST_F(MemberIds, AClassThatFailsIsFoundAnew) {
