@@ -3,8 +3,9 @@
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
-#include <algorithm>
 #include <array>
+#include <string>
+#include <unordered_set>
 
 namespace refhost::sql {
 namespace {
@@ -29,8 +30,14 @@ constexpr std::array reservedWords{
 } // namespace
 
 bool IsReserved(std::string_view word) {
-    return std::any_of(reservedWords.begin(), reservedWords.end(),
-                       [word](const char* reserved) { return EqualNames(reserved, word); });
+    static const std::unordered_set<std::string> folded = [] {
+        std::unordered_set<std::string> words;
+        for (const char* reserved : reservedWords) {
+            words.insert(FoldText(reserved));
+        }
+        return words;
+    }();
+    return folded.contains(FoldText(word));
 }
 
 bool Token::Is(std::string_view word) const { return kind == TokenKind::name && EqualNames(text, word); }
