@@ -36,7 +36,7 @@ void BeginWriting(sqlite3* db, sqlite3_stmt* begin, sqlite3_stmt* lock) {
     Run(db, begin);
     try {
         Run(db, lock);
-    } catch (const host::Error&) {
+    } catch (...) {
         sqlite3_exec(db, "ROLLBACK", nullptr, nullptr, nullptr);
         throw;
     }
