@@ -117,8 +117,14 @@ const char* Tree::KnownName(std::string_view name) {
 }
 
 const char* Tree::Name(std::string_view name) {
+    // The outcomes of a result have the same few names. A name stands as long as the tree does.
+    const auto letters =
+        name.empty() ? 0U : static_cast<unsigned char>(name.front()) + 0U + static_cast<unsigned char>(name.back());
+    const char*& latest = latestNames_.at(letters % latestNames_.size());
+    if (latest != nullptr && IsName(latest, name))
+        return latest;
     if (IsPlainQualifiedName(name))
-        return KnownName(name);
+        return latest = KnownName(name);
     if (const auto known = checkedNames_.find(name); known != checkedNames_.end())
         return known->second;
     std::string text(name);
@@ -134,6 +140,7 @@ void Tree::AdoptNames(xmlDict* names) {
     xmlDictReference(names);
     dict_.reset(names);
     checkedNames_.clear();
+    latestNames_ = {};
 }
 
 bool Tree::HasManyNames() const noexcept { return dict_ && xmlDictSize(dict_.get()) > manyNames; }
@@ -300,7 +307,7 @@ Attribute& Tree::AddAttribute(Element& element, Attribute* last, const char* nam
 void Tree::SetAttribute(Element& element, std::string_view name, std::string_view value) {
     Attribute* last = nullptr;
     for (Attribute* at = element.attributes; at != nullptr; at = at->next) {
-        if (at->name == name) {
+        if (IsName(at->name, name)) {
             SetValue(*at, value);
             return;
         }

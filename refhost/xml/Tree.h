@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -187,6 +188,8 @@ private:
     std::uint64_t revision_ = 0;
     /// The name table; none before the first name.
     std::unique_ptr<xmlDict, DictDeleter> dict_;
+    /// Names that were asked for last, by their first and last letters.
+    std::array<const char*, 16> latestNames_ = {};
     /// Names that were asked for and found valid.
     std::unordered_map<std::string, const char*, TextHash, std::equal_to<>> checkedNames_;
     PrefixMap prefixes_;
