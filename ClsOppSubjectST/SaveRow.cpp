@@ -6,16 +6,17 @@ namespace kovra {
 namespace {
 
 std::string MatchStatement(const StandardCostSetting& setting, const std::string& year) {
-    std::string sql = "Select AutoID From IA_OppHead Where ";
+    std::string sql = ModPub::BeginStatement("Select AutoID From IA_OppHead Where ");
     for (std::size_t key = 0; key < standardCostKeys; ++key) {
         const StandardCostColumn& column = standardCostColumns[key];
         sql.append("isnull(").append(column.name).append(",N'') = N'").append(setting.*column.field).append("' And ");
     }
-    return sql.append("iyear = ").append(year);
+    sql.append("iyear = ").append(year);
+    return sql;
 }
 
 std::string InsertStatement(const StandardCostSetting& setting, const std::string& year) {
-    std::string sql =
+    std::string sql = ModPub::BeginStatement(
         "INSERT INTO IA_OppHead (cRdCode,cInvcCode,cDepCode,cOppHead,cProcessHead,cMaterialHead,cOLaborStdCostCode,"
         "cOManuFixStdCostCode,\r\n"
         "cOManuVarStdCostCode,cOOmCostCode,cOiqtCode,cOPriceCode,fLaborCostEffRateDifCode,fLaborCostRateDifCode,"
@@ -24,20 +25,22 @@ std::string InsertStatement(const StandardCostSetting& setting, const std::strin
         "fManuVarCostRateDifCode,\r\n"
         "fSemiManuVarDifCode,fOmCostEDifCode,fSemiOmDifCode,cOTaxRefundCode,\r\n"
         "iYear) \r\n"
-        " VALUES (";
+        " VALUES (");
     for (const StandardCostColumn& column : standardCostColumns) {
         ModPub::AppendSqlText(sql, setting.*column.field, "Null,", "', ");
     }
-    return sql.append(year).append(")");
+    sql.append(year).append(")");
+    return sql;
 }
 
 std::string UpdateStatement(const StandardCostSetting& setting, const std::string& year, std::int32_t id) {
-    std::string sql = "Update IA_OppHead Set \r\n";
+    std::string sql = ModPub::BeginStatement("Update IA_OppHead Set \r\n");
     for (const StandardCostColumn& column : standardCostColumns) {
         sql.append(" ").append(column.name);
         ModPub::AppendAssignment(sql, " = ", setting.*column.field, "Null,");
     }
-    return sql.append(" iYear = ").append(year).append("\r\nWhere AutoID = ").append(std::to_string(id));
+    sql.append(" iYear = ").append(year).append("\r\nWhere AutoID = ").append(std::to_string(id));
+    return sql;
 }
 
 } // namespace

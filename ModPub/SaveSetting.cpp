@@ -17,6 +17,14 @@ std::int32_t FindSetting(ImportState& state, std::string_view sql) {
 
 } // namespace
 
+std::string BeginStatement(std::string_view beginning) {
+    constexpr std::size_t usualRest = 384;
+    std::string sql;
+    sql.reserve(beginning.size() + usualRest);
+    sql.append(beginning);
+    return sql;
+}
+
 void AppendSqlText(std::string& sql, std::string_view value, std::string_view null, std::string_view close) {
     if (value.empty()) {
         sql.append(null);

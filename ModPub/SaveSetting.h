@@ -9,6 +9,9 @@
 
 namespace ModPub {
 
+/// The beginning of a statement of many pieces, with room for what nearly every one goes on with.
+std::string BeginStatement(std::string_view beginning);
+
 /// Appends a value as the settings' statements render it: `null` when it is empty, else the value between a quote and
 /// `close` (the closing quote with its separator). Quotes inside are not doubled.
 void AppendSqlText(std::string& sql, std::string_view value, std::string_view null, std::string_view close);

@@ -99,8 +99,8 @@ inline std::string_view Node::Data() const noexcept {
 const Node* NextInOrder(const Node& node, const Node& top) noexcept;
 
 /// The content of a document. A request has millions of nodes, and libxml2's own tree would take more of everything:
-/// of a request of 100,000 rows with eight fields each this one takes 780 bytes a row and is read in 0.15 s of
-/// processor time, libxml2's 2,180 bytes and 0.38 s (bench/parts/XmlBench.cpp, ReadRequest and ReadRequestByLibxml).
+/// of a request of 100,000 rows with eight fields each this one takes 780 bytes a row, libxml2's 2,180
+/// (bench/parts/XmlBench.cpp, ReadRequest and ReadRequestByLibxml).
 class Tree {
 public:
     Tree();

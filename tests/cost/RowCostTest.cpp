@@ -45,17 +45,14 @@ constexpr int InsertSteps(int columns, int keyColumns, int indexes) {
 // Allocations of a row. A field has none: its text is short and comes without a handle of its node.
 /// Beside its text a look-up has a recordset (1) and the cells of its row (1).
 constexpr int recordset = 2;
-/// The text of a code's look-up is made in one piece.
-constexpr int codeCheck = recordset + 1;
-/// A text of three pieces begins with the first one and grows with the others.
-constexpr int threePieces = 3;
-/// One of many pieces begins with the first one and doubles, to eight times that.
-constexpr int manyPieces = 4;
+/// Every statement's text is made in one piece.
+constexpr int text = 1;
+constexpr int codeCheck = recordset + text;
 /// The row's key is put together (3), and the outcome has handles of its element and of the document's (2); now and
 /// then a document takes a further piece of memory for its nodes (1).
 constexpr int outcome = 6;
 /// Of a setting: its match query, its insert and its outcome.
-constexpr int settingAllocations = recordset + 2 * manyPieces + outcome;
+constexpr int settingAllocations = recordset + 2 * text + outcome;
 
 const Bound bounds[] = {
     // The item, the warehouse, two accounts and the match; of those the item and the match run. 10 columns, 3 indexes.
@@ -68,12 +65,11 @@ const Bound bounds[] = {
     // The class, the category, the department, four accounts and the match; category and match run.
     {bench::StandardCostSettings, 9, LookUpSteps(2) + LookUpSteps(7) + InsertSteps(30, 7, 1),
      7 * codeCheck + settingAllocations},
-    // The item four times, the warehouse twice, an option twice; those of the item run. 91 columns, 2 indexes. Nine
-    // children are gone through, with a handle each (9) in a list that doubles to 16 (5), and the insert's columns and
-    // values are put together apart.
+    // The item four times, the warehouse twice, an option twice; those of the item run. 91 columns, 2 indexes. The
+    // insert's columns and values are put together apart (2).
     {bench::OpeningBalances, 9,
      LookUpSteps(4, 2) + LookUpSteps(1, 10) + LookUpSteps(1) + LookUpSteps(1) + InsertSteps(91, 2, 2),
-     8 * (recordset + threePieces) + 9 + 5 + 3 * manyPieces + outcome},
+     8 * codeCheck + 2 + text + outcome},
 };
 
 class RowCost : public testing::TestWithParam<Bound> {};

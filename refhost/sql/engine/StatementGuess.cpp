@@ -3,6 +3,7 @@
 #include "text/Digit.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace refhost::sql {
 namespace {
@@ -49,10 +50,11 @@ bool StatementGuess::Matches(const Known& known, std::string_view sql) {
 }
 
 bool StatementGuess::Read(std::string_view& rest, const Piece& piece, Literal& literal) {
-    if (!rest.starts_with(piece.before)) {
+    const std::size_t size = piece.before.size();
+    if (rest.size() < size || std::memcmp(rest.data(), piece.before.data(), size) != 0) {
         return false;
     }
-    rest.remove_prefix(piece.before.size());
+    rest.remove_prefix(size);
     literal.kind = piece.kind;
     literal.national = piece.national;
     literal.doubled = false;

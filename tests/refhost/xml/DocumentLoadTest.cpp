@@ -133,6 +133,10 @@ TEST(DocumentLoad, CommentsAndInstructionsAreNodesButNoText) {
     EXPECT_EQ(children[1]->Text(), "c");
     EXPECT_EQ(children[3]->NodeName(), "p");
     EXPECT_EQ(children[3]->Text(), "d");
+    std::string visited;
+    document.DocumentElement()->VisitChildren([&](const host::DOMNode& child) { visited += child.NodeName() + ","; });
+    EXPECT_EQ(visited, "#text,#comment,#text,p,#text,");
+    children[0]->VisitChildren([](const host::DOMNode&) { FAIL() << "a text has no children"; });
 }
 
 TEST(DocumentLoad, InstructionsHaveTheNamesThatElementsHave) {

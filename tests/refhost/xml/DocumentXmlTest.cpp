@@ -180,6 +180,23 @@ TEST(DocumentNode, CreatedElementHasADeclaredPrefix) {
     EXPECT_THROW(document.CreateElement("q:b"), host::Error);
 }
 
+TEST(DocumentXml, NamesThatAreAlikeAreToldApart) {
+    // They begin and end with the same letters, by which the latest names are found; some are names no more.
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<ab/>"));
+    for (const char* name : {"ab", "axb", "ab", "aab", "a", "ab", "axb", "a", "a1b", "a-b", "a-b"}) {
+        EXPECT_EQ(document.CreateElement(name)->NodeName(), name);
+        EXPECT_THROW(document.CreateElement("a b"), host::Error);
+        EXPECT_THROW(document.CreateElement(""), host::Error);
+    }
+    ASSERT_TRUE(document.LoadXML("<c/>"));
+    const host::DOMNodePtr root = document.DocumentElement();
+    root->SetAttribute("ab", "1");
+    root->SetAttribute("axb", "2");
+    root->SetAttribute("ab", "3");
+    EXPECT_EQ(document.Xml(), "<c ab=\"3\" axb=\"2\"/>");
+}
+
 TEST(DocumentNode, CreatedElementStandsNowhereUntilItIsAppended) {
     Loaded document("<a><b/></a>");
     const host::DOMNodePtr made = document.CreateElement("c");
