@@ -12,6 +12,12 @@ class DOMNode;
 using DOMNodePtr = std::unique_ptr<DOMNode>;
 using DOMNodeList = std::vector<DOMNodePtr>;
 
+/// An attribute of an element: its name with its prefix, and its value.
+struct DOMAttribute {
+    std::string name;
+    std::string value;
+};
+
 /// A handle on a node of a document, as MSXML 3 offers it. It is valid as long as its document object lives and is
 /// not loaded again. Every member may throw `Error` with MSXML's number and message.
 class DOMNode {
@@ -48,6 +54,8 @@ public:
     virtual std::optional<std::string> GetAttribute(std::string_view name) const = 0;
     /// The value of the attribute at position `index`, counted from 0, or nothing when there is none.
     virtual std::optional<std::string> AttributeAt(std::size_t index) const = 0;
+    /// All attributes, in the document's order; none where the node is no element.
+    virtual std::vector<DOMAttribute> Attributes() const = 0;
     /// Sets or adds the attribute `name`. Throws for a text that is no name.
     virtual void SetAttribute(std::string_view name, std::string_view value) = 0;
 
@@ -73,6 +81,14 @@ public:
     /// As the members of `DOMNode`, from the document itself.
     virtual DOMNodePtr SelectSingleNode(std::string_view path) const = 0;
     virtual DOMNodeList SelectNodes(std::string_view path) const = 0;
+    /// The texts of all nodes that `path` selects, in document order. Throws likewise.
+    virtual std::vector<std::string> TextsAt(std::string_view path) const {
+        std::vector<std::string> texts;
+        for (const DOMNodePtr& node : SelectNodes(path)) {
+            texts.push_back(node->Text());
+        }
+        return texts;
+    }
 
     /// Creates an element of this document that stands nowhere yet. Throws for a text that is no name and for a prefix
     /// that the document does not declare.

@@ -58,6 +58,17 @@ host::DOMNodeList Document::SelectNodes(std::string_view path) const {
     return MakeHandles(*selector_, selector_->All(tree_->document(), path));
 }
 
+std::vector<std::string> Document::TextsAt(std::string_view path) const {
+    std::vector<std::string> texts;
+    selector_->ForEach(tree_->document(), path, [&](const Selected& selected) {
+        if (selected.attribute == nullptr)
+            texts.push_back(TextOf(*selected.node));
+        else
+            texts.emplace_back(selected.attribute->Value());
+    });
+    return texts;
+}
+
 host::DOMNodePtr Document::CreateElement(std::string_view name) {
     const std::string_view prefix = PrefixOf(name);
     // What nobody declares would make a document that cannot be read again.

@@ -139,6 +139,7 @@ TEST(DocumentNode, NamesAndKinds) {
     EXPECT_FALSE(text->IsElement());
     EXPECT_TRUE(text->ChildNodes().empty());
     EXPECT_EQ(text->GetAttribute("x"), std::nullopt);
+    EXPECT_TRUE(text->Attributes().empty());
     EXPECT_THROW(text->SetAttribute("x", "1"), host::Error);
     EXPECT_THROW(text->AppendChild(*document.Root()), host::Error);
 }
@@ -153,6 +154,13 @@ TEST(DocumentNode, AttributesByNameAndPosition) {
     EXPECT_EQ(document.Root()->AttributeAt(1), "u");
     EXPECT_EQ(document.Root()->AttributeAt(3), "3");
     EXPECT_EQ(document.Root()->AttributeAt(4), std::nullopt);
+    const std::vector<host::DOMAttribute> all = document.Root()->Attributes();
+    ASSERT_EQ(all.size(), 4U);
+    EXPECT_EQ(all[0].name, "first");
+    EXPECT_EQ(all[0].value, "1");
+    EXPECT_EQ(all[1].name, "xmlns:z");
+    EXPECT_EQ(all[1].value, "u");
+    EXPECT_EQ(all[3].value, "3");
 }
 
 TEST(DocumentNode, SettingAnAttributeKeepsItsPlace) {
