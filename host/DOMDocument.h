@@ -81,13 +81,14 @@ public:
     /// As the members of `DOMNode`, from the document itself.
     virtual DOMNodePtr SelectSingleNode(std::string_view path) const = 0;
     virtual DOMNodeList SelectNodes(std::string_view path) const = 0;
-    /// The texts of all nodes that `path` selects, in document order. Throws likewise.
-    virtual std::vector<std::string> TextsAt(std::string_view path) const {
-        std::vector<std::string> texts;
+    /// The values of the attribute `name` of all elements that `path` selects, in document order; the empty text of one
+    /// that has no such attribute. Throws likewise.
+    virtual std::vector<std::string> AttributesAt(std::string_view path, std::string_view name) const {
+        std::vector<std::string> values;
         for (const DOMNodePtr& node : SelectNodes(path)) {
-            texts.push_back(node->Text());
+            values.push_back(node->GetAttribute(name).value_or(""));
         }
-        return texts;
+        return values;
     }
 
     /// Creates an element of this document that stands nowhere yet. Throws for a text that is no name and for a prefix

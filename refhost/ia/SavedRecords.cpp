@@ -22,8 +22,8 @@ std::string_view SavedRecord::Text(std::string_view column) const {
 std::optional<double> SavedRecord::Amount(std::string_view column) const { return ModPub::NumericValue(Text(column)); }
 
 SavedRecords::SavedRecords(const host::DOMDocument& document)
-    : columns_(document.TextsAt("/xml/s:Schema/s:ElementType/s:AttributeType/@name")),
-      types_(document.TextsAt("/xml/s:Schema/s:ElementType/s:AttributeType/s:datatype/@dt:type")) {
+    : columns_(document.AttributesAt("/xml/s:Schema/s:ElementType/s:AttributeType", "name")),
+      types_(document.AttributesAt("/xml/s:Schema/s:ElementType/s:AttributeType/s:datatype", "dt:type")) {
     if (types_.size() != columns_.size()) {
         throw host::Error(host::error_number::unspecified, "记录集的架构不完整。");
     }

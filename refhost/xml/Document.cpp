@@ -58,15 +58,14 @@ host::DOMNodeList Document::SelectNodes(std::string_view path) const {
     return MakeHandles(*selector_, selector_->All(tree_->document(), path));
 }
 
-std::vector<std::string> Document::TextsAt(std::string_view path) const {
-    std::vector<std::string> texts;
+std::vector<std::string> Document::AttributesAt(std::string_view path, std::string_view name) const {
+    std::vector<std::string> values;
     selector_->ForEach(tree_->document(), path, [&](const Selected& selected) {
-        if (selected.attribute == nullptr)
-            texts.push_back(TextOf(*selected.node));
-        else
-            texts.emplace_back(selected.attribute->Value());
+        const bool isElement = selected.attribute == nullptr && selected.node->kind == NodeKind::element;
+        const Attribute* const found = isElement ? Tree::FindAttribute(selected.node->AsElement(), name) : nullptr;
+        values.emplace_back(found == nullptr ? std::string_view() : found->Value());
     });
-    return texts;
+    return values;
 }
 
 host::DOMNodePtr Document::CreateElement(std::string_view name) {

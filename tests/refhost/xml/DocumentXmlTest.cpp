@@ -163,6 +163,18 @@ TEST(DocumentNode, AttributesByNameAndPosition) {
     EXPECT_EQ(all[3].value, "3");
 }
 
+TEST(DocumentNode, AttributesOfAllThatAPathSelects) {
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a xmlns:t=\"u\"><b name=\"1\" t:type=\"int\"/><c name=\"3\"/><b name=\"2\"/>x</a>"));
+    EXPECT_EQ(document.AttributesAt("/a/b", "name"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(document.AttributesAt("/a/b", "t:type"), (std::vector<std::string>{"int", ""}));
+    EXPECT_EQ(document.AttributesAt("/a/d", "name"), std::vector<std::string>());
+    // Paths that take an engine, and what has no attributes.
+    EXPECT_EQ(document.AttributesAt("/a/b[2]", "name"), std::vector<std::string>{"2"});
+    EXPECT_EQ(document.AttributesAt("/a/text() | /a/c/@name", "name"), (std::vector<std::string>{"", ""}));
+    EXPECT_THROW(document.AttributesAt("/a/[", "name"), host::Error);
+}
+
 TEST(DocumentNode, SettingAnAttributeKeepsItsPlace) {
     const Loaded document("<a b=\"1\" c=\"2\"/>");
     document.Root()->SetAttribute("b", "longer than before");

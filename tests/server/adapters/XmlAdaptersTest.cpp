@@ -189,12 +189,11 @@ TEST_F(XmlAdapters, Attributes) {
 }
 
 /// As the columns of a saved recordset are read, and their types.
-TEST_F(XmlAdapters, TextsAtAPath) {
-    ASSERT_TRUE(document_.LoadXML("<a xmlns:t=\"u\"><b name=\"1\" t:type=\"int\">x</b><b name=\"2\">y</b></a>"));
-    EXPECT_EQ(document_.TextsAt("/a/b"), (std::vector<std::string>{"x", "y"}));
-    EXPECT_EQ(document_.TextsAt("/a/b/@name"), (std::vector<std::string>{"1", "2"}));
-    EXPECT_EQ(document_.TextsAt("/a/b/@t:type"), (std::vector<std::string>{"int"}));
-    EXPECT_EQ(document_.TextsAt("/a/c"), std::vector<std::string>());
+TEST_F(XmlAdapters, AttributesAtAPath) {
+    ASSERT_TRUE(document_.LoadXML("<a xmlns:t=\"u\"><b name=\"1\" t:type=\"int\"/><c name=\"3\"/><b name=\"2\"/></a>"));
+    EXPECT_EQ(document_.AttributesAt("/a/b", "name"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(document_.AttributesAt("/a/b", "t:type"), (std::vector<std::string>{"int", ""}));
+    EXPECT_EQ(document_.AttributesAt("/a/d", "name"), std::vector<std::string>());
 }
 
 TEST_F(XmlAdapters, TextNodeHasNoAttributes) {
