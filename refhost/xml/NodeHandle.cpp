@@ -13,6 +13,14 @@ std::string LocalName(std::string_view name) {
 
 [[noreturn]] void Refuse(const char* message) { throw host::Error(host::error_number::unspecified, message); }
 
+/// How many there are from `first` on.
+template <class Linked> std::size_t Length(const Linked* first) {
+    std::size_t count = 0;
+    for (; first != nullptr; first = first->next)
+        ++count;
+    return count;
+}
+
 /// A node other than an attribute.
 class NodeHandle final : public host::DOMNode {
 public:
@@ -78,6 +86,7 @@ public:
 
     host::DOMNodeList ChildNodes() const override {
         host::DOMNodeList children;
+        children.reserve(Length(node_.IsParent() ? node_.AsElement().first : nullptr));
         for (Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr; child = child->next)
             children.push_back(std::make_unique<NodeHandle>(selector_, *child));
         return children;
@@ -97,6 +106,7 @@ public:
 
     std::vector<host::DOMAttribute> Attributes() const override {
         std::vector<host::DOMAttribute> attributes;
+        attributes.reserve(Length(IsElement() ? node_.AsElement().attributes : nullptr));
         for (const Attribute* at = IsElement() ? node_.AsElement().attributes : nullptr; at != nullptr; at = at->next)
             attributes.push_back({at->name, std::string(at->Value())});
         return attributes;
