@@ -2,6 +2,7 @@
 
 #include "ModPub/Conversions.h"
 #include "ModPub/FirstRow.h"
+#include "ModPub/Joined.h"
 
 #include <cstddef>
 
@@ -9,9 +10,9 @@ namespace kovra {
 
 bool CheckFreeItems(ModPub::ImportState& state, const OpeningRow& row) {
     const auto flags = ModPub::FirstRow<freeItemNames.size()>(
-        state, "Select bFree1,bFree2,bFree3,bFree4,bFree5,bFree6,bFree7,bFree8,bFree9,bFree10 from Inventory "
-               "where cinvcode='" +
-                   row.cInvCode + "'");
+        state, ModPub::Joined({"Select bFree1,bFree2,bFree3,bFree4,bFree5,bFree6,bFree7,bFree8,bFree9,bFree10 "
+                               "from Inventory where cinvcode='",
+                               row.cInvCode, "'"}));
     if (!flags) {
         return true;
     }

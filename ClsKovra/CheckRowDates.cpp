@@ -6,6 +6,10 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
 
 namespace kovra {
 namespace {
@@ -32,11 +36,20 @@ constexpr DateField dVDate{"dVDate", "失效日期不合法！", "失效日期�
 
 constexpr std::size_t maxBatchLength = 60;
 
-std::string_view DateFailure(const DateField& field, const std::string& text) {
-    if (!ModPub::IsDate(text)) {
-        return field.notDate;
+/// A field's date as "YYYY-MM-DD", and the message about it, or the empty text.
+struct CheckedDate {
+    std::string date;
+    std::string_view failure;
+};
+
+CheckedDate CheckDate(const DateField& field, const std::string& text) {
+    const std::optional<host::Date> date = ModPub::ParseDate(text);
+    if (!date) {
+        return {{}, field.notDate};
     }
-    return ModPub::FormatDate(text) <= "1949-01-01" ? field.tooEarly : std::string_view();
+    std::string formatted = ModPub::FormatDate(*date);
+    const std::string_view failure = formatted <= "1949-01-01" ? field.tooEarly : std::string_view();
+    return {std::move(formatted), failure};
 }
 
 /// The message about the production and expiry dates of an item that is managed by shelf life, or the empty text.
@@ -45,13 +58,15 @@ std::string_view ShelfLifeFailure(const std::string& made, const std::string& ex
     if (made.empty() || expires.empty()) {
         return {};
     }
-    if (const std::string_view message = DateFailure(dMadeDate, made); !message.empty()) {
-        return message;
+    const CheckedDate madeDate = CheckDate(dMadeDate, made);
+    if (!madeDate.failure.empty()) {
+        return madeDate.failure;
     }
-    if (const std::string_view message = DateFailure(dVDate, expires); !message.empty()) {
-        return message;
+    const CheckedDate expiryDate = CheckDate(dVDate, expires);
+    if (!expiryDate.failure.empty()) {
+        return expiryDate.failure;
     }
-    return ModPub::FormatDate(expires) <= ModPub::FormatDate(made) ? "生产日期大于失效日期" : std::string_view();
+    return expiryDate.date <= madeDate.date ? "生产日期大于失效日期" : std::string_view();
 }
 
 } // namespace
@@ -62,17 +77,18 @@ bool ClsKovra::CheckRowDates(const OpeningRow& row) {
 
 std::string_view ClsKovra::DatesFailure(const OpeningRow& row) {
     if (const std::string vouDate = row.Field(dVouDate.name); !vouDate.empty()) {
-        if (const std::string_view message = DateFailure(dVouDate, vouDate); !message.empty()) {
-            return message;
+        const CheckedDate checked = CheckDate(dVouDate, vouDate);
+        if (!checked.failure.empty()) {
+            return checked.failure;
         }
-        if (ModPub::FormatDate(vouDate) >= StartDate()) {
+        if (checked.date >= StartDate()) {
             return "入库日期必须小于本系统启用日期！";
         }
     }
     for (const DateField& field : definedDates) {
         if (const std::string text = row.Field(field.name); !text.empty()) {
-            if (const std::string_view message = DateFailure(field, text); !message.empty()) {
-                return message;
+            if (const CheckedDate checked = CheckDate(field, text); !checked.failure.empty()) {
+                return checked.failure;
             }
         }
     }

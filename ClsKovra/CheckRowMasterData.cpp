@@ -7,6 +7,7 @@
 #include "ClsKovra/Valuation.h"
 #include "ModPub/Conversions.h"
 #include "ModPub/FirstRow.h"
+#include "ModPub/Joined.h"
 
 namespace kovra {
 namespace {
@@ -35,10 +36,10 @@ std::string ClsKovra::MasterDataFailure(const OpeningRow& row, Valuation& valuat
     if (std::string missing = MissingFields(row); !missing.empty()) {
         return missing;
     }
-    const auto item =
-        ModPub::FirstRow<2>(state_, "Select cValuetype,iInvRCost From inventory "
-                                    " Where cInvCode='" +
-                                        row.cInvCode + "' and bService=0 and bInvType=0 and isnull(bPTOModel,0)=0 ");
+    const auto item = ModPub::FirstRow<2>(
+        state_, ModPub::Joined({"Select cValuetype,iInvRCost From inventory "
+                                " Where cInvCode='",
+                                row.cInvCode, "' and bService=0 and bInvType=0 and isnull(bPTOModel,0)=0 "}));
     if (!item) {
         return "存货编码不合法。";
     }
@@ -56,9 +57,9 @@ std::string ClsKovra::MasterDataFailure(const OpeningRow& row, Valuation& valuat
         return "设置自由项的存货必须输入自由项。";
     }
 
-    const auto warehouse = ModPub::FirstRow<1>(state_, "Select cwhvaluestyle From Warehouse "
-                                                       " Where cWhCode='" +
-                                                           row.cWhCode + "' and bincost = 1 ");
+    const auto warehouse = ModPub::FirstRow<1>(state_, ModPub::Joined({"Select cwhvaluestyle From Warehouse "
+                                                                       " Where cWhCode='",
+                                                                       row.cWhCode, "' and bincost = 1 "}));
     if (!warehouse) {
         return "仓库编码不合法。";
     }

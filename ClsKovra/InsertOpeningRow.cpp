@@ -2,6 +2,7 @@
 #include "ClsKovra/ClsKovra.h"
 #include "ClsKovra/OpeningRow.h"
 #include "ModPub/Conversions.h"
+#include "ModPub/Joined.h"
 #include "text/SameName.h"
 
 #include <algorithm>
@@ -19,6 +20,9 @@ struct ColumnMapping {
     Form form;
     std::string_view column;
 };
+
+/// What the columns and the values of a row take, by far the most of them.
+constexpr std::size_t usualSize = 448;
 
 constexpr std::array columnMappings = {
     ColumnMapping{"ICOST", Form::skipped, {}},
@@ -72,9 +76,9 @@ void AppendChild(std::string& columns, std::string& values, const host::DOMNode&
 void ClsKovra::InsertOpeningRow(const OpeningRow& row, const Amounts& amounts) {
     std::string columns;
     std::string values;
-    for (const host::DOMNodePtr& child : row.element.ChildNodes()) {
-        AppendChild(columns, values, *child);
-    }
+    columns.reserve(usualSize);
+    values.reserve(usualSize);
+    row.element.VisitChildren([&](const host::DOMNode& child) { AppendChild(columns, values, child); });
     if (amounts.quantity == 0) {
         columns.append("IAInPrice, iDebitDifCost, iCreditDifcost, cBusType ");
         AppendNumberOrNull(values, amounts.amount);
@@ -88,10 +92,9 @@ void ClsKovra::InsertOpeningRow(const OpeningRow& row, const Amounts& amounts) {
     AppendNumberOrNull(values, amounts.creditDifference);
     values.append("'EAI' ");
 
-    std::string sql = "Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, ";
-    sql.append(columns).append(") Values(").append(state_.login->LoginYear()).append(",'34', 1,");
-    sql.append(values).append(")");
-    state_.connection->Execute(sql, host::command_option::textNoRecords);
+    state_.connection->Execute(ModPub::Joined({"Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, ", columns,
+                                               ") Values(", state_.login->LoginYear(), ",'34', 1,", values, ")"}),
+                               host::command_option::textNoRecords);
 }
 
 } // namespace kovra

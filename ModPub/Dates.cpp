@@ -74,11 +74,10 @@ bool SetTime(DateParts& parts, const DateFields& fields) {
     return true;
 }
 
+/// Appends a number of at most `width` digits, which are two or four.
 void AppendPadded(std::string& text, int number, int width) {
-    const std::string digits = std::to_string(number);
-    for (int i = static_cast<int>(digits.size()); i < width; ++i)
-        text += '0';
-    text += digits;
+    for (int unit = width == 4 ? 1000 : 10; unit > 0; unit /= 10)
+        text += static_cast<char>('0' + number / unit % 10);
 }
 
 DateParts SplitOrRaise(host::Date date) {

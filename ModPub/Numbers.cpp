@@ -336,7 +336,6 @@ std::string TextOf(double number, int significant, double below) {
     const std::string_view digits(decimal.digits.data(), count);
     const int point = decimal.pointPosition;
     std::string text;
-    text.reserve(24);
     if (number < 0)
         text += '-';
     if (point > significant || decimal.count - point > significant) {

@@ -4,10 +4,14 @@
 #include "refhost/xml/Document.h"
 #include "refhost/xml/Parser.h"
 #include "refhost/xml/Path.h"
+#include "refhost/xml/PlainReader.h"
+#include "refhost/xml/Writer.h"
 #include "refhost/xml/XPath.h"
+#include "text/Utf8.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -60,11 +64,24 @@ void CheckQuickPath(std::string_view xml, std::string_view text) {
     }
 }
 
+/// What is read without libxml2 is what libxml2 reads: a comment at the end is not plain.
+void CheckPlain(std::string_view text) {
+    const std::unique_ptr<refhost::xml::Tree> plain = text::IsUtf8(text) ? refhost::xml::ReadPlain(text) : nullptr;
+    if (plain) {
+        const std::string comment = "<!--c-->";
+        const refhost::xml::ParseResult full = refhost::xml::Parse(std::string(text) + comment);
+        fuzz::Require(full.tree != nullptr, "only the plain reader reads it", text);
+        fuzz::Require(ToXml(*full.tree, full.tree->document()) == ToXml(*plain, plain->document()) + comment,
+                      "the plain reader reads something else", text);
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const std::size_t end = text.find('\0');
+    CheckPlain(text.substr(0, end));
     refhost::xml::Document document;
     if (!document.LoadXML(text.substr(0, end))) {
         fuzz::Require(document.DocumentElement() == nullptr, "a refused text leaves a document", text);

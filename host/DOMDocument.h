@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,6 +50,12 @@ public:
     }
     /// All child nodes, text nodes included, in document order.
     virtual DOMNodeList ChildNodes() const = 0;
+    /// Hands the child nodes to `visit` in the same order; each handle is valid within its call alone.
+    virtual void VisitChildren(const std::function<void(const DOMNode& child)>& visit) const {
+        for (const DOMNodePtr& child : ChildNodes()) {
+            visit(*child);
+        }
+    }
 
     /// The value of the attribute `name`, or nothing when the element has none (a Null Variant in MSXML).
     virtual std::optional<std::string> GetAttribute(std::string_view name) const = 0;

@@ -92,6 +92,11 @@ public:
         return children;
     }
 
+    void VisitChildren(const std::function<void(const host::DOMNode& child)>& visit) const override {
+        for (Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr; child = child->next)
+            visit(NodeHandle(selector_, *child));
+    }
+
     std::optional<std::string> GetAttribute(std::string_view name) const override {
         const Attribute* found = IsElement() ? Tree::FindAttribute(node_.AsElement(), name) : nullptr;
         return found == nullptr ? std::nullopt : std::optional<std::string>(found->Value());

@@ -2,6 +2,7 @@
 
 #include "refhost/xml/MakeReady.h"
 #include "refhost/xml/ParameterEntities.h"
+#include "refhost/xml/PlainReader.h"
 #include "refhost/xml/PrefixScope.h"
 #include "refhost/xml/WhiteSpace.h"
 #include "text/Utf8.h"
@@ -36,8 +37,6 @@ constexpr std::size_t readAtOnce = 8192;
 std::string_view View(const xmlChar* text) {
     return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
 }
-
-bool IsBlank(std::string_view text) { return text.find_first_not_of(blanks) == std::string_view::npos; }
 
 /// Builds the tree from what the parser reports. The parser is C code: no exception may cross it.
 class Builder {
@@ -321,8 +320,6 @@ int Builder::Read(void* context, char* buffer, int length) {
 }
 
 ParseResult Builder::Run() {
-    if (source_.find('\0') != std::string_view::npos || !text::IsUtf8(source_))
-        return {nullptr, "The text is not valid UTF-8."};
     WrittenOut writtenOut = WriteOutParameterEntities(source_, budget_);
     if (!writtenOut.reason.empty())
         return {nullptr, std::move(writtenOut.reason)};
@@ -392,8 +389,30 @@ ParseResult Builder::Run() {
     return {std::move(tree_), {}};
 }
 
+/// `ReadPlain` of a text that may begin with an XML declaration, which libxml2 judges.
+std::unique_ptr<Tree> ReadDeclaredPlain(std::string_view xml) {
+    constexpr std::string_view end = "?>";
+    const std::size_t found = xml.starts_with("<?xml ") ? xml.find(end) : std::string_view::npos;
+    if (found == std::string_view::npos)
+        return ReadPlain(xml);
+    const std::size_t size = found + end.size();
+    std::unique_ptr<Tree> tree = ReadPlain(xml.substr(size));
+    const std::unique_ptr<Tree> declared =
+        tree ? Builder(std::string(xml.substr(0, size)) + "<a/>").Run().tree : nullptr;
+    if (!declared)
+        return nullptr;
+    tree->declaration = declared->declaration;
+    return tree;
+}
+
 } // namespace
 
-ParseResult Parse(std::string_view xml) { return Builder(xml).Run(); }
+ParseResult Parse(std::string_view xml) {
+    if (xml.find('\0') != std::string_view::npos || !text::IsUtf8(xml))
+        return {nullptr, "The text is not valid UTF-8."};
+    if (std::unique_ptr<Tree> tree = ReadDeclaredPlain(xml))
+        return {std::move(tree), {}};
+    return Builder(xml).Run();
+}
 
 } // namespace refhost::xml

@@ -1,8 +1,6 @@
 #include "refhost/sql/engine/RepeatedAnswers.h"
 
 #include <algorithm>
-#include <functional>
-#include <string_view>
 #include <utility>
 
 namespace refhost::sql {
@@ -11,7 +9,10 @@ namespace {
 std::size_t HashOf(const std::vector<Literal>& literals) {
     std::size_t hash = 0;
     for (const Literal& literal : literals) {
-        hash = hash * 31 + std::hash<std::string_view>()(literal.body);
+        for (const char c : literal.body) {
+            hash = hash * 31 + static_cast<unsigned char>(c);
+        }
+        hash = hash * 31 + 0x100; // no byte of a value
     }
     return hash;
 }
@@ -39,7 +40,9 @@ std::uint64_t RepeatedAnswers::Changes() const {
 }
 
 RepeatedAnswers::Known& RepeatedAnswers::PlaceOf(std::size_t hash) {
-    known_.resize(places);
+    if (known_.empty()) {
+        known_.resize(places);
+    }
     return known_[hash % places];
 }
 

@@ -9,7 +9,11 @@ namespace {
 
 /// What would make a longer number of the digits before it.
 bool GoesOnWithNumber(std::string_view text) {
-    return !text.empty() && std::string_view(".eExX0123456789").find(text.front()) != std::string_view::npos;
+    if (text.empty()) {
+        return false;
+    }
+    const char next = text.front();
+    return next == '.' || (next | 0x20) == 'e' || (next | 0x20) == 'x' || text::IsDigit(next);
 }
 
 std::size_t CountDigits(std::string_view rest) {
@@ -56,14 +60,18 @@ bool StatementGuess::Read(std::string_view& rest, const Piece& piece, Literal& l
 }
 
 bool StatementGuess::ReadText(std::string_view& rest, Literal& literal) {
-    const std::size_t end = rest.find('\'');
-    if (end == std::string_view::npos || rest.substr(end + 1).starts_with('\'')) {
+    // A backslash may continue a line. Most texts are too short for a search of many bytes at once to pay.
+    std::size_t end = 0;
+    while (end < rest.size() && rest[end] != '\'' && rest[end] != '\\') {
+        ++end;
+    }
+    const std::string_view behind = rest.substr(std::min(end + 1, rest.size()));
+    if (end == rest.size() || rest[end] == '\\' || behind.starts_with('\'')) {
         return false;
     }
     literal.body = rest.substr(0, end);
-    rest.remove_prefix(end + 1);
-    // It may continue a line.
-    return literal.body.find('\\') == std::string_view::npos;
+    rest = behind;
+    return true;
 }
 
 bool StatementGuess::ReadNumber(std::string_view& rest, Literal& literal) {

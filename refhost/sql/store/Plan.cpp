@@ -96,7 +96,9 @@ bool FitsAsItStands(const Literal& literal, const Slot& slot) {
         return false;
     }
     const Type& to = slot.steps.front().to;
-    if (!IsNational(to.base) && text::FirstOutsideCodePage936(literal.body) != std::string_view::npos) {
+    // What a text without N has, the code page has.
+    if (literal.national && !IsNational(to.base) &&
+        text::FirstOutsideCodePage936(literal.body) != std::string_view::npos) {
         return false;
     }
     return FamilyOf(to) == Family::text && !IsFixedLength(to.base) &&

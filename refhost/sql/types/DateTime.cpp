@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
 
 namespace refhost::sql {
 namespace {
@@ -177,11 +176,11 @@ private:
     }
 
     void ReadNumber(std::string_view digits) {
-        if (digits.size() > 8 || pieces_.size() == 3) {
+        if (digits.size() > 8 || pieceCount_ == pieces_.size()) {
             flaw_ = Flaw::syntax;
             return;
         }
-        pieces_.push_back(digits);
+        pieces_[pieceCount_++] = digits;
         if ((Peek() == '-' || Peek() == '/' || Peek() == '.' || Peek() == ',') && position_ + 1 < text_.size()) {
             separated_ = separated_ || Peek() != ',';
             ++position_;
@@ -194,7 +193,7 @@ private:
             ++position_;
         }
         const std::string_view word = text_.substr(start, position_ - start);
-        if (EqualNames(word, "T") && !pieces_.empty() && text::IsDigit(Peek())) {
+        if (EqualNames(word, "T") && pieceCount_ != 0 && text::IsDigit(Peek())) {
             return;
         }
         for (std::size_t month = 0; month < monthNames.size() && word.size() >= 3; ++month) {
@@ -281,11 +280,11 @@ private:
     void Assemble() {
         if (namedMonth_ != 0) {
             AssembleNamed();
-        } else if (pieces_.empty()) {
+        } else if (pieceCount_ == 0) {
             return; // a time alone, or nothing, is on the server's day 0
-        } else if (pieces_.size() == 1) {
+        } else if (pieceCount_ == 1) {
             AssembleSolid(pieces_[0]);
-        } else if (pieces_.size() == 3 && separated_) {
+        } else if (pieceCount_ == 3 && separated_) {
             AssembleSeparated();
         } else {
             flaw_ = Flaw::syntax;
@@ -294,12 +293,12 @@ private:
 
     void AssembleNamed() {
         calendar_.month = namedMonth_;
-        if (pieces_.size() == 1) {
+        if (pieceCount_ == 1) {
             calendar_.year = FullYear(pieces_[0]);
             if (pieces_[0].size() <= 2) {
                 flaw_ = Flaw::syntax;
             }
-        } else if (pieces_.size() == 2) {
+        } else if (pieceCount_ == 2) {
             const bool yearFirst = pieces_[0].size() == 4;
             calendar_.year = FullYear(pieces_[yearFirst ? 0 : 1]);
             calendar_.day = Number(pieces_[yearFirst ? 1 : 0]);
@@ -385,7 +384,8 @@ private:
     Type target_;
     bool hijri_;
     std::size_t position_ = 0;
-    std::vector<std::string_view> pieces_;
+    std::array<std::string_view, 3> pieces_;
+    std::size_t pieceCount_ = 0;
     bool separated_ = false;
     int namedMonth_ = 0;
     bool hasTime_ = false;
@@ -604,12 +604,12 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
     case namedHijriStyle:
     case hijriStyle: {
         const std::int64_t days = FloorTo(ticks, ticksPerDay) / ticksPerDay - hijriEpoch;
-        const std::int64_t year = (30 * days + 10646) / hijriCycleDays;
-        const auto day = static_cast<int>(days - HijriYearStart(year));
+        const std::int64_t hijriYear = (30 * days + 10646) / hijriCycleDays;
+        const auto day = static_cast<int>(days - HijriYearStart(hijriYear));
         const int hijriMonth = std::min(day * 2 / 59 + 1, 12);
         const int hijriDay = day - ((hijriMonth - 1) * 29 + hijriMonth / 2) + 1;
         const std::string time =
-            fmt::format("{:04} {:>2}:{:02}:{:02}:{:03}{}", year, hour12, c.minute, c.second, milliseconds, half);
+            fmt::format("{:04} {:>2}:{:02}:{:02}:{:03}{}", hijriYear, hour12, c.minute, c.second, milliseconds, half);
         return style == hijriStyle ? fmt::format("{:>2}/{:02}/{}", hijriDay, hijriMonth, time)
                                    : fmt::format("{:>2} {} {}", hijriDay,
                                                  hijriMonths.at(static_cast<std::size_t>(hijriMonth) - 1), time);
