@@ -405,13 +405,15 @@ std::optional<double> ParseNumber(std::string_view text) {
     return parsed ? std::optional(parsed->value) : std::nullopt;
 }
 
-bool IsNumeric(std::string_view text) {
+std::optional<double> NumericValue(std::string_view text) {
     try {
-        return Parse(text).has_value();
+        return ParseNumber(text);
     } catch (const host::Error&) {
-        return false;
+        return std::nullopt;
     }
 }
+
+bool IsNumeric(std::string_view text) { return NumericValue(text).has_value(); }
 
 double ToDouble(std::string_view text) { return ParseOrRaise(text).value; }
 

@@ -29,6 +29,9 @@ std::string SingleText(float number);
 /// Throws error 6 for a number that is too large.
 std::optional<double> ParseNumber(std::string_view text);
 
+/// The number that a numeric `text` writes; nothing where it is not numeric (`IsNumeric`).
+std::optional<double> NumericValue(std::string_view text);
+
 /// Whether `ToDouble(text)` succeeds.
 bool IsNumeric(std::string_view text);
 

@@ -13,6 +13,12 @@ class DOMNode;
 using DOMNodePtr = std::unique_ptr<DOMNode>;
 using DOMNodeList = std::vector<DOMNodePtr>;
 
+/// An attribute of an element: its name with its prefix, and its value.
+struct DOMAttribute {
+    std::string name;
+    std::string value;
+};
+
 /// A handle on a node of a document, as MSXML 3 offers it. It is valid as long as its document object lives and is
 /// not loaded again. Every member may throw `Error` with MSXML's number and message.
 class DOMNode {
@@ -55,6 +61,8 @@ public:
     virtual std::optional<std::string> GetAttribute(std::string_view name) const = 0;
     /// The value of the attribute at position `index`, counted from 0, or nothing when there is none.
     virtual std::optional<std::string> AttributeAt(std::size_t index) const = 0;
+    /// All attributes, in the document's order; none where the node is no element.
+    virtual std::vector<DOMAttribute> Attributes() const = 0;
     /// Sets or adds the attribute `name`. Throws for a text that is no name.
     virtual void SetAttribute(std::string_view name, std::string_view value) = 0;
 
@@ -80,6 +88,15 @@ public:
     /// As the members of `DOMNode`, from the document itself.
     virtual DOMNodePtr SelectSingleNode(std::string_view path) const = 0;
     virtual DOMNodeList SelectNodes(std::string_view path) const = 0;
+    /// The values of the attribute `name` of all elements that `path` selects, in document order; the empty text of one
+    /// that has no such attribute. Throws likewise.
+    virtual std::vector<std::string> AttributesAt(std::string_view path, std::string_view name) const {
+        std::vector<std::string> values;
+        for (const DOMNodePtr& node : SelectNodes(path)) {
+            values.push_back(node->GetAttribute(name).value_or(""));
+        }
+        return values;
+    }
 
     /// Creates an element of this document that stands nowhere yet. Throws for a text that is no name and for a prefix
     /// that the document does not declare.

@@ -192,8 +192,13 @@ const RowsetShape& RowsetShapes::Of(const std::shared_ptr<const Fields>& fields)
 void WriteRowset(const ResultSet& result, RowsetShapes& shapes, host::DOMDocument& document) {
     const Fields& fields = *result.fields;
     const RowsetShape& shape = shapes.Of(result.fields);
-    std::string xml = shape.start;
+    std::string xml;
+    xml.reserve(shape.start.size() + tail.size());
+    xml.append(shape.start);
     for (std::size_t row = 0; row < result.rowCount; ++row) {
+        // Rows are much alike: the first tells how long the text becomes, and nothing has to be moved as it grows.
+        if (row == 1)
+            xml.reserve(xml.size() + (xml.size() - shape.start.size()) * result.rowCount + tail.size());
         xml.append("<z:row");
         for (std::size_t column = 0; column < fields.size(); ++column) {
             const host::Value& value = result.cells[row * fields.size() + column];

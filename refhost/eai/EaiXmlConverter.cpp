@@ -2,6 +2,8 @@
 
 #include "refhost/eai/FieldText.h"
 
+#include <algorithm>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -24,10 +26,12 @@ public:
         }
         // By its namespace: what reads records goes by it, on every parser.
         const host::DOMNodePtr row = document_.CreateElementNS("z:row", "#RowsetSchema");
+        set_.clear();
         for (const host::DOMNodePtr& child : element.ChildNodes()) {
             const std::string* const column = columns_->ColumnOf(child->NodeName());
-            if (column != nullptr && !row->GetAttribute(*column)) {
+            if (column != nullptr && std::ranges::find(set_, *column) == set_.end()) {
                 row->SetAttribute(*column, child->Text());
+                set_.emplace_back(*column);
             }
         }
         data_->AppendChild(*row);
@@ -37,6 +41,8 @@ private:
     std::shared_ptr<const ResolvedPart> columns_;
     host::DOMDocument& document_;
     host::DOMNodePtr data_;
+    /// The columns that the present record has a value in.
+    std::vector<std::string_view> set_;
 };
 
 /// Writes a mapping's fields of the current record as children of an element.

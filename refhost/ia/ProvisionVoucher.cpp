@@ -4,6 +4,7 @@
 #include "ModPub/Lookup.h"
 #include "ModPub/XmlText.h"
 #include "refhost/ia/NumberLock.h"
+#include "refhost/ia/SavedRecords.h"
 #include "text/SameName.h"
 #include "text/SqlText.h"
 
@@ -17,41 +18,6 @@ namespace {
 /// Columns of the records that the tables do not take: the database's own numbers, and what a template adds.
 constexpr std::array<std::string_view, 6> notStored = {"ID", "AutoID", "bEai", "cdepname", "cpersonname", "cwhname"};
 
-/// The path to the records.
-constexpr std::string_view recordPath = "/xml/rs:data/z:row";
-
-/// The types by which the schema of a saved recordset calls columns of numbers.
-constexpr std::array<std::string_view, 7> numberTypes = {"i2", "int", "r4", "float", "number", "ui1", "i8"};
-
-struct Column {
-    std::string name;
-    host::DOMNodePtr type;
-    /// Nothing as long as nobody has asked.
-    std::optional<bool> number;
-
-    /// Whether it takes numbers.
-    bool IsNumber() {
-        if (!number) {
-            const host::DOMNodePtr datatype = type->SelectSingleNode("s:datatype");
-            const std::string typeName = datatype ? datatype->GetAttribute("dt:type").value_or("") : "";
-            number = std::ranges::find(numberTypes, typeName) != numberTypes.end();
-        }
-        return *number;
-    }
-};
-
-/// The columns that the schema of saved records names.
-std::vector<Column> Columns(const host::DOMDocument& records) {
-    host::DOMNodeList types = records.SelectNodes("/xml/s:Schema/s:ElementType/s:AttributeType");
-    std::vector<Column> columns;
-    columns.reserve(types.size());
-    for (host::DOMNodePtr& type : types) {
-        std::string name = type->GetAttribute("name").value_or("");
-        columns.push_back({std::move(name), std::move(type), {}});
-    }
-    return columns;
-}
-
 bool IsStored(std::string_view column) {
     return std::ranges::none_of(notStored, [&](std::string_view other) { return text::SameName(column, other); });
 }
@@ -62,37 +28,33 @@ struct Insert {
     std::string refusal;
 };
 
-Insert MakeInsert(std::string_view table, std::vector<Column>& columns, const host::DOMNode& record,
+Insert MakeInsert(std::string_view table, const SavedRecords& records, const SavedRecord& record,
                   const std::string& id) {
-    std::string names = "ID";
-    std::string values = id;
-    for (Column& column : columns) {
-        const std::optional<std::string> text = record.GetAttribute(column.name);
-        // Most columns have no value; what there is to know of a column is asked for those that have one.
-        if (!text || !IsStored(column.name)) {
+    std::string sql;
+    std::string values;
+    // What most records take.
+    sql.reserve(512);
+    values.reserve(256);
+    sql.append("Insert Into ").append(table).append(" (ID");
+    values.append(") Values (").append(id);
+    for (const SavedRecords::Cell& cell : records.CellsOf(record)) {
+        if (!IsStored(cell.name)) {
             continue;
         }
-        names.append(",[").append(column.name).append("]");
+        sql.append(",[").append(cell.name).append("]");
         values.append(",");
-        if (text->empty()) {
+        if (cell.text.empty()) {
             values.append("Null");
-        } else if (!column.IsNumber()) {
-            values.append(SqlText(*text));
-        } else if (ModPub::IsNumeric(*text)) {
-            values.append(ModPub::NumberText(ModPub::ToDouble(*text)));
+        } else if (!cell.number) {
+            values.append(SqlText(cell.text));
+        } else if (const std::optional<double> number = ModPub::NumericValue(cell.text)) {
+            values.append(ModPub::NumberText(*number));
         } else {
-            return {{}, "列" + column.name + "的值" + *text + "不是数值。"};
+            return {{}, "列" + std::string(cell.name) + "的值" + std::string(cell.text) + "不是数值。"};
         }
     }
-    return {"Insert Into " + std::string(table) + " (" + names + ") Values (" + values + ")", {}};
-}
-
-std::string Text(const host::DOMNode& row, std::string_view column) { return row.GetAttribute(column).value_or(""); }
-
-/// A row's amount; nothing where it has none or it is no number.
-std::optional<double> Amount(const host::DOMNode& row, std::string_view column) {
-    const std::string text = Text(row, column);
-    return ModPub::IsNumeric(text) ? std::optional(ModPub::ToDouble(text)) : std::nullopt;
+    sql.append(values).append(")");
+    return {std::move(sql), {}};
 }
 
 /// Appends the element `name` with the rows listed, if there are any.
@@ -102,20 +64,21 @@ void AppendList(std::string& xml, const std::string& name, const std::string& ro
     }
 }
 
-void AppendRow(std::string& rows, const host::DOMNode& row) {
+void AppendRow(std::string& rows, const SavedRecord& row) {
     rows.append("<z:row");
-    ModPub::AppendXmlAttribute(rows, "cinvcode", Text(row, "cInvCode"));
+    ModPub::AppendXmlAttribute(rows, "cinvcode", row.Text("cInvCode"));
     rows.append("/>");
 }
 
 } // namespace
 
 std::string ProvisionVoucher::Save(host::DOMDocument& result) {
-    const host::DOMNodePtr headRecord = head_.SelectSingleNode(recordPath);
-    if (!headRecord) {
+    const SavedRecords head(head_);
+    const SavedRecords body(body_);
+    if (head.records().empty()) {
         return "没有单据头，不能保存。";
     }
-    if (ListRows(result)) {
+    if (ListRows(body, result)) {
         return {};
     }
     const std::unique_ptr<host::Recordset> next = ModPub::OpenLookup(
@@ -123,15 +86,13 @@ std::string ProvisionVoucher::Save(host::DOMDocument& result) {
     const std::string id = std::to_string(ModPub::ToInt32(next->FieldValue(0)));
     next->Close();
 
-    std::vector<Column> columns = Columns(head_);
-    Insert insert = MakeInsert("IA_DecReady", columns, *headRecord, id);
+    Insert insert = MakeInsert("IA_DecReady", head, head.records().front(), id);
     if (!insert.refusal.empty()) {
         return insert.refusal;
     }
     connection_.Execute(insert.sql, host::command_option::textNoRecords);
-    columns = Columns(body_);
-    for (const host::DOMNodePtr& record : body_.SelectNodes(recordPath)) {
-        insert = MakeInsert("IA_DecReadys", columns, *record, id);
+    for (const SavedRecord& record : body.records()) {
+        insert = MakeInsert("IA_DecReadys", body, record, id);
         if (!insert.refusal.empty()) {
             return insert.refusal;
         }
@@ -141,28 +102,28 @@ std::string ProvisionVoucher::Save(host::DOMDocument& result) {
 }
 
 /// Lists in `result` the rows beyond stock or budget; returns whether there are any.
-bool ProvisionVoucher::ListRows(host::DOMDocument& result) {
+bool ProvisionVoucher::ListRows(const SavedRecords& body, host::DOMDocument& result) {
     std::string beyondStock;
     std::string beyondBudget;
-    for (const host::DOMNodePtr& row : body_.SelectNodes(recordPath)) {
-        if (const std::optional<double> quantity = Amount(*row, "iQuantity")) {
-            std::string sql = "Select sum(iQuantity) as iQuantity From CurrentStock Where cInvCode=" +
-                              SqlText(Text(*row, "cInvCode"));
-            if (const std::string warehouse = Text(*row, "cWhCode"); !warehouse.empty()) {
+    for (const SavedRecord& row : body.records()) {
+        if (const std::optional<double> quantity = row.Amount("iQuantity")) {
+            std::string sql =
+                "Select sum(iQuantity) as iQuantity From CurrentStock Where cInvCode=" + SqlText(row.Text("cInvCode"));
+            if (const std::string_view warehouse = row.Text("cWhCode"); !warehouse.empty()) {
                 sql += " And cWhCode=" + SqlText(warehouse);
             }
             if (const std::optional<double> stock = LookUpNumber(sql); stock && *quantity > *stock) {
-                AppendRow(beyondStock, *row);
+                AppendRow(beyondStock, row);
             }
         }
-        const std::string project = Text(*row, "cItemCode");
-        const std::optional<double> provision = Amount(*row, "iThisPrice");
+        const std::string_view project = row.Text("cItemCode");
+        const std::optional<double> provision = row.Amount("iThisPrice");
         if (!project.empty() && provision) {
             const std::optional<double> budget =
-                LookUpNumber("Select iBudget From ItemBudget Where cItem_class=" + SqlText(Text(*row, "cItem_class")) +
+                LookUpNumber("Select iBudget From ItemBudget Where cItem_class=" + SqlText(row.Text("cItem_class")) +
                              " And cItemCode=" + SqlText(project));
             if (budget && *budget < *provision) {
-                AppendRow(beyondBudget, *row);
+                AppendRow(beyondBudget, row);
             }
         }
     }

@@ -9,6 +9,8 @@
 
 namespace refhost {
 
+class SavedRecords;
+
 /// A provision to be saved into `IA_DecReady` and `IA_DecReadys`: its records come in ADO's XML persistence layout,
 /// whose schema names the columns.
 class ProvisionVoucher {
@@ -30,7 +32,7 @@ public:
     std::string Save(host::DOMDocument& result);
 
 private:
-    bool ListRows(host::DOMDocument& result);
+    bool ListRows(const SavedRecords& body, host::DOMDocument& result);
     std::optional<double> LookUpNumber(const std::string& sql);
 
     host::Environment& environment_;

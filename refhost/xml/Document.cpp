@@ -9,6 +9,12 @@
 #include <utility>
 
 namespace refhost::xml {
+namespace {
+
+/// A saved table has about so many columns, whose attributes are asked for together.
+constexpr std::size_t usualColumns = 64;
+
+} // namespace
 
 Document::Document(std::shared_ptr<RepeatedTexts> repeated) : repeated_(std::move(repeated)) {
     Reset(std::make_unique<Tree>(), std::make_shared<CompiledPaths>());
@@ -23,7 +29,8 @@ void Document::Reset(std::unique_ptr<Tree> tree, std::shared_ptr<CompiledPaths> 
 bool Document::LoadXML(std::string_view xml) {
     // The old content goes first: two documents at once would double the memory. `xml` never points into it, since
     // the document gives out copies only.
-    Reset(std::make_unique<Tree>(), std::make_shared<CompiledPaths>());
+    if (tree_->document().first != nullptr)
+        Reset(std::make_unique<Tree>(), std::make_shared<CompiledPaths>());
     loadError_.clear();
     if (RepeatedTexts::Copy known = repeated_ ? repeated_->Find(xml) : RepeatedTexts::Copy(); known.tree) {
         Reset(std::move(known.tree), std::move(known.paths));
@@ -56,6 +63,17 @@ host::DOMNodePtr Document::SelectSingleNode(std::string_view path) const {
 
 host::DOMNodeList Document::SelectNodes(std::string_view path) const {
     return MakeHandles(*selector_, selector_->All(tree_->document(), path));
+}
+
+std::vector<std::string> Document::AttributesAt(std::string_view path, std::string_view name) const {
+    std::vector<std::string> values;
+    values.reserve(usualColumns);
+    selector_->ForEach(tree_->document(), path, [&](const Selected& selected) {
+        const bool isElement = selected.attribute == nullptr && selected.node->kind == NodeKind::element;
+        const Attribute* const found = isElement ? Tree::FindAttribute(selected.node->AsElement(), name) : nullptr;
+        values.emplace_back(found == nullptr ? std::string_view() : found->Value());
+    });
+    return values;
 }
 
 host::DOMNodePtr Document::CreateElement(std::string_view name) {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace refhost::xml {
 
@@ -26,6 +27,7 @@ public:
     std::string Xml() const override;
     host::DOMNodePtr SelectSingleNode(std::string_view path) const override;
     host::DOMNodeList SelectNodes(std::string_view path) const override;
+    std::vector<std::string> AttributesAt(std::string_view path, std::string_view name) const override;
     host::DOMNodePtr CreateElement(std::string_view name) override;
     /// The namespace is the declared one: prefixes keep their meaning within a document.
     host::DOMNodePtr CreateElementNS(std::string_view name, std::string_view) override { return CreateElement(name); }

@@ -13,6 +13,14 @@ std::string LocalName(std::string_view name) {
 
 [[noreturn]] void Refuse(const char* message) { throw host::Error(host::error_number::unspecified, message); }
 
+/// How many there are from `first` on.
+template <class Linked> std::size_t Length(const Linked* first) {
+    std::size_t count = 0;
+    for (; first != nullptr; first = first->next)
+        ++count;
+    return count;
+}
+
 /// A node other than an attribute.
 class NodeHandle final : public host::DOMNode {
 public:
@@ -78,6 +86,7 @@ public:
 
     host::DOMNodeList ChildNodes() const override {
         host::DOMNodeList children;
+        children.reserve(Length(node_.IsParent() ? node_.AsElement().first : nullptr));
         for (Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr; child = child->next)
             children.push_back(std::make_unique<NodeHandle>(selector_, *child));
         return children;
@@ -98,6 +107,14 @@ public:
         for (; at != nullptr && index != 0; --index)
             at = at->next;
         return at == nullptr ? std::nullopt : std::optional<std::string>(at->Value());
+    }
+
+    std::vector<host::DOMAttribute> Attributes() const override {
+        std::vector<host::DOMAttribute> attributes;
+        attributes.reserve(Length(IsElement() ? node_.AsElement().attributes : nullptr));
+        for (const Attribute* at = IsElement() ? node_.AsElement().attributes : nullptr; at != nullptr; at = at->next)
+            attributes.push_back({at->name, std::string(at->Value())});
+        return attributes;
     }
 
     void SetAttribute(std::string_view name, std::string_view value) override {
@@ -122,25 +139,30 @@ private:
 
 class AttributeHandle final : public host::DOMNode {
 public:
-    AttributeHandle(Tree& tree, Attribute& attribute) : tree_(tree), attribute_(attribute) {}
+    AttributeHandle(Tree& tree, Element& element, const char* name) : tree_(tree), element_(element), name_(name) {}
 
-    std::string BaseName() const override { return LocalName(attribute_.name); }
-    std::string NodeName() const override { return attribute_.name; }
+    std::string BaseName() const override { return LocalName(name_); }
+    std::string NodeName() const override { return name_; }
     bool IsElement() const override { return false; }
-    std::string Text() const override { return std::string(attribute_.Value()); }
-    void SetText(std::string_view text) override { tree_.SetValue(attribute_, text); }
-    std::string Xml() const override { return ToXml(attribute_); }
+    std::string Text() const override { return std::string(Found().Value()); }
+    void SetText(std::string_view text) override { tree_.SetAttribute(element_, name_, text); }
+    std::string Xml() const override { return ToXml(Found()); }
     host::DOMNodePtr SelectSingleNode(std::string_view) const override { return nullptr; }
     host::DOMNodeList SelectNodes(std::string_view) const override { return {}; }
     host::DOMNodeList ChildNodes() const override { return {}; }
     std::optional<std::string> GetAttribute(std::string_view) const override { return std::nullopt; }
     std::optional<std::string> AttributeAt(std::size_t) const override { return std::nullopt; }
+    std::vector<host::DOMAttribute> Attributes() const override { return {}; }
     void SetAttribute(std::string_view, std::string_view) override { Refuse("Only elements have attributes."); }
     void AppendChild(host::DOMNode&) override { Refuse("An attribute cannot have such a child."); }
 
 private:
+    /// Looked for each time: what a copy shares with its origin moves when it is written.
+    const Attribute& Found() const { return *Tree::FindAttribute(element_, name_); }
+
     Tree& tree_;
-    Attribute& attribute_;
+    Element& element_;
+    const char* name_;
 };
 
 } // namespace
@@ -149,9 +171,10 @@ host::DOMNodePtr MakeHandle(Selector& selector, const Selected& selected) {
     if (selected.node == nullptr)
         return nullptr;
     // The tree is ours to change; only paths look at it as constant.
+    auto& node = const_cast<Node&>(*selected.node);
     if (selected.attribute != nullptr)
-        return std::make_unique<AttributeHandle>(selector.tree(), const_cast<Attribute&>(*selected.attribute));
-    return std::make_unique<NodeHandle>(selector, const_cast<Node&>(*selected.node));
+        return std::make_unique<AttributeHandle>(selector.tree(), node.AsElement(), selected.attribute->name);
+    return std::make_unique<NodeHandle>(selector, node);
 }
 
 host::DOMNodeList MakeHandles(Selector& selector, const std::vector<Selected>& selected) {

@@ -82,7 +82,7 @@ template <class Visit> bool Path::Descend(const Element& parent, std::size_t ste
 
 template <class Visit> void Path::SelectAnywhere(const Node& start, Visit& visit) const {
     for (const Node* at = NextInOrder(start, start); at != nullptr; at = NextInOrder(*at, start)) {
-        if (EndsChain(*at, start) && !Deliver(*at, visit))
+        if (Matches(*at, steps_.back()) && EndsChain(*at, start) && !Deliver(*at, visit))
             return;
     }
 }

@@ -33,15 +33,8 @@ Selected Selector::First(const Node& context, std::string_view path) {
 }
 
 std::vector<Selected> Selector::All(const Node& context, std::string_view path) {
-    const auto& compiled = Compile(path);
-    const auto* direct = std::get_if<Path>(&compiled);
-    if (direct == nullptr)
-        return Evaluate(std::get<XPath>(compiled), context);
     std::vector<Selected> all;
-    direct->Select(context, [&](const Selected& selected) {
-        all.push_back(selected);
-        return true;
-    });
+    ForEach(context, path, [&](const Selected& selected) { all.push_back(selected); });
     return all;
 }
 

@@ -3,6 +3,7 @@
 #include "refhost/xml/Path.h"
 #include "refhost/xml/XPath.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,6 +43,8 @@ public:
     Selected First(const Node& context, std::string_view path);
     /// Everything selected under `context`, in document order.
     std::vector<Selected> All(const Node& context, std::string_view path);
+    /// Calls `visit` with each of these; it changes nothing in the tree.
+    template <class Visit> void ForEach(const Node& context, std::string_view path, const Visit& visit);
 
 private:
     const CompiledPaths::Compiled& Compile(std::string_view path);
@@ -52,5 +55,17 @@ private:
     /// The copy that the last XPath was evaluated on, kept until the tree changes.
     std::unique_ptr<Mirror> mirror_;
 };
+
+template <class Visit> void Selector::ForEach(const Node& context, std::string_view path, const Visit& visit) {
+    const auto& compiled = Compile(path);
+    if (const auto* direct = std::get_if<Path>(&compiled)) {
+        direct->Select(context, [&](const Selected& selected) {
+            visit(selected);
+            return true;
+        });
+    } else {
+        std::ranges::for_each(Evaluate(std::get<XPath>(compiled), context), visit);
+    }
+}
 
 } // namespace refhost::xml

@@ -2,39 +2,26 @@
 
 #include "host/Error.h"
 #include "refhost/xml/Declarations.h"
-#include "refhost/xml/MakeReady.h"
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
 #include <new>
+#include <type_traits>
 
 namespace refhost::xml {
 namespace {
 
-const xmlChar* Bytes(const char* text) { return reinterpret_cast<const xmlChar*>(text); }
-
-/// What a copy takes beyond the bytes of its origin: room between nodes, and for some that are added.
+/// What a copy takes beyond the nodes of its origin: room for some that are added.
 constexpr std::size_t spareBytes = 4096;
 
 /// What a node or attribute has room for at the least: the pointer to a text that stands aside.
 constexpr std::size_t leastRoom = sizeof(const char*);
 
-/// A table of some hundred columns has fewer names.
-constexpr int manyNames = 4096;
-
 std::uint32_t CheckedSize(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max())
         throw host::Error(host::error_number::outOfMemory, "A text of more than 4 GB.");
     return static_cast<std::uint32_t>(text.size());
-}
-
-xmlDict* NewDict() {
-    MakeReady();
-    xmlDict* const dict = xmlDictCreate();
-    if (dict == nullptr)
-        throw std::bad_alloc();
-    return dict;
 }
 
 } // namespace
@@ -61,15 +48,14 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept {
     return nullptr;
 }
 
-void Tree::DictDeleter::operator()(xmlDict* dict) const noexcept { xmlDictFree(dict); }
-
 Tree::Tree() : document_(&MakeElement(NodeKind::document)) {}
 
 Tree::Tree(std::shared_ptr<const Tree> origin)
-    : declaration(origin->declaration), origin_(std::move(origin)), arena_(origin_->bytesUsed_ + spareBytes),
+    : declaration(origin->declaration), origin_(std::move(origin)),
+      arena_(origin_->nodeCount_ * sizeof(Element) + spareBytes), names_(origin_->names_),
       prefixes_(origin_->prefixes_), document_(&MakeElement(NodeKind::document)) {
-    if (origin_->dict_)
-        AdoptNames(origin_->dict_.get());
+    room_ = static_cast<Element*>(arena_.allocate(origin_->nodeCount_ * sizeof(Element), alignof(Element)));
+    roomEnd_ = room_ + origin_->nodeCount_;
     const Node* from = &origin_->document();
     Element* parent = document_;
     while (true) {
@@ -98,56 +84,35 @@ Node& Tree::CopyOf(const Node& node) {
     if (!node.IsParent())
         return Borrow(static_cast<const CharacterData&>(node));
     Element& element = NewElement(node.AsElement().name);
-    Attribute** place = &element.attributes;
-    for (const Attribute* at = node.AsElement().attributes; at != nullptr; at = at->next) {
-        *place = &Borrow(*at);
-        place = &(*place)->next;
-    }
+    element.attributes = node.AsElement().attributes;
+    element.place = Place::borrowed;
     return element;
 }
 
-const char* Tree::KnownName(std::string_view name) {
-    if (!dict_)
-        dict_.reset(NewDict());
-    const auto* kept =
-        xmlDictLookup(dict_.get(), reinterpret_cast<const xmlChar*>(name.data()), static_cast<int>(name.size()));
-    if (kept == nullptr)
-        throw std::bad_alloc();
-    return reinterpret_cast<const char*>(kept);
+void Tree::OwnAttributes(Element& element) {
+    if (element.place != Place::borrowed)
+        return;
+    Attribute* own = nullptr;
+    Attribute** place = &own;
+    for (const Attribute* at = element.attributes; at != nullptr; at = at->next) {
+        *place = &Borrow(*at);
+        place = &(*place)->next;
+    }
+    element.attributes = own;
+    element.place = Place::inside;
 }
 
 const char* Tree::Name(std::string_view name) {
-    // The outcomes of a result have the same few names. A name stands as long as the tree does.
-    const auto letters =
-        name.empty() ? 0U : static_cast<unsigned char>(name.front()) + 0U + static_cast<unsigned char>(name.back());
-    const char*& latest = latestNames_.at(letters % latestNames_.size());
-    if (latest != nullptr && IsName(latest, name))
-        return latest;
-    if (IsPlainQualifiedName(name))
-        return latest = KnownName(name);
-    if (const auto known = checkedNames_.find(name); known != checkedNames_.end())
-        return known->second;
-    std::string text(name);
-    const bool hasNul = name.find('\0') != std::string_view::npos;
-    if (hasNul || xmlValidateQName(Bytes(text.c_str()), 0) != 0)
-        throw host::Error(host::error_number::unspecified, "'" + text + "' is not a valid XML name.");
-    const char* const result = KnownName(text);
-    checkedNames_.emplace(std::move(text), result);
-    return result;
+    if (!names_)
+        names_ = std::make_shared<NameTable>();
+    return names_->Get(name);
 }
-
-void Tree::AdoptNames(xmlDict* names) {
-    xmlDictReference(names);
-    dict_.reset(names);
-    checkedNames_.clear();
-    latestNames_ = {};
-}
-
-bool Tree::HasManyNames() const noexcept { return dict_ && xmlDictSize(dict_.get()) > manyNames; }
 
 Element& Tree::MakeElement(NodeKind kind) {
     bytesUsed_ += sizeof(Element);
-    auto* element = new (arena_.allocate(sizeof(Element), alignof(Element))) Element{};
+    ++nodeCount_;
+    void* const place = room_ == roomEnd_ ? arena_.allocate(sizeof(Element), alignof(Element)) : room_++;
+    auto* element = new (place) Element{};
     element->kind = kind;
     return *element;
 }
@@ -157,6 +122,8 @@ template <class Holder> Holder& Tree::MakeHolder(std::string_view text) {
     const std::size_t bytes = sizeof(Holder) + std::max(leastRoom, text.size());
     auto* memory = static_cast<char*>(arena_.allocate(bytes, alignof(Holder)));
     bytesUsed_ += bytes;
+    if constexpr (std::is_base_of_v<Node, Holder>)
+        ++nodeCount_;
     if (!text.empty())
         std::memcpy(memory + sizeof(Holder), text.data(), text.size());
     auto* holder = new (memory) Holder{};
@@ -287,8 +254,8 @@ void Tree::SetText(Node& node, std::string_view text) {
         AppendNew(element, NewText(NodeKind::text, text));
 }
 
-Attribute* Tree::FindAttribute(const Element& element, std::string_view name) noexcept {
-    Attribute* at = element.attributes;
+const Attribute* Tree::FindAttribute(const Element& element, std::string_view name) noexcept {
+    const Attribute* at = element.attributes;
     while (at != nullptr && !IsName(at->name, name))
         at = at->next;
     return at;
@@ -305,18 +272,17 @@ Attribute& Tree::AddAttribute(Element& element, Attribute* last, const char* nam
 }
 
 void Tree::SetAttribute(Element& element, std::string_view name, std::string_view value) {
+    OwnAttributes(element);
     Attribute* last = nullptr;
     for (Attribute* at = element.attributes; at != nullptr; at = at->next) {
         if (IsName(at->name, name)) {
-            SetValue(*at, value);
+            Overwrite(*at, value);
             return;
         }
         last = at;
     }
     AddAttribute(element, last, Name(name), value);
 }
-
-void Tree::SetValue(Attribute& attribute, std::string_view value) { Overwrite(attribute, value); }
 
 bool Tree::HasPrefix(std::string_view prefix) const { return prefixes_.contains(std::string(prefix)); }
 

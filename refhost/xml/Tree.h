@@ -1,6 +1,7 @@
 #pragma once
 
-#include <array>
+#include "refhost/xml/NameTable.h"
+
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -8,8 +9,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-
-#include <libxml/parser.h>
 
 namespace refhost::xml {
 
@@ -50,7 +49,7 @@ struct Node {
     Element* parent = nullptr;
     Node* next = nullptr;
     NodeKind kind;
-    /// Of a `CharacterData` its text's place and bytes.
+    /// Of a `CharacterData` its text's place and bytes; of an element whether its attributes are still its origin's.
     Place place = Place::inside;
     std::uint32_t size = 0;
 
@@ -104,8 +103,8 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept;
 class Tree {
 public:
     Tree();
-    /// A copy of `origin`'s content, whose names and texts it shares. `origin` does not change any more, but for the
-    /// names that its copies add.
+    /// A copy of `origin`'s content, whose names and texts it shares, and an element's attributes until one is written.
+    /// `origin` does not change any more, but for the names that its copies add.
     explicit Tree(std::shared_ptr<const Tree> origin);
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
@@ -121,11 +120,11 @@ public:
     /// The name of an element or attribute as it stands in the name table. Throws `host::Error` for a text that is
     /// no (qualified) name.
     const char* Name(std::string_view name);
-    /// Takes over the parser's name table, whose names need no further check; to be called on an empty tree.
-    void AdoptNames(xmlDict* names);
+    /// Takes the names from a parser's table; to be called on an empty tree.
+    void AdoptNames(xmlDict* names) { names_ = std::make_shared<NameTable>(names); }
 
     /// Whether the name table, with what all copies added to it, is larger than documents need.
-    bool HasManyNames() const noexcept;
+    bool HasManyNames() const noexcept { return names_ && names_->HasMany(); }
 
     Element& NewElement(const char* name);
     CharacterData& NewText(NodeKind kind, std::string_view data);
@@ -139,13 +138,12 @@ public:
     void SetText(Node& node, std::string_view text);
 
     /// The attribute of that name, or nullptr.
-    static Attribute* FindAttribute(const Element& element, std::string_view name) noexcept;
+    static const Attribute* FindAttribute(const Element& element, std::string_view name) noexcept;
     /// Adds an attribute that the element is known not to have.
     /// @param last the element's last attribute, or nullptr
     /// @return the attribute added
     Attribute& AddAttribute(Element& element, Attribute* last, const char* name, std::string_view value);
     void SetAttribute(Element& element, std::string_view name, std::string_view value);
-    void SetValue(Attribute& attribute, std::string_view value);
 
     /// Whether `prefix` is declared anywhere in the tree.
     bool HasPrefix(std::string_view prefix) const;
@@ -159,23 +157,16 @@ public:
     std::size_t BytesUsed() const noexcept { return bytesUsed_; }
 
 private:
-    struct DictDeleter {
-        void operator()(xmlDict* dict) const noexcept;
-    };
-    struct TextHash : std::hash<std::string_view> {
-        using is_transparent = void;
-    };
-
     Element& MakeElement(NodeKind kind);
     /// A `CharacterData` or an `Attribute` with its text.
     template <class Holder> Holder& MakeHolder(std::string_view text);
     /// One that borrows the text of the origin's `from`.
     template <class Holder> Holder& Borrow(const Holder& from);
-    /// `Name` of a text that is known to be a name.
-    const char* KnownName(std::string_view name);
     const char* Copy(std::string_view text);
     /// A copy of the origin's node without what stands below it.
     Node& CopyOf(const Node& node);
+    /// Gives the element attributes of its own where it has its origin's.
+    void OwnAttributes(Element& element);
     void Unlink(Node& child) noexcept;
     /// Declares the prefix of the element's name at the element where it is not declared there or above.
     void Declare(Element& element);
@@ -185,13 +176,13 @@ private:
     std::shared_ptr<const Tree> origin_;
     std::pmr::monotonic_buffer_resource arena_;
     std::size_t bytesUsed_ = 0;
+    std::size_t nodeCount_ = 0;
+    /// Room for the elements of a copy, in one piece.
+    Element* room_ = nullptr;
+    Element* roomEnd_ = nullptr;
     std::uint64_t revision_ = 0;
-    /// The name table; none before the first name.
-    std::unique_ptr<xmlDict, DictDeleter> dict_;
-    /// Names that were asked for last, by their first and last letters.
-    std::array<const char*, 16> latestNames_ = {};
-    /// Names that were asked for and found valid.
-    std::unordered_map<std::string, const char*, TextHash, std::equal_to<>> checkedNames_;
+    /// None before the first name.
+    std::shared_ptr<NameTable> names_;
     PrefixMap prefixes_;
     Element* document_;
 };

@@ -59,6 +59,13 @@ ComPtr<IXMLDOMNode> NextSibling(const ComPtr<IXMLDOMNode>& node) {
     return next;
 }
 
+/// Nothing where the node is of a kind without attributes.
+ComPtr<IXMLDOMNamedNodeMap> AttributesOf(const ComPtr<IXMLDOMNode>& node) {
+    ComPtr<IXMLDOMNamedNodeMap> attributes;
+    ThrowIfFailed(node->get_attributes(attributes.Put()));
+    return attributes;
+}
+
 } // namespace
 
 void ChildElements::Begin(IXMLDOMNode& parent) {
@@ -159,14 +166,28 @@ std::optional<std::string> XmlNode::GetAttribute(std::string_view name) const {
 }
 
 std::optional<std::string> XmlNode::AttributeAt(std::size_t index) const {
-    ComPtr<IXMLDOMNamedNodeMap> attributes;
-    ThrowIfFailed(node_->get_attributes(attributes.Put()));
+    const ComPtr<IXMLDOMNamedNodeMap> attributes = AttributesOf(node_);
     ComPtr<IXMLDOMNode> attribute;
     if (attributes)
         ThrowIfFailed(attributes->get_item(static_cast<long>(index), attribute.Put()));
     if (!attribute)
         return std::nullopt;
     return TextOf(attribute, &IXMLDOMNode::get_text);
+}
+
+std::vector<host::DOMAttribute> XmlNode::Attributes() const {
+    const ComPtr<IXMLDOMNamedNodeMap> found = AttributesOf(node_);
+    LONG count = 0;
+    if (found)
+        ThrowIfFailed(found->get_length(&count));
+    std::vector<host::DOMAttribute> attributes;
+    for (LONG index = 0; index < count; ++index) {
+        ComPtr<IXMLDOMNode> attribute;
+        ThrowIfFailed(found->get_item(index, attribute.Put()));
+        attributes.push_back(
+            {TextOf(attribute, &IXMLDOMNode::get_nodeName), TextOf(attribute, &IXMLDOMNode::get_text)});
+    }
+    return attributes;
 }
 
 void XmlNode::SetAttribute(std::string_view name, std::string_view value) {

@@ -53,6 +53,7 @@ public:
     host::DOMNodeList ChildNodes() const override;
     std::optional<std::string> GetAttribute(std::string_view name) const override;
     std::optional<std::string> AttributeAt(std::size_t index) const override;
+    std::vector<host::DOMAttribute> Attributes() const override;
     void SetAttribute(std::string_view name, std::string_view value) override;
     void AppendChild(host::DOMNode& child) override;
 

@@ -213,6 +213,7 @@ TEST(ToDouble, ReadsNumbersInEveryFormTheyAreWrittenIn) {
     for (const auto& [text, expected] : table) {
         EXPECT_EQ(ToDouble(text), expected) << text;
         EXPECT_TRUE(IsNumeric(text)) << text;
+        EXPECT_EQ(NumericValue(text), ToDouble(text)) << text;
     }
 }
 
@@ -223,6 +224,7 @@ TEST(ToDouble, RaisesTypeMismatchForWhatIsNoNumber) {
           "True"sv, "&H"sv, "&HG"sv, "-&H10"sv, "&H10-"sv, "1/2"sv, "1\0"sv, "2023-05-01"sv}) {
         EXPECT_EQ(ErrorOf([&] { return ToDouble(text); }), en::typeMismatch) << text;
         EXPECT_FALSE(IsNumeric(text)) << text;
+        EXPECT_EQ(NumericValue(text), std::nullopt) << text;
     }
 }
 
@@ -230,6 +232,7 @@ TEST(ToDouble, RaisesOverflowForANumberThatIsTooLarge) {
     for (const auto text : {"1e400"sv, "-1e400"sv, "&H10000000000000000"sv}) {
         EXPECT_EQ(ErrorOf([&] { return ToDouble(text); }), en::overflow) << text;
         EXPECT_FALSE(IsNumeric(text)) << text;
+        EXPECT_EQ(NumericValue(text), std::nullopt) << text;
     }
 }
 

@@ -24,8 +24,8 @@ const std::map<std::string, std::vector<std::string>> sharedSources = {
     {"ClsKovra", {"ModPub/TransactFrame.h"}},
     {"ClsKovraProof",
      {"ModPub/TransactFrame.h", "refhost/ia/IaVoucherService.cpp", "refhost/ia/ProvisionPreCheck.cpp",
-      "refhost/ia/ProvisionVoucher.cpp", "refhost/eai/EaiXmlConverter.cpp", "refhost/eai/Mapping.cpp",
-      "refhost/eai/MappingStore.cpp", "refhost/eai/ResolvedPart.cpp"}},
+      "refhost/ia/ProvisionVoucher.cpp", "refhost/ia/SavedRecords.cpp", "refhost/eai/EaiXmlConverter.cpp",
+      "refhost/eai/Mapping.cpp", "refhost/eai/MappingStore.cpp", "refhost/eai/ResolvedPart.cpp"}},
     {"ClsPriceJustVou", {"refhost/ia/ZendaT.cpp", "refhost/ia/ZendaTSave.cpp"}},
 };
 

@@ -2,13 +2,14 @@
 
 #include "refhost/OpenDatabase.h"
 #include "tests/support/ServerDatabases.h"
+#include "tests/support/TdsCalls.h"
 #include "tests/support/TdsTokens.h"
 #include "tests/support/Tls.h"
-#include "text/Utf16.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -27,7 +28,7 @@ namespace {
 using namespace tds;
 
 /// Kinds of a message: the server's are answers, and before the login of the client's own kind.
-enum class MessageKind { batch = 1, answer = 4, attention = 6, transaction = 14, login = 16, preLogin = 18 };
+enum class MessageKind { batch = 1, call = 3, answer = 4, attention = 6, transaction = 14, login = 16, preLogin = 18 };
 
 struct ClientMessage {
     MessageKind kind;
@@ -92,32 +93,18 @@ std::string PreLoginAnswer(Encrypts encrypts) {
     return std::string(answer) + static_cast<char>(encrypts);
 }
 
-std::uint32_t Little32(std::string_view bytes) {
-    std::uint32_t number = 0;
-    for (std::size_t index = 0; index < 4; ++index) {
-        number |= static_cast<std::uint32_t>(static_cast<unsigned char>(bytes.at(index))) << (8 * index);
-    }
-    return number;
-}
-
 /// What follows the headers that batches and transaction requests begin with.
-std::string_view WithoutHeaders(std::string_view body) { return body.substr(Little32(body)); }
+std::string_view WithoutHeaders(std::string_view body) { return body.substr(Reader(body).Little(4)); }
 
-std::string TextOf(std::string_view bytes) {
-    std::u16string units;
-    for (std::size_t index = 0; index + 1 < bytes.size(); index += 2) {
-        units.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[index]) |
-                                              static_cast<unsigned char>(bytes[index + 1]) << 8));
-    }
-    return text::FromUtf16(std::u16string_view(units));
-}
+std::string TextOf(std::string_view bytes) { return Reader(bytes).Text(bytes.size() / 2); }
 
 /// The database that a client logs in to; empty when it names none. The message's fixed part tells where the text
 /// stands and its length in characters.
 std::string DatabaseIn(std::string_view login) {
     constexpr std::size_t entry = 36 + 8 * 4;
-    const std::uint32_t place = Little32(login.substr(entry));
-    return TextOf(login.substr(place & 0xFFFF, (place >> 16) * 2));
+    Reader place(login.substr(entry));
+    const std::size_t begin = place.Little(2);
+    return Reader(login.substr(begin)).Text(place.Little(2));
 }
 
 /// Whether SQL Server rolls the whole transaction back after this error: those of conversion, and a deadlock's victim.
@@ -150,6 +137,11 @@ public:
             } else if (request->kind == MessageKind::batch) {
                 server_.Note(tls_ ? &Encryption::encryptedBatches : &Encryption::plainBatches);
                 if (!Answer(TextOf(WithoutHeaders(request->body)))) {
+                    return;
+                }
+            } else if (request->kind == MessageKind::call) {
+                ++server_.calls_;
+                if (!Send(TokensOfCalls(WithoutHeaders(request->body)))) {
                     return;
                 }
             } else {
@@ -345,7 +337,8 @@ private:
         return tokens;
     }
 
-    std::string TokensOf(const std::string& batch) {
+    /// The answers to a text that comes as a batch of its own, or as what a procedure runs.
+    std::string TokensOf(const std::string& batch, bool inProcedure = false) {
         // What a client asks about its own transaction.
         if (batch == "SELECT @@TRANCOUNT") {
             return Number(host::Value(transaction_ == 0 ? 0 : 1)) + Done(done::counted, 1);
@@ -356,12 +349,22 @@ private:
         if (!database_) {
             return Done(done::last);
         }
-        // Every statement's end says that more comes, except for the last one's.
+        // Every statement's end says that more comes, except for the last one's of a batch.
+        struct End {
+            int status = done::last;
+            std::uint64_t rows = 0;
+        };
         std::string tokens;
-        std::string end;
+        std::optional<End> end;
         const auto append = [&](const std::string& answer, int status, std::uint64_t rows) {
-            tokens += (end.empty() ? end : WithMore(end)) + answer;
-            end = Done(status, rows);
+            if (end && !inProcedure) {
+                tokens += Done(end->status | done::more, end->rows);
+            }
+            tokens += answer;
+            end = {status, rows};
+            if (inProcedure) {
+                tokens += DoneInProcedure(status, rows);
+            }
         };
         database_->RunBatch(batch, std::nullopt, [&](const refhost::BatchAnswer& answer) {
             if (const auto* const rows = std::get_if<refhost::ResultSet>(&answer)) {
@@ -376,7 +379,49 @@ private:
                 append(Refusal(std::get<host::Error>(answer)), done::error, 0);
             }
         });
-        return tokens + (end.empty() ? Done(done::last) : end);
+        const End last = end.value_or(End());
+        return tokens + (inProcedure ? ProcedureDone(last.status & done::error) : Done(last.status, last.rows));
+    }
+
+    /// The answers to a message that calls procedures.
+    std::string TokensOfCalls(std::string_view body) {
+        std::string tokens;
+        try {
+            for (const ProcedureCall& call : ProcedureCalls(body)) {
+                tokens += TokensOf(call);
+            }
+        } catch (const std::exception& error) {
+            return Message(50000, error.what()) + ProcedureDone(done::error);
+        }
+        return tokens;
+    }
+
+    /// A text is looked at when it runs: what is wrong with it, and which columns it has, the preparing does not tell.
+    std::string TokensOf(const ProcedureCall& call) {
+        switch (call.procedure) {
+        case Procedure::prepare:
+            return ReturnedNumber(Prepare(call)) + ProcedureDone(done::last);
+        case Procedure::prepareAndExecute: {
+            const std::int32_t handle = Prepare(call);
+            return ReturnedNumber(handle) + TokensOf(prepared_.at(handle), true);
+        }
+        case Procedure::execute:
+            return TokensOf(prepared_.at(call.Number(0)), true);
+        case Procedure::unprepare:
+            prepared_.erase(call.Number(0));
+            return ProcedureDone(done::last);
+        }
+        return {};
+    }
+
+    /// Takes a text; the arguments are the place for its number, the declarations of its parameters, and the text.
+    std::int32_t Prepare(const ProcedureCall& call) {
+        if (const auto* const declared = std::get_if<std::string>(&call.arguments.at(1));
+            declared && !declared->empty()) {
+            throw std::runtime_error("a text with parameters, which is not served");
+        }
+        prepared_[++lastPrepared_] = call.Text(2);
+        return lastPrepared_;
     }
 
     /// An answer of one number.
@@ -396,6 +441,9 @@ private:
     std::unique_ptr<refhost::Database> database_;
     Transaction transaction_ = 0;
     Transaction lastTransaction_ = 0;
+    /// What the client prepared, by the number that it was given for it.
+    std::map<std::int64_t, std::string> prepared_;
+    std::int32_t lastPrepared_ = 0;
 };
 
 TdsServer::TdsServer(std::string account, Manners manners)

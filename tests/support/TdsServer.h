@@ -14,7 +14,8 @@ class ServerCertificate;
 
 /// A SQL Server on this machine, as far as a client sees it over the wire: it speaks Microsoft's TDS 7.4 (MS-TDS) and
 /// puts the embedded account database behind it, so that the real FreeTDS driver has a server to talk to. Like SQL
-/// Server it ends a transaction itself after an error of conversion, and says so by a change of the environment.
+/// Server it ends a transaction itself after an error of conversion, and says so by a change of the environment. Texts
+/// may come as batches or prepared, without parameters.
 ///
 /// It keeps to its `Manners` where a test wants something to go wrong. Each connection is served by a thread of its
 /// own.
@@ -64,6 +65,8 @@ public:
     Encryption Seen();
     /// How many messages clients sent after their logins: each is a way to the server and back.
     int Requests() const { return requests_; }
+    /// Those among them that call a procedure.
+    int Calls() const { return calls_; }
 
 private:
     class Session;
@@ -77,6 +80,7 @@ private:
     int port_ = 0;
     std::atomic<int> cancelled_ = 0;
     std::atomic<int> requests_ = 0;
+    std::atomic<int> calls_ = 0;
     std::mutex mutex_;
     bool closing_ = false;
     Encryption seen_;

@@ -266,6 +266,14 @@ void AppendValue(std::string& row, const host::Value& value, const host::Field& 
     }
 }
 
+std::string EndToken(char kind, int status, std::uint64_t rows) {
+    std::string token(1, kind);
+    AppendLittle(token, static_cast<std::uint64_t>(status), 2);
+    AppendLittle(token, 0, 2);
+    AppendLittle(token, rows, 8);
+    return token;
+}
+
 } // namespace
 
 void AppendLittle(std::string& bytes, std::uint64_t number, int count) {
@@ -318,16 +326,26 @@ std::string Rows(const refhost::ResultSet& result) {
     return bytes;
 }
 
-std::string Done(int status, std::uint64_t rows) {
-    std::string token = "\xFD";
-    AppendLittle(token, static_cast<std::uint64_t>(status), 2);
-    AppendLittle(token, 0, 2);
-    AppendLittle(token, rows, 8);
-    return token;
+std::string Done(int status, std::uint64_t rows) { return EndToken('\xFD', status, rows); }
+
+std::string DoneInProcedure(int status, std::uint64_t rows) { return EndToken('\xFF', status | done::more, rows); }
+
+std::string ProcedureDone(int status) {
+    std::string tokens = "\x79";
+    AppendLittle(tokens, status == done::error ? 1 : 0, 4);
+    return tokens + EndToken('\xFE', status, 0);
 }
 
-std::string WithMore(std::string token) {
-    token.at(1) = static_cast<char>(token.at(1) | tds::done::more);
+std::string ReturnedNumber(std::int32_t number) {
+    std::string token = "\xAC";
+    AppendLittle(token, 0, 2);     // the first argument
+    AppendLittle(token, 0, 1);     // without a name
+    AppendLittle(token, 1, 1);     // an argument that comes back
+    AppendLittle(token, 0, 4 + 2); // no type of the user's own
+    AppendLittle(token, 0x26, 1);  // a whole number
+    AppendLittle(token, 4, 1);
+    AppendLittle(token, 4, 1);
+    AppendLittle(token, static_cast<std::uint32_t>(number), 4);
     return token;
 }
 

@@ -36,7 +36,10 @@ inline constexpr int counted = 0x10;
 inline constexpr int attention = 0x20;
 } // namespace done
 std::string Done(int status, std::uint64_t rows = 0);
-/// The end of an answer, as it is where another answer follows.
-std::string WithMore(std::string token);
+/// The end of a statement's answer within a procedure, which goes on; and the procedure's own end, with its status.
+std::string DoneInProcedure(int status, std::uint64_t rows);
+std::string ProcedureDone(int status);
+/// A number that a procedure gives back, as its first argument.
+std::string ReturnedNumber(std::int32_t number);
 
 } // namespace test::tds

@@ -121,6 +121,22 @@ TEST_F(ProvisionComponents, SaysWhichNumberIsNone) {
     EXPECT_EQ(Save(head, "<z:row cInvCode=\"A\" iThisPrice=\"abc\"/>").first, "列iThisPrice的值abc不是数值。");
 }
 
+/// A type that is missing would give another column's to those behind it.
+TEST_F(ProvisionComponents, DoesNotSaveRecordsWhoseSchemaLacksAType) {
+    const auto records = environment.CreateDOMDocument();
+    ASSERT_TRUE(records->LoadXML(
+        "<xml xmlns:s=\"uuid:BDC6E3F0-6DA3-11d1-A2A3-00AA00C14882\""
+        " xmlns:dt=\"uuid:C2F41010-65B3-11d1-A29F-00AA00C14882\""
+        " xmlns:rs=\"urn:schemas-microsoft-com:rowset\" xmlns:z=\"#RowsetSchema\"><s:Schema id=\"RowsetSchema\">"
+        "<s:ElementType name=\"row\"><s:AttributeType name=\"cDecCode\"/></s:ElementType></s:Schema>"
+        "<rs:data><z:row cDecCode=\"D1\"/></rs:data></xml>"));
+    const auto result = environment.CreateDOMDocument();
+    std::string message;
+    environment.CreateIaVoucherService()->SaveVoucher("48", *records, *records, message, *connection, *result);
+    EXPECT_EQ(message, "记录集的架构不完整。");
+    EXPECT_THAT(Heads(), IsEmpty());
+}
+
 TEST_F(ProvisionComponents, ReportsAnErrorOfTheDatabaseAsMessage) {
     EXPECT_EQ(Save("<z:row cDecCode=\"1234567890123456789012345678901\"/>", "").first,
               "String or binary data would be truncated.");

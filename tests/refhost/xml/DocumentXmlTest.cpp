@@ -139,6 +139,7 @@ TEST(DocumentNode, NamesAndKinds) {
     EXPECT_FALSE(text->IsElement());
     EXPECT_TRUE(text->ChildNodes().empty());
     EXPECT_EQ(text->GetAttribute("x"), std::nullopt);
+    EXPECT_TRUE(text->Attributes().empty());
     EXPECT_THROW(text->SetAttribute("x", "1"), host::Error);
     EXPECT_THROW(text->AppendChild(*document.Root()), host::Error);
 }
@@ -153,6 +154,25 @@ TEST(DocumentNode, AttributesByNameAndPosition) {
     EXPECT_EQ(document.Root()->AttributeAt(1), "u");
     EXPECT_EQ(document.Root()->AttributeAt(3), "3");
     EXPECT_EQ(document.Root()->AttributeAt(4), std::nullopt);
+    const std::vector<host::DOMAttribute> all = document.Root()->Attributes();
+    ASSERT_EQ(all.size(), 4U);
+    EXPECT_EQ(all[0].name, "first");
+    EXPECT_EQ(all[0].value, "1");
+    EXPECT_EQ(all[1].name, "xmlns:z");
+    EXPECT_EQ(all[1].value, "u");
+    EXPECT_EQ(all[3].value, "3");
+}
+
+TEST(DocumentNode, AttributesOfAllThatAPathSelects) {
+    Document document;
+    ASSERT_TRUE(document.LoadXML("<a xmlns:t=\"u\"><b name=\"1\" t:type=\"int\"/><c name=\"3\"/><b name=\"2\"/>x</a>"));
+    EXPECT_EQ(document.AttributesAt("/a/b", "name"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(document.AttributesAt("/a/b", "t:type"), (std::vector<std::string>{"int", ""}));
+    EXPECT_EQ(document.AttributesAt("/a/d", "name"), std::vector<std::string>());
+    // Paths that take an engine, and what has no attributes.
+    EXPECT_EQ(document.AttributesAt("/a/b[2]", "name"), std::vector<std::string>{"2"});
+    EXPECT_EQ(document.AttributesAt("/a/text() | /a/c/@name", "name"), (std::vector<std::string>{"", ""}));
+    EXPECT_THROW(document.AttributesAt("/a/[", "name"), host::Error);
 }
 
 TEST(DocumentNode, SettingAnAttributeKeepsItsPlace) {

@@ -140,6 +140,35 @@ TEST(RepeatedTexts, KnowThePrefixesOfTheirOwnTree) {
     EXPECT_NE(second->SelectSingleNode("a/p:d"), nullptr);
 }
 
+/// Copies share an element's attributes until one is written, whichever way.
+TEST(RepeatedTexts, KeepAttributesApartWhoeverWritesThem) {
+    const auto repeated = std::make_shared<RepeatedTexts>();
+    const std::string xml = "<a><b c=\"1\" d=\"2\"/></a>";
+    std::vector<std::unique_ptr<host::DOMDocument>> documents;
+    for (int time = 1; time <= 4; ++time) {
+        documents.push_back(CreateDocument(repeated));
+        ASSERT_TRUE(documents.back()->LoadXML(xml));
+    }
+    host::DOMDocument& third = *documents[2];
+    host::DOMDocument& fourth = *documents[3];
+    // Handles that were there before the first change see it, and each other's.
+    const host::DOMNodePtr handle = third.SelectSingleNode("/a/b/@d");
+    const host::DOMNodePtr other = third.SelectSingleNode("//b/@d");
+    handle->SetText("written longer");
+    EXPECT_EQ(handle->Text(), "written longer");
+    EXPECT_EQ(other->Text(), "written longer");
+    EXPECT_EQ(other->Xml(), "d=\"written longer\"");
+    other->SetText("3");
+    EXPECT_EQ(handle->Text(), "3");
+    EXPECT_EQ(third.Xml(), "<a><b c=\"1\" d=\"3\"/></a>");
+    EXPECT_EQ(fourth.Xml(), xml);
+    fourth.SelectSingleNode("/a/b")->SetAttribute("e", "4");
+    EXPECT_EQ(fourth.Xml(), "<a><b c=\"1\" d=\"2\" e=\"4\"/></a>");
+    EXPECT_EQ(third.Xml(), "<a><b c=\"1\" d=\"3\"/></a>");
+    ASSERT_TRUE(third.LoadXML(xml));
+    EXPECT_EQ(third.Xml(), xml);
+}
+
 /// The names that copies add do not pile up for ever.
 TEST(RepeatedTexts, BeginAnewWhenTheirCopiesHaveAddedManyNames) {
     const auto repeated = std::make_shared<RepeatedTexts>();

@@ -172,6 +172,12 @@ TEST_F(XmlAdapters, Attributes) {
     EXPECT_EQ(root->AttributeAt(0), "");
     EXPECT_EQ(root->AttributeAt(1), "仓库 <1>\t\n");
     EXPECT_EQ(root->AttributeAt(2), std::nullopt);
+    const std::vector<host::DOMAttribute> all = root->Attributes();
+    ASSERT_EQ(all.size(), 2U);
+    EXPECT_EQ(all[0].name, "empty");
+    EXPECT_EQ(all[0].value, "");
+    EXPECT_EQ(all[1].name, "name");
+    EXPECT_EQ(all[1].value, "仓库 <1>\t\n");
     root->SetAttribute("name", "\"&'");
     root->SetAttribute("new", "x");
     EXPECT_EQ(root->GetAttribute("name"), "\"&'");
@@ -182,11 +188,20 @@ TEST_F(XmlAdapters, Attributes) {
     }
 }
 
+/// As the columns of a saved recordset are read, and their types.
+TEST_F(XmlAdapters, AttributesAtAPath) {
+    ASSERT_TRUE(document_.LoadXML("<a xmlns:t=\"u\"><b name=\"1\" t:type=\"int\"/><c name=\"3\"/><b name=\"2\"/></a>"));
+    EXPECT_EQ(document_.AttributesAt("/a/b", "name"), (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(document_.AttributesAt("/a/b", "t:type"), (std::vector<std::string>{"int", ""}));
+    EXPECT_EQ(document_.AttributesAt("/a/d", "name"), std::vector<std::string>());
+}
+
 TEST_F(XmlAdapters, TextNodeHasNoAttributes) {
     ASSERT_TRUE(document_.LoadXML("<a>text</a>"));
     const host::DOMNodeList children = document_.DocumentElement()->ChildNodes();
     ASSERT_EQ(children.size(), 1U);
     EXPECT_EQ(children[0]->AttributeAt(0), std::nullopt);
+    EXPECT_TRUE(children[0]->Attributes().empty());
     EXPECT_THROW(children[0]->GetAttribute("a"), host::Error);
 }
 
@@ -225,6 +240,7 @@ TEST_F(XmlAdapters, NodesOfAnotherKindAreATypeMismatch) {
         host::DOMNodeList ChildNodes() const override { return {}; }
         std::optional<std::string> GetAttribute(std::string_view) const override { return std::nullopt; }
         std::optional<std::string> AttributeAt(std::size_t) const override { return std::nullopt; }
+        std::vector<host::DOMAttribute> Attributes() const override { return {}; }
         void SetAttribute(std::string_view, std::string_view) override {}
         void AppendChild(host::DOMNode&) override {}
     };

@@ -5,6 +5,7 @@
 #include "refhost/odbc/Utf16.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "tests/support/ServerDatabases.h"
+#include "tests/support/odbc-driver/Calls.h"
 #include "tests/support/odbc-driver/Diagnose.h"
 #include "tests/support/odbc-driver/Driver.h"
 #include "tests/support/odbc-driver/Values.h"
@@ -123,6 +124,8 @@ SQLRETURN Advance(Statement& statement) {
 extern "C" {
 
 SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE* handle) {
+    Note(__func__);
+
     switch (type) {
     case SQL_HANDLE_ENV:
         *handle = new Environment;
@@ -139,6 +142,8 @@ SQLRETURN SQL_API SQLAllocHandle(SQLSMALLINT type, SQLHANDLE parent, SQLHANDLE* 
 }
 
 SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle) {
+    Note(__func__);
+
     switch (type) {
     case SQL_HANDLE_ENV:
         delete &As<Environment>(handle);
@@ -152,10 +157,15 @@ SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle) {
     return SQL_SUCCESS;
 }
 
-SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
+SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
+    Note(__func__);
+    return SQL_SUCCESS;
+}
 
 SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT length, SQLWCHAR*, SQLSMALLINT,
                                     SQLSMALLINT*, SQLUSMALLINT) {
+    Note(__func__);
+
     auto& connection = As<Connection>(handle);
     return Guarded(connection, [&] {
         const std::string connectionString = ToUtf8(TextArgument(text, length));
@@ -172,11 +182,15 @@ SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQL
 }
 
 SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle) {
+    Note(__func__);
+
     As<Connection>(handle).database.reset();
     return SQL_SUCCESS;
 }
 
 SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER) {
+    Note(__func__);
+
     auto& connection = As<Connection>(handle);
     return Guarded(connection, [&] {
         if (attribute == SQL_ATTR_AUTOCOMMIT) {
@@ -191,6 +205,8 @@ SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPO
 }
 
 SQLRETURN SQL_API SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT how) {
+    Note(__func__);
+
     auto& connection = As<Connection>(handle);
     return Guarded(connection, [&] {
         if (how == SQL_COMMIT) {
@@ -203,9 +219,14 @@ SQLRETURN SQL_API SQLEndTran(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT how) {
     });
 }
 
-SQLRETURN SQL_API SQLSetStmtAttrW(SQLHSTMT, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
+SQLRETURN SQL_API SQLSetStmtAttrW(SQLHSTMT, SQLINTEGER, SQLPOINTER, SQLINTEGER) {
+    Note(__func__);
+    return SQL_SUCCESS;
+}
 
 SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER, SQLINTEGER*) {
+    Note(__func__);
+
     // The driver manager asks for the four descriptors of a statement; it only keeps them.
     if (attribute >= SQL_ATTR_APP_ROW_DESC && attribute <= SQL_ATTR_IMP_PARAM_DESC) {
         static Handle descriptor;
@@ -216,22 +237,34 @@ SQLRETURN SQL_API SQLGetStmtAttrW(SQLHSTMT, SQLINTEGER attribute, SQLPOINTER val
 }
 
 SQLRETURN SQL_API SQLExecDirectW(SQLHSTMT handle, SQLWCHAR* text, SQLINTEGER length) {
+    Note(__func__);
+
     auto& statement = As<Statement>(handle);
     Run(statement, ToUtf8(TextArgument(text, length)));
     const SQLRETURN result = Advance(statement);
     return result == SQL_NO_DATA ? SQL_SUCCESS : result;
 }
 
-SQLRETURN SQL_API SQLMoreResults(SQLHSTMT handle) { return Advance(As<Statement>(handle)); }
+SQLRETURN SQL_API SQLMoreResults(SQLHSTMT handle) {
+    Note(__func__);
+    return Advance(As<Statement>(handle));
+}
 
 SQLRETURN SQL_API SQLRowCount(SQLHSTMT handle, SQLLEN* count) {
+    Note(__func__);
+
     *count = static_cast<SQLLEN>(As<Statement>(handle).written);
     return SQL_SUCCESS;
 }
 
-SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT, SQLUSMALLINT) { return SQL_SUCCESS; }
+SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT, SQLUSMALLINT) {
+    Note(__func__);
+    return SQL_SUCCESS;
+}
 
 SQLRETURN SQL_API SQLNumResultCols(SQLHSTMT handle, SQLSMALLINT* columns) {
+    Note(__func__);
+
     const auto& fields = As<Statement>(handle).result.fields;
     *columns = fields ? static_cast<SQLSMALLINT>(fields->size()) : SQLSMALLINT{0};
     return SQL_SUCCESS;
@@ -240,6 +273,8 @@ SQLRETURN SQL_API SQLNumResultCols(SQLHSTMT handle, SQLSMALLINT* columns) {
 SQLRETURN SQL_API SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT index, SQLWCHAR* name, SQLSMALLINT room,
                                   SQLSMALLINT* nameLength, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits,
                                   SQLSMALLINT* nullable) {
+    Note(__func__);
+
     const host::Field& field = (*As<Statement>(handle).result.fields)[index - 1U];
     const ColumnType described = DescribeType(field);
     *type = described.type;
@@ -251,6 +286,8 @@ SQLRETURN SQL_API SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT index, SQLWCHAR*
 
 SQLRETURN SQL_API SQLColAttributeW(SQLHSTMT handle, SQLUSMALLINT index, SQLUSMALLINT attribute, SQLPOINTER text,
                                    SQLSMALLINT bytes, SQLSMALLINT* length, SQLLEN*) {
+    Note(__func__);
+
     if (attribute != SQL_DESC_TYPE_NAME) {
         return SQL_ERROR;
     }
@@ -263,6 +300,8 @@ SQLRETURN SQL_API SQLColAttributeW(SQLHSTMT handle, SQLUSMALLINT index, SQLUSMAL
 }
 
 SQLRETURN SQL_API SQLFetch(SQLHSTMT handle) {
+    Note(__func__);
+
     auto& statement = As<Statement>(handle);
     statement.partColumn = 0;
     if (statement.row >= statement.result.rowCount) {
@@ -274,6 +313,8 @@ SQLRETURN SQL_API SQLFetch(SQLHSTMT handle) {
 
 SQLRETURN SQL_API SQLGetData(SQLHSTMT handle, SQLUSMALLINT column, SQLSMALLINT cType, SQLPOINTER buffer, SQLLEN bytes,
                              SQLLEN* indicator) {
+    Note(__func__);
+
     auto& statement = As<Statement>(handle);
     if (statement.partColumn != column) {
         statement.partColumn = column;
@@ -288,6 +329,8 @@ SQLRETURN SQL_API SQLGetData(SQLHSTMT handle, SQLUSMALLINT column, SQLSMALLINT c
 
 SQLRETURN SQL_API SQLGetDiagRecW(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT record, SQLWCHAR* state,
                                  SQLINTEGER* native, SQLWCHAR* message, SQLSMALLINT room, SQLSMALLINT* length) {
+    Note(__func__);
+
     const std::vector<Diagnostic>& diagnostics = AnyHandle(type, handle).diagnostics;
     if (record < 1 || static_cast<std::size_t>(record) > diagnostics.size()) {
         return SQL_NO_DATA;
@@ -298,9 +341,21 @@ SQLRETURN SQL_API SQLGetDiagRecW(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT
     return WriteText(diagnostic.message, message, static_cast<std::size_t>(room), length);
 }
 
+// Nothing asks for what the driver can do; whether somebody does, the calls tell.
+SQLRETURN SQL_API SQLGetInfoW(SQLHDBC, SQLUSMALLINT, SQLPOINTER, SQLSMALLINT, SQLSMALLINT*) {
+    Note(__func__);
+    return SQL_ERROR;
+}
+SQLRETURN SQL_API SQLPrepareW(SQLHSTMT, SQLWCHAR*, SQLINTEGER) {
+    Note(__func__);
+    return SQL_ERROR;
+}
+
 // The driver manager wants it to be there before it asks for records at all.
 SQLRETURN SQL_API SQLGetDiagFieldW(SQLSMALLINT, SQLHANDLE, SQLSMALLINT, SQLSMALLINT, SQLPOINTER, SQLSMALLINT,
                                    SQLSMALLINT*) {
+    Note(__func__);
+
     return SQL_NO_DATA;
 }
 
