@@ -410,11 +410,6 @@ bool InYears(Ticks ticks, Base base) {
     }
 }
 
-Ticks FloorTo(Ticks ticks, Ticks unit) {
-    const Ticks rest = ticks % unit;
-    return ticks - rest - (rest < 0 ? unit : 0);
-}
-
 Ticks RoundUnchecked(Ticks ticks, const Type& type) {
     const Base base = type.base;
     if (base == Base::date) {
@@ -604,12 +599,12 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
     case namedHijriStyle:
     case hijriStyle: {
         const std::int64_t days = FloorTo(ticks, ticksPerDay) / ticksPerDay - hijriEpoch;
-        const std::int64_t year = (30 * days + 10646) / hijriCycleDays;
-        const auto day = static_cast<int>(days - HijriYearStart(year));
+        const std::int64_t hijriYear = (30 * days + 10646) / hijriCycleDays;
+        const auto day = static_cast<int>(days - HijriYearStart(hijriYear));
         const int hijriMonth = std::min(day * 2 / 59 + 1, 12);
         const int hijriDay = day - ((hijriMonth - 1) * 29 + hijriMonth / 2) + 1;
         const std::string time =
-            fmt::format("{:04} {:>2}:{:02}:{:02}:{:03}{}", year, hour12, c.minute, c.second, milliseconds, half);
+            fmt::format("{:04} {:>2}:{:02}:{:02}:{:03}{}", hijriYear, hour12, c.minute, c.second, milliseconds, half);
         return style == hijriStyle ? fmt::format("{:>2}/{:02}/{}", hijriDay, hijriMonth, time)
                                    : fmt::format("{:>2} {} {}", hijriDay,
                                                  hijriMonths.at(static_cast<std::size_t>(hijriMonth) - 1), time);
