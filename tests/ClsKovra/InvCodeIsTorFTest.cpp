@@ -2,7 +2,7 @@
 #include "ClsKovra/GlMendFlag.h"
 #include "refhost/Environment.h"
 #include "tests/ClsKovra/Lookups.h"
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
 
 // A statement fails at each step of a row in turn: the row gets the outcome of the procedure that asked, and the rows
 // around it are imported.

@@ -1,7 +1,7 @@
 // kovra.exe on the machine's own components, and with the registered classes.
 #include "server/com/Utf16.h"
 #include "tests/support/ScenarioFolder.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/RegisteredClasses.h"
 #include "tests/support/com/RunProgram.h"
 
