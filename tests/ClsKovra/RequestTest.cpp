@@ -1,8 +1,6 @@
 #include "tests/ClsKovra/Lookups.h"
 #include "tests/ClsKovra/OpeningFixture.h"
 
-#include <utility>
-
 namespace {
 
 using test::Outcome;
