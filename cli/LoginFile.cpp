@@ -10,7 +10,6 @@
 
 #include <filesystem>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 

@@ -17,7 +17,6 @@
 #include <chrono>
 #include <iterator>
 #include <optional>
-#include <stdexcept>
 #include <variant>
 
 namespace cli {

@@ -1,6 +1,5 @@
 // `kovra trace show`: what a trace tells, for people.
 #include "cli/Commands.h"
-#include "cli/DisplayWidth.h"
 #include "cli/Output.h"
 #include "cli/Platform.h"
 #include "cli/Table.h"

@@ -1,6 +1,5 @@
 #include "refhost/Environment.h"
 
-#include "ModPub/RuntimeErrors.h"
 #include "os/Files.h"
 #include "os/Variable.h"
 #include "refhost/ado/Connection.h"

@@ -1,5 +1,6 @@
 // Spreadsheets of 12 columns, read and checked.
 
+#include "bench/parts/AllocatedBytes.h"
 #include "import/rows/Spreadsheet.h"
 #include "import/writing/Book.h"
 
@@ -84,12 +85,6 @@ void WriteCsv(const std::string& path, std::size_t rows) {
         }
         file << "\r\n";
     }
-}
-
-/// Bytes that are in use, whether from the heap or mapped.
-double AllocatedBytes() {
-    const auto info = mallinfo2();
-    return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
 /// Reads the file, with the memory that the sheet keeps, and the most that the process has taken, as counters.

@@ -1,3 +1,4 @@
+#include "bench/parts/AllocatedBytes.h"
 #include "refhost/eai/EaiHelper.h"
 #include "refhost/xml/Document.h"
 
@@ -7,7 +8,6 @@
 
 #include <benchmark/benchmark.h>
 #include <libxml/parser.h>
-#include <malloc.h>
 
 namespace {
 
@@ -27,12 +27,6 @@ std::string Request(std::int64_t rows) {
 
 void CountBytes(benchmark::State& state, const std::string& xml) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(xml.size()));
-}
-
-/// Bytes that are allocated, whether from the heap or mapped.
-double AllocatedBytes() {
-    const auto info = mallinfo2();
-    return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
 /// Reads the request, with the bytes that a row takes as counter.

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <map>
-#include <optional>
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -4,8 +4,6 @@
 #include "import/rows/Sum.h"
 
 #include <map>
-#include <optional>
-#include <utility>
 
 namespace importing {
 namespace {

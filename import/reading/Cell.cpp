@@ -1,7 +1,6 @@
 #include "import/reading/Cell.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace importing {
 

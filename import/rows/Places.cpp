@@ -2,8 +2,6 @@
 
 #include "import/reading/Cell.h"
 
-#include <algorithm>
-
 namespace importing {
 
 std::string PlaceOf(const Columns& columns, std::size_t line, std::optional<std::size_t> column, Language language) {

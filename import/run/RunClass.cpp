@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <exception>
 #include <optional>
-#include <utility>
 #include <vector>
 
 namespace importing {

@@ -7,7 +7,6 @@
 #include "text/Fault.h"
 
 #include <array>
-#include <stdexcept>
 #include <utility>
 
 namespace refhost {

@@ -1,4 +1,3 @@
-#include "host/Error.h"
 #include "tests/ClsInvSubject/Fixture.h"
 
 namespace test {

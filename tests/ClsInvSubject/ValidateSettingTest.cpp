@@ -1,4 +1,5 @@
 #include "tests/ClsInvSubject/Fixture.h"
+#include "tests/support/NameOfCase.h"
 
 namespace test {
 namespace {
@@ -16,8 +17,6 @@ struct KeyCase {
     const char* key;
 };
 
-std::string KeyCaseName(const testing::TestParamInfo<KeyCase>& info) { return info.param.name; }
-
 class Key : public InventorySettings, public testing::WithParamInterface<KeyCase> {};
 
 TEST_P(Key, LeavesASeparatorForEachFieldBehindTheFirst) {
@@ -33,7 +32,7 @@ INSTANTIATE_TEST_SUITE_P(All, Key,
                                                  "仓库编码：01， 存货分类：C， "},
                                          KeyCase{"WarehouseAndItem", "<cWhCode>01</cWhCode><cInvCode>A</cInvCode>",
                                                  "仓库编码：01， ， 存货编码：A"}),
-                         KeyCaseName);
+                         test::nameOfCase);
 
 struct MissingCase {
     const char* name;
@@ -41,8 +40,6 @@ struct MissingCase {
     const char* key;
     std::string message;
 };
-
-std::string MissingCaseName(const testing::TestParamInfo<MissingCase>& info) { return info.param.name; }
 
 class MissingFields : public InventorySettings, public testing::WithParamInterface<MissingCase> {};
 
@@ -62,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
                     MissingCase{"ItemAndClassAndNoAccount",
                                 "<cWhCode>01</cWhCode><cInvCCode>C</cInvCCode><cInvCode>A</cInvCode>",
                                 "仓库编码：01， 存货分类：C， 存货编码：A", std::string(itemAndClass) + noAccount}),
-    MissingCaseName);
+    test::nameOfCase);
 
 class OneAccount : public InventorySettings, public testing::WithParamInterface<std::string> {};
 
@@ -122,8 +119,6 @@ struct CodeCase {
     std::size_t lookups;
 };
 
-std::string CodeCaseName(const testing::TestParamInfo<CodeCase>& info) { return info.param.name; }
-
 class CodeCheck : public InventorySettings, public testing::WithParamInterface<CodeCase> {};
 
 TEST_P(CodeCheck, StopsAtTheFirstUnknownCode) {
@@ -170,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "直运科目编码不合法。", 6},
         CodeCase{"AccountWithSubAccounts", "<cWhCode>01</cWhCode><cInvHead>14</cInvHead>", "存货科目编码不合法。", 2},
         CodeCase{"AccountOfAnotherYear", "<cWhCode>01</cWhCode><czyHead>1499</czyHead>", "直运科目编码不合法。", 2}),
-    CodeCaseName);
+    test::nameOfCase);
 
 TEST_F(ValidateSetting, AcceptsAnItemWhosePtoFlagIsNull) {
     EXPECT_EQ(Import("ADD", "<row><cInvCode>B</cInvCode><cInvHead>1401</cInvHead></row>").result,
@@ -183,8 +178,6 @@ struct QuoteCase {
     const char* key;
     const char* sql;
 };
-
-std::string QuoteCaseName(const testing::TestParamInfo<QuoteCase>& info) { return info.param.name; }
 
 class Quote : public InventorySettings, public testing::WithParamInterface<QuoteCase> {};
 
@@ -214,7 +207,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "<cWhCode>02</cWhCode><cInvHead>1401</cInvHead><czyHead>A'B</czyHead>",
                               "仓库编码：02， ， ",
                               "select ccode from code where ccode = 'A'B' and  bend =1 and iyear =2023"}),
-    QuoteCaseName);
+    test::nameOfCase);
 
 } // namespace
 } // namespace test

@@ -1,7 +1,7 @@
 #include "ClsKovra/Amounts.h"
 
 #include "tests/ClsKovra/Lookups.h"
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
 
 namespace {
 

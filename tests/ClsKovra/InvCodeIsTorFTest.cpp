@@ -2,23 +2,14 @@
 #include "ClsKovra/GlMendFlag.h"
 #include "refhost/Environment.h"
 #include "tests/ClsKovra/Lookups.h"
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
+#include "tests/support/ErrorOf.h"
 
 namespace {
 
 namespace lookup = test::lookup;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// The number of the error that `call` raises, 0 for none.
-host::ErrorNumber ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const host::Error& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 class InvCodeIsTorFTest : public test::OpeningTest {
 protected:
@@ -52,26 +43,30 @@ TEST_F(InvCodeIsTorFTest, ShowsThatAnItemIsUnknownAndCountsItAsFalse) {
 TEST_F(InvCodeIsTorFTest, RaisesForANullFlag) {
     account.Run("UPDATE inventory SET bInvBatch = NULL WHERE cInvCode = 'A1'");
     Ask([](kovra::ClsKovra& instance) {
-        EXPECT_EQ(ErrorOf([&] { instance.InvCodeIsTorF("A1", "bInvBatch"); }), host::error_number::invalidUseOfNull);
+        EXPECT_EQ(test::ErrorNumberOf([&] { instance.InvCodeIsTorF("A1", "bInvBatch"); }),
+                  host::error_number::invalidUseOfNull);
     });
 }
 
 TEST_F(InvCodeIsTorFTest, RaisesTheDatabasesError) {
     Ask([](kovra::ClsKovra& instance) {
-        EXPECT_EQ(ErrorOf([&] { instance.InvCodeIsTorF("A1", "bNoSuchFlag"); }), host::error_number::syntaxError);
+        EXPECT_EQ(test::ErrorNumberOf([&] { instance.InvCodeIsTorF("A1", "bNoSuchFlag"); }),
+                  host::error_number::syntaxError);
     });
 }
 
 TEST_F(InvCodeIsTorFTest, RaisesBeforeTheFirstTransact) {
     refhost::Environment environment;
     kovra::ClsKovra instance(environment);
-    EXPECT_EQ(ErrorOf([&] { instance.InvCodeIsTorF("A1", "bInvBatch"); }), host::error_number::objectNotSet);
+    EXPECT_EQ(test::ErrorNumberOf([&] { instance.InvCodeIsTorF("A1", "bInvBatch"); }),
+              host::error_number::objectNotSet);
 }
 
 TEST_F(InvCodeIsTorFTest, RaisesWhenTheConnectionCouldNotBeOpened) {
     loginXml = R"(<login QxDbName="Provider=None" cIYear="2023"/>)";
     Ask([](kovra::ClsKovra& instance) {
-        EXPECT_EQ(ErrorOf([&] { instance.InvCodeIsTorF("A1", "bInvBatch"); }), host::error_number::objectClosed);
+        EXPECT_EQ(test::ErrorNumberOf([&] { instance.InvCodeIsTorF("A1", "bInvBatch"); }),
+                  host::error_number::objectClosed);
     });
 }
 

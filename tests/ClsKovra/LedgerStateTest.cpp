@@ -1,4 +1,4 @@
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
 
 #include <utility>
 

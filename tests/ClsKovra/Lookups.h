@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
 
 #include <array>
 #include <string>

@@ -1,5 +1,5 @@
 #include "tests/ClsKovra/Lookups.h"
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
 
 namespace master_data {
 namespace {

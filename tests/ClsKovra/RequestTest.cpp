@@ -1,7 +1,5 @@
 #include "tests/ClsKovra/Lookups.h"
-#include "tests/ClsKovra/OpeningTest.h"
-
-#include <utility>
+#include "tests/ClsKovra/OpeningFixture.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 #include "tests/ClsKovra/Lookups.h"
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
+#include "tests/support/NameOfCase.h"
 
 namespace row_dates {
 namespace {
@@ -71,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(
                     DateMessages{"cDefine6", "表头自定义项6日期不合法！", "表头自定义项6日期输入不合法"},
                     DateMessages{"cDefine36", "表体自定义项15日期不合法！", "表体自定义项15日期输入不合法"},
                     DateMessages{"cDefine37", "表体自定义项16日期不合法！", "表体自定义项16日期输入不合法"}),
-    [](const testing::TestParamInfo<DateMessages>& parameter) { return std::string(parameter.param.name); });
+    test::nameOfCase);
 
 TEST_F(RowDatesTest, OpeningStockIsDatedBeforeTheStart) {
     ExpectAccepted("<dVouDate>2022-12-31</dVouDate>");

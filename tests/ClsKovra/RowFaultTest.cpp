@@ -1,4 +1,5 @@
-#include "tests/ClsKovra/OpeningTest.h"
+#include "tests/ClsKovra/OpeningFixture.h"
+#include "tests/support/NameOfCase.h"
 
 // A statement fails at each step of a row in turn: the row gets the outcome of the procedure that asked, and the rows
 // around it are imported.
@@ -71,7 +72,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Fault{"ShelfLifeFlag", "SELECT bInvQuality FROM Inventory WHERE cInvCode='A1'", 0, ""},
                     Fault{"TrackFlag", "SELECT bTrack", 0, test::faultText},
                     Fault{"Insert", "'A1', 'B1'", 0, test::faultText}),
-    [](const testing::TestParamInfo<Fault>& parameter) { return std::string(parameter.param.name); });
+    test::nameOfCase);
 
 class PlannedRowFaultTest : public RowFaultTest {};
 
@@ -80,9 +81,7 @@ TEST_P(PlannedRowFaultTest, RefusesThatRowAlone) { ExpectOutcome("02", GetParam(
 INSTANTIATE_TEST_SUITE_P(All, PlannedRowFaultTest,
                          testing::Values(Fault{"Price", "InvCheckFreeIA870", 0, ""},
                                          Fault{"Insert", "'A1', 'B1'", 0, test::faultText}),
-                         [](const testing::TestParamInfo<Fault>& parameter) {
-                             return std::string(parameter.param.name);
-                         });
+                         test::nameOfCase);
 
 class ItemMethodFaultTest : public RowFaultTest {
 protected:
@@ -94,10 +93,10 @@ protected:
 
 TEST_P(ItemMethodFaultTest, RefusesThatRowAlone) { ExpectOutcome("01", GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, ItemMethodFaultTest,
-    testing::Values(Fault{"MethodOfItem", "select cValueType from Inventory where cInvCode=N'A1'", 0, ""}),
-    [](const testing::TestParamInfo<Fault>& parameter) { return std::string(parameter.param.name); });
+INSTANTIATE_TEST_SUITE_P(All, ItemMethodFaultTest,
+                         testing::Values(Fault{"MethodOfItem", "select cValueType from Inventory where cInvCode=N'A1'",
+                                               0, ""}),
+                         test::nameOfCase);
 
 class CalendarFaultTest : public test::OpeningTest {};
 

@@ -1,4 +1,5 @@
 #include "tests/ClsKovraProof/ProofFixture.h"
+#include "tests/support/NameOfCase.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -157,7 +158,7 @@ INSTANTIATE_TEST_SUITE_P(
                                 "<doc><header><Deccode>D1</Deccode><vouchtype>48</vouchtype></header>"
                                 "<body><entry><cInvCode>1001</cInvCode><iQuantity>x</iQuantity></entry></body></doc>",
                                 "列iQuantity的值x不是数值。"}),
-    [](const testing::TestParamInfo<LateRefusal>& each) { return std::string(each.param.name); });
+    test::nameOfCase);
 
 TEST_F(ProvisionImport, RefusesARowWithoutBody) {
     ExpectRefused("<doc><header><Deccode>D1</Deccode><vouchtype>48</vouchtype></header></doc>", "D1", "没有body节点",

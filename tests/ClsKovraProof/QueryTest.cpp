@@ -1,5 +1,6 @@
 #include "refhost/xml/Document.h"
 #include "tests/ClsKovraProof/ProofFixture.h"
+#include "tests/support/ErrorOf.h"
 
 #include <gmock/gmock.h>
 
@@ -304,14 +305,7 @@ TEST_F(StockQuery, NeedsAConnectionThatTransactOpened) {
     test::ScriptedEnvironment environment(faults, script, nullptr);
     kovra::ClsKovraProof instance(environment);
     std::string envelope = Envelope("入库单");
-    const auto errorOf = [&] {
-        try {
-            instance.QueryProc({}, envelope);
-        } catch (const host::Error& error) {
-            return error.number();
-        }
-        return 0;
-    };
+    const auto errorOf = [&] { return test::ErrorNumberOf([&] { instance.QueryProc({}, envelope); }); };
     EXPECT_EQ(errorOf(), 91);
     // A connection that could not be opened is there, but closed.
     refhost::Login lost("<login QxDbName=\"Provider=KovraAccount;Data Source=" +

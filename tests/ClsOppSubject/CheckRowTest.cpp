@@ -1,4 +1,5 @@
 #include "tests/ClsOppSubject/Fixture.h"
+#include "tests/support/NameOfCase.h"
 
 namespace test {
 namespace {
@@ -42,8 +43,6 @@ struct KeyCase {
     const char* key;
 };
 
-std::string KeyCaseName(const testing::TestParamInfo<KeyCase>& info) { return info.param.name; }
-
 class Key : public OppositeSettings, public testing::WithParamInterface<KeyCase> {};
 
 TEST_P(Key, LeavesASeparatorForEachFieldBehindTheFirst) {
@@ -70,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "<cRdCode>1</cRdCode><cInvcCode>C</cInvcCode><cInvCode>A</cInvCode><cDepCode>02</cDepCode>"
                 "<citem_class>P</citem_class><citemcode>Q</citemcode>",
                 "收发类别编码：1， 存货分类编码：C， 存货编码：A， 部门编码：02， 项目大类编码：P， 项目编码：Q"}),
-    KeyCaseName);
+    test::nameOfCase);
 
 TEST_F(CheckRow, AsksForEverythingInOrder) {
     const ImportRun run =
@@ -109,8 +108,6 @@ struct CheckCase {
     /// Number of look-ups made.
     std::size_t lookups;
 };
-
-std::string CheckCaseName(const testing::TestParamInfo<CheckCase>& info) { return info.param.name; }
 
 class CodeCheck : public OppositeSettings, public testing::WithParamInterface<CheckCase> {};
 
@@ -151,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "<cRdCode>1</cRdCode><cDepCode>X</cDepCode><cOppHead>1401</cOppHead>", "部门编码不合法。",
                               2},
                     CheckCase{"DepartmentOfAnyLevel", "<cDepCode>02</cDepCode><cOppHead>1401</cOppHead>", nullptr, 2}),
-    CheckCaseName);
+    test::nameOfCase);
 
 INSTANTIATE_TEST_SUITE_P(
     Projects, CodeCheck,
@@ -195,7 +192,7 @@ INSTANTIATE_TEST_SUITE_P(
         CheckCase{"ProjectInTheUncheckedSpelling",
                   "<cRdCode>1</cRdCode><citem_class>X</citem_class><citemcode>Y</citemcode><cOppHead>1401</cOppHead>",
                   nullptr, 2}),
-    CheckCaseName);
+    test::nameOfCase);
 
 INSTANTIATE_TEST_SUITE_P(
     Accounts, CodeCheck,
@@ -213,7 +210,7 @@ INSTANTIATE_TEST_SUITE_P(
                               "暂估科目编码不合法。", 2},
                     CheckCase{"EstimateAccountOfAnotherYear", "<cRdCode>1</cRdCode><cEstHead>1499</cEstHead>",
                               "暂估科目编码不合法。", 2}),
-    CheckCaseName);
+    test::nameOfCase);
 
 /// A row whose check meets an error is refused without a word on it.
 struct TrapCase {
@@ -223,8 +220,6 @@ struct TrapCase {
     /// The last thing asked: it fails.
     std::string failing;
 };
-
-std::string TrapCaseName(const testing::TestParamInfo<TrapCase>& info) { return info.param.name; }
 
 class CheckTrap : public OppositeSettings, public testing::WithParamInterface<TrapCase> {};
 
@@ -281,7 +276,7 @@ INSTANTIATE_TEST_SUITE_P(
                  LookedUp("select ccode from code where ccode = 'A'B' and  bend =1 and iyear =2023", -2147217900)},
         TrapCase{"QuoteInEstimateAccount", "<cDepCode>02</cDepCode><cEstHead>A'B</cEstHead>", "部门编码：02， ， ",
                  LookedUp("select ccode from code where ccode = 'A'B' and  bend =1 and iyear =2023", -2147217900)}),
-    TrapCaseName);
+    test::nameOfCase);
 
 TEST_F(CheckRow, ComparesQuotesInNamesAsText) {
     const ImportRun run = Import("ADD", "<row><cDepCode>02</cDepCode><cItem_class>97</cItem_class>"

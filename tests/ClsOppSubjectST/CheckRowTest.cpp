@@ -1,4 +1,5 @@
 #include "tests/ClsOppSubjectST/Fixture.h"
+#include "tests/support/NameOfCase.h"
 
 namespace test {
 namespace {
@@ -78,8 +79,6 @@ struct CodeCase {
     std::size_t lookups;
 };
 
-std::string CodeCaseName(const testing::TestParamInfo<CodeCase>& info) { return info.param.name; }
-
 class CodeCheck : public StandardCostSettings, public testing::WithParamInterface<CodeCase> {};
 
 TEST_P(CodeCheck, StopsAtTheFirstUnknownCode) {
@@ -105,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
                              "部门编码：0201", "直接材料对方科目编码不合法。", 2},
                     CodeCase{"AccountOfAnotherYear", "<cDepCode>0201</cDepCode><cOppHead>1499</cOppHead>",
                              "部门编码：0201", "直接材料对方科目编码不合法。", 2}),
-    CodeCaseName);
+    test::nameOfCase);
 
 struct AccountCase {
     const char* field;

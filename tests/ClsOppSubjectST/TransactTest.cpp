@@ -1,4 +1,5 @@
 #include "tests/ClsOppSubjectST/Fixture.h"
+#include "tests/support/NameOfCase.h"
 
 namespace test {
 namespace {
@@ -29,8 +30,6 @@ struct OptionCase {
     std::size_t lines;
 };
 
-std::string OptionCaseName(const testing::TestParamInfo<OptionCase>& info) { return info.param.name; }
-
 class StandardCostOption : public StandardCostSettings, public testing::WithParamInterface<OptionCase> {};
 
 TEST_P(StandardCostOption, RefusesTheRequestWhenItIsNotSet) {
@@ -57,7 +56,7 @@ INSTANTIATE_TEST_SUITE_P(
         OptionCase{"StandardCost2", "UPDATE AccInformation SET cValue = N'2' WHERE cName = N'bRLOrST'", 3},
         OptionCase{"StandardCostByDefaultOnly",
                    "UPDATE AccInformation SET cValue = NULL, cDefault = N'1' WHERE cName = N'bRLOrST'", 3}),
-    OptionCaseName);
+    test::nameOfCase);
 
 TEST_F(Transact, RefusesAClosedYearUnderItsOwnCode) {
     account.Run("INSERT INTO GL_mend (iyear, iperiod, bflag_IA) VALUES (2023, 12, 1)");

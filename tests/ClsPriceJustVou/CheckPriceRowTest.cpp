@@ -4,6 +4,7 @@
 #include "refhost/ado/ForwardingDatabase.h"
 #include "refhost/eai/Login.h"
 #include "tests/ClsPriceJustVou/PriceAccount.h"
+#include "tests/support/NameOfCase.h"
 
 #include <algorithm>
 #include <memory>
@@ -234,8 +235,7 @@ TEST_P(CheckPriceRow, Says) {
               std::vector<std::string>{test.message ? "{\"vouchers\":0}" : "{\"vouchers\":1}"});
 }
 
-INSTANTIATE_TEST_SUITE_P(Rules, CheckPriceRow, testing::ValuesIn(Cases()),
-                         [](const testing::TestParamInfo<Case>& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(Rules, CheckPriceRow, testing::ValuesIn(Cases()), test::nameOfCase);
 
 TEST(CheckPriceRowId, MustBeThere) {
     PriceAccount account;

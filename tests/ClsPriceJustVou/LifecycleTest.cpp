@@ -2,6 +2,7 @@
 #include "host/Error.h"
 #include "refhost/eai/Login.h"
 #include "tests/ClsPriceJustVou/PriceAccount.h"
+#include "tests/support/ErrorOf.h"
 
 #include <csignal>
 #include <optional>
@@ -18,15 +19,6 @@ using test::PriceAccount;
 using test::Request;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::optional<host::ErrorNumber> ErrorOf(const std::function<void()>& call) {
-    try {
-        call();
-    } catch (const host::Error& error) {
-        return error.number();
-    }
-    return std::nullopt;
-}
 
 /// Two calls of one instance over one account.
 class Instance {
@@ -55,7 +47,7 @@ TEST(Initialiser, LetsTheCompanionsErrorOut) {
             return refhost::Environment::CreateRecordset();
         }
     } environment;
-    EXPECT_EQ(ErrorOf([&] { const kovra::ClsPriceJustVou instance(environment); }), 429);
+    EXPECT_EQ(test::ErrorNumberOf([&] { const kovra::ClsPriceJustVou instance(environment); }), 429);
 }
 
 TEST(Transact, TellsItsOwnTexts) {
@@ -128,10 +120,10 @@ TEST(GetStartEndDate, SendsItsQuery) {
 TEST(GetStartEndDate, RaisesBeforeACallAndForAFailingQuery) {
     PriceAccount account;
     Instance instance(account);
-    EXPECT_EQ(ErrorOf([&] { instance->GetStartEndDate(1, 2023); }), 91);
+    EXPECT_EQ(test::ErrorNumberOf([&] { instance->GetStartEndDate(1, 2023); }), 91);
     instance.Transact(Request({}, "EMPTY"));
     account.Run("DROP TABLE QxSystem..UA_Period");
-    EXPECT_EQ(ErrorOf([&] { instance->GetStartEndDate(1, 2023); }), host::error_number::noTable);
+    EXPECT_EQ(test::ErrorNumberOf([&] { instance->GetStartEndDate(1, 2023); }), host::error_number::noTable);
 }
 
 /// Kills the process at a statement that holds the piece, as a power cut would.

@@ -1,10 +1,12 @@
 #include "ModPub/Dates.h"
 
-#include "tests/ModPub/Expect.h"
 #include "tests/support/ConversionCases.h"
+#include "tests/support/ErrorOf.h"
 
 #include <chrono>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 using namespace ModPub;
 using namespace std::literals;
@@ -206,7 +208,7 @@ TEST(ParseDate, RefusesWhatIsNoDate) {
                             "2023年年5月"sv,
                             "2023-5-1\xFF"sv})
         EXPECT_FALSE(IsDate(text)) << text;
-    EXPECT_EQ(ErrorOf([] { return ToDate("2024-13-40"sv); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToDate("2024-13-40"sv); }), en::typeMismatch);
 }
 
 TEST(DateText, IsTheShortDateAndTheTime) {
@@ -217,7 +219,7 @@ TEST(DateText, IsTheShortDateAndTheTime) {
     EXPECT_EQ(DateText({0.5}), "12:00:00");
     EXPECT_EQ(DateText({-1}), "1899/12/29");
     EXPECT_EQ(DateText({-657434}), "100/1/1");
-    EXPECT_EQ(ErrorOf([] { return DateText({3000000}); }), en::invalidCall);
+    EXPECT_EQ(test::ErrorNumberOf([] { return DateText({3000000}); }), en::invalidCall);
 }
 
 TEST(FormatDate, WritesADateAsYearMonthDay) {

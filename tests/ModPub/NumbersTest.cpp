@@ -1,11 +1,13 @@
 #include "ModPub/Numbers.h"
 
-#include "tests/ModPub/Expect.h"
 #include "tests/support/ConversionCases.h"
+#include "tests/support/ErrorOf.h"
 
 #include <cmath>
 #include <limits>
 #include <utility>
+
+#include <gtest/gtest.h>
 
 using namespace ModPub;
 using namespace std::literals;
@@ -72,12 +74,12 @@ TEST(Val, ReadsHexadecimalAndOctalDigits) {
 TEST(Val, RaisesOverflowForANumberThatIsTooLarge) {
     for (const auto text :
          {"1e400"sv, "-1e400"sv, "1e99999999999999999999"sv, "&H100000000"sv, "&HFFFFFFFFFFFFFFFFFF"sv})
-        EXPECT_EQ(ErrorOf([&] { return Val(text); }), en::overflow) << text;
+        EXPECT_EQ(test::ErrorNumberOf([&] { return Val(text); }), en::overflow) << text;
     EXPECT_EQ(Val("1e-400"), 0);
     EXPECT_EQ(Val("1e-99999999999999999999"), 0);
     EXPECT_EQ(Val("0e400"), 0);
     EXPECT_EQ(Val("0." + std::string(400, '0') + "1e402"), 10);
-    EXPECT_EQ(ErrorOf([] { return Val(std::string(400, '9')); }), en::overflow);
+    EXPECT_EQ(test::ErrorNumberOf([] { return Val(std::string(400, '9')); }), en::overflow);
 }
 
 TEST(NumberText, HasUpToFifteenSignificantDigits) {
@@ -222,7 +224,7 @@ TEST(ToDouble, RaisesTypeMismatchForWhatIsNoNumber) {
          {""sv,     " "sv,  "abc"sv, "1 2"sv,   "12abc"sv, "."sv,   "-"sv,   "--5"sv,       "1.2.3"sv, ",1"sv,
           "$5"sv,   "1e"sv, "e5"sv,  "12%"sv,   "(5"sv,    "5)"sv,  "()"sv,  "-5-"sv,       "¥¥5"sv,   "１２"sv,
           "True"sv, "&H"sv, "&HG"sv, "-&H10"sv, "&H10-"sv, "1/2"sv, "1\0"sv, "2023-05-01"sv}) {
-        EXPECT_EQ(ErrorOf([&] { return ToDouble(text); }), en::typeMismatch) << text;
+        EXPECT_EQ(test::ErrorNumberOf([&] { return ToDouble(text); }), en::typeMismatch) << text;
         EXPECT_FALSE(IsNumeric(text)) << text;
         EXPECT_EQ(NumericValue(text), std::nullopt) << text;
     }
@@ -230,7 +232,7 @@ TEST(ToDouble, RaisesTypeMismatchForWhatIsNoNumber) {
 
 TEST(ToDouble, RaisesOverflowForANumberThatIsTooLarge) {
     for (const auto text : {"1e400"sv, "-1e400"sv, "&H10000000000000000"sv}) {
-        EXPECT_EQ(ErrorOf([&] { return ToDouble(text); }), en::overflow) << text;
+        EXPECT_EQ(test::ErrorNumberOf([&] { return ToDouble(text); }), en::overflow) << text;
         EXPECT_FALSE(IsNumeric(text)) << text;
         EXPECT_EQ(NumericValue(text), std::nullopt) << text;
     }
@@ -248,14 +250,14 @@ TEST(ToInt16, RoundsAHalfToTheEvenNeighbour) {
 TEST(ToInt16, RaisesOverflowOutsideTheRange) {
     for (const double number : {32767.5, 32768.0, -32768.6, 1e20, -1e300, std::numeric_limits<double>::quiet_NaN(),
                                 std::numeric_limits<double>::infinity()})
-        EXPECT_EQ(ErrorOf([&] { return ToInt16(number); }), en::overflow) << number;
+        EXPECT_EQ(test::ErrorNumberOf([&] { return ToInt16(number); }), en::overflow) << number;
 }
 
 TEST(ToInt32, RaisesOverflowOutsideTheRange) {
     EXPECT_EQ(ToInt32(2147483647.4), 2147483647);
     EXPECT_EQ(ToInt32(-2147483648.5), std::numeric_limits<std::int32_t>::min());
     for (const double number : {2147483647.5, -2147483648.6, 1e10, std::numeric_limits<double>::quiet_NaN()})
-        EXPECT_EQ(ErrorOf([&] { return ToInt32(number); }), en::overflow) << number;
+        EXPECT_EQ(test::ErrorNumberOf([&] { return ToInt32(number); }), en::overflow) << number;
 }
 
 TEST(ToInt16, ReadsText) {
@@ -266,10 +268,10 @@ TEST(ToInt16, ReadsText) {
     EXPECT_EQ(ToInt16("&H7FFF"sv), 32767);
     EXPECT_EQ(ToInt32("&HFFFF"sv), 65535);
     EXPECT_EQ(ToInt32("&HFFFFFFFF"sv), -1);
-    EXPECT_EQ(ErrorOf([] { return ToInt16("&H10000"sv); }), en::overflow);
-    EXPECT_EQ(ErrorOf([] { return ToInt16("32768"sv); }), en::overflow);
-    EXPECT_EQ(ErrorOf([] { return ToInt16(""sv); }), en::typeMismatch);
-    EXPECT_EQ(ErrorOf([] { return ToInt16("year"sv); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToInt16("&H10000"sv); }), en::overflow);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToInt16("32768"sv); }), en::overflow);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToInt16(""sv); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToInt16("year"sv); }), en::typeMismatch);
 }
 
 TEST(ToBoolean, ReadsItsNamesAndNumbers) {
@@ -278,7 +280,7 @@ TEST(ToBoolean, ReadsItsNamesAndNumbers) {
     for (const auto text : {"False"sv, "false"sv, "FALSE"sv, "#FALSE#"sv, "0"sv, "0.0"sv, "-0"sv})
         EXPECT_FALSE(ToBoolean(text)) << text;
     for (const auto text : {""sv, "x"sv, " True"sv, "True "sv, "#true#"sv, "yes"sv, "真"sv})
-        EXPECT_EQ(ErrorOf([&] { return ToBoolean(text); }), en::typeMismatch) << text;
+        EXPECT_EQ(test::ErrorNumberOf([&] { return ToBoolean(text); }), en::typeMismatch) << text;
 }
 
 TEST(TwoPlaces, RoundsAHalfAwayFromZeroByTheDecimalDigits) {
@@ -297,7 +299,7 @@ TEST(TwoPlaces, KeepsFifteenDigits) {
     EXPECT_EQ(TwoPlaces(123456789012345678.0), 123456789012346000.0);
     EXPECT_EQ(TwoPlaces(1234567890123.456), 1234567890123.46);
     EXPECT_EQ(TwoPlaces(12345678901234.56), 12345678901234.6);
-    EXPECT_EQ(ErrorOf([] { return TwoPlaces(std::numeric_limits<double>::infinity()); }), en::overflow);
+    EXPECT_EQ(test::ErrorNumberOf([] { return TwoPlaces(std::numeric_limits<double>::infinity()); }), en::overflow);
 }
 
 // What must hold whatever the number is.
@@ -326,7 +328,7 @@ TEST(Numbers, EveryTextIsReadOrRefusedTheSameWayByAll) {
     std::vector<std::string> texts = cases::MadeNumberTexts(4000, 9);
     texts.insert(texts.end(), cases::NumberTextEdges().begin(), cases::NumberTextEdges().end());
     for (const std::string& text : texts) {
-        const auto error = ErrorOf([&] { return ToDouble(text); });
+        const auto error = test::ErrorNumberOf([&] { return ToDouble(text); });
         EXPECT_EQ(IsNumeric(text), !error) << text;
         if (!error && text.find('&') == text.npos && std::fabs(ToDouble(text)) < 30000) {
             EXPECT_EQ(ToInt16(text), ToInt16(ToDouble(text))) << text;

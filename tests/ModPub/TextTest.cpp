@@ -1,6 +1,5 @@
 #include "ModPub/Text.h"
 
-#include <string>
 #include <string_view>
 
 #include <gtest/gtest.h>

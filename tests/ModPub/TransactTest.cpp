@@ -3,9 +3,9 @@
 #include "refhost/xml/Document.h"
 #include "tests/ModPub/FrameClasses.h"
 #include "tests/support/Import.h"
+#include "tests/support/NameOfCase.h"
 
 #include <new>
-#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -62,12 +62,10 @@ protected:
     TestAccount account;
 };
 
-std::string FrameClassName(const testing::TestParamInfo<FrameClass>& info) { return info.param.name; }
-
 INSTANTIATE_TEST_SUITE_P(All, Frame,
                          testing::Values(InventorySettings(), OppositeSettings(), StandardCostSettings(),
                                          OpeningBalances(), Provisions(), PriceAdjustments()),
-                         FrameClassName);
+                         test::nameOfCase);
 
 constexpr const char* noRows = R"(<qxinterface roottag="row" docid="D" proc="ADD"/>)";
 
@@ -252,7 +250,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(All, SettingsFrame,
                          testing::Values(InventorySettings(), OppositeSettings(), StandardCostSettings()),
-                         FrameClassName);
+                         test::nameOfCase);
 
 TEST_P(SettingsFrame, ImportsRowsInDocumentOrderAndIgnoresOtherElements) {
     AddMasterData();
@@ -338,7 +336,7 @@ TEST_P(SettingsFrame, EmptyReadsNoRow) {
 /// The two classes without "EMPTY".
 class FrameWithoutEmpty : public Frame {};
 
-INSTANTIATE_TEST_SUITE_P(All, FrameWithoutEmpty, testing::Values(OpeningBalances(), Provisions()), FrameClassName);
+INSTANTIATE_TEST_SUITE_P(All, FrameWithoutEmpty, testing::Values(OpeningBalances(), Provisions()), test::nameOfCase);
 
 TEST_P(FrameWithoutEmpty, RefusesToEmpty) {
     EXPECT_EQ(Call(Request("EMPTY", "<row/>")).result, commonErrors.notOffered);
@@ -347,7 +345,7 @@ TEST_P(FrameWithoutEmpty, RefusesToEmpty) {
 /// The class that adjusts prices has operations of its own.
 class PriceFrame : public Frame {};
 
-INSTANTIATE_TEST_SUITE_P(All, PriceFrame, testing::Values(PriceAdjustments()), FrameClassName);
+INSTANTIATE_TEST_SUITE_P(All, PriceFrame, testing::Values(PriceAdjustments()), test::nameOfCase);
 
 TEST_P(PriceFrame, NeverTakesEdit) {
     for (const char* proc : {"EDIT", "edit", "Edit"}) {

@@ -1,7 +1,9 @@
 #include "ModPub/Conversions.h"
-#include "tests/ModPub/Expect.h"
+#include "tests/support/ErrorOf.h"
 
 #include <utility>
+
+#include <gtest/gtest.h>
 
 using namespace ModPub;
 using namespace std::literals;
@@ -36,8 +38,8 @@ TEST(ToText, WritesEveryKindOfValue) {
     };
     for (const auto& [value, expected] : table)
         EXPECT_EQ(ToText(value), expected);
-    EXPECT_EQ(ErrorOf([] { return ToText(null); }), en::invalidUseOfNull);
-    EXPECT_EQ(ErrorOf([] { return ToText(bytes); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToText(null); }), en::invalidUseOfNull);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToText(bytes); }), en::typeMismatch);
 }
 
 TEST(ToDouble, ReadsEveryKindOfValue) {
@@ -49,9 +51,9 @@ TEST(ToDouble, ReadsEveryKindOfValue) {
     EXPECT_EQ(ToDouble(host::Value(host::Decimal{"-12.50"})), -12.5);
     EXPECT_EQ(ToDouble(host::Value("1,000")), 1000);
     EXPECT_EQ(ToDouble(host::Value(host::Date{45000.5})), 45000.5);
-    EXPECT_EQ(ErrorOf([] { return ToDouble(null); }), en::invalidUseOfNull);
-    EXPECT_EQ(ErrorOf([] { return ToDouble(bytes); }), en::typeMismatch);
-    EXPECT_EQ(ErrorOf([] { return ToDouble(host::Value("x")); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToDouble(null); }), en::invalidUseOfNull);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToDouble(bytes); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToDouble(host::Value("x")); }), en::typeMismatch);
 }
 
 TEST(ToInt16, ReadsEveryKindOfValue) {
@@ -62,9 +64,9 @@ TEST(ToInt16, ReadsEveryKindOfValue) {
     EXPECT_EQ(ToInt16(host::Value("&HFFFF")), -1);
     EXPECT_EQ(ToInt32(host::Value("&HFFFF")), 65535);
     EXPECT_EQ(ToInt32(host::Value(70000)), 70000);
-    EXPECT_EQ(ErrorOf([] { return ToInt16(host::Value(70000)); }), en::overflow);
-    EXPECT_EQ(ErrorOf([] { return ToInt16(null); }), en::invalidUseOfNull);
-    EXPECT_EQ(ErrorOf([] { return ToInt32(host::Value("")); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToInt16(host::Value(70000)); }), en::overflow);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToInt16(null); }), en::invalidUseOfNull);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToInt32(host::Value("")); }), en::typeMismatch);
 }
 
 TEST(ToBoolean, ReadsEveryKindOfValue) {
@@ -74,18 +76,18 @@ TEST(ToBoolean, ReadsEveryKindOfValue) {
     EXPECT_FALSE(ToBoolean(host::Value(0.0)));
     EXPECT_FALSE(ToBoolean(host::Value(host::Decimal{"0.00"})));
     EXPECT_TRUE(ToBoolean(host::Value("true")));
-    EXPECT_EQ(ErrorOf([] { return ToBoolean(null); }), en::invalidUseOfNull);
-    EXPECT_EQ(ErrorOf([] { return ToBoolean(host::Value("")); }), en::typeMismatch);
-    EXPECT_EQ(ErrorOf([] { return ToBoolean(bytes); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToBoolean(null); }), en::invalidUseOfNull);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToBoolean(host::Value("")); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToBoolean(bytes); }), en::typeMismatch);
 }
 
 TEST(ToDate, ReadsEveryKindOfValue) {
     EXPECT_EQ(ToDate(host::Value(host::Date{45000})), host::Date{45000});
     EXPECT_EQ(ToDate(host::Value("2023-03-15")), host::Date{45000});
     EXPECT_EQ(ToDate(host::Value(45000)), host::Date{45000});
-    EXPECT_EQ(ErrorOf([] { return ToDate(host::Value(20230501)); }), en::overflow);
-    EXPECT_EQ(ErrorOf([] { return ToDate(host::Value("45000")); }), en::typeMismatch);
-    EXPECT_EQ(ErrorOf([] { return ToDate(null); }), en::invalidUseOfNull);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToDate(host::Value(20230501)); }), en::overflow);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToDate(host::Value("45000")); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return ToDate(null); }), en::invalidUseOfNull);
 }
 
 TEST(FormatDate, WritesEveryKindOfValue) {
@@ -96,7 +98,7 @@ TEST(FormatDate, WritesEveryKindOfValue) {
     EXPECT_EQ(FormatDate(host::Value("no date")), "no date");
     EXPECT_EQ(FormatDate(host::Value(45000)), "2023-03-15");
     EXPECT_EQ(FormatDate(host::Value(20230501)), "20230501");
-    EXPECT_EQ(ErrorOf([] { return FormatDate(bytes); }), en::typeMismatch);
+    EXPECT_EQ(test::ErrorNumberOf([] { return FormatDate(bytes); }), en::typeMismatch);
 }
 
 TEST(RuntimeErrors, HaveTheDescriptionsOfAChineseSystem) {

@@ -2,8 +2,6 @@
 
 #include "cli/messages/Messages.h"
 
-#include <cstdlib>
-
 #include <gtest/gtest.h>
 
 namespace {

@@ -1,6 +1,6 @@
 // Classes that are registered in the other size than the program's.
 #include "server/com/Utf16.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/OnWine.h"
 #include "tests/support/com/RunProgram.h"
 #include "tests/support/com/WinesSurrogate.h"

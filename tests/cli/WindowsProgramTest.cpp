@@ -1,11 +1,17 @@
 // kovra.exe on the machine's own components, and with the registered classes.
+#include "server/com/Utf16.h"
 #include "tests/support/ScenarioFolder.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
+#include "tests/support/com/RegisteredClasses.h"
 #include "tests/support/com/RunProgram.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <span>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -109,12 +115,14 @@ TEST_F(Server, WritesTheOutcomesAsATable) {
 TEST_F(Server, DoctorFindsEverythingWhereItIsRegistered) {
     const test::ProgramRun run = test::RunProgram(account().folder(), L"doctor --login login.xml");
     EXPECT_EQ(run.status, 0U) << run.output << run.error;
-    for (const char* name :
-         {"Kovra.ClsInvSubject ", "Kovra.ClsOppSubject ", "Kovra.ClsOppSubjectST ", "Kovra.ClsKovra ",
-          "Kovra.ClsKovraProof ", "Kovra.ClsPriceJustVou ", "Msxml2.DOMDocument ", "ADODB.Connection ",
-          "ADODB.Recordset ", "KovraHost.EaiHelper ", "KovraHost.EaiXmlConverter ", "KovraHost.IaVoucherService ",
-          "KovraHost.ProvisionPreCheck ", "KovraHost.RsXmlHelper ", "ZendaTool.clsZendaT "}) {
-        const std::size_t line = run.output.find(std::string("\n") + name);
+    std::vector<std::string> names = {"Msxml2.DOMDocument", "ADODB.Connection", "ADODB.Recordset"};
+    std::ranges::transform(test::kovraClasses, std::back_inserter(names),
+                           [](const test::RegisteredClass& one) { return server::ToUtf8(one.progId); });
+    // The login is the caller's own.
+    std::ranges::transform(std::span(test::hostClasses).subspan(1), std::back_inserter(names),
+                           [](const test::RegisteredClass& one) { return server::ToUtf8(one.progId); });
+    for (const std::string& name : names) {
+        const std::size_t line = run.output.find("\n" + name + " ");
         ASSERT_NE(line, std::string::npos) << name << "\n" << run.output;
         EXPECT_NE(run.output.substr(line + 1, run.output.find('\n', line + 1) - line).find("can be created"),
                   std::string::npos)

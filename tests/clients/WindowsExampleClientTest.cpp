@@ -3,7 +3,7 @@
 #include "server/com/Utf16.h"
 #include "tests/support/Paths.h"
 #include "tests/support/ScenarioFolder.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/RunProgram.h"
 
 #include <filesystem>

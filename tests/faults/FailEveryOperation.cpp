@@ -6,7 +6,6 @@
 
 #include <array>
 #include <cstdio>
-#include <optional>
 
 #include <gtest/gtest.h>
 

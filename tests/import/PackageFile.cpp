@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdlib>
-#include <memory>
 #include <stdexcept>
 
 #include <unzip.h>

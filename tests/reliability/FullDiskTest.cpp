@@ -4,6 +4,7 @@
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 #include "refhost/sql/types/Errors.h"
 #include "tests/reliability/Soundness.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Program.h"
 
 #include <csignal>
@@ -126,16 +127,6 @@ TEST_P(FullDisk, LeavesTheAccountOfASmallDiskWhole) {
 
 INSTANTIATE_TEST_SUITE_P(Imports, FullDisk, testing::ValuesIn(NumberedImports()), NameOfImport);
 
-/// The number of the error that `work` ends in, or 0.
-host::ErrorNumber ErrorOf(const std::function<void()>& work) {
-    try {
-        work();
-        return 0;
-    } catch (const host::Error& error) {
-        return error.number();
-    }
-}
-
 TEST(FullDiskInATransaction, NothingRunsOutsideOfItUntilItIsRolledBack) {
     const TestAccount account;
     account.Run("create table t (x nvarchar(4000))");
@@ -147,17 +138,17 @@ TEST(FullDiskInATransaction, NothingRunsOutsideOfItUntilItIsRolledBack) {
         LimitFiles(100'000);
         // More than is kept in memory.
         int inserted = 0;
-        while (inserted < 10'000 && ErrorOf([&] { database->Execute(insert); }) == 0) {
+        while (inserted < 10'000 && ErrorNumberOf([&] { database->Execute(insert); }) == 0) {
             ++inserted;
         }
         LimitFiles(RLIM_INFINITY);
         EXPECT_LT(inserted, 10'000);
-        EXPECT_EQ(ErrorOf([&] { database->Execute(insert); }), host::error_number::unspecified);
-        EXPECT_EQ(ErrorOf([&] { database->Query("select count(*) from t"); }), host::error_number::unspecified);
-        EXPECT_EQ(ErrorOf([&] { database->BeginTrans(); }), refhost::transactionOpen);
-        EXPECT_EQ(ErrorOf([&] { database->CommitTrans(); }), host::error_number::unspecified);
-        EXPECT_EQ(ErrorOf([&] { database->RollbackTrans(); }), 0);
-        EXPECT_EQ(ErrorOf([&] { database->Execute(insert); }), 0);
+        EXPECT_EQ(ErrorNumberOf([&] { database->Execute(insert); }), host::error_number::unspecified);
+        EXPECT_EQ(ErrorNumberOf([&] { database->Query("select count(*) from t"); }), host::error_number::unspecified);
+        EXPECT_EQ(ErrorNumberOf([&] { database->BeginTrans(); }), refhost::transactionOpen);
+        EXPECT_EQ(ErrorNumberOf([&] { database->CommitTrans(); }), host::error_number::unspecified);
+        EXPECT_EQ(ErrorNumberOf([&] { database->RollbackTrans(); }), 0);
+        EXPECT_EQ(ErrorNumberOf([&] { database->Execute(insert); }), 0);
         return testing::Test::HasFailure() ? 1 : 0;
     });
     EXPECT_EQ(process.Wait().status, 0);
@@ -173,9 +164,9 @@ TEST(FullDiskInATransaction, ACommitThatFailsIsRolledBack) {
         database->BeginTrans();
         database->Execute("insert into t values (1)");
         LimitFiles(0);
-        EXPECT_EQ(ErrorOf([&] { database->CommitTrans(); }), host::error_number::unspecified);
+        EXPECT_EQ(ErrorNumberOf([&] { database->CommitTrans(); }), host::error_number::unspecified);
         LimitFiles(RLIM_INFINITY);
-        EXPECT_EQ(ErrorOf([&] { database->RollbackTrans(); }), 0);
+        EXPECT_EQ(ErrorNumberOf([&] { database->RollbackTrans(); }), 0);
         return testing::Test::HasFailure() ? 1 : 0;
     });
     EXPECT_EQ(process.Wait().status, 0);

@@ -1,7 +1,5 @@
 // Hostile texts as requests of every class.
 
-#include "refhost/Environment.h"
-#include "refhost/eai/Login.h"
 #include "tests/reliability/HostileTexts.h"
 #include "tests/reliability/Soundness.h"
 #include "tests/support/Program.h"

@@ -2,7 +2,6 @@
 
 #include "tests/reliability/Soundness.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <iterator>
 #include <vector>

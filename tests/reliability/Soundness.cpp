@@ -1,6 +1,6 @@
 #include "tests/reliability/Soundness.h"
 
-#include "refhost/sql/store/Runtime.h"
+#include "refhost/sql/functions/Functions.h"
 #include "tests/support/Program.h"
 
 #include <array>
@@ -21,6 +21,7 @@ std::string IntegrityOf(const std::filesystem::path& file) {
     }
     // The indexes order by the account database's own collations.
     refhost::sql::Runtime runtime(opened);
+    RegisterFunctions(opened, runtime);
     refhost::sql::Command check(opened, "PRAGMA integrity_check");
     return check.Step() ? check.Text(0) : "no answer";
 }

@@ -19,7 +19,6 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 

@@ -3,6 +3,7 @@
 #include "server/com/DispatchObject.h"
 #include "server/com/Utf16.h"
 #include "tests/support/com/ExpectError.h"
+#include "tests/support/com/RegisteredClasses.h"
 #include "tests/support/com/ServerFixture.h"
 
 #include <string>
@@ -16,8 +17,6 @@ using server::ComPtr;
 using server::DispatchObject;
 using server::VariantHolder;
 
-constexpr const wchar_t* withoutCompanion[] = {L"Kovra.ClsInvSubject", L"Kovra.ClsOppSubject", L"Kovra.ClsOppSubjectST",
-                                               L"Kovra.ClsKovra", L"Kovra.ClsKovraProof"};
 constexpr std::string_view error91Result = "<error code=\"91\" dsc=\"对象变量或 With 块变量未设置\"/>";
 constexpr std::string_view error13Result = "<error code=\"13\" dsc=\"类型不匹配\"/>";
 
@@ -34,7 +33,9 @@ protected:
 } // namespace
 
 TEST_F(ClientTest, LoginThatIsNothingGivesAnErrorResult) {
-    for (const wchar_t* progId : withoutCompanion) {
+    for (const auto& [progId, classId] : test::kovraClasses) {
+        if (progId == test::needsCompanion)
+            continue;
         const VariantHolder result = Make(progId).Call(L"Transact", VariantHolder(std::string("<a/>")), Nothing());
         EXPECT_EQ(V_VT(&result.Get()), VT_BSTR);
         EXPECT_EQ(server::ToText(result.Get()), error91Result) << server::ToUtf8(progId);
@@ -97,7 +98,7 @@ TEST_F(ClientTest, UnknownMembersAndWrongCountsAreRefused) {
 
 TEST_F(ClientTest, CompanionThatIsMissingFailsTheCreation) {
     ComPtr<IDispatch> object;
-    EXPECT_EQ(Create(L"Kovra.ClsPriceJustVou", object), static_cast<HRESULT>(0x800A01AD)) << "error 429";
+    EXPECT_EQ(Create(test::needsCompanion.data(), object), static_cast<HRESULT>(0x800A01AD)) << "error 429";
     EXPECT_EQ(test::ErrorDescription(), "ActiveX 部件不能创建对象");
     EXPECT_FALSE(object);
     EXPECT_EQ(CanUnload(), S_OK);

@@ -4,7 +4,7 @@
 #include "server/com/Utf16.h"
 #include "tests/server/LoadXmlRecorder.h"
 #include "tests/support/com/ExpectError.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/ScriptedObject.h"
 
 #include <string>

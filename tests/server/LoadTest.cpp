@@ -1,6 +1,6 @@
 // Many calls, and several threads at once.
 #include "server/adapters/ProgIds.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/ScriptedObject.h"
 #include "tests/support/com/UsedBytes.h"
 

@@ -6,7 +6,7 @@
 #include "server/adapters/ProgIds.h"
 #include "tests/server/CountedFunctions.h"
 #include "tests/support/com/CountedObject.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/ScriptedObject.h"
 
 #include <numeric>

@@ -2,7 +2,7 @@
 // COM.
 #include "tests/server/Reentry.h"
 #include "tests/support/ScenarioFolder.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 
 #include <filesystem>
 #include <functional>

@@ -1,5 +1,5 @@
 // An import from a Windows service: this program, started by the service manager.
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/ImportService.h"
 #include "tests/support/com/OnWine.h"
 #include "tests/support/com/WinesSurrogate.h"

@@ -1,4 +1,4 @@
-' A scripting client on a machine with Kovra.dll registered and without the ERP: every class is created by its ProgID
+' client.vbs CLASS...: a scripting client on a machine with Kovra.dll registered and without the ERP: every class is created by its ProgID
 ' and answers a caller that has no login; the class that needs the ERP's companion at once is refused on creation.
 Option Explicit
 
@@ -14,27 +14,31 @@ Sub Expect(what, actual, expected)
   End If
 End Sub
 
-Dim name, instance, result
-For Each name In Array("ClsInvSubject", "ClsOppSubject", "ClsOppSubjectST", "ClsKovra", "ClsKovraProof")
-  Set instance = CreateObject("Kovra." & name)
-  Expect name & " is what its ProgID says", TypeName(instance), "_" & name
-  ' 91: the login is Nothing.
-  result = instance.Transact("<request/>", Nothing)
-  Expect name & " answers with text", VarType(result), vbString
-  Expect name & " reports the missing login", Left(result, 16), "<error code=""91"""
-  ' A string is no login either: Transact takes an object.
-  On Error Resume Next
-  result = instance.Transact("<request/>", "no login")
-  Expect name & " survives a login that is no object", (Err.Number <> 0 Or Left(result, 6) = "<error"), True
-  Err.Clear
-  On Error Goto 0
+Dim i, name, instance, result
+If WScript.Arguments.Count = 0 Then WScript.Quit 2
+For i = 0 To WScript.Arguments.Count - 1
+  name = WScript.Arguments(i)
+  If name = "ClsPriceJustVou" Then
+    On Error Resume Next
+    Set instance = CreateObject("Kovra." & name)
+    Expect name & " needs the ERP's companion", Err.Number, 429
+    On Error Goto 0
+  Else
+    Set instance = CreateObject("Kovra." & name)
+    Expect name & " is what its ProgID says", TypeName(instance), "_" & name
+    ' 91: the login is Nothing.
+    result = instance.Transact("<request/>", Nothing)
+    Expect name & " answers with text", VarType(result), vbString
+    Expect name & " reports the missing login", Left(result, 16), "<error code=""91"""
+    ' A string is no login either: Transact takes an object.
+    On Error Resume Next
+    result = instance.Transact("<request/>", "no login")
+    Expect name & " survives a login that is no object", (Err.Number <> 0 Or Left(result, 6) = "<error"), True
+    Err.Clear
+    On Error Goto 0
+  End If
   Set instance = Nothing
 Next
-
-On Error Resume Next
-Set instance = CreateObject("Kovra.ClsPriceJustVou")
-Expect "ClsPriceJustVou needs the ERP's companion", Err.Number, 429
-On Error Goto 0
 
 WScript.Echo "end of script"
 WScript.Quit failures

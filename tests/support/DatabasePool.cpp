@@ -5,7 +5,6 @@
 #include "refhost/ado/ForwardingDatabase.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace test {
 

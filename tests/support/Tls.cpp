@@ -1,8 +1,6 @@
 #include "tests/support/Tls.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
 #include <cstdint>
 #include <ctime>
 #include <stdexcept>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "refhost/sql/store/Plan.h"
+#include "refhost/sql/types/DateParts.h"
 
 #include <functional>
 #include <optional>

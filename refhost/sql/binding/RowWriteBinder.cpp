@@ -1,7 +1,6 @@
 // Writes row by row: what OUTPUT tells of the rows before and behind the write, and MERGE.
 
 #include "refhost/sql/binding/Binder.h"
-#include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>

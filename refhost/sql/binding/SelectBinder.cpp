@@ -1,5 +1,5 @@
 #include "refhost/sql/binding/Binder.h"
-#include "refhost/sql/store/AppliedRows.h"
+#include "refhost/sql/functions/AppliedRows.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 

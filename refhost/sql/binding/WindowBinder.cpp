@@ -1,5 +1,4 @@
 #include "refhost/sql/binding/Binder.h"
-#include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 #include "refhost/sql/binding/Definer.h"
 #include "refhost/sql/engine/BatchRunner.h"
 #include "refhost/sql/engine/Storage.h"
+#include "refhost/sql/functions/Functions.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 #include "text/ConnectionString.h"
@@ -150,6 +151,7 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
       catalog_(std::make_unique<Catalog>(db_.get(), NameOfFile(settings.file))), identities_(db_.get()),
       inMemory_(settings.file == inMemory), durability_(settings.durability), grouped_(settings.grouped),
       batchTime_(settings.batchTime), clock_(settings.clock) {
+    RegisterFunctions(db_.get(), *runtime_);
     sqlite3_extended_result_codes(db_.get(), 1);
     sqlite3_busy_timeout(db_.get(), busyMilliseconds);
     // "name" is always a name.

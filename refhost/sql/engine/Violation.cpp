@@ -4,7 +4,6 @@
 #include "refhost/sql/binding/ForeignKeys.h"
 #include "refhost/sql/store/Atomic.h"
 #include "refhost/sql/store/IdentityLine.h"
-#include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>

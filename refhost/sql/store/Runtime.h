@@ -21,11 +21,11 @@ inline constexpr std::size_t schemaCount = 3;
 /// The schema's name in SQLite.
 std::string_view SqliteName(Schema schema);
 
-/// Teaches a SQLite connection what T-SQL needs: collations, conversions, arithmetic and functions with SQL Server's
-/// meaning. One per connection, living as long as it.
+/// What a connection's session knows while statements run, and the counters of its databases. One per connection,
+/// living as long as it.
 class Runtime {
 public:
-    explicit Runtime(sqlite3* db);
+    explicit Runtime(sqlite3* db) : db_(db) {}
 
     /// The error that a function raised since the last call; SQLite itself carries its text only.
     std::optional<host::Error> TakeError();
@@ -67,10 +67,5 @@ private:
     StatementHandle begin_;
     StatementHandle commit_;
 };
-
-/// Units of time of dateadd, datediff, datepart and datename.
-enum class DatePart { year, quarter, month, dayOfYear, day, week, weekday, hour, minute, second, millisecond };
-/// The part named by a word such as "yy", "year", "dd"; nothing when there is none.
-std::optional<DatePart> DatePartNamed(std::string_view word);
 
 } // namespace refhost::sql

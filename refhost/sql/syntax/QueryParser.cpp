@@ -1,5 +1,4 @@
 #include "refhost/sql/syntax/Parser.h"
-#include "refhost/sql/types/Errors.h"
 
 namespace refhost::sql {
 

@@ -1,6 +1,5 @@
 #include "refhost/sql/types/Convert.h"
 
-#include "ModPub/Text.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
 #include "text/CodePage936.h"

@@ -410,11 +410,6 @@ bool InYears(Ticks ticks, Base base) {
     }
 }
 
-Ticks FloorTo(Ticks ticks, Ticks unit) {
-    const Ticks rest = ticks % unit;
-    return ticks - rest - (rest < 0 ? unit : 0);
-}
-
 Ticks RoundUnchecked(Ticks ticks, const Type& type) {
     const Base base = type.base;
     if (base == Base::date) {

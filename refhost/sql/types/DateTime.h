@@ -15,6 +15,12 @@ inline constexpr Ticks ticksPerDay = 86'400 * ticksPerSecond;
 /// Day 0 of SQL Server, 1900-01-01, as days since day 0 of OLE Automation.
 inline constexpr std::int64_t serverDayZero = 2;
 
+/// The whole units that lie at or before `ticks`, before day 0 as behind it.
+constexpr Ticks FloorTo(Ticks ticks, Ticks unit) {
+    const Ticks rest = ticks % unit;
+    return ticks - rest - (rest < 0 ? unit : 0);
+}
+
 struct Calendar {
     std::int64_t year = 1900;
     int month = 1;

@@ -6,7 +6,6 @@
 #include "refhost/OpenDatabase.h"
 #include "refhost/ado/Connection.h"
 #include "refhost/ado/Recordset.h"
-#include "refhost/odbc/OdbcDatabase.h"
 #include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 

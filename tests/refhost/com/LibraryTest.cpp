@@ -8,6 +8,7 @@
 #include "tests/support/com/ServerFixture.h"
 
 #include <iterator>
+#include <span>
 
 namespace {
 
@@ -15,15 +16,7 @@ using server::Arguments;
 using server::DispatchObject;
 using server::VariantHolder;
 
-constexpr test::RegisteredClass classes[] = {
-    {L"KovraHost.Login", L"{3ABDDCCC-D2EF-42FD-A85F-8FCB790D77B9}"},
-    {L"KovraHost.EaiHelper", L"{6FAC9708-EEE6-482C-BCB4-74513B94C550}"},
-    {L"KovraHost.EaiXmlConverter", L"{0D93E2E8-4765-4E1E-BA2A-6825F44E3CE5}"},
-    {L"KovraHost.IaVoucherService", L"{1FED39BE-9B23-4BFF-9EB0-06CCBFF15468}"},
-    {L"KovraHost.ProvisionPreCheck", L"{A1F723F9-9E7C-450C-9AA2-E5C66AD3A18C}"},
-    {L"KovraHost.RsXmlHelper", L"{B88932AB-C1EE-4665-9202-110A9F3EF548}"},
-    {L"ZendaTool.clsZendaT", L"{BF91FE03-CCE7-46A9-9190-153022EC755F}"},
-};
+constexpr std::span<const test::RegisteredClass> classes = test::hostClasses;
 
 void ExpectRegistered(HKEY root) {
     test::ExpectRegistered(root, classes, L"KovraHost.dll", L"{E2C2B4D6-68BF-48E5-828F-5F494DA3613D}");

@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "refhost/trace/HostCall.h"
 #include "tests/refhost/eai/CalendarEnvironment.h"
+#include "tests/support/ErrorOf.h"
 
 #include <stdexcept>
 #include <string>
@@ -21,15 +22,6 @@ const char* const complete =
     "<?xml version=\"1.0\" encoding=\"gb2312\"?><login QxDbName=\"Provider=KovraAccount;Data Source=:memory:\" "
     "cAcc_Id=\"001\" cIYear=\"2024\" cUserId=\"demo\" cUserName=\"王敏\" cUserPassWord=\"pw\" CurDate=\"2024-01-15\" "
     "cServer=\"localhost\" cSerial=\"S1\" iMonth=\"3\" iStartPeriod=\"12\" other=\"x\"/>";
-
-template <class Read> host::Error ErrorOf(const Read& read) {
-    try {
-        read();
-    } catch (const host::Error& error) {
-        return error;
-    }
-    return {0, "no error"};
-}
 
 TEST(Login, AttributesAreTheMembers) {
     CalendarEnvironment environment;
@@ -61,7 +53,7 @@ TEST(Login, MissingMembersRaise438WhenTheyAreRead) {
     CalendarEnvironment environment;
     Login login("<login/>", environment);
     const auto raises = [](const auto& read) {
-        const host::Error error = ErrorOf(read);
+        const host::Error error = test::ErrorOf(read);
         EXPECT_EQ(error.number(), 438);
         EXPECT_EQ(error.description(), "对象不支持该属性或方法");
     };
@@ -82,20 +74,20 @@ TEST(Login, MissingMembersRaise438WhenTheyAreRead) {
 TEST(Login, UnknownMembersRaise438EvenWhenTheFileHasSuchAnAttribute) {
     CalendarEnvironment environment;
     const Login login(complete, environment);
-    EXPECT_EQ(ErrorOf([&] { login.Member("other"); }).number(), 438);
-    EXPECT_EQ(ErrorOf([&] { login.Member(""); }).number(), 438);
+    EXPECT_EQ(test::ErrorOf([&] { login.Member("other"); }).number(), 438);
+    EXPECT_EQ(test::ErrorOf([&] { login.Member(""); }).number(), 438);
 }
 
 TEST(Login, NumbersThatAreNoneRaise13) {
     CalendarEnvironment environment;
     for (const char* text : {"x", "", "1月"}) {
         const Login login("<login iMonth=\"" + std::string(text) + "\" iStartPeriod=\"" + text + "\"/>", environment);
-        const host::Error error = ErrorOf([&] { login.AccountingMonth(); });
+        const host::Error error = test::ErrorOf([&] { login.AccountingMonth(); });
         EXPECT_EQ(error.number(), 13) << text;
         EXPECT_EQ(error.description(), "类型不匹配");
-        EXPECT_EQ(ErrorOf([&] { login.StartPeriod(); }).number(), 13) << text;
+        EXPECT_EQ(test::ErrorOf([&] { login.StartPeriod(); }).number(), 13) << text;
     }
-    EXPECT_EQ(ErrorOf([&] { Login("<login iMonth=\"70000\"/>", environment).AccountingMonth(); }).number(), 6);
+    EXPECT_EQ(test::ErrorOf([&] { Login("<login iMonth=\"70000\"/>", environment).AccountingMonth(); }).number(), 6);
 }
 
 TEST(Login, SubsystemLoginTakesItsOwnValuesOnly) {
@@ -139,8 +131,8 @@ TEST(Login, CalendarWithoutThePeriodLeavesBothDatesNull) {
 TEST(Login, DatabaseThatCannotBeOpenedIsTriedAgain) {
     CalendarEnvironment environment;
     Login login("<login QxDbName=\"bad\" cAcc_Id=\"1\"/>", environment);
-    EXPECT_EQ(ErrorOf([&] { login.PeriodDates(1, 2024); }).description(), "no such database");
-    EXPECT_EQ(ErrorOf([&] { login.PeriodDates(1, 2024); }).description(), "no such database");
+    EXPECT_EQ(test::ErrorOf([&] { login.PeriodDates(1, 2024); }).description(), "no such database");
+    EXPECT_EQ(test::ErrorOf([&] { login.PeriodDates(1, 2024); }).description(), "no such database");
     EXPECT_EQ(environment.asked.size(), 2U);
 }
 

@@ -1,5 +1,7 @@
 #include "refhost/Environment.h"
 #include "refhost/eai/MappingStore.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/NameOfCase.h"
 
 #include <stdexcept>
 
@@ -81,7 +83,7 @@ INSTANTIATE_TEST_SUITE_P(
                       "<mapping><head element='h'/><body element='b' row='r'><field element='a'/>"
                       "<field element='a' column='x'/></body></mapping>",
                       "映射文件M.Xml无效：body中元素a重复。"}),
-    [](const testing::TestParamInfo<BrokenMapping>& each) { return std::string(each.param.name); });
+    test::nameOfCase);
 
 class MappingStore : public testing::Test {
 protected:
@@ -95,12 +97,7 @@ protected:
                 }};
     }
     static std::string ErrorOf(refhost::MappingStore& store, std::string_view name) {
-        try {
-            store.Get(name);
-        } catch (const host::Error& error) {
-            return error.description();
-        }
-        return "no error";
+        return test::ErrorOf([&] { store.Get(name); }).description();
     }
 
     refhost::Environment environment;

@@ -1,6 +1,5 @@
 // Two imports of which the second asks for its numbers while the first has taken its own and not committed them yet.
 
-#include "refhost/Environment.h"
 #include "refhost/eai/Login.h"
 #include "tests/support/FaultyEnvironment.h"
 #include "tests/support/NumberedImport.h"

@@ -3,6 +3,7 @@
 #include "refhost/sql/engine/Storage.h"
 #include "tests/refhost/sql/DatabaseFiles.h"
 #include "tests/refhost/sql/Support.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Paths.h"
 
 #include <filesystem>
@@ -24,14 +25,7 @@ protected:
     static std::string OldFile(const char* name) {
         return (test::SourceFolder() / "tests/refhost/sql/files/format0" / name).string();
     }
-    template <class Call> static std::string ErrorOf(const Call& call) {
-        try {
-            call();
-        } catch (const host::Error& error) {
-            return error.description();
-        }
-        return "";
-    }
+    template <class Call> static std::string ErrorOf(const Call& call) { return test::ErrorOf(call).description(); }
 };
 
 TEST_F(Backup, IsTheAccountAsItWasAtOneMoment) {

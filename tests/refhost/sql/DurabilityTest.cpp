@@ -1,5 +1,6 @@
 #include "tests/refhost/sql/DatabaseFiles.h"
 #include "tests/refhost/sql/Support.h"
+#include "tests/support/ErrorOf.h"
 
 #include <array>
 #include <filesystem>
@@ -14,12 +15,7 @@ using refhost::sql::OpenEmbedded;
 class Durability : public DatabaseFiles {
 protected:
     static host::ErrorNumber OpenError(const std::string& connection) {
-        try {
-            OpenEmbedded(connection);
-        } catch (const host::Error& error) {
-            return error.number();
-        }
-        return 0;
+        return test::ErrorNumberOf([&] { OpenEmbedded(connection); });
     }
 };
 

@@ -3,6 +3,7 @@
 
 #include "refhost/sql/engine/Storage.h"
 #include "tests/refhost/sql/Support.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
 
@@ -58,12 +59,7 @@ protected:
         return db;
     }
     std::string OpenError() const {
-        try {
-            OpenEmbedded(Connection(), Mode::open);
-        } catch (const host::Error& error) {
-            return error.description();
-        }
-        return "";
+        return test::ErrorOf([&] { OpenEmbedded(Connection(), Mode::open); }).description();
     }
 
     test::TemporaryFolder folder_;

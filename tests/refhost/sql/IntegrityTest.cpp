@@ -1,5 +1,6 @@
 #include "tests/refhost/sql/Places.h"
 #include "tests/refhost/sql/Support.h"
+#include "tests/support/ErrorOf.h"
 
 #include <array>
 
@@ -168,21 +169,13 @@ TEST_P(Integrity, TransactionsRollBackToTheirSavepoints) {
 
 TEST(Transactions, OpenOnce) {
     const auto db = OpenMemory();
-    const auto number = [](const auto& call) {
-        try {
-            call();
-        } catch (const host::Error& error) {
-            return error.number();
-        }
-        return 0;
-    };
-    EXPECT_EQ(number([&] { db->CommitTrans(); }), -2147168242);
-    EXPECT_EQ(number([&] { db->RollbackTrans(); }), -2147168242);
+    EXPECT_EQ(test::ErrorNumberOf([&] { db->CommitTrans(); }), -2147168242);
+    EXPECT_EQ(test::ErrorNumberOf([&] { db->RollbackTrans(); }), -2147168242);
     db->BeginTrans();
-    EXPECT_EQ(number([&] { db->BeginTrans(); }), -2147168237);
+    EXPECT_EQ(test::ErrorNumberOf([&] { db->BeginTrans(); }), -2147168237);
     db->Execute("create table t (x int)");
     // A failed statement leaves the transaction open.
-    EXPECT_EQ(number([&] { db->Execute("insert into t values ('x')"); }), -2147217913);
+    EXPECT_EQ(test::ErrorNumberOf([&] { db->Execute("insert into t values ('x')"); }), -2147217913);
     db->Execute("insert into t values (1)");
     db->CommitTrans();
     EXPECT_EQ(Answer(*db, "select * from t"), "1");

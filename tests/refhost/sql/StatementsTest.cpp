@@ -11,7 +11,6 @@
 #include <array>
 #include <optional>
 #include <regex>
-#include <vector>
 
 namespace test_sql {
 namespace {

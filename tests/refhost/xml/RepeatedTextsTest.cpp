@@ -2,6 +2,7 @@
 
 #include "refhost/xml/RepeatedTexts.h"
 
+#include "host/Error.h"
 #include "refhost/xml/Document.h"
 
 #include <initializer_list>

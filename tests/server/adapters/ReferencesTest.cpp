@@ -6,6 +6,7 @@
 #include "server/adapters/ComVoucherComponents.h"
 #include "server/adapters/ObjectArguments.h"
 #include "server/adapters/XmlNode.h"
+#include "tests/support/NameOfCase.h"
 #include "tests/support/com/ExpectError.h"
 #include "tests/support/com/HostFixture.h"
 #include "tests/support/com/ScriptedObject.h"
@@ -97,8 +98,6 @@ struct Operation {
 };
 
 void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
-std::string NameOf(const testing::TestParamInfo<Operation>& info) { return info.param.name; }
-
 constexpr const wchar_t* helper = L"KovraHost.EaiHelper";
 constexpr const wchar_t* converter = L"KovraHost.EaiXmlConverter";
 constexpr const wchar_t* service = L"KovraHost.IaVoucherService";
@@ -205,7 +204,7 @@ TEST_P(ByReference, ObjectOfAnotherTypeIsATypeMismatch) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Operations, ByReference, testing::ValuesIn(operations), NameOf);
+INSTANTIATE_TEST_SUITE_P(Operations, ByReference, testing::ValuesIn(operations), test::nameOfCase);
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include "server/com/BString.h"
 #include "server/com/ComError.h"
 #include "server/com/UnknownObject.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 
 #include <map>
 #include <string>

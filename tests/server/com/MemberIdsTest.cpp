@@ -1,7 +1,7 @@
 #include "server/com/AutomationClass.h"
 #include "tests/support/com/CountedObject.h"
 #include "tests/support/com/ExpectError.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 #include "tests/support/com/ScriptedObject.h"
 
 #include <dispex.h>

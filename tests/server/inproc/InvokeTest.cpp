@@ -4,8 +4,10 @@
 #include "server/com/Utf16.h"
 #include "tests/support/com/ExpectError.h"
 #include "tests/support/com/HostFixture.h"
+#include "tests/support/com/RegisteredClasses.h"
 #include "tests/support/com/ScriptedObject.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -43,21 +45,19 @@ protected:
     UINT wrong_ = 99;
 };
 
-constexpr std::pair<const wchar_t*, std::wstring_view> classNames[] = {
-    {L"Kovra.ClsInvSubject", L"ClsInvSubject"},
-    {L"Kovra.ClsOppSubject", L"ClsOppSubject"},
-    {L"Kovra.ClsOppSubjectST", L"ClsOppSubjectST"},
-    {L"Kovra.ClsKovra", L"ClsKovra"},
-    {L"Kovra.ClsKovraProof", L"ClsKovraProof"},
-    {L"Kovra.ClsPriceJustVou", L"ClsPriceJustVou"},
-    {L"KovraHost.Login", L"Login"},
-    {L"KovraHost.EaiHelper", L"EaiHelper"},
-    {L"KovraHost.EaiXmlConverter", L"EaiXmlConverter"},
-    {L"KovraHost.IaVoucherService", L"IaVoucherService"},
-    {L"KovraHost.ProvisionPreCheck", L"ProvisionPreCheck"},
-    {L"KovraHost.RsXmlHelper", L"RsXmlHelper"},
-    {L"ZendaTool.clsZendaT", L"clsZendaT"},
-};
+/// The ProgID of each class of both libraries, and its name, which stands behind the point.
+std::vector<std::pair<const wchar_t*, std::wstring_view>> ClassNames() {
+    std::vector<std::pair<const wchar_t*, std::wstring_view>> names;
+    const auto add = [&](std::span<const test::RegisteredClass> classes) {
+        for (const test::RegisteredClass& one : classes) {
+            const std::wstring_view progId = one.progId;
+            names.emplace_back(one.progId, progId.substr(progId.find(L'.') + 1));
+        }
+    };
+    add(test::kovraClasses);
+    add(test::hostClasses);
+    return names;
+}
 
 std::wstring NameOf(ITypeInfo& information) {
     BString name;
@@ -166,7 +166,7 @@ TEST_F(Invoke, UnknownThatIsAnObjectCountsAsOne) {
 }
 
 TEST_F(Invoke, ClassInformationNamesTheClass) {
-    for (const auto& [progId, name] : classNames) {
+    for (const auto& [progId, name] : ClassNames()) {
         const ComPtr<IProvideClassInfo> provider = Make(progId).object().As<IProvideClassInfo>();
         ComPtr<ITypeInfo> information;
         ASSERT_EQ(provider->GetClassInfo(information.Put()), S_OK) << server::ToUtf8(progId);
@@ -181,7 +181,7 @@ TEST_F(Invoke, ClassInformationNamesTheClass) {
 
 // The type libraries give every member the number under which the object takes it.
 TEST_F(Invoke, TypeLibraryKnowsTheMembersAsTheObjectDoes) {
-    for (const auto& [progId, name] : classNames) {
+    for (const auto& [progId, name] : ClassNames()) {
         const ComPtr<IDispatch> object = Make(progId).object();
         UINT count = 0;
         EXPECT_EQ(object->GetTypeInfoCount(&count), S_OK);

@@ -8,6 +8,7 @@
 #include "tests/support/com/WinesSurrogate.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -18,14 +19,7 @@
 
 namespace {
 
-constexpr test::RegisteredClass classes[] = {
-    {L"Kovra.ClsInvSubject", L"{36BFF491-8268-43F5-927F-F6B9E34CF10C}"},
-    {L"Kovra.ClsOppSubject", L"{04EE14B4-1A08-42D1-8C8E-A9FA123CBD6E}"},
-    {L"Kovra.ClsOppSubjectST", L"{9FFF41CD-6825-431C-A287-DE0377F1157F}"},
-    {L"Kovra.ClsKovra", L"{E3DB20F9-17C7-4DE6-8C6A-D28B1E6EA042}"},
-    {L"Kovra.ClsKovraProof", L"{8442F440-004F-4FFA-9128-5D8BCCA01D5B}"},
-    {L"Kovra.ClsPriceJustVou", L"{13FE1BDB-97ED-45FB-B874-CA3962960540}"},
-};
+constexpr std::span<const test::RegisteredClass> classes = test::kovraClasses;
 constexpr std::pair<const wchar_t*, const wchar_t*> interfaces[] = {
     {L"_ClsInvSubject", L"{1A65C08E-BCDB-4760-8337-D21ACD619A10}"},
     {L"_ClsOppSubject", L"{A906C702-8343-4ED6-987E-6455BFB06D4F}"},

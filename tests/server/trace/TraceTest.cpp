@@ -1,7 +1,7 @@
 // The trace that Kovra.dll writes where the machine's settings ask for one.
 #include "server/com/Utf16.h"
 #include "server/trace/SharedTraceFile.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 
 #include <filesystem>
 #include <string>

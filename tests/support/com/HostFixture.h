@@ -3,7 +3,7 @@
 #include "server/adapters/XmlDocument.h"
 #include "server/com/DispatchObject.h"
 #include "tests/support/TestAccount.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 
 #include <string>
 #include <string_view>

@@ -3,7 +3,7 @@
 #include "server/com/ComError.h"
 #include "server/com/DispatchObject.h"
 #include "tests/support/TestAccount.h"
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 
 #include <fstream>
 #include <string>

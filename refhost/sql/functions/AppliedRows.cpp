@@ -1,4 +1,4 @@
-#include "refhost/sql/store/AppliedRows.h"
+#include "refhost/sql/functions/AppliedRows.h"
 
 #include <cstdint>
 #include <cstring>

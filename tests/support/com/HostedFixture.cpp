@@ -1,4 +1,4 @@
-#include "tests/support/com/HostedTest.h"
+#include "tests/support/com/HostedFixture.h"
 
 #include "server/adapters/XmlDocument.h"
 #include "tests/support/ScenarioFolder.h"
