@@ -1,6 +1,7 @@
 // Imports killed at many points, and the same command again: every row is in the ledger once.
 
 #include "tests/imports/ImportFixture.h"
+#include "tests/support/Sanitized.h"
 
 #include <cstdlib>
 
@@ -106,11 +107,7 @@ private:
 /// Kills in all; the variable KOVRA_KILLS sets another number.
 int Kills(int share) {
     const char* const text = std::getenv("KOVRA_KILLS");
-#ifdef KOVRA_SANITIZED
-    constexpr int usual = 20;
-#else
-    constexpr int usual = 200;
-#endif
+    const int usual = test::sanitized ? 20 : 200;
     return std::max(1, (text == nullptr ? usual : std::atoi(text)) * share / 100);
 }
 

@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 constexpr int count = 40;
 /// By how much the room grows from one run to the next.
-constexpr double step = sanitized ? 2 : 1.3;
+const double step = sanitized ? 2 : 1.3;
 
 /// Lets no file of this process grow beyond `bytes`; to be called in a process of the test's own.
 void LimitFiles(rlim_t bytes) {

@@ -168,7 +168,7 @@ void WriteLarge(const std::filesystem::path& path, std::string_view before, std:
     file << after;
 }
 
-constexpr std::size_t large = std::size_t{1} << (sanitized ? 26 : 30);
+const std::size_t large = std::size_t{1} << (sanitized ? 26 : 30);
 
 /// Expects the answer, in no more memory than so many times the file.
 void ExpectAnswer(const Ended& ended, const std::string& answer, long times) {

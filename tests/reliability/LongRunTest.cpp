@@ -26,7 +26,7 @@ Held Hold() {
 }
 
 // Under a sanitizer its own leak check watches.
-constexpr int calls = sanitized ? 150 : 1000;
+const int calls = sanitized ? 150 : 1000;
 constexpr int warmUp = 100;
 
 TEST(LongRunItself, SeesWhatIsHeld) {

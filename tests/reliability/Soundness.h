@@ -1,19 +1,12 @@
 #pragma once
 
 #include "tests/support/NumberedImport.h"
+#include "tests/support/Sanitized.h"
 
 #include <functional>
 #include <string>
 
 namespace test {
-
-/// Whether the product runs under a sanitizer, with memory of its own and a tenth of the speed: tests that repeat
-/// themselves then do it less often, and memory is not measured.
-#ifdef KOVRA_SANITIZED
-inline constexpr bool sanitized = true;
-#else
-inline constexpr bool sanitized = false;
-#endif
 
 /// Expects that SQLite finds no damage in the account's files.
 void ExpectIntegrity(const TestAccount& account);

@@ -11,7 +11,7 @@
 namespace test {
 namespace {
 
-constexpr int processes = sanitized ? 4 : 8;
+const int processes = sanitized ? 4 : 8;
 
 /// A process that imports the numbers `first` to `last` - 1, so many with each call, and must be told that each was
 /// accepted.

@@ -1,5 +1,6 @@
 #include "refhost/eai/EaiHelper.h"
 #include "refhost/xml/Document.h"
+#include "tests/support/Sanitized.h"
 
 #include <array>
 #include <string>
@@ -55,9 +56,9 @@ template <class Work> long PeakMemory(const Work& work) {
 }
 
 TEST(Memory, DocumentsOfAnImportTakeAFewTimesTheRequest) {
-#ifdef KOVRA_SANITIZED
-    GTEST_SKIP() << "the sanitizer's own memory would be measured";
-#endif
+    if (test::sanitized) {
+        GTEST_SKIP() << "the sanitizer's own memory would be measured";
+    }
     // What the tests before left free would be taken without being seen.
     malloc_trim(0);
     const std::string request = Request(100'000);
