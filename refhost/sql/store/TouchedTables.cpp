@@ -10,8 +10,8 @@
 namespace refhost::sql {
 namespace {
 
-/// Functions that look-ups call and that depend on nothing but their arguments.
-constexpr std::array<std::string_view, 3> plainFunctions{"coalesce", "ifnull", "count"};
+/// Functions that look-ups call and that depend on nothing but their arguments and the rows.
+constexpr std::array<std::string_view, 6> plainFunctions{"coalesce", "ifnull", "count", "max", "min", "sum"};
 
 /// Whether it is a table that statements fill, none of the engine's or SQLite's own.
 bool IsOrdinary(std::string_view table) {

@@ -101,6 +101,21 @@ TEST_F(RepeatedAnswers, AWriteToTheTableIsSeen) {
     RunCases(*db_, cases);
 }
 
+TEST_F(RepeatedAnswers, WhatAddsUpRowsIsKeptLikeThem) {
+    db_->Execute("create table stock (quantity float)");
+    db_->Execute("insert into stock values (1.5)");
+    db_->Execute("insert into stock values (2)");
+    const auto ask = [this](const char* answer) {
+        EXPECT_EQ(Answer(*db_, "select sum(quantity), max(quantity), min(quantity) from stock"), answer);
+    };
+    for (int time = 1; time <= 2; ++time) {
+        ask("3.5r 2r 1.5r");
+    }
+    EXPECT_EQ(Runs([&] { ask("3.5r 2r 1.5r"); }), 0);
+    EXPECT_EQ(Answer(*db_, "insert into stock values (4)"), "");
+    ask("7.5r 4r 1.5r");
+}
+
 TEST_F(RepeatedAnswers, AWriteThroughAViewAndAReadThroughOneAreSeen) {
     const char* throughView = "select y from v where x = 1";
     for (int time = 1; time <= 3; ++time) {
