@@ -7,7 +7,11 @@ namespace {
 
 // The locks of a log: "WAL Locks" of SQLite's "WAL-mode File Format".
 constexpr int writeLock = 0;
+constexpr int checkpointLock = 1;
+/// Of readers for whom all stands in the database.
 constexpr int firstReadLock = 3;
+
+bool Covers(int first, int count, int lock) { return first <= lock && lock < first + count; }
 
 } // namespace
 
@@ -39,21 +43,32 @@ void KeptReadLock::End() {
 
 int KeptReadLock::Lock(int first, int count, int flags) {
     const bool reading = (flags & SQLITE_SHM_SHARED) != 0 && first >= firstReadLock;
-    if (reading && (flags & SQLITE_SHM_UNLOCK) != 0 && keeps_ && !std::exchange(writes_, false)) {
-        kept_ = first;
-        return SQLITE_OK;
+    if ((flags & SQLITE_SHM_UNLOCK) != 0) {
+        checkpoints_ = checkpoints_ && !Covers(first, count, checkpointLock);
+        // What is written behind a lock of the log is read behind it as well; the database alone holds it no more.
+        const bool holds = reading && (!std::exchange(writes_, false) || first > firstReadLock);
+        if (keeps_ && holds) {
+            kept_ = first;
+            return SQLITE_OK;
+        }
+        return system_->xShmLock(file_, first, count, flags);
     }
-    if (reading && (flags & SQLITE_SHM_LOCK) != 0 && kept_ == first) {
+    if (reading && kept_ == first) {
         kept_ = 0;
         return SQLITE_OK;
     }
-    if ((flags & SQLITE_SHM_LOCK) != 0) {
-        writes_ = writes_ || first == writeLock;
-        if (reading || (first <= kept_ && kept_ < first + count)) {
-            GiveBack();
-        }
+    // SQLite would have its lock tell how far the log has grown, and goes on with what it tells where that is refused.
+    const bool moves = !reading && count == 1 && first > firstReadLock && !checkpoints_;
+    if (moves && kept_ > firstReadLock) {
+        return SQLITE_BUSY;
     }
-    return system_->xShmLock(file_, first, count, flags);
+    writes_ = writes_ || first == writeLock;
+    if (reading || Covers(first, count, kept_)) {
+        GiveBack();
+    }
+    const int result = system_->xShmLock(file_, first, count, flags);
+    checkpoints_ = checkpoints_ || (result == SQLITE_OK && Covers(first, count, checkpointLock));
+    return result;
 }
 
 void KeptReadLock::GiveBack() {
