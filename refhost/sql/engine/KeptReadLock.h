@@ -6,9 +6,9 @@
 
 namespace refhost::sql {
 
-/// Stands before a database file's locks: what one statement locked for reading is kept for the next one, over writes as
-/// well. SQLite still asks before each statement what others have committed, so that none reads anything older than it
-/// would without.
+/// Stands before a database file's locks: what one statement locked for reading is kept for the next one, over writes
+/// as well. SQLite still asks before each statement what others have committed, so that none reads anything older than
+/// it would without.
 class KeptReadLock {
 public:
     KeptReadLock() = default;
