@@ -30,6 +30,9 @@ constexpr std::string_view head = "<xml xmlns:s=\"uuid:BDC6E3F0-6DA3-11d1-A2A3-0
 constexpr std::string_view between = "<s:extends type=\"rs:rowbase\"/></s:ElementType></s:Schema><rs:data>";
 constexpr std::string_view tail = "</rs:data></xml>";
 
+/// Bytes that a row of an account's table takes at the most, as good as always.
+constexpr std::size_t usualRow = 1024;
+
 struct Range {
     char32_t first;
     char32_t last;
@@ -196,9 +199,11 @@ void WriteRowset(const ResultSet& result, RowsetShapes& shapes, host::DOMDocumen
     xml.reserve(shape.start.size() + tail.size());
     xml.append(shape.start);
     for (std::size_t row = 0; row < result.rowCount; ++row) {
-        // Rows are much alike: the first tells how long the text becomes, and nothing has to be moved as it grows.
+        // Rows are much alike: the first tells how long the text becomes, and nothing has to be moved as it grows. A
+        // first row that is longer than usual tells nothing of the others.
         if (row == 1)
-            xml.reserve(xml.size() + (xml.size() - shape.start.size()) * result.rowCount + tail.size());
+            xml.reserve(xml.size() + std::min(xml.size() - shape.start.size(), usualRow) * result.rowCount +
+                        tail.size());
         xml.append("<z:row");
         for (std::size_t column = 0; column < fields.size(); ++column) {
             const host::Value& value = result.cells[row * fields.size() + column];

@@ -79,6 +79,16 @@ TEST(RowsetXml, WholeLayout) {
               "<rs:data><z:row ID=\"7\" cCode=\"01\"/><z:row ID=\"8\"/></rs:data></xml>");
 }
 
+TEST(RowsetXml, ALongFirstRowIsNoMeasureForTheOthers) {
+    // As long as the first, they would take 400 GB.
+    refhost::ResultSet result = OneRow({{Named("v"), std::string(4'000'000, 'x')}});
+    result.rowCount = 100'000;
+    result.cells.resize(result.rowCount, "y");
+    Document document;
+    Write(result, document);
+    EXPECT_EQ(document.SelectNodes("/xml/rs:data/z:row[@v='y']").size(), result.rowCount - 1);
+}
+
 TEST(RowsetXml, NoRowsStillHaveASchema) {
     refhost::ResultSet result = OneRow({{Named("a"), "1"}});
     result.cells.clear();
