@@ -27,7 +27,7 @@ bool IsNumber(host::FieldType type) {
     }
 }
 
-const host::Value& CellAt(const refhost::ResultSet& result, std::size_t row, std::size_t column) {
+host::Value CellAt(const refhost::ResultSet& result, std::size_t row, std::size_t column) {
     return result.cells[row * result.fields->size() + column];
 }
 
@@ -40,7 +40,7 @@ std::string TableText(const refhost::ResultSet& result, std::size_t width, const
     for (std::size_t row = 0; row < result.rowCount; ++row) {
         std::vector<std::string> cells;
         for (std::size_t column = 0; column < result.fields->size(); ++column) {
-            const host::Value& value = CellAt(result, row, column);
+            const host::Value value = CellAt(result, row, column);
             cells.push_back(value.As<host::Null>() != nullptr ? "NULL" : refhost::PlainText(value));
         }
         table.AddRow(std::move(cells));

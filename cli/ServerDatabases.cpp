@@ -23,7 +23,7 @@ void MakeServerDatabases(refhost::Connection& connection, const std::string& nam
         Ensure(connection, name, console);
         connection.Execute("USE " + refhost::SqlName(name), host::command_option::textNoRecords);
     }
-    if (text::SameName(ModPub::ToText(connection.database().Query("SELECT DB_NAME() AS name").cells.at(0)), "master")) {
+    if (text::SameName(ModPub::ToText(connection.database().Query("SELECT DB_NAME() AS name").cells[0]), "master")) {
         throw std::runtime_error(std::string(console.messages().server.nameDatabase));
     }
     Ensure(connection, "QxSystem", console);

@@ -14,7 +14,7 @@ namespace {
 
 bool Exists(Connection& connection, std::string_view table) {
     const ResultSet id = connection.database().Query("SELECT OBJECT_ID(N'" + std::string(table) + "') AS id");
-    return id.rowCount == 1 && !id.cells.front().IsNull();
+    return id.rowCount == 1 && !id.cells[0].IsNull();
 }
 
 /// Runs `work` with the connection inside the server's database `QxSystem`.
@@ -22,7 +22,7 @@ template <class Work> void WithinSystemDatabase(Connection& connection, const Wo
     const ResultSet name = connection.database().Query("SELECT DB_NAME() AS name");
     connection.Execute("USE QxSystem", host::command_option::textNoRecords);
     work();
-    connection.Execute("USE " + SqlName(ModPub::ToText(name.cells.front())), host::command_option::textNoRecords);
+    connection.Execute("USE " + SqlName(ModPub::ToText(name.cells[0])), host::command_option::textNoRecords);
 }
 
 void Run(host::Connection& connection, std::string_view script) {

@@ -2,6 +2,7 @@
 
 #include "host/Database.h"
 #include "host/Error.h"
+#include "refhost/ado/Cells.h"
 
 #include <chrono>
 #include <cstddef>
@@ -24,7 +25,7 @@ struct ResultSet {
     /// run many times describe their columns once.
     std::shared_ptr<const Fields> fields;
     /// The rows' values, row after row, `fields->size()` each.
-    std::vector<host::Value> cells;
+    Cells cells;
     std::size_t rowCount = 0;
 };
 

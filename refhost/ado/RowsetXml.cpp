@@ -206,7 +206,7 @@ void WriteRowset(const ResultSet& result, RowsetShapes& shapes, host::DOMDocumen
                         tail.size());
         xml.append("<z:row");
         for (std::size_t column = 0; column < fields.size(); ++column) {
-            const host::Value& value = result.cells[row * fields.size() + column];
+            const host::Value value = result.cells[row * fields.size() + column];
             if (const auto text = std::visit(ToAttributeText{fields[column].type}, value.storage()))
                 ModPub::AppendXmlAttribute(xml, shape.names[column], *text);
         }

@@ -7,7 +7,7 @@ namespace refhost::odbc {
 
 bool EnsureDatabase(Connection& connection, std::string_view name) {
     const ResultSet id = connection.database().Query("SELECT DB_ID(" + SqlText(name) + ") AS id");
-    if (id.rowCount == 1 && !id.cells.front().IsNull()) {
+    if (id.rowCount == 1 && !id.cells[0].IsNull()) {
         return false;
     }
     try {

@@ -48,7 +48,7 @@ ResultSet ReadRows(const StatementHandle& handle) {
             return rows;
         }
         for (std::size_t index = 0; index < columns.size(); ++index) {
-            rows.cells.push_back(ReadValue(statement, static_cast<SQLUSMALLINT>(index + 1), columns[index]));
+            rows.cells.Add(ReadValue(statement, static_cast<SQLUSMALLINT>(index + 1), columns[index]));
         }
         ++rows.rowCount;
     }

@@ -64,7 +64,7 @@ bool Transaction::ServerHasNone() {
     try {
         const StatementHandle statement = RunStatement(connection_, "SELECT @@TRANCOUNT", commandSeconds);
         const ResultSet count = ReadRows(statement);
-        return count.cells.size() == 1 && count.cells.front() == host::Value(0);
+        return count.cells.size() == 1 && count.cells[0] == host::Value(0);
     } catch (const host::Error&) {
         return false;
     }

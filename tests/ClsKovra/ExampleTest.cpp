@@ -8,6 +8,7 @@
 #include "refhost/xml/FileText.h"
 #include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
+#include "tests/support/ValuesOf.h"
 
 #include <filesystem>
 
@@ -65,7 +66,7 @@ TEST(ExampleTest, OpensTheLedgerOfTheDemonstrationCompany) {
         "AutoID");
     using host::Null;
     using host::Value;
-    EXPECT_THAT(stored.cells,
+    EXPECT_THAT(test::ValuesOf(stored),
                 testing::ElementsAre(Value(25000.0), Value(300.0), Value(Null{}), Value(15200.0), Value(-200.0),
                                      Value(Null{}), Value(40800.0), Value(Null{}), Value(16200.0)));
 }

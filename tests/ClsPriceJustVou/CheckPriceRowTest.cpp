@@ -315,7 +315,7 @@ public:
     refhost::ResultSet Query(std::string_view sql) override {
         refhost::ResultSet result = ForwardingDatabase::Query(sql);
         if (sql.find("min(iyperiod)") != std::string_view::npos) {
-            result.cells.clear();
+            result.cells = {};
             result.rowCount = 0;
         }
         return result;

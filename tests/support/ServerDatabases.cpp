@@ -36,7 +36,7 @@ std::string Account(const fs::path& file) { return "Provider=KovraAccount;Data S
 refhost::ResultSet OneValue(const char* name, host::FieldType type, host::Value value) {
     refhost::ResultSet result;
     result.fields = std::make_shared<refhost::Fields>(1, host::Field{.name = name, .type = type, .definedSize = 128});
-    result.cells.push_back(std::move(value));
+    result.cells.Add(std::move(value));
     result.rowCount = 1;
     return result;
 }
@@ -100,7 +100,7 @@ std::optional<refhost::BatchAnswer> ServerDatabases::OfDatabases(std::string_vie
     if (const auto asked = NameIn(sql, "SELECT DB_ID(N'", "') AS id")) {
         refhost::ResultSet id;
         id.fields = std::make_shared<refhost::Fields>(1, host::Field{.name = "id", .type = host::FieldType::smallInt});
-        id.cells.push_back(Exists(*asked) ? host::Value(5) : host::Value(host::Null{}));
+        id.cells.Add(Exists(*asked) ? host::Value(5) : host::Value(host::Null{}));
         id.rowCount = 1;
         return id;
     }

@@ -428,7 +428,7 @@ private:
     static std::string Number(const host::Value& number) {
         refhost::ResultSet result;
         result.fields = std::make_shared<refhost::Fields>(1, host::Field{.name = {}, .type = host::FieldType::integer});
-        result.cells.push_back(number);
+        result.cells.Add(number);
         result.rowCount = 1;
         return Rows(result);
     }

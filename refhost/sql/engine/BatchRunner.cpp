@@ -395,7 +395,7 @@ bool BatchRunner::Holds(const Expression& condition) {
             ResultSet truth;
             BindParameters(plan, literals_, &variables_);
             database_.Step(plan, &truth);
-            holds = *truth.cells.at(0).As<std::int64_t>() != 0;
+            holds = *truth.cells[0].As<std::int64_t>() != 0;
         });
     return holds;
 }

@@ -754,11 +754,11 @@ void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
             continue;
         }
         if (++rows->rowCount == 1) {
-            rows->cells.reserve(plan.types.size());
+            rows->cells.Expect(plan.types.size());
         }
         int column = 0;
         for (const Type& type : plan.types) {
-            rows->cells.push_back(ReadValue(statement, column++, type));
+            rows->cells.Add(ReadValue(statement, column++, type));
         }
     }
     if (code != SQLITE_DONE) {

@@ -128,7 +128,7 @@ void EmbeddedDatabase::WriteRows(const RowPlan& rows, const RowPlan::Write& writ
                 if (into.text.empty()) {
                     int column = 0;
                     for (const Type& type : output.types) {
-                        told.cells.push_back(ReadValue(line, column++, type));
+                        told.cells.Add(ReadValue(line, column++, type));
                     }
                     ++told.rowCount;
                 } else {

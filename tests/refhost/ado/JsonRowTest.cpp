@@ -11,7 +11,7 @@ namespace {
 std::string Json(const host::Value& value) {
     refhost::ResultSet result;
     result.fields = std::make_shared<refhost::Fields>(1, host::Field{.name = "v"});
-    result.cells.push_back(value);
+    result.cells.Add(value);
     result.rowCount = 1;
     std::string json;
     refhost::AppendJsonRow(json, result, 0);

@@ -25,7 +25,7 @@ refhost::ResultSet OneRow(std::vector<Column> columns) {
     refhost::ResultSet result;
     for (Column& column : columns) {
         fields.push_back(column.field);
-        result.cells.push_back(std::move(column.value));
+        result.cells.Add(std::move(column.value));
     }
     result.fields = std::make_shared<refhost::Fields>(std::move(fields));
     result.rowCount = 1;
@@ -60,8 +60,8 @@ std::string ValueXml(FieldType type, host::Value value) { return RowXml({{Named(
 TEST(RowsetXml, WholeLayout) {
     refhost::ResultSet result = OneRow(
         {{{"ID", FieldType::integer, 4, 0, 0, false}, 7}, {{"cCode", FieldType::varWideChar, 20, 0, 0, true}, "01"}});
-    result.cells.emplace_back(8);
-    result.cells.emplace_back(host::Null{});
+    result.cells.Add(8);
+    result.cells.Add(host::Null{});
     result.rowCount = 2;
     Document document;
     Write(result, document);
@@ -82,8 +82,9 @@ TEST(RowsetXml, WholeLayout) {
 TEST(RowsetXml, ALongFirstRowIsNoMeasureForTheOthers) {
     // As long as the first, they would take 400 GB.
     refhost::ResultSet result = OneRow({{Named("v"), std::string(4'000'000, 'x')}});
-    result.rowCount = 100'000;
-    result.cells.resize(result.rowCount, "y");
+    for (; result.rowCount < 100'000; ++result.rowCount) {
+        result.cells.Add("y");
+    }
     Document document;
     Write(result, document);
     EXPECT_EQ(document.SelectNodes("/xml/rs:data/z:row[@v='y']").size(), result.rowCount - 1);
@@ -91,7 +92,7 @@ TEST(RowsetXml, ALongFirstRowIsNoMeasureForTheOthers) {
 
 TEST(RowsetXml, NoRowsStillHaveASchema) {
     refhost::ResultSet result = OneRow({{Named("a"), "1"}});
-    result.cells.clear();
+    result.cells = {};
     result.rowCount = 0;
     Document document;
     Write(result, document);
@@ -205,8 +206,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(RowsetXml, ManyRowsAreWrittenInOrder) {
     refhost::ResultSet result = OneRow({{Named("n", FieldType::integer), 0}, {Named("t"), "x"}});
     for (int row = 1; row < 50'000; ++row) {
-        result.cells.emplace_back(row);
-        result.cells.emplace_back("x");
+        result.cells.Add(row);
+        result.cells.Add("x");
     }
     result.rowCount = 50'000;
     Document document;

@@ -53,7 +53,7 @@ protected:
     static std::int64_t Number(refhost::Database& database, const std::string& sql) {
         const refhost::ResultSet result = database.Query(sql);
         EXPECT_EQ(result.cells.size(), 1U) << sql;
-        return *result.cells.at(0).As<std::int64_t>();
+        return *result.cells[0].As<std::int64_t>();
     }
 
     /// Expects the demonstration company in `database`, with nothing of the calendar, which QxSystem has.

@@ -3,6 +3,7 @@
 #include "refhost/odbc/OdbcDatabase.h"
 #include "tests/support/TdsServer.h"
 #include "tests/support/TestAccount.h"
+#include "tests/support/ValuesOf.h"
 
 #include <string>
 #include <variant>
@@ -20,7 +21,7 @@ protected:
         database_->RunBatch(sql, std::nullopt, [&](const refhost::BatchAnswer& answer) {
             if (const auto* const rows = std::get_if<refhost::ResultSet>(&answer)) {
                 answers.emplace_back("rows:");
-                for (const host::Value& value : rows->cells) {
+                for (const host::Value& value : test::ValuesOf(*rows)) {
                     answers.back() += " " + std::to_string(*value.As<std::int64_t>());
                 }
             } else if (const auto* const written = std::get_if<refhost::RowsWritten>(&answer)) {

@@ -4,6 +4,7 @@
 #include "refhost/odbc/OdbcDatabase.h"
 #include "tests/support/TdsServer.h"
 #include "tests/support/TestAccount.h"
+#include "tests/support/ValuesOf.h"
 
 #include <chrono>
 #include <string>
@@ -90,7 +91,7 @@ TEST(FreeTds, CancelsAStatementThatHasHadItsTime) {
     std::vector<host::Value> cells;
     database->RunBatch("select 7 as n", std::nullopt, [&](const refhost::BatchAnswer& answer) {
         if (const auto* rows = std::get_if<refhost::ResultSet>(&answer))
-            cells = rows->cells;
+            cells = test::ValuesOf(*rows);
     });
     EXPECT_EQ(cells, std::vector<host::Value>{host::Value(7)});
 }

@@ -8,6 +8,7 @@
 #include "refhost/odbc/Utf16.h"
 #include "tests/support/TdsServer.h"
 #include "tests/support/TestAccount.h"
+#include "tests/support/ValuesOf.h"
 
 #include <string>
 #include <vector>
@@ -55,7 +56,7 @@ protected:
     }
     std::int64_t Count() const {
         Prepare("select count(*) from inventory");
-        return std::get<std::int64_t>(Execute().cells.at(0).storage());
+        return std::get<std::int64_t>(Execute().cells[0].storage());
     }
 
     test::TestAccount account_;
@@ -72,7 +73,7 @@ TEST_F(Prepared, TextsRunAsOthersDo) {
     const refhost::ResultSet rows = Execute();
     ASSERT_EQ(rows.rowCount, 1U);
     EXPECT_EQ(rows.fields->at(1).name, "cInvName");
-    EXPECT_EQ(rows.cells, (std::vector<host::Value>{"1", "钢板"}));
+    EXPECT_EQ(test::ValuesOf(rows), (std::vector<host::Value>{"1", "钢板"}));
     EXPECT_EQ(Count(), 1);
 }
 

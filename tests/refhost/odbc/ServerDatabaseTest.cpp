@@ -21,7 +21,7 @@ public:
         id.fields = std::make_shared<refhost::Fields>(1);
         const bool known = std::ranges::any_of(
             databases_, [&](const std::string& name) { return sql == "SELECT DB_ID(N'" + name + "') AS id"; });
-        id.cells.push_back(known ? host::Value(5) : host::Value(host::Null{}));
+        id.cells.Add(known ? host::Value(5) : host::Value(host::Null{}));
         id.rowCount = 1;
         return id;
     }

@@ -3,6 +3,7 @@
 #include "host/Error.h"
 #include "refhost/odbc/OdbcDatabase.h"
 #include "tests/support/TestAccount.h"
+#include "tests/support/ValuesOf.h"
 
 #include <gtest/gtest.h>
 
@@ -22,7 +23,7 @@ protected:
         const refhost::ResultSet result = database.Query(sql);
         EXPECT_EQ(result.rowCount, 1U);
         EXPECT_EQ(result.cells.size(), 1U);
-        return result.cells.empty() ? Value() : result.cells.front();
+        return result.cells.empty() ? Value() : result.cells[0];
     }
 
     /// The number of the error that `action` raises, or 0.
@@ -54,7 +55,7 @@ TEST_F(SqliteDriver, ReadsEveryRowAndColumnInOrder) {
     EXPECT_EQ((*result.fields)[1].name, "b");
     EXPECT_EQ(result.rowCount, 2U);
     const std::vector<Value> expected = {Value(1), Value("one"), Value(2), Value(Null{})};
-    EXPECT_EQ(result.cells, expected);
+    EXPECT_EQ(test::ValuesOf(result), expected);
 }
 
 TEST_F(SqliteDriver, AnswersAQueryWithoutRowsByItsColumns) {
@@ -89,7 +90,7 @@ TEST_F(SqliteDriver, ReadsDoublesDatesAndBytes) {
     // 2023-05-01 is day 45047 from 1899-12-30; six o'clock is a quarter of it.
     const std::vector<Value> expected = {Value(2.5), Value(host::Date{45047.25}),
                                          Value(host::Bytes{{0x00, 0xFF, 0x10}})};
-    EXPECT_EQ(result.cells, expected);
+    EXPECT_EQ(test::ValuesOf(result), expected);
 }
 
 TEST_F(SqliteDriver, CommitsEachStatementByItself) {

@@ -3,6 +3,7 @@
 #include "refhost/OpenDatabase.h"
 #include "tests/refhost/sql/Support.h"
 #include "tests/support/Paths.h"
+#include "tests/support/ValuesOf.h"
 
 #include <cstdlib>
 #include <regex>
@@ -74,7 +75,7 @@ std::set<std::string> DatabaseAt::Objects() {
     for (const char* kind : {"TABLE", "VIEW"}) {
         const refhost::ResultSet names =
             Db().Query(fmt::format("select name from sysobjects where type = '{}'", *kind == 'T' ? 'U' : 'V'));
-        for (const host::Value& name : names.cells) {
+        for (const host::Value& name : test::ValuesOf(names)) {
             objects.insert(std::string(kind) + " [" + *name.As<std::string>() + "]");
         }
     }
@@ -114,6 +115,6 @@ std::string AtEachPlace::Comparable(const std::string& text) {
     return comparable;
 }
 
-std::string AtEachPlace::Name() { return *Db().Query("select db_name()").cells.at(0).As<std::string>(); }
+std::string AtEachPlace::Name() { return *Db().Query("select db_name()").cells[0].As<std::string>(); }
 
 } // namespace test_sql
