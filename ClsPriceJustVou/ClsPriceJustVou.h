@@ -46,7 +46,8 @@ private:
     std::string ImportVouchers(const host::DOMNodeList& documents);
     void CreatePriceWorkTable(std::string_view name);
     void DropWorkTable(std::string_view name);
-    bool ImportPriceVoucher(const host::DOMNode& document, std::string& message, Report& report);
+    /// @param isLast whether nothing of the request is read any more behind this document
+    bool ImportPriceVoucher(const host::DOMNode& document, bool isLast, std::string& message, Report& report);
     bool StageRow(const PriceHeader& header, const PriceEntry& entry, std::string& message);
     bool SaveVoucher(const PriceHeader& header, std::string& message);
     bool CheckPriceRow(const PriceHeader& header, const PriceEntry& entry, std::string& message);

@@ -39,11 +39,12 @@ std::string StageStatement(const PriceEntry& entry, std::int16_t priceDecimals) 
 
 } // namespace
 
-bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::string& message, Report& report) {
+bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, bool isLast, std::string& message,
+                                         Report& report) {
     bool imported = false;
     try {
         const PriceHeader header = PriceHeader::Read(document);
-        const host::DOMNodeList rows = document.SelectNodes("body/entry");
+        host::DOMNodeList rows = document.SelectNodes("body/entry");
         cAccounter_ = header.cAccounter;
         cMaker_ = header.cMaker;
         if (ModPub::Trim(cMaker_).empty()) {
@@ -70,6 +71,11 @@ bool ClsPriceJustVou::ImportPriceVoucher(const host::DOMNode& document, std::str
                     state_.observer->EntryRefused(message);
                 }
             }
+        }
+        // A voucher that is saved takes as much memory as its request, which nobody reads any more.
+        rows.clear();
+        if (isLast) {
+            state_.request.reset();
         }
         if (!rowFailed) {
             // Before the voucher is saved: an error from here on counts as imported, and callers know it so.

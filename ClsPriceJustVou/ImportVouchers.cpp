@@ -39,14 +39,15 @@ std::string ClsPriceJustVou::ImportVouchers(const host::DOMNodeList& documents) 
         Report report(reportBound_);
         std::size_t number = 0;
         for (const host::DOMNodePtr& document : documents) {
-            if (state_.observer != nullptr && !state_.observer->RowBegins(++number, *document)) {
+            ++number;
+            if (state_.observer != nullptr && !state_.observer->RowBegins(number, *document)) {
                 throw ModPub::Interruption();
             }
             if (report.isFull()) {
                 message.clear();
             }
             std::string_view told;
-            if (ImportPriceVoucher(*document, message, report)) {
+            if (ImportPriceVoucher(*document, number == documents.size(), message, report)) {
                 if (ModPub::Trim(cAccounter_).empty() || PostPriceVoucher(message) || message.empty()) {
                     continue;
                 }

@@ -28,6 +28,8 @@ struct ImportState {
     ImportObserver* observer;
     std::unique_ptr<host::Connection> connection;
     std::unique_ptr<host::DOMDocument> resultDocument;
+    /// The request of the call under way, as long as something of it is still to be read.
+    std::unique_ptr<host::DOMDocument> request;
     /// The latest caller's login. It outlives the instance, since calls after `Transact` read it too.
     host::HostLogin* login = nullptr;
     /// Whether a call is under way.

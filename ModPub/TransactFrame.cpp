@@ -55,17 +55,17 @@ std::string RunRequest(ImportState& state, const FrameVariation& variation, std:
         variation.afterConnection();
     }
 
-    std::unique_ptr<host::DOMDocument> request = environment.CreateDOMDocument();
-    if (!request->LoadXML(sXml)) {
+    state.request = environment.CreateDOMDocument();
+    if (!state.request->LoadXML(sXml)) {
         return Refuse(state, {"100", std::string(variation.texts.notParsed)});
     }
     host::EaiHelper& eaiHelper = environment.GetEaiHelper();
-    host::DOMNodePtr root = request->DocumentElement();
+    host::DOMNodePtr root = state.request->DocumentElement();
     const RequestError noRoot{"101", std::string(variation.texts.noRoot)};
     if (variation.testsRootFirst && !root) {
         return Refuse(state, noRoot);
     }
-    state.rowTag = eaiHelper.GetAttr(request->DocumentElement().get(), "roottag");
+    state.rowTag = eaiHelper.GetAttr(state.request->DocumentElement().get(), "roottag");
     if (!root) {
         return Refuse(state, noRoot);
     }
@@ -91,7 +91,7 @@ std::string RunRequest(ImportState& state, const FrameVariation& variation, std:
         if (operation.proc == state.operation) {
             std::optional<std::string> result = operation.run(*root);
             root.reset();
-            request.reset();
+            state.request.reset();
             return result ? std::move(*result) : state.resultDocument->Xml();
         }
     }

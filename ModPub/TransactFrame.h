@@ -65,7 +65,10 @@ class TransactInProgress {
 public:
     /// Throws 3705, as the open connection would, when a call is under way.
     explicit TransactInProgress(ImportState& state);
-    ~TransactInProgress() { state_.inTransact = false; }
+    ~TransactInProgress() {
+        state_.inTransact = false;
+        state_.request.reset();
+    }
     TransactInProgress(const TransactInProgress&) = delete;
     TransactInProgress& operator=(const TransactInProgress&) = delete;
 

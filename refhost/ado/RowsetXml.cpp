@@ -15,6 +15,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace refhost {
@@ -30,8 +31,8 @@ constexpr std::string_view head = "<xml xmlns:s=\"uuid:BDC6E3F0-6DA3-11d1-A2A3-0
 constexpr std::string_view between = "<s:extends type=\"rs:rowbase\"/></s:ElementType></s:Schema><rs:data>";
 constexpr std::string_view tail = "</rs:data></xml>";
 
-/// Bytes that a row of an account's table takes at the most, as good as always.
-constexpr std::size_t usualRow = 1024;
+/// What the prefix `z` stands for.
+constexpr std::string_view rowNamespace = "#RowsetSchema";
 
 struct Range {
     char32_t first;
@@ -180,6 +181,24 @@ struct ToAttributeText {
     Text operator()(const host::Bytes& value) const { return HexText(value.data); }
 };
 
+[[noreturn]] void FailToSave() {
+    throw host::Error(host::error_number::unspecified, "The recordset cannot be saved as XML.");
+}
+
+/// A text as XML holds it: U+FFFD in the place of control characters. Throws where that is not all that XML lacks.
+std::string HeldByXml(std::string text) {
+    const auto isLacking = [](char c) { return c >= 0 && c < 0x20 && c != '\t' && c != '\n' && c != '\r'; };
+    if (!text::IsAscii(text) &&
+        (!text::IsUtf8(text) || text.find("\uFFFE") != std::string::npos || text.find("\uFFFF") != std::string::npos))
+        FailToSave();
+    if (std::ranges::none_of(text, isLacking))
+        return text;
+    std::string held;
+    for (const char c : text)
+        held.append(isLacking(c) ? "\uFFFD" : std::string(1, c));
+    return held;
+}
+
 } // namespace
 
 const RowsetShape& RowsetShapes::Of(const std::shared_ptr<const Fields>& fields) {
@@ -195,26 +214,22 @@ const RowsetShape& RowsetShapes::Of(const std::shared_ptr<const Fields>& fields)
 void WriteRowset(const ResultSet& result, RowsetShapes& shapes, host::DOMDocument& document) {
     const Fields& fields = *result.fields;
     const RowsetShape& shape = shapes.Of(result.fields);
-    std::string xml;
-    xml.reserve(shape.start.size() + tail.size());
-    xml.append(shape.start);
+    if (!document.LoadXML(shape.start + std::string(tail)))
+        FailToSave();
+    if (result.rowCount == 0)
+        return;
+    // Row by row: the text of all of them would stand beside the document that it becomes.
+    const host::DOMNodePtr data = document.SelectSingleNode("/xml/rs:data");
+    std::size_t cell = 0;
     for (std::size_t row = 0; row < result.rowCount; ++row) {
-        // Rows are much alike: the first tells how long the text becomes, and nothing has to be moved as it grows. A
-        // first row that is longer than usual tells nothing of the others.
-        if (row == 1)
-            xml.reserve(xml.size() + std::min(xml.size() - shape.start.size(), usualRow) * result.rowCount +
-                        tail.size());
-        xml.append("<z:row");
-        for (std::size_t column = 0; column < fields.size(); ++column) {
-            const host::Value value = result.cells[row * fields.size() + column];
-            if (const auto text = std::visit(ToAttributeText{fields[column].type}, value.storage()))
-                ModPub::AppendXmlAttribute(xml, shape.names[column], *text);
+        const host::DOMNodePtr element = document.CreateElementNS("z:row", rowNamespace);
+        for (std::size_t column = 0; column < fields.size(); ++column, ++cell) {
+            const host::Value value = result.cells[cell];
+            if (auto text = std::visit(ToAttributeText{fields[column].type}, value.storage()))
+                element->SetAttribute(shape.names[column], HeldByXml(std::move(*text)));
         }
-        xml.append("/>");
+        data->AppendChild(*element);
     }
-    xml.append(tail);
-    if (!document.LoadXML(xml))
-        throw host::Error(host::error_number::unspecified, "The recordset cannot be saved as XML.");
 }
 
 } // namespace refhost

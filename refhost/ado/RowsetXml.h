@@ -33,10 +33,11 @@ private:
 /// `s:AttributeType` a column, and `rs:data` with one `z:row` a row and one attribute for each column that is not Null.
 ///
 /// Bits are "True" and "False", dates "yyyy-mm-ddThh:mm:ss" (with nine digits of fraction where there is one), bytes
-/// hex digits, numbers plain. A column whose name is no XML name, or stands there already, is called "c" and its
-/// position counted from 0; `rs:name` then holds the name itself.
+/// hex digits, numbers plain; control characters that XML does not know are U+FFFD. A column whose name is no XML name,
+/// or stands there already, is called "c" and its position counted from 0; `rs:name` then holds the name itself.
 /// @param result of a statement that gives rows
 /// @param shapes what statements that are run again and again share; see there
+/// Throws `host::Error` "unspecified" for a text with other characters that XML does not know.
 void WriteRowset(const ResultSet& result, RowsetShapes& shapes, host::DOMDocument& document);
 
 } // namespace refhost

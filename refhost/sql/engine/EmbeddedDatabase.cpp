@@ -159,6 +159,9 @@ EmbeddedDatabase::EmbeddedDatabase(const Settings& settings)
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     // A plan does not depend on the values that it is run with.
     sqlite3_db_config(db_.get(), SQLITE_DBCONFIG_ENABLE_QPSG, 1, nullptr);
+    // What is deleted is overwritten where its page is written anyway. A page that becomes free is not: every page of a
+    // table that is dropped would be written once more, and be kept in memory for the sake of a savepoint.
+    Run(db_.get(), "PRAGMA secure_delete = FAST");
     InitializeFile(db_.get(), Schema::account, settings.mode == Mode::create || settings.file == inMemory);
     SetDurability(Schema::account);
     SpareCalls(Schema::account);
@@ -623,6 +626,9 @@ void EmbeddedDatabase::RunTransaction(const Transaction& transaction) {
 
 void EmbeddedDatabase::Save(const std::string& savepoint) {
     RequireLiveTransaction();
+    // What was written before goes to the log at once: a page that went there later would be kept in memory until the
+    // transaction ends, for the savepoint's sake.
+    sqlite3_db_cacheflush(db_.get());
     Run(db_.get(), "SAVEPOINT " + Quoted(savepoint));
     savepoints_.push_back(savepoint);
 }

@@ -2,6 +2,7 @@
 
 #include "host/Error.h"
 #include "refhost/xml/Document.h"
+#include "tests/support/ErrorOf.h"
 
 #include <string>
 #include <utility>
@@ -114,6 +115,18 @@ TEST(RowsetXml, ValuesAsAdoWritesThem) {
     EXPECT_EQ(ValueXml(FieldType::numeric, host::Decimal{"-12.500"}), "<z:row v=\"-12.500\"/>");
     EXPECT_EQ(ValueXml(FieldType::binary, host::Bytes{{0x00, 0x0F, 0xA7, 0xFF}}), "<z:row v=\"000fa7ff\"/>");
     EXPECT_EQ(ValueXml(FieldType::varWideChar, " 仓<\"&\n "), "<z:row v=\" 仓&lt;&quot;&amp;&#xA; \"/>");
+}
+
+TEST(RowsetXml, CharactersThatXmlDoesNotKnow) {
+    EXPECT_EQ(ValueXml(FieldType::varWideChar, "a\x01\x1F\t\r"), "<z:row v=\"a\uFFFD\uFFFD&#x9;&#xD;\"/>");
+    // U+FFFE, U+FFFF, a surrogate by itself, a byte that begins no character.
+    for (const char* const text : {"\xEF\xBF\xBE", "仓\xEF\xBF\xBF", "\xED\xA0\x80", "\x80"}) {
+        Document document;
+        EXPECT_EQ(test::ErrorNumberOf([&] {
+                      Write(OneRow({{Named("v"), text}}), document);
+                  }),
+                  host::error_number::unspecified);
+    }
 }
 
 TEST(RowsetXml, DoublesArePlainAndExact) {
