@@ -28,8 +28,7 @@ constexpr std::string_view head = "<xml xmlns:s=\"uuid:BDC6E3F0-6DA3-11d1-A2A3-0
                                   " xmlns:rs=\"urn:schemas-microsoft-com:rowset\" xmlns:z=\"#RowsetSchema\">"
                                   "<s:Schema id=\"RowsetSchema\">"
                                   "<s:ElementType name=\"row\" content=\"eltOnly\" rs:CommandTimeout=\"30\">";
-constexpr std::string_view between = "<s:extends type=\"rs:rowbase\"/></s:ElementType></s:Schema><rs:data>";
-constexpr std::string_view tail = "</rs:data></xml>";
+constexpr std::string_view tail = "<s:extends type=\"rs:rowbase\"/></s:ElementType></s:Schema><rs:data/></xml>";
 
 /// What the prefix `z` stands for.
 constexpr std::string_view rowNamespace = "#RowsetSchema";
@@ -206,15 +205,15 @@ const RowsetShape& RowsetShapes::Of(const std::shared_ptr<const Fields>& fields)
         return *known;
     RowsetShape shape{fields, AttributeNames(*fields), std::string(head)};
     for (std::size_t column = 0; column < fields->size(); ++column)
-        AppendColumn(shape.start, (*fields)[column], shape.names[column], column);
-    shape.start.append(between);
+        AppendColumn(shape.empty, (*fields)[column], shape.names[column], column);
+    shape.empty.append(tail);
     return shapes_.at(next_++ % shapes_.size()) = std::move(shape);
 }
 
 void WriteRowset(const ResultSet& result, RowsetShapes& shapes, host::DOMDocument& document) {
     const Fields& fields = *result.fields;
     const RowsetShape& shape = shapes.Of(result.fields);
-    if (!document.LoadXML(shape.start + std::string(tail)))
+    if (!document.LoadXML(shape.empty))
         FailToSave();
     if (result.rowCount == 0)
         return;

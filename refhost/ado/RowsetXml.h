@@ -15,8 +15,8 @@ struct RowsetShape {
     std::shared_ptr<const Fields> fields;
     /// The attribute of each column.
     std::vector<std::string> names;
-    /// The text up to the first row.
-    std::string start;
+    /// The layout without rows.
+    std::string empty;
 };
 
 /// The shapes of the latest answers: statements that are run again and again share their columns' description.
