@@ -439,7 +439,7 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     if (!scanner_.Scan(sql)) {
         return nullptr;
     }
-    if (const Plan* plan = plans_.Find(scanner_.Shape(), scanner_.Literals())) {
+    if (Plan* plan = plans_.Find(scanner_.Shape(), scanner_.Literals()); plan != nullptr && EnsurePrepared(*plan)) {
         guess_.Learn(*plan, sql, scanner_.Literals());
         return plan;
     }
@@ -452,13 +452,38 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
     if (!manipulates || (select != nullptr && select->into)) {
         return nullptr;
     }
-    Plan plan = BindPlan(*statement, parser.Literals());
+    NamedTables named;
+    catalog_->NoteNames(&named);
+    Plan plan;
+    try {
+        plan = BindPlan(*statement, parser.Literals());
+    } catch (...) {
+        catalog_->NoteNames(nullptr);
+        throw;
+    }
+    catalog_->NoteNames(nullptr);
+    plan.named = std::move(named);
     PreparePlan(plan);
     guess_.Clear();
     return plans_.Add(scanner_.Shape(), scanner_.Literals(), std::move(plan));
 }
 
+bool EmbeddedDatabase::EnsurePrepared(Plan& plan) {
+    if (plan.statement || plan.rows) {
+        return true;
+    }
+    try {
+        PreparePlan(plan);
+        return true;
+    } catch (const host::Error&) {
+        // Another connection changed what the plan names. Translated anew, the statement tells.
+        ForgetPlans();
+        return false;
+    }
+}
+
 Plan EmbeddedDatabase::BindPlan(const Statement& statement, const std::vector<Literal>& literals) {
+    ++translations_;
     Binder binder(*catalog_, session_, literals, LiteralUse::parameters);
     if (const Select* select = statement.Query()) {
         return binder.BindSelectPlan(*select);
@@ -476,7 +501,6 @@ Plan EmbeddedDatabase::BindPlan(const Statement& statement, const std::vector<Li
 }
 
 void EmbeddedDatabase::PreparePlan(Plan& plan) {
-    ++translations_;
     if (plan.rows) {
         return PrepareRows(*plan.rows, db_.get());
     }
@@ -491,6 +515,7 @@ void EmbeddedDatabase::PreparePlan(Plan& plan) {
     touched_ = nullptr;
     const bool ofVariables =
         std::ranges::any_of(plan.slots, [](const Slot& slot) { return slot.variable.has_value(); });
+    plan.changes.clear();
     if (!touched.complete) {
         return;
     }
@@ -507,6 +532,7 @@ void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vect
     Definer definer(db_.get(), *catalog_, session_, literals);
     definitionsChanged_ = true;
     try {
+        const std::optional<std::vector<std::string>> tables = TablesAlone(statement);
         if (const auto* table = statement.As<CreateTable>()) {
             definer.Create(*table);
         } else if (const auto* view = statement.As<CreateView>()) {
@@ -520,6 +546,7 @@ void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vect
         } else if (const auto* truncated = statement.As<Truncate>()) {
             definer.Truncate(*truncated);
         }
+        return tables ? ForgetPlansOf(*tables) : ForgetPlans();
     } catch (...) {
         ForgetPlans();
         if (const std::optional<host::Error> error = runtime_->TakeError()) {
@@ -527,7 +554,31 @@ void EmbeddedDatabase::RunDefinition(const Statement& statement, const std::vect
         }
         throw;
     }
-    ForgetPlans();
+}
+
+std::optional<std::vector<std::string>> EmbeddedDatabase::TablesAlone(const Statement& statement) try {
+    if (const auto* created = statement.As<CreateTable>()) {
+        // A foreign key shapes how rows of the other table are written.
+        const bool refersToAnother = std::ranges::any_of(created->constraints, [](const Constraint& constraint) {
+            return constraint.kind == ConstraintKind::foreignKey;
+        });
+        return refersToAnother ? std::nullopt : std::optional(std::vector{catalog_->KeyOf(created->table)});
+    }
+    const auto* dropped = statement.As<Drop>();
+    if (dropped == nullptr || dropped->kind != ObjectKind::table) {
+        return std::nullopt;
+    }
+    std::vector<std::string> keys;
+    for (const Name& name : dropped->names) {
+        const std::shared_ptr<const Table> table = catalog_->Find(name);
+        if (!table || !catalog_->Constraints(table->schema, "F ", table->id).empty()) {
+            return std::nullopt;
+        }
+        keys.push_back(catalog_->KeyOf(name));
+    }
+    return keys;
+} catch (const host::Error&) {
+    return std::nullopt; // whoever follows the name refuses it
 }
 
 void EmbeddedDatabase::RunSelectInto(const Select& select, const std::vector<Literal>& literals,
@@ -813,9 +864,14 @@ void EmbeddedDatabase::FailDuplicate(const DuplicateKey& duplicate, const Statem
 }
 
 void EmbeddedDatabase::ForgetPlans() {
+    plans_.Clear();
+    ForgetPlansOf({});
+}
+
+void EmbeddedDatabase::ForgetPlansOf(const std::vector<std::string>& tables) {
     ++generation_;
     guess_.Clear();
-    plans_.Clear();
+    plans_.Forget(tables);
     catalog_->Forget();
 }
 

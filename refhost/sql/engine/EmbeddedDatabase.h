@@ -121,6 +121,8 @@ private:
     void RunSingle(std::string_view sql, const BatchSink& sink);
     const Plan* CachedPlan(std::string_view sql);
     void RunDefinition(const Statement& statement, const std::vector<Literal>& literals);
+    /// The tables that a definition makes or drops when nothing else depends on it; nothing for every other definition.
+    std::optional<std::vector<std::string>> TablesAlone(const Statement& statement);
     void RunSelectInto(const Select& select, const std::vector<Literal>& literals, const BatchSink& sink);
     void RunSetOption(const SetOption& option);
     /// The name of the database that is used from here on.
@@ -138,6 +140,8 @@ private:
     /// The translation of a SELECT, INSERT, UPDATE or DELETE.
     Plan BindPlan(const Statement& statement, const std::vector<Literal>& literals);
     void PreparePlan(Plan& plan);
+    /// Prepares a plan that was kept without its statement. False where it holds no more, and every plan is forgotten.
+    bool EnsurePrepared(Plan& plan);
     void RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
     /// What a look-up has answered before and would answer again; nullptr where only asking tells.
     const ResultSet* KnownAnswer(const Plan& plan, const std::vector<Literal>& literals);
@@ -164,6 +168,8 @@ private:
                                     const std::vector<Literal>& literals);
     /// Forgets everything that definitions shaped.
     void ForgetPlans();
+    /// Forgets what these tables shaped, by their keys, alone.
+    void ForgetPlansOf(const std::vector<std::string>& tables);
     /// Stops a batch that has had its time.
     static int CheckTime(void* self);
     static int Authorize(void* self, int action, const char*, const char*, const char*, const char*);

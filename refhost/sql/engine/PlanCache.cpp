@@ -18,7 +18,7 @@ const std::string& PlanCache::PinnedKey(const Shape& shape, const std::vector<Li
     return key_;
 }
 
-const Plan* PlanCache::Find(const std::string& shape, const std::vector<Literal>& literals) {
+Plan* PlanCache::Find(const std::string& shape, const std::vector<Literal>& literals) {
     const auto found = shapes_.find(shape);
     if (found == shapes_.end()) {
         return nullptr;
@@ -31,7 +31,7 @@ const Plan* PlanCache::Find(const std::string& shape, const std::vector<Literal>
     return variant == known.variants.end() ? nullptr : variant->second.get();
 }
 
-const Plan* PlanCache::Add(const std::string& shape, const std::vector<Literal>& literals, Plan plan) {
+Plan* PlanCache::Add(const std::string& shape, const std::vector<Literal>& literals, Plan plan) {
     if (size_ >= mostPlans) {
         Clear();
     }
@@ -45,7 +45,7 @@ const Plan* PlanCache::Add(const std::string& shape, const std::vector<Literal>&
         known.pinned = std::move(pinned);
     }
     auto kept = std::make_unique<Plan>(std::move(plan));
-    const Plan* result = kept.get();
+    Plan* const result = kept.get();
     ++size_;
     if (known.pinned.empty()) {
         known.only = std::move(kept);
@@ -53,6 +53,27 @@ const Plan* PlanCache::Add(const std::string& shape, const std::vector<Literal>&
         known.variants[PinnedKey(known, literals)] = std::move(kept);
     }
     return result;
+}
+
+void PlanCache::Forget(const std::vector<std::string>& keys) {
+    const auto depends = [&](const Plan& plan) {
+        const bool isNamed = std::ranges::find_first_of(plan.named.keys, keys) != plan.named.keys.end();
+        return isNamed || !plan.named.areTables || plan.rows;
+    };
+    const auto forget = [&](const std::unique_ptr<Plan>& plan) {
+        if (depends(*plan)) {
+            --size_;
+            return true;
+        }
+        plan->statement.reset();
+        return false;
+    };
+    for (auto& [text, shape] : shapes_) {
+        if (shape.only && forget(shape.only)) {
+            shape.only.reset();
+        }
+        std::erase_if(shape.variants, [&](const auto& variant) { return forget(variant.second); });
+    }
 }
 
 void PlanCache::Clear() {

@@ -15,10 +15,14 @@ namespace refhost::sql {
 class PlanCache {
 public:
     /// The plan for a statement, nullptr when there is none yet.
-    const Plan* Find(const std::string& shape, const std::vector<Literal>& literals);
+    Plan* Find(const std::string& shape, const std::vector<Literal>& literals);
     /// Keeps a plan. Literals that a plan of the shape pinned are pinned for all of them.
-    const Plan* Add(const std::string& shape, const std::vector<Literal>& literals, Plan plan);
+    Plan* Add(const std::string& shape, const std::vector<Literal>& literals, Plan plan);
     void Clear();
+    /// Forgets the plans that depend on one of these tables. Of all others it lets the statements go, which SQLite
+    /// would refuse to run.
+    /// @param keys see `Catalog::KeyOf`
+    void Forget(const std::vector<std::string>& keys);
     std::size_t Size() const { return size_; }
 
 private:

@@ -114,7 +114,20 @@ void Catalog::Use(const std::string& database) {
 
 std::shared_ptr<const Table> Catalog::Find(const Name& name) {
     const ObjectPath path = Resolve(name);
-    std::string key = path.owner + (path.schema == Schema::system ? '1' : '0') + FoldText(path.name);
+    const std::string key = KeyOf(path);
+    std::shared_ptr<const Table> table = FindKnown(path, key);
+    if (named_ != nullptr) {
+        named_->keys.push_back(key);
+        named_->areTables = named_->areTables && table && !table->view && table->id != 0;
+    }
+    return table;
+}
+
+std::string Catalog::KeyOf(const ObjectPath& path) {
+    return path.owner + (path.schema == Schema::system ? '1' : '0') + FoldText(path.name);
+}
+
+std::shared_ptr<const Table> Catalog::FindKnown(const ObjectPath& path, const std::string& key) {
     const auto known = tables_.find(key);
     if (known != tables_.end()) {
         return known->second;
@@ -124,7 +137,7 @@ std::shared_ptr<const Table> Catalog::Find(const Name& name) {
         table = SystemView(path, databaseName_);
     }
     if (table) {
-        tables_.emplace(std::move(key), table);
+        tables_.emplace(key, table);
     }
     return table;
 }

@@ -52,6 +52,14 @@ struct ObjectPath {
     std::string name;
 };
 
+/// What a translation names.
+struct NamedTables {
+    /// See `Catalog::KeyOf`.
+    std::vector<std::string> keys;
+    /// Whether all of them are tables, whose translation depends on nothing else.
+    bool areTables = true;
+};
+
 /// The tables of both databases, read as they are first named. Each database describes its own in tables of its own
 /// ("sys:objects", "sys:columns"), so that a rolled back transaction takes the description back with it.
 class Catalog {
@@ -73,6 +81,10 @@ public:
     std::shared_ptr<const Table> Find(const Name& name);
     /// The same; throws "Invalid object name".
     std::shared_ptr<const Table> Get(const Name& name);
+    /// What tells the table or view of that name from all others. Throws like `Resolve`.
+    std::string KeyOf(const Name& name) const { return KeyOf(Resolve(name)); }
+    /// Takes note of what is looked for from here on; nullptr to end that.
+    void NoteNames(NamedTables* named) { named_ = named; }
     /// Drops what was read; to be called when definitions changed.
     void Forget() { tables_.clear(); }
 
@@ -116,12 +128,15 @@ public:
     std::optional<Schema> SchemaNamed(std::string_view database) const;
 
 private:
+    static std::string KeyOf(const ObjectPath& path);
     std::shared_ptr<const Table> Load(const ObjectPath& path);
+    std::shared_ptr<const Table> FindKnown(const ObjectPath& path, const std::string& key);
 
     sqlite3* db_;
     std::string databaseName_;
     bool systemAttached_ = false;
     Schema current_ = Schema::account;
+    NamedTables* named_ = nullptr;
     std::unordered_map<std::string, std::shared_ptr<const Table>> tables_;
 };
 

@@ -39,6 +39,8 @@ struct Plan {
     /// The statement in SQLite's language, a parameter ?n for `slots[n-1]`.
     std::string text;
     std::vector<Slot> slots;
+    /// What the statement names; known of what stands alone.
+    NamedTables named;
     /// Literals whose values shaped the translation, in ascending order.
     std::vector<std::size_t> pinned;
     /// Columns of the answer; of a select only.
@@ -57,6 +59,7 @@ struct Plan {
     std::shared_ptr<class RepeatedAnswers> answers;
     /// Of an insert: the counts of the tables that it changes.
     std::vector<std::uint64_t*> changes;
+    /// Nothing where definitions have changed since it was run last.
     StatementHandle statement;
 };
 
