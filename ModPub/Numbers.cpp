@@ -58,16 +58,15 @@ bool IsTooLarge(std::string_view number) {
 
 /// The value of digits with at most one point and an exponent, without sign. Throws error 6 when it is too large.
 double DecimalValue(std::string_view number) {
-    std::string withE;
-    const std::size_t letter = number.find_first_of("EdD");
-    if (letter != number.npos) {
-        withE = number;
-        withE[letter] = 'e';
-        number = withE;
-    }
     double value = 0;
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (error == std::errc::result_out_of_range) {
+    const auto read = [&] { return std::from_chars(number.data(), number.data() + number.size(), value); };
+    if (const auto [end, error] = read(); error == std::errc() && end == number.data() + number.size())
+        return value;
+    std::string withE(number);
+    if (const std::size_t letter = number.find_first_of("EdD"); letter != number.npos)
+        withE[letter] = 'e';
+    number = withE;
+    if (read().ec == std::errc::result_out_of_range) {
         if (IsTooLarge(number))
             RaiseRuntimeError(en::overflow);
         return 0;

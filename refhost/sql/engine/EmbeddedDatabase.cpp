@@ -336,7 +336,7 @@ int EmbeddedDatabase::Authorize(void* self, int action, const char* first, const
 
 ResultSet EmbeddedDatabase::Query(std::string_view sql) {
     ResultSet first;
-    Batch(sql, [&](BatchAnswer answer) {
+    Batch(sql, [&first](BatchAnswer&& answer) {
         auto* rows = std::get_if<ResultSet>(&answer);
         if (rows != nullptr && !first.fields) {
             first = std::move(*rows);
@@ -397,7 +397,7 @@ void EmbeddedDatabase::RunSingle(std::string_view sql, const BatchSink& sink) {
     }
     // An IF may go on behind an error; its first one is the batch's.
     std::optional<host::Error> failure;
-    const BatchSink keepFailure = [&](BatchAnswer answer) {
+    const BatchSink keepFailure = [&](BatchAnswer&& answer) {
         if (const auto* error = std::get_if<host::Error>(&answer)) {
             failure = failure ? failure : *error;
         } else if (sink) {
