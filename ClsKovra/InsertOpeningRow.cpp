@@ -43,7 +43,10 @@ void AppendText(std::string& values, std::string_view text) {
     if (text.empty()) {
         values.append(null);
     } else {
-        values.append(1, '\'').append(text).append(1, '\'').append(separator);
+        values += '\'';
+        values.append(text);
+        values += '\'';
+        values.append(separator);
     }
 }
 

@@ -323,6 +323,15 @@ std::string NotFiniteText(double number) {
     return number < 0 ? "-1.#INF" : "1.#INF";
 }
 
+/// The text of a number that was written with four decimals at the most, its magnitude times `shift` being `shifted`.
+std::string ShortDecimalText(bool negative, std::int64_t shifted, std::int64_t shift) {
+    std::string text = negative ? "-" : "";
+    text.append(std::to_string(shifted / shift)).append(1, '.');
+    for (std::int64_t rest = shifted % shift; rest != 0; rest = rest * 10 % shift)
+        text += static_cast<char>('0' + rest * 10 / shift);
+    return text;
+}
+
 /// `number` with so many significant digits; a magnitude from `below` on has more before the point.
 std::string TextOf(double number, int significant, double below) {
     if (!std::isfinite(number))
@@ -330,6 +339,11 @@ std::string TextOf(double number, int significant, double below) {
     // Most amounts are whole; their digits need no rounding.
     if (std::fabs(number) < below && std::trunc(number) == number)
         return std::to_string(static_cast<std::int64_t>(number));
+    // Most others have few decimals: digits that outlive the way to a double and back.
+    constexpr std::int64_t shift = 10000;
+    const double shifted = std::fabs(number) * shift;
+    if (shifted < below && std::trunc(shifted) == shifted && shifted / shift == std::fabs(number))
+        return ShortDecimalText(number < 0, static_cast<std::int64_t>(shifted), shift);
     const DecimalDigits decimal = SplitDecimal(std::fabs(number), significant);
     const auto count = static_cast<std::size_t>(decimal.count);
     const std::string_view digits(decimal.digits.data(), count);

@@ -205,6 +205,8 @@ void Tree::Append(Element& parent, Node& child) {
 }
 
 void Tree::Declare(Element& element) {
+    if (prefixes_.empty())
+        return;
     const std::string prefix(PrefixOf(element.name));
     const auto known = prefixes_.find(prefix);
     if (known != prefixes_.end() && !IsDeclaredAt(element, prefix))
