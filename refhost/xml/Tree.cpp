@@ -39,8 +39,11 @@ std::uint32_t CheckedSize(std::string_view text) {
 } // namespace
 
 bool IsPlainName(std::string_view text) noexcept {
-    return !text.empty() && !text::IsDigit(text.front()) &&
-           std::ranges::all_of(text, [](char c) { return plainBytes[static_cast<unsigned char>(c)]; });
+    for (const char c : text) {
+        if (!plainBytes[static_cast<unsigned char>(c)])
+            return false;
+    }
+    return !text.empty() && !text::IsDigit(text.front());
 }
 
 bool IsPlainQualifiedName(std::string_view text) noexcept {
