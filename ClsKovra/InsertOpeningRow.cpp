@@ -2,7 +2,7 @@
 #include "ClsKovra/ClsKovra.h"
 #include "ClsKovra/OpeningRow.h"
 #include "ModPub/Conversions.h"
-#include "ModPub/Joined.h"
+#include "ModPub/SaveSetting.h"
 #include "text/SameName.h"
 
 #include <algorithm>
@@ -21,8 +21,11 @@ struct ColumnMapping {
     std::string_view column;
 };
 
-/// What the columns and the values of a row take, by far the most of them.
+/// What the values of a row take, by far the most of them.
 constexpr std::size_t usualSize = 448;
+
+constexpr std::string_view null = "Null, ";
+constexpr std::string_view separator = ", ";
 
 constexpr std::array columnMappings = {
     ColumnMapping{"ICOST", Form::skipped, {}},
@@ -38,35 +41,39 @@ constexpr std::array columnMappings = {
 
 void AppendText(std::string& values, std::string_view text) {
     if (text.empty()) {
-        values.append("Null, ");
+        values.append(null);
     } else {
-        values.append("'").append(text).append("', ");
+        values += '\'';
+        values.append(text);
+        values += '\'';
+        values.append(separator);
     }
 }
 
-void AppendNumber(std::string& values, double number) { values.append(ModPub::NumberText(number)).append(", "); }
+void AppendNumber(std::string& values, double number) { values.append(ModPub::NumberText(number)).append(separator); }
 
 void AppendNumberOrNull(std::string& values, double number) {
     if (number == 0) {
-        values.append("Null, ");
+        values.append(null);
     } else {
         AppendNumber(values, number);
     }
 }
 
-void AppendChild(std::string& columns, std::string& values, const host::DOMNode& child) {
+/// Appends the child's column to the statement and its value to the values.
+void AppendChild(std::string& sql, std::string& values, const host::DOMNode& child) {
     const std::string name = child.BaseName();
     const auto mapping = std::ranges::find_if(
         columnMappings, [&](const ColumnMapping& each) { return text::SameName(each.name, name); });
     if (mapping == columnMappings.end()) {
-        columns.append(name).append(", ");
+        sql.append(name).append(separator);
         AppendText(values, child.Text());
         return;
     }
     if (mapping->form == Form::skipped) {
         return;
     }
-    columns.append(mapping->column);
+    sql.append(mapping->column);
     const std::string text = child.Text();
     AppendText(values, mapping->form == Form::date && !text.empty() ? ModPub::FormatDate(text) : text);
 }
@@ -74,27 +81,23 @@ void AppendChild(std::string& columns, std::string& values, const host::DOMNode&
 } // namespace
 
 void ClsKovra::InsertOpeningRow(const OpeningRow& row, const Amounts& amounts) {
-    std::string columns;
+    std::string sql = ModPub::BeginStatement("Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, ");
     std::string values;
-    columns.reserve(usualSize);
     values.reserve(usualSize);
-    row.element.VisitChildren([&](const host::DOMNode& child) { AppendChild(columns, values, child); });
+    row.element.VisitChildren([&](const host::DOMNode& child) { AppendChild(sql, values, child); });
     if (amounts.quantity == 0) {
-        columns.append("IAInPrice, iDebitDifCost, iCreditDifcost, cBusType ");
+        sql.append("IAInPrice, iDebitDifCost, iCreditDifcost, cBusType ");
         AppendNumberOrNull(values, amounts.amount);
     } else {
-        columns.append("IAInQuantity, iInCost, IAInPrice, iDebitDifCost, iCreditDifcost, cBusType ");
+        sql.append("IAInQuantity, iInCost, IAInPrice, iDebitDifCost, iCreditDifcost, cBusType ");
         AppendNumber(values, amounts.quantity);
         AppendNumber(values, amounts.unitCost);
         AppendNumber(values, amounts.amount);
     }
     AppendNumberOrNull(values, amounts.debitDifference);
     AppendNumberOrNull(values, amounts.creditDifference);
-    values.append("'EAI' ");
-
-    state_.connection->Execute(ModPub::Joined({"Insert Into Ia_subsidiary (iYear,cVouType, bRdFlag, ", columns,
-                                               ") Values(", state_.login->LoginYear(), ",'34', 1,", values, ")"}),
-                               host::command_option::textNoRecords);
+    sql.append(") Values(").append(state_.login->LoginYear()).append(",'34', 1,").append(values).append("'EAI' )");
+    state_.connection->Execute(sql, host::command_option::textNoRecords);
 }
 
 } // namespace kovra

@@ -58,16 +58,15 @@ bool IsTooLarge(std::string_view number) {
 
 /// The value of digits with at most one point and an exponent, without sign. Throws error 6 when it is too large.
 double DecimalValue(std::string_view number) {
-    std::string withE;
-    const std::size_t letter = number.find_first_of("EdD");
-    if (letter != number.npos) {
-        withE = number;
-        withE[letter] = 'e';
-        number = withE;
-    }
     double value = 0;
-    const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
-    if (error == std::errc::result_out_of_range) {
+    const auto read = [&] { return std::from_chars(number.data(), number.data() + number.size(), value); };
+    if (const auto [end, error] = read(); error == std::errc() && end == number.data() + number.size())
+        return value;
+    std::string withE(number);
+    if (const std::size_t letter = number.find_first_of("EdD"); letter != number.npos)
+        withE[letter] = 'e';
+    number = withE;
+    if (read().ec == std::errc::result_out_of_range) {
         if (IsTooLarge(number))
             RaiseRuntimeError(en::overflow);
         return 0;
@@ -324,6 +323,15 @@ std::string NotFiniteText(double number) {
     return number < 0 ? "-1.#INF" : "1.#INF";
 }
 
+/// The text of a number that was written with four decimals at the most, its magnitude times `shift` being `shifted`.
+std::string ShortDecimalText(bool negative, std::int64_t shifted, std::int64_t shift) {
+    std::string text = negative ? "-" : "";
+    text.append(std::to_string(shifted / shift)).append(1, '.');
+    for (std::int64_t rest = shifted % shift; rest != 0; rest = rest * 10 % shift)
+        text += static_cast<char>('0' + rest * 10 / shift);
+    return text;
+}
+
 /// `number` with so many significant digits; a magnitude from `below` on has more before the point.
 std::string TextOf(double number, int significant, double below) {
     if (!std::isfinite(number))
@@ -331,6 +339,11 @@ std::string TextOf(double number, int significant, double below) {
     // Most amounts are whole; their digits need no rounding.
     if (std::fabs(number) < below && std::trunc(number) == number)
         return std::to_string(static_cast<std::int64_t>(number));
+    // Most others have few decimals: digits that outlive the way to a double and back.
+    constexpr std::int64_t shift = 10000;
+    const double shifted = std::fabs(number) * shift;
+    if (shifted < below && std::trunc(shifted) == shifted && shifted / shift == std::fabs(number))
+        return ShortDecimalText(number < 0, static_cast<std::int64_t>(shifted), shift);
     const DecimalDigits decimal = SplitDecimal(std::fabs(number), significant);
     const auto count = static_cast<std::size_t>(decimal.count);
     const std::string_view digits(decimal.digits.data(), count);

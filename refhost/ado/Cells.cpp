@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <type_traits>
 #include <variant>
@@ -63,9 +64,12 @@ void Take(const char*& at, host::Bytes& bytes) {
     bytes.data.assign(data.begin(), data.end());
 }
 
-template <class Kind>
-constexpr bool hasSize =
-    std::is_same_v<Kind, std::string> || std::is_same_v<Kind, host::Decimal> || std::is_same_v<Kind, host::Bytes>;
+template <class Kind> constexpr std::optional<std::size_t> BytesOf() {
+    if (std::is_same_v<Kind, std::string> || std::is_same_v<Kind, host::Decimal> || std::is_same_v<Kind, host::Bytes>) {
+        return std::nullopt;
+    }
+    return std::is_empty_v<Kind> ? 0 : sizeof(Kind);
+}
 
 template <class Kind> host::Value TakeKind(const char*& at) {
     Kind kind{};
@@ -74,19 +78,12 @@ template <class Kind> host::Value TakeKind(const char*& at) {
 }
 template <> host::Value TakeKind<host::Empty>(const char*&) { return {}; }
 
-template <class Kind> void SkipKind(const char*& at) {
-    if constexpr (hasSize<Kind>) {
-        TakeBytes(at);
-    } else if constexpr (!std::is_empty_v<Kind>) {
-        at += sizeof(Kind);
-    }
-}
-
 /// What becomes of a value of each kind, in the order of `host::Value::Storage`.
 template <class Storage> struct OfKind;
 template <class... Kinds> struct OfKind<std::variant<Kinds...>> {
     static constexpr std::array take = {&TakeKind<Kinds>...};
-    static constexpr std::array skip = {&SkipKind<Kinds>...};
+    /// How many bytes it takes, nothing where they begin with their number.
+    static constexpr std::array<std::optional<std::size_t>, sizeof...(Kinds)> bytes = {BytesOf<Kinds>()...};
 };
 
 using Of = OfKind<host::Value::Storage>;
@@ -107,7 +104,12 @@ void Cells::Add(const host::Value& value) {
 host::Value Cells::operator[](std::size_t index) const {
     const char* at = packed_.data() + (index < stride ? 0 : places_[index / stride - 1]);
     for (std::size_t before = index % stride; before != 0; --before) {
-        Of::skip[TakeIndex(at)](at);
+        const std::optional<std::size_t> bytes = Of::bytes[TakeIndex(at)];
+        if (bytes) {
+            at += *bytes;
+        } else {
+            TakeBytes(at);
+        }
     }
     return Of::take[TakeIndex(at)](at);
 }

@@ -42,7 +42,7 @@ struct ServerMessage {
 /// One answer of a batch. An error is one of them: what came before it stands, and the server may go on behind it.
 using BatchAnswer = std::variant<ResultSet, RowsWritten, ServerMessage, host::Error>;
 /// Takes the answers of a batch one by one, in the batch's order, as they come.
-using BatchSink = std::function<void(BatchAnswer answer)>;
+using BatchSink = std::function<void(BatchAnswer&& answer)>;
 /// How long a batch may run; nothing for as long as it takes.
 using TimeLimit = std::optional<std::chrono::milliseconds>;
 

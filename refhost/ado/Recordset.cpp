@@ -11,6 +11,13 @@
 
 namespace refhost {
 
+inline const Fields& Recordset::OpenFields() const {
+    if (!result_.fields) {
+        RaiseObjectClosed();
+    }
+    return *result_.fields;
+}
+
 void Recordset::SetCursorLocation(host::CursorLocation location) {
     if (IsOpen()) {
         RaiseObjectOpen();
@@ -81,23 +88,19 @@ std::size_t Recordset::FieldIndex(std::string_view name) const {
 }
 
 host::Value Recordset::FieldValue(std::size_t index) const {
-    FieldAt(index);
-    if (AtEOF()) {
+    const std::size_t width = OpenFields().size();
+    if (index >= width) {
+        RaiseItemNotFound();
+    }
+    if (row_ == result_.rowCount) {
         RaiseNoCurrentRecord();
     }
-    return result_.cells[row_ * result_.fields->size() + index];
+    return result_.cells[row_ * width + index];
 }
 
 void Recordset::Save(host::DOMDocument& document) const {
     OpenFields();
     WriteRowset(result_, *shapes_, document);
-}
-
-const Fields& Recordset::OpenFields() const {
-    if (!result_.fields) {
-        RaiseObjectClosed();
-    }
-    return *result_.fields;
 }
 
 } // namespace refhost

@@ -44,6 +44,17 @@ const char* NameTable::Get(std::string_view name) {
     return latest;
 }
 
+const char* NameTable::Find(std::string_view name) noexcept {
+    const char*& latest = latest_[PlaceOf(name) % latest_.size()];
+    if (latest != nullptr && IsName(latest, name))
+        return latest;
+    const auto* kept =
+        xmlDictExists(dict_.get(), reinterpret_cast<const xmlChar*>(name.data()), static_cast<int>(name.size()));
+    if (kept != nullptr)
+        latest = reinterpret_cast<const char*>(kept);
+    return reinterpret_cast<const char*>(kept);
+}
+
 const char* NameTable::Keep(std::string_view name) {
     const auto* kept =
         xmlDictLookup(dict_.get(), reinterpret_cast<const xmlChar*>(name.data()), static_cast<int>(name.size()));

@@ -20,6 +20,8 @@ public:
 
     /// A name as it stands in the table. Throws `host::Error` for a text that is no (qualified) name.
     const char* Get(std::string_view name);
+    /// The same for any text; nullptr where the table does not have it.
+    const char* Find(std::string_view name) noexcept;
 
     /// Whether there are more than documents need.
     bool HasMany() const noexcept;

@@ -72,9 +72,10 @@ public:
 
     std::optional<std::string> TextAt(std::string_view path) const override {
         // The name of a child, as nearly every path is.
-        for (const Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr;
-             child = child->next) {
-            if (child->kind == NodeKind::element && IsName(child->AsElement().name, path))
+        const char* const name = selector_.tree().FindName(path);
+        for (const Node* child = name != nullptr && node_.IsParent() ? node_.AsElement().first : nullptr;
+             child != nullptr; child = child->next) {
+            if (child->kind == NodeKind::element && child->AsElement().name == name)
                 return TextOf(*child);
         }
         return IsPlainName(path) ? std::nullopt : DOMNode::TextAt(path);

@@ -2,12 +2,15 @@
 
 #include "host/Error.h"
 #include "refhost/xml/Declarations.h"
+#include "text/Digit.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <type_traits>
+#include <utility>
 
 namespace refhost::xml {
 namespace {
@@ -18,6 +21,15 @@ constexpr std::size_t spareBytes = 4096;
 /// What a node or attribute has room for at the least: the pointer to a text that stands aside.
 constexpr std::size_t leastRoom = sizeof(const char*);
 
+/// The bytes of plain names.
+constexpr std::array<bool, 256> plainBytes = [] {
+    std::array<bool, 256> plain{};
+    for (const auto& [first, last] :
+         {std::pair('A', 'Z'), std::pair('a', 'z'), std::pair('0', '9'), std::pair('_', '_')})
+        std::fill(plain.begin() + first, plain.begin() + last + 1, true);
+    return plain;
+}();
+
 std::uint32_t CheckedSize(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max())
         throw host::Error(host::error_number::outOfMemory, "A text of more than 4 GB.");
@@ -27,9 +39,11 @@ std::uint32_t CheckedSize(std::string_view text) {
 } // namespace
 
 bool IsPlainName(std::string_view text) noexcept {
-    const auto isLetter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_'; };
-    return !text.empty() && isLetter(text.front()) &&
-           std::ranges::all_of(text, [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
+    for (const char c : text) {
+        if (!plainBytes[static_cast<unsigned char>(c)])
+            return false;
+    }
+    return !text.empty() && !text::IsDigit(text.front());
 }
 
 bool IsPlainQualifiedName(std::string_view text) noexcept {
@@ -194,6 +208,8 @@ void Tree::Append(Element& parent, Node& child) {
 }
 
 void Tree::Declare(Element& element) {
+    if (prefixes_.empty())
+        return;
     const std::string prefix(PrefixOf(element.name));
     const auto known = prefixes_.find(prefix);
     if (known != prefixes_.end() && !IsDeclaredAt(element, prefix))

@@ -120,6 +120,8 @@ public:
     /// The name of an element or attribute as it stands in the name table. Throws `host::Error` for a text that is
     /// no (qualified) name.
     const char* Name(std::string_view name);
+    /// The same for any text; nullptr where nothing in the tree has that name.
+    const char* FindName(std::string_view name) const noexcept { return names_ ? names_->Find(name) : nullptr; }
     /// Takes the names from a parser's table; to be called on an empty tree.
     void AdoptNames(xmlDict* names) { names_ = std::make_shared<NameTable>(names); }
 

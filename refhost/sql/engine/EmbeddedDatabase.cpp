@@ -339,24 +339,19 @@ int EmbeddedDatabase::Authorize(void* self, int action, const char* first, const
 
 ResultSet EmbeddedDatabase::Query(std::string_view sql) {
     ResultSet first;
-    Batch(sql, [&](BatchAnswer answer) {
-        auto* rows = std::get_if<ResultSet>(&answer);
-        if (rows != nullptr && !first.fields) {
-            first = std::move(*rows);
-        }
-    });
+    Batch(sql, &first);
     return first;
 }
 
 void EmbeddedDatabase::Execute(std::string_view sql) { Batch(sql, nullptr); }
 
-void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
+void EmbeddedDatabase::Batch(std::string_view sql, ResultSet* first) {
     SettleOthers();
     if (groupLost_ || (groupBegan_ && clock_() - *groupBegan_ > groupTime)) {
         CommitGroup();
     }
     try {
-        RunStatement(sql, sink);
+        RunStatement(sql, first);
     } catch (const host::Error& error) {
         changes_.ChangeAll();
         // Most errors undo their statement; some, a full disk for one, everything that is not committed.
@@ -367,7 +362,7 @@ void EmbeddedDatabase::Batch(std::string_view sql, const BatchSink& sink) {
     }
 }
 
-void EmbeddedDatabase::RunStatement(std::string_view sql, const BatchSink& sink) {
+void EmbeddedDatabase::RunStatement(std::string_view sql, ResultSet* first) {
     constexpr int attempts = 5;
     limit_ = batchTime_;
     const BatchTime time(inBatch_, deadline_);
@@ -375,24 +370,27 @@ void EmbeddedDatabase::RunStatement(std::string_view sql, const BatchSink& sink)
         const Plan* plan = CachedPlan(sql);
         if (plan == nullptr) {
             CommitGroup();
-            return RunSingle(sql, sink);
+            return RunSingle(sql, first);
         }
         RequireLiveTransaction();
         OpenGroup(*plan);
         try {
-            return RunPlan(*plan, *literals_, sink);
+            return Answer(*plan, *literals_, first);
         } catch (const DuplicateKey& duplicate) {
             Parser parser(sql, options_);
             const std::optional<Statement> statement = parser.ParseBatch();
             FailDuplicate(duplicate, *statement, parser.Literals());
         } catch (const DefinitionsMoved&) {
             ForgetPlans();
+            if (first != nullptr) {
+                *first = {};
+            }
         }
     }
     FailMoving();
 }
 
-void EmbeddedDatabase::RunSingle(std::string_view sql, const BatchSink& sink) {
+void EmbeddedDatabase::RunSingle(std::string_view sql, ResultSet* first) {
     Parser parser(sql, options_);
     const std::optional<Statement> statement = parser.ParseBatch();
     if (!statement) {
@@ -400,14 +398,15 @@ void EmbeddedDatabase::RunSingle(std::string_view sql, const BatchSink& sink) {
     }
     // An IF may go on behind an error; its first one is the batch's.
     std::optional<host::Error> failure;
-    const BatchSink keepFailure = [&](BatchAnswer answer) {
+    const BatchSink keepFirst = [&](BatchAnswer&& answer) {
         if (const auto* error = std::get_if<host::Error>(&answer)) {
             failure = failure ? failure : *error;
-        } else if (sink) {
-            sink(std::move(answer));
+        } else if (auto* rows = std::get_if<ResultSet>(&answer);
+                   rows != nullptr && first != nullptr && !first->fields) {
+            *first = std::move(*rows);
         }
     };
-    BatchRunner(*this, parser, keepFailure).Run(*statement);
+    BatchRunner(*this, parser, keepFirst).Run(*statement);
     if (failure) {
         throw host::Error(*failure);
     }
@@ -700,29 +699,31 @@ void EmbeddedDatabase::RollbackTo(const std::string& savepoint) {
 }
 
 void EmbeddedDatabase::RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink) {
-    NoteChanges(plan);
-    if (plan.rows) {
-        return RunRows(plan, literals, sink);
-    }
-    const bool asks = sink && plan.assigned.empty();
-    const bool remembers = asks && inSeries_ && plan.answers;
-    if (const ResultSet* known = remembers ? KnownAnswer(plan, literals) : nullptr) {
-        runtime_->rowCount = static_cast<std::int64_t>(known->rowCount);
-        return sink(*known);
-    }
-    BindParameters(plan, literals, session_.variables);
-    if (!asks) {
-        return Step(plan, nullptr);
-    }
+    const bool tells = sink && plan.assigned.empty();
     ResultSet rows;
-    Step(plan, &rows);
-    if (remembers) {
-        plan.answers->Note(literals, rows);
-    }
+    Answer(plan, literals, tells ? &rows : nullptr);
     if (rows.fields) {
         sink(std::move(rows));
-    } else if (!session_.noCount) {
+    } else if (tells && !session_.noCount) {
         sink(RowsWritten{runtime_->rowCount});
+    }
+}
+
+void EmbeddedDatabase::Answer(const Plan& plan, const std::vector<Literal>& literals, ResultSet* rows) {
+    NoteChanges(plan);
+    if (plan.rows) {
+        return RunRows(plan, literals, rows);
+    }
+    const bool remembers = rows != nullptr && inSeries_ && plan.answers;
+    if (const ResultSet* known = remembers ? KnownAnswer(plan, literals) : nullptr) {
+        runtime_->rowCount = static_cast<std::int64_t>(known->rowCount);
+        *rows = *known;
+        return;
+    }
+    BindParameters(plan, literals, session_.variables);
+    Step(plan, rows);
+    if (remembers) {
+        plan.answers->Note(literals, *rows);
     }
 }
 
@@ -791,7 +792,7 @@ void EmbeddedDatabase::StepEach(const Plan& plan, const std::function<void(sqlit
 void EmbeddedDatabase::Step(const Plan& plan, ResultSet* rows) {
     sqlite3_stmt* statement = plan.statement.get();
     const Reset reset(statement, runtime_->stepping);
-    const bool read = rows != nullptr && plan.fields;
+    const bool read = rows != nullptr && plan.fields && plan.assigned.empty();
     if (read) {
         rows->fields = plan.fields;
     }

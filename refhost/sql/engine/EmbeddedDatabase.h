@@ -107,8 +107,10 @@ private:
     void SpareCalls(Schema schema);
     /// Has the disk take what stands in the logs: what a result tells of outlives a power failure.
     void FlushLogs() noexcept;
-    void Batch(std::string_view sql, const BatchSink& sink);
-    void RunStatement(std::string_view sql, const BatchSink& sink);
+    /// Runs what a class sends; `first` receives the first of its result sets, unless it is nullptr. So do the two
+    /// below.
+    void Batch(std::string_view sql, ResultSet* first);
+    void RunStatement(std::string_view sql, ResultSet* first);
     /// Has the writes from here on committed together, where that is wanted and possible.
     void OpenGroup(const Plan& plan);
     /// Commits the open group, if there is one. Throws when that fails, and what it said when it was lost before.
@@ -118,7 +120,7 @@ private:
     /// Notes that rows are gone which statements had written.
     void LoseGroup(const host::Error& error);
     /// A batch of one statement that has no plan of its own kept.
-    void RunSingle(std::string_view sql, const BatchSink& sink);
+    void RunSingle(std::string_view sql, ResultSet* first);
     const Plan* CachedPlan(std::string_view sql);
     void RunDefinition(const Statement& statement, const std::vector<Literal>& literals);
     /// The tables that a definition makes or drops when nothing else depends on it; nothing for every other definition.
@@ -142,7 +144,10 @@ private:
     void PreparePlan(Plan& plan);
     /// Prepares a plan that was kept without its statement. False where it holds no more, and every plan is forgotten.
     bool EnsurePrepared(Plan& plan);
+    /// Runs a plan and tells of what it answers or of how much it wrote.
     void RunPlan(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
+    /// Runs a plan; `rows` receives what it answers, unless it is nullptr.
+    void Answer(const Plan& plan, const std::vector<Literal>& literals, ResultSet* rows);
     /// What a look-up has answered before and would answer again; nullptr where only asking tells.
     const ResultSet* KnownAnswer(const Plan& plan, const std::vector<Literal>& literals);
     /// Whether another connection has written to the account since it was asked last.
@@ -150,8 +155,9 @@ private:
     /// Opens a transaction in which nobody else writes to the account.
     void TakeRightToWrite();
     void NoteChanges(const Plan& plan);
-    /// Runs a plan that writes row by row, as a whole or not at all.
-    void RunRows(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink);
+    /// Runs a plan that writes row by row, as a whole or not at all; `answer` receives what its OUTPUT tells, unless it
+    /// is nullptr.
+    void RunRows(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer);
     /// Writes rows that are chosen, and tells of them; `told` receives what goes to the caller.
     void WriteRows(const RowPlan& rows, const RowPlan::Write& write, std::vector<std::vector<Cell>>& chosen,
                    const std::vector<Literal>& literals, ResultSet& told);

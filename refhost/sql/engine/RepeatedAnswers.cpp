@@ -39,15 +39,12 @@ std::uint64_t RepeatedAnswers::Changes() const {
     return sum;
 }
 
-RepeatedAnswers::Known& RepeatedAnswers::PlaceOf(std::size_t hash) {
+const ResultSet* RepeatedAnswers::Find(const std::vector<Literal>& literals) {
     if (known_.empty()) {
         known_.resize(places);
     }
-    return known_[hash % places];
-}
-
-const ResultSet* RepeatedAnswers::Find(const std::vector<Literal>& literals) {
-    const Known& known = PlaceOf(HashOf(literals));
+    hash_ = HashOf(literals);
+    const Known& known = known_[hash_ % places];
     const bool holds = known.changes == Changes() && std::ranges::equal(known.values, literals, {}, {}, &Literal::body);
     return holds ? &known.answer : nullptr;
 }
@@ -56,9 +53,8 @@ void RepeatedAnswers::Note(const std::vector<Literal>& literals, const ResultSet
     if (answer.cells.size() > mostCells) {
         return;
     }
-    const std::size_t hash = HashOf(literals);
-    Known& known = PlaceOf(hash);
-    if (std::exchange(known.hash, hash) != hash) {
+    Known& known = known_[hash_ % places];
+    if (std::exchange(known.hash, hash_) != hash_) {
         return;
     }
     known.changes = 0;

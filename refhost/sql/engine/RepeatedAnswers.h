@@ -33,7 +33,7 @@ public:
 
     /// What the look-up answered for these literals; nullptr where it may answer something else now.
     const ResultSet* Find(const std::vector<Literal>& literals);
-    /// Keeps an answer, unless it is long or was not asked for just before.
+    /// Keeps the answer to what `Find` was asked for last, unless it is long or was not asked for just before.
     void Note(const std::vector<Literal>& literals, const ResultSet& answer);
 
 private:
@@ -49,15 +49,14 @@ private:
     /// Grows with every change of a table that is read.
     std::uint64_t Changes() const;
 
-    /// The place for values of this hash, which others share.
-    Known& PlaceOf(std::size_t hash);
-
     static constexpr std::size_t places = 64;
     static constexpr std::size_t mostCells = 32;
 
     std::vector<const std::uint64_t*> read_;
-    /// The places, once the first answer is asked for.
+    /// The places, once the first answer is asked for; values share one with others.
     std::vector<Known> known_;
+    /// Of the values that `Find` was asked for last.
+    std::size_t hash_ = 0;
 };
 
 } // namespace refhost::sql

@@ -50,7 +50,7 @@ std::string KeyOf(const DuplicateKey& duplicate, const RowPlan::Write& write, co
 
 } // namespace
 
-void EmbeddedDatabase::RunRows(const Plan& plan, const std::vector<Literal>& literals, const BatchSink& sink) {
+void EmbeddedDatabase::RunRows(const Plan& plan, const std::vector<Literal>& literals, ResultSet* answer) {
     const RowPlan& rows = *plan.rows;
     ResultSet told;
     told.fields = plan.fields;
@@ -87,13 +87,8 @@ void EmbeddedDatabase::RunRows(const Plan& plan, const std::vector<Literal>& lit
         identities_.Committed();
     }
     runtime_->rowCount = count;
-    if (!sink) {
-        return;
-    }
-    if (told.fields) {
-        sink(std::move(told));
-    } else if (!session_.noCount) {
-        sink(RowsWritten{count});
+    if (answer != nullptr) {
+        *answer = std::move(told);
     }
 }
 

@@ -18,7 +18,39 @@ bool GoesOnWithNumber(std::string_view text) {
 }
 
 std::size_t CountDigits(std::string_view rest) {
-    return static_cast<std::size_t>(std::ranges::find_if_not(rest, text::IsDigit) - rest.begin());
+    std::size_t count = 0;
+    while (count < rest.size() && text::IsDigit(rest[count])) {
+        ++count;
+    }
+    return count;
+}
+
+/// The size of the text that begins `rest`, npos where only reading the statement tells. A quote that is doubled is not
+/// followed by what follows the text elsewhere.
+std::size_t TextSize(std::string_view rest) {
+    // A backslash may continue a line. Most texts are too short for a search of many bytes at once to pay.
+    std::size_t end = 0;
+    while (end < rest.size() && rest[end] != '\'' && rest[end] != '\\') {
+        ++end;
+    }
+    return end < rest.size() && rest[end] == '\'' ? end : std::string_view::npos;
+}
+
+/// The same for a number.
+std::size_t NumberSize(std::string_view rest, LiteralKind kind) {
+    constexpr std::size_t fits32Bits = 9;
+    std::size_t size = CountDigits(rest);
+    if (size == 0 || size > fits32Bits) {
+        return std::string_view::npos;
+    }
+    if (kind == LiteralKind::decimal) {
+        const std::size_t fraction = rest.substr(size).starts_with('.') ? CountDigits(rest.substr(size + 1)) : 0;
+        if (fraction == 0) {
+            return std::string_view::npos;
+        }
+        size += 1 + fraction;
+    }
+    return GoesOnWithNumber(rest.substr(size)) ? std::string_view::npos : size;
 }
 
 } // namespace
@@ -38,60 +70,23 @@ const Plan* StatementGuess::Guess(std::string_view sql) {
 
 bool StatementGuess::Matches(const Known& known, std::string_view sql) {
     literals_.resize(known.pieces.size());
-    std::size_t index = 0;
+    Literal* literal = literals_.data();
     for (const Piece& piece : known.pieces) {
-        if (!Read(sql, piece, literals_[index++])) {
+        const std::size_t begin = piece.before.size();
+        if (sql.size() < begin || std::memcmp(sql.data(), piece.before.data(), begin) != 0) {
             return false;
         }
+        sql.remove_prefix(begin);
+        const std::size_t size = piece.kind == LiteralKind::text ? TextSize(sql) : NumberSize(sql, piece.kind);
+        if (size == std::string_view::npos) {
+            return false;
+        }
+        *literal++ = {piece.kind, piece.national, false, sql.substr(0, size)};
+        sql.remove_prefix(size);
     }
     return sql == known.tail && std::ranges::all_of(known.pinned, [&](const auto& pinned) {
                return literals_[pinned.first].body == pinned.second;
            });
-}
-
-bool StatementGuess::Read(std::string_view& rest, const Piece& piece, Literal& literal) {
-    const std::size_t size = piece.before.size();
-    if (rest.size() < size || std::memcmp(rest.data(), piece.before.data(), size) != 0) {
-        return false;
-    }
-    rest.remove_prefix(size);
-    literal.kind = piece.kind;
-    literal.national = piece.national;
-    literal.doubled = false;
-    return piece.kind == LiteralKind::text ? ReadText(rest, literal) : ReadNumber(rest, literal);
-}
-
-bool StatementGuess::ReadText(std::string_view& rest, Literal& literal) {
-    // A backslash may continue a line. Most texts are too short for a search of many bytes at once to pay.
-    std::size_t end = 0;
-    while (end < rest.size() && rest[end] != '\'' && rest[end] != '\\') {
-        ++end;
-    }
-    const std::string_view behind = rest.substr(std::min(end + 1, rest.size()));
-    if (end == rest.size() || rest[end] == '\\' || behind.starts_with('\'')) {
-        return false;
-    }
-    literal.body = rest.substr(0, end);
-    rest = behind;
-    return true;
-}
-
-bool StatementGuess::ReadNumber(std::string_view& rest, Literal& literal) {
-    constexpr std::size_t fits32Bits = 9;
-    std::size_t size = CountDigits(rest);
-    if (size == 0 || size > fits32Bits) {
-        return false;
-    }
-    if (literal.kind == LiteralKind::decimal) {
-        const std::size_t fraction = rest.substr(size).starts_with('.') ? CountDigits(rest.substr(size + 1)) : 0;
-        if (fraction == 0) {
-            return false;
-        }
-        size += 1 + fraction;
-    }
-    literal.body = rest.substr(0, size);
-    rest.remove_prefix(size);
-    return !GoesOnWithNumber(rest);
 }
 
 void StatementGuess::Learn(const Plan& plan, std::string_view sql, const std::vector<Literal>& literals) {
@@ -103,7 +98,7 @@ void StatementGuess::Learn(const Plan& plan, std::string_view sql, const std::ve
         for (const Literal& literal : literals) {
             const auto begin = static_cast<std::size_t>(literal.body.data() - sql.data());
             known.pieces.push_back({std::string(sql.substr(kept, begin - kept)), literal.kind, literal.national});
-            kept = begin + literal.body.size() + (literal.kind == LiteralKind::text ? 1 : 0);
+            kept = begin + literal.body.size();
         }
         known.tail = sql.substr(kept);
         for (const std::size_t index : plan.pinned) {

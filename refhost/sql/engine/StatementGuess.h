@@ -28,7 +28,7 @@ public:
     void Clear();
 
 private:
-    /// A literal, and what stands between it and the one before, the opening quote included.
+    /// A literal, and what stands between it and the one before, quotes included.
     struct Piece {
         std::string before;
         LiteralKind kind = LiteralKind::text;
@@ -44,10 +44,6 @@ private:
         std::array<Known*, 2> next = {};
     };
 
-    /// The rest of a statement behind a piece, or false when it does not read so.
-    static bool Read(std::string_view& rest, const Piece& piece, Literal& literal);
-    static bool ReadText(std::string_view& rest, Literal& literal);
-    static bool ReadNumber(std::string_view& rest, Literal& literal);
     bool Matches(const Known& known, std::string_view sql);
 
     std::unordered_map<const Plan*, Known> known_;

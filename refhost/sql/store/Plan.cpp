@@ -244,30 +244,33 @@ void BindParameters(const Plan& plan, const std::vector<Literal>& literals, cons
 }
 
 host::Value ReadValue(sqlite3_stmt* statement, int column, const Type& type) {
-    if (sqlite3_column_type(statement, column) == SQLITE_NULL) {
+    // Looked up once. One thread at a time uses a connection, so that SQLite's unprotected values are as good as
+    // others.
+    sqlite3_value* const cell = sqlite3_column_value(statement, column);
+    if (sqlite3_value_type(cell) == SQLITE_NULL) {
         return host::Null{};
     }
     const auto text = [&] {
-        const auto* bytes = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
-        return std::string(bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, column)));
+        const auto* bytes = reinterpret_cast<const char*>(sqlite3_value_text(cell));
+        return std::string(bytes, static_cast<std::size_t>(sqlite3_value_bytes(cell)));
     };
     switch (FamilyOf(type)) {
     case Family::integer:
     case Family::null: {
-        const std::int64_t value = sqlite3_column_int64(statement, column);
+        const std::int64_t value = sqlite3_value_int64(cell);
         return type.base == Base::bit ? host::Value(value != 0) : host::Value(value);
     }
     case Family::real: {
-        const double value = sqlite3_column_double(statement, column);
+        const double value = sqlite3_value_double(cell);
         return type.base == Base::real ? host::Value(static_cast<float>(value)) : host::Value(value);
     }
     case Family::exact:
         return host::Decimal{text()};
     case Family::date:
-        return host::Date{ToOleDate(sqlite3_column_int64(statement, column))};
+        return host::Date{ToOleDate(sqlite3_value_int64(cell))};
     case Family::binary: {
-        const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_column_blob(statement, column));
-        const int size = sqlite3_column_bytes(statement, column);
+        const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_value_blob(cell));
+        const int size = sqlite3_value_bytes(cell);
         return host::Bytes{bytes == nullptr ? std::vector<std::uint8_t>()
                                             : std::vector<std::uint8_t>(bytes, bytes + size)};
     }

@@ -134,7 +134,18 @@ private:
         return text_.substr(start, position_ - start);
     }
 
+    /// Whether the text is "YYYY-MM-DD", as nearly every date is written.
+    bool IsIsoDate() const {
+        constexpr std::string_view form = "0000-00-00";
+        return std::ranges::equal(text_, form,
+                                  [](char c, char expected) { return expected == '-' ? c == '-' : text::IsDigit(c); });
+    }
+
     void Split() {
+        if (IsIsoDate()) {
+            pieces_ = {text_.substr(0, 4), text_.substr(5, 2), text_.substr(8)};
+            return AssembleSeparated();
+        }
         SkipBlanks();
         while (position_ < text_.size() && flaw_ == Flaw::none) {
             if (text::IsDigit(Peek())) {
