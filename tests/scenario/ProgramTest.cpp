@@ -30,14 +30,14 @@ class ProgramScenario : public testing::TestWithParam<fs::path> {};
 TEST_P(ProgramScenario, GivesResultAndStatements) {
     const fs::path folder = GetParam();
     const test::TestAccount account;
-    account.Run(test::ReadText(folder / "setup.sql"));
+    test::SetUp(account, folder);
     // Names in Chinese, as accountants give them.
     const fs::path place = account.folder() / "导入 一";
     fs::create_directory(place);
     for (const char* name : {"account.db", "QxSystem.db"}) {
         fs::rename(account.folder() / name, place / name);
     }
-    fs::copy_file(folder / "login.xml", place / "login.xml");
+    fs::copy_file(test::LoginFile(folder), place / "login.xml");
     fs::copy_file(folder / "request.xml", place / "请求.xml");
 
     const std::string className = folder.parent_path().filename().string();

@@ -58,7 +58,7 @@ std::string ReasonToDiffer(const fs::path& folder) {
 std::string Transact(const fs::path& folder, const refhost::DatabaseOpener& opener) {
     refhost::Trace trace("trace.jsonl");
     refhost::Traced<refhost::Environment> environment(&trace, opener);
-    refhost::Login login(test::ReadText(folder / "login.xml"), environment);
+    refhost::Login login(test::ReadText(test::LoginFile(folder)), environment);
     const std::string className = folder.parent_path().filename().string();
     const auto importClass = std::ranges::find(cli::ImportClasses(), className, &cli::ImportClass::name);
     if (importClass == cli::ImportClasses().end()) {
@@ -75,7 +75,7 @@ protected:
     Scenario() { fs::current_path(account_.folder()); }
 
     void Check(const refhost::DatabaseOpener& opener) const {
-        account_.Run(test::ReadText(GetParam() / "setup.sql"));
+        test::SetUp(account_, GetParam());
         EXPECT_EQ(Transact(GetParam(), opener), ExpectedResult(GetParam()));
         ExpectStatementsAndRows(GetParam(), "trace.jsonl", account_, test::Documents::native);
     }
@@ -96,7 +96,7 @@ TEST_P(Scenario, GivesTheSameOnAServer) {
         own.emplace("", test::TdsServer::Manners{.databases = databases.path()});
     }
     const test::ServerAccount account(server == nullptr ? own->ConnectionString() : server);
-    account.Run(test::ReadText(folder / "setup.sql"));
+    test::SetUp(account, folder);
 
     const std::string result = Transact(folder, account.Opener());
     const std::string expected = ExpectedResult(folder);
