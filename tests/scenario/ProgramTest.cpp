@@ -2,8 +2,7 @@
 
 #include "tests/support/Program.h"
 
-#include "refhost/xml/Document.h"
-#include "tests/support/ScenarioFolder.h"
+#include "tests/scenario/ExpectedResult.h"
 
 #include <filesystem>
 #include <string>
@@ -13,17 +12,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-/// What the program writes for the expected document.
-std::string ExpectedOutput(const fs::path& folder) {
-    if (test::ExpectsEmptyResult(folder, test::Documents::native)) {
-        return {};
-    }
-    const std::unique_ptr<host::DOMDocument> document = refhost::xml::CreateDocument();
-    const fs::path file = test::ExpectedFile(folder, ".xml", test::Documents::native);
-    EXPECT_TRUE(document->LoadXML(test::ReadText(file))) << file << " is not well-formed";
-    return document->Xml() + "\n";
-}
 
 class ProgramScenario : public testing::TestWithParam<fs::path> {};
 
@@ -43,7 +31,8 @@ TEST_P(ProgramScenario, GivesResultAndStatements) {
     const std::string className = folder.parent_path().filename().string();
     test::Program program(
         place, {"transact", "--class", className, "--login", "login.xml", "--trace", "记录.jsonl", "请求.xml"});
-    EXPECT_EQ(program.Wait().output, ExpectedOutput(folder));
+    const std::string expected = test::ExpectedResult(folder);
+    EXPECT_EQ(program.Wait().output, expected.empty() ? "" : expected + "\n");
     for (const char* name : {"account.db", "QxSystem.db"}) {
         fs::rename(place / name, account.folder() / name);
     }

@@ -7,9 +7,8 @@
 #include "refhost/OpenDatabase.h"
 #include "refhost/eai/Login.h"
 #include "refhost/trace/Traced.h"
-#include "refhost/xml/Document.h"
+#include "tests/scenario/ExpectedResult.h"
 #include "tests/support/Paths.h"
-#include "tests/support/ScenarioFolder.h"
 #include "tests/support/ServerAccount.h"
 #include "tests/support/TdsServer.h"
 
@@ -25,17 +24,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The expected document in the form in which a result is written.
-std::string ExpectedResult(const fs::path& folder) {
-    if (test::ExpectsEmptyResult(folder, test::Documents::native)) {
-        return {};
-    }
-    const std::unique_ptr<host::DOMDocument> document = refhost::xml::CreateDocument();
-    const fs::path file = test::ExpectedFile(folder, ".xml", test::Documents::native);
-    EXPECT_TRUE(document->LoadXML(test::ReadText(file))) << file << " is not well-formed";
-    return document->Xml();
-}
 
 /// The same account behind an ODBC driver.
 std::unique_ptr<refhost::Database> OpenThroughOdbc(const std::string& connectionString) {
@@ -76,7 +64,7 @@ protected:
 
     void Check(const refhost::DatabaseOpener& opener) const {
         test::SetUp(account_, GetParam());
-        EXPECT_EQ(Transact(GetParam(), opener), ExpectedResult(GetParam()));
+        EXPECT_EQ(Transact(GetParam(), opener), test::ExpectedResult(GetParam()));
         ExpectStatementsAndRows(GetParam(), "trace.jsonl", account_, test::Documents::native);
     }
 
@@ -99,7 +87,7 @@ TEST_P(Scenario, GivesTheSameOnAServer) {
     test::SetUp(account, folder);
 
     const std::string result = Transact(folder, account.Opener());
-    const std::string expected = ExpectedResult(folder);
+    const std::string expected = test::ExpectedResult(folder);
     if (const std::string reason = ReasonToDiffer(folder); !reason.empty()) {
         std::printf("%s\n  expected: %s\n  given: %s\n", reason.c_str(), expected.c_str(), result.c_str());
         EXPECT_NE(result, expected) << "it does not differ any more, and need not be listed";
