@@ -16,7 +16,7 @@ public:
     static constexpr const char* keyValue = "01";
     static constexpr const char* accountColumn = "cInvHead";
     static constexpr const char* knownAccount = "1401";
-    static constexpr const char* key = "仓库编码：01， ， ";
+    static constexpr const char* rowKey = "仓库编码：01， ， ";
     static constexpr const char* yearClosed = R"(<error code="102" dsc="12月份已结账,不能导入科目设置"/>)";
 
 protected:

@@ -16,7 +16,7 @@ public:
     static constexpr const char* keyValue = "101";
     static constexpr const char* accountColumn = "cOppHead";
     static constexpr const char* knownAccount = "1401";
-    static constexpr const char* key = "收发类别编码：101， ， ， ， ， ";
+    static constexpr const char* rowKey = "收发类别编码：101， ， ， ， ， ";
     static constexpr const char* yearClosed = R"(<error code="102" dsc="12月份已结账,不能导入科目设置"/>)";
 
 protected:

@@ -5,11 +5,11 @@
 namespace test {
 
 /// What every class of account settings does alike. A class's fixture gives
-///   `table`                      where its settings are
-///   `keyColumn`, `keyValue`      a key that suffices, which is an element and a column
+///   `table`                          where its settings are
+///   `keyColumn`, `keyValue`          a key that suffices, which is an element and a column
 ///   `accountColumn`, `knownAccount`  an account, likewise
-///   `key`                        what names such a row in its outcome
-///   `yearClosed`                 the error result of a closed year
+///   `rowKey`                         what names such a row in its outcome
+///   `yearClosed`                     the error result of a closed year
 template <class Settings> class EverySetting : public Settings {
 protected:
     static std::string Row(const std::string& account = Settings::knownAccount) {
@@ -55,7 +55,7 @@ TYPED_TEST_P(EverySetting, RefusesAClosedYearWhateverTheOperation) {
 TYPED_TEST_P(EverySetting, ImportsIntoAYearWhoseDecemberIsOpen) {
     this->account.Run(
         "INSERT INTO GL_mend (iyear, iperiod, bflag_IA) VALUES (2023, 12, 0), (2023, 11, 1), (2022, 12, 1)");
-    EXPECT_EQ(this->Import("ADD", this->Row()).result, ResultDocument("ADD", {{TypeParam::key, 0, "ok"}}));
+    EXPECT_EQ(this->Import("ADD", this->Row()).result, ResultDocument("ADD", {{TypeParam::rowKey, 0, "ok"}}));
 }
 
 TYPED_TEST_P(EverySetting, EmptyIsSentAsItStandsAndRefused) {
@@ -88,23 +88,23 @@ TYPED_TEST_P(EverySetting, OffersNoOtherOperation) {
 
 TYPED_TEST_P(EverySetting, TakesTheSameKeysOfAnotherYearForAnother) {
     this->Store({"2022"});
-    EXPECT_EQ(this->Import("ADD", this->Row()).result, ResultDocument("ADD", {{TypeParam::key, 0, "ok"}}));
+    EXPECT_EQ(this->Import("ADD", this->Row()).result, ResultDocument("ADD", {{TypeParam::rowKey, 0, "ok"}}));
     EXPECT_EQ(this->account.Rows(std::string("select iYear from ") + TypeParam::table + " order by AutoID"),
               (std::vector<std::string>{R"({"iYear":2022})", R"({"iYear":2023})"}));
 }
 
 TYPED_TEST_P(EverySetting, ReportsAnAccountLongerThanItsColumnAndOkBehind) {
     // Longer than the setting's 40 characters, and the chart of accounts knows it all the same.
-    const std::string account = "1234567890123456789012345678901234567890X";
+    const std::string code = "1234567890123456789012345678901234567890X";
     this->account.Run("DROP TABLE code\n"
                       "GO\n"
                       "CREATE TABLE code (iyear smallint NULL, ccode nvarchar(80) NULL, bend bit NULL)\n"
                       "GO\n"
                       "INSERT INTO code (iyear, ccode, bend) VALUES (2023, N'" +
-                      account + "', 1)");
-    EXPECT_EQ(this->Import("ADD", this->Row(account)).result,
-              ResultDocument("ADD", {{TypeParam::key, 101, "String or binary data would be truncated."},
-                                     {TypeParam::key, 0, "ok"}}));
+                      code + "', 1)");
+    EXPECT_EQ(this->Import("ADD", this->Row(code)).result,
+              ResultDocument("ADD", {{TypeParam::rowKey, 101, "String or binary data would be truncated."},
+                                     {TypeParam::rowKey, 0, "ok"}}));
     EXPECT_EQ(this->Stored(), std::vector<std::string>());
 }
 
