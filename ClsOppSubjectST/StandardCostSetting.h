@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ModPub/RequestFields.h"
+#include "host/DOMDocument.h"
 
 #include <array>
 #include <string>

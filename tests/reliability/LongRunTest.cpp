@@ -25,9 +25,9 @@ Held Hold() {
     return {heap.uordblks + heap.hblkhd, std::distance(begin(descriptors), end(descriptors))};
 }
 
-// Under a sanitizer its own leak check watches.
-const int calls = sanitized ? 150 : 300;
-constexpr int warmUp = 100;
+// Under a sanitizer its own leak check watches the heap.
+const int calls = sanitized ? 50 : 300;
+const int warmUp = sanitized ? 20 : 100;
 
 TEST(LongRunItself, SeesWhatIsHeld) {
     const Held before = Hold();
