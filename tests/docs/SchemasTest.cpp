@@ -5,7 +5,6 @@
 #include "tests/support/ScenarioFolder.h"
 #include "tests/support/TestAccount.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <map>
