@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ModPub/ImportState.h"
+#include "ModPub/RequestFields.h"
 
 #include <string>
 #include <string_view>
@@ -21,6 +22,9 @@ public:
     /// @param login the caller's login
     /// @return the result document, an error result, or the empty text after "EMPTY". Never throws.
     std::string Transact(std::string_view sXml, host::HostLogin* login);
+
+    /// The fields that it reads of a request.
+    static ModPub::RequestFields Fields();
 
 private:
     void ImportRow(const host::DOMNode& row);

@@ -1,24 +1,25 @@
 #include "ClsInvSubject/InventorySetting.h"
 
-#include "ModPub/GetNodeText.h"
+#include "ClsInvSubject/ClsInvSubject.h"
+#include "ModPub/RequestFields.h"
 #include "ModPub/RowKey.h"
 
 namespace kovra {
 
-using ModPub::GetNodeText;
+namespace {
 
-InventorySetting InventorySetting::Read(const host::DOMNode& row) {
-    return {
-        .cWhCode = GetNodeText(row, "cWhCode"),
-        .cInvCCode = GetNodeText(row, "cInvCCode"),
-        .cInvCode = GetNodeText(row, "cInvCode"),
-        .cInvHead = GetNodeText(row, "cInvHead"),
-        .cDifHead = GetNodeText(row, "cDifHead"),
-        .cOutHead = GetNodeText(row, "cOutHead"),
-        .cEnDispHead = GetNodeText(row, "cEnDispHead"),
-        .czyHead = GetNodeText(row, "czyHead"),
-    };
-}
+using Field = ModPub::RowField<InventorySetting>;
+
+constexpr std::array fields = {
+    Field{"cWhCode", &InventorySetting::cWhCode},         Field{"cInvCCode", &InventorySetting::cInvCCode},
+    Field{"cInvCode", &InventorySetting::cInvCode},       Field{"cInvHead", &InventorySetting::cInvHead},
+    Field{"cDifHead", &InventorySetting::cDifHead},       Field{"cOutHead", &InventorySetting::cOutHead},
+    Field{"cEnDispHead", &InventorySetting::cEnDispHead}, Field{"czyHead", &InventorySetting::czyHead},
+};
+
+} // namespace
+
+InventorySetting InventorySetting::Read(const host::DOMNode& row) { return ModPub::ReadFields(row, fields); }
 
 std::string InventorySetting::Key() const {
     std::string key;
@@ -27,5 +28,7 @@ std::string InventorySetting::Key() const {
     ModPub::AppendKeyPart(key, "存货编码：", cInvCode);
     return key;
 }
+
+ModPub::RequestFields ClsInvSubject::Fields() { return {.row = ModPub::Names(fields)}; }
 
 } // namespace kovra

@@ -53,13 +53,7 @@ std::string UpdateStatement(const InventorySetting& setting, const std::string& 
 } // namespace
 
 void ClsInvSubject::SaveSetting(const std::string& key, const InventorySetting& setting) {
-    ModPub::SaveSetting(
-        state_, key,
-        {
-            .match = [&] { return LookupStatement(setting, state_.login->LoginYear()); },
-            .insert = [&] { return InsertStatement(setting, state_.login->LoginYear()); },
-            .update = [&](std::int32_t id) { return UpdateStatement(setting, state_.login->LoginYear(), id); },
-        });
+    ModPub::SaveSetting(state_, key, setting, LookupStatement, InsertStatement, UpdateStatement);
 }
 
 } // namespace kovra

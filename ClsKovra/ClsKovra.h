@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ModPub/ImportState.h"
+#include "ModPub/RequestFields.h"
 #include "ModPub/TransactFrame.h"
 
 #include <optional>
@@ -32,6 +33,9 @@ public:
     /// @param cType a Boolean column of `Inventory`, for example "bInvBatch"
     /// Throws 91 when there is no connection yet, 94 for a Null flag, and the database's error.
     bool InvCodeIsTorF(const std::string& cCode, const std::string& cType);
+
+    /// The fields that it reads of a request.
+    static ModPub::RequestFields Fields();
 
 private:
     std::optional<ModPub::RequestError> RefusedLedger();

@@ -1,5 +1,6 @@
 #include "ClsKovra/OpeningRow.h"
 
+#include "ClsKovra/ClsKovra.h"
 #include "ModPub/GetNodeText.h"
 #include "ModPub/RowKey.h"
 
@@ -20,5 +21,14 @@ OpeningRow OpeningRow::Read(const host::DOMNode& element) {
 }
 
 std::string OpeningRow::Field(std::string_view name) const { return ModPub::GetNodeText(element, name); }
+
+ModPub::RequestFields ClsKovra::Fields() {
+    ModPub::RequestFields fields{.row = {"cWhCode", "cInvCode", "cBatchCode", "iQuantity", "iCost", "iPrice",
+                                         "dVouDate", "dMadeDate", "dVDate", "cItem_class", "cItemCode", "cItemCName",
+                                         "cName", "cDefine4", "cDefine6", "cDefine36", "cDefine37"},
+                                 .othersAreColumns = true};
+    fields.row.insert(fields.row.end(), freeItemNames.begin(), freeItemNames.end());
+    return fields;
+}
 
 } // namespace kovra

@@ -1,28 +1,27 @@
 #include "ClsOppSubject/OppositeSetting.h"
 
-#include "ModPub/GetNodeText.h"
+#include "ClsOppSubject/ClsOppSubject.h"
+#include "ModPub/RequestFields.h"
 #include "ModPub/RowKey.h"
 
 namespace kovra {
 
-using ModPub::GetNodeText;
+namespace {
 
-OppositeSetting OppositeSetting::Read(const host::DOMNode& row) {
-    return {
-        .cRdCode = GetNodeText(row, "cRdCode"),
-        .cInvcCode = GetNodeText(row, "cInvcCode"),
-        .cInvCode = GetNodeText(row, "cInvCode"),
-        .cDepCode = GetNodeText(row, "cDepCode"),
-        .citem_class = GetNodeText(row, "citem_class"),
-        .citemcode = GetNodeText(row, "citemcode"),
-        .cItem_class = GetNodeText(row, "cItem_class"),
-        .cItemCode = GetNodeText(row, "cItemCode"),
-        .cItemCName = GetNodeText(row, "cItemCName"),
-        .cName = GetNodeText(row, "cName"),
-        .cOppHead = GetNodeText(row, "cOppHead"),
-        .cEstHead = GetNodeText(row, "cEstHead"),
-    };
-}
+using Field = ModPub::RowField<OppositeSetting>;
+
+constexpr std::array fields = {
+    Field{"cRdCode", &OppositeSetting::cRdCode},         Field{"cInvcCode", &OppositeSetting::cInvcCode},
+    Field{"cInvCode", &OppositeSetting::cInvCode},       Field{"cDepCode", &OppositeSetting::cDepCode},
+    Field{"citem_class", &OppositeSetting::citem_class}, Field{"citemcode", &OppositeSetting::citemcode},
+    Field{"cItem_class", &OppositeSetting::cItem_class}, Field{"cItemCode", &OppositeSetting::cItemCode},
+    Field{"cItemCName", &OppositeSetting::cItemCName},   Field{"cName", &OppositeSetting::cName},
+    Field{"cOppHead", &OppositeSetting::cOppHead},       Field{"cEstHead", &OppositeSetting::cEstHead},
+};
+
+} // namespace
+
+OppositeSetting OppositeSetting::Read(const host::DOMNode& row) { return ModPub::ReadFields(row, fields); }
 
 std::string OppositeSetting::Key() const {
     std::string key;
@@ -32,5 +31,7 @@ std::string OppositeSetting::Key() const {
     ModPub::AppendKeyPart(key, "部门编码：", cDepCode);
     return key;
 }
+
+ModPub::RequestFields ClsOppSubject::Fields() { return {.row = ModPub::Names(fields)}; }
 
 } // namespace kovra

@@ -57,13 +57,7 @@ std::string UpdateStatement(const OppositeSetting& setting, const std::string& y
 } // namespace
 
 void ClsOppSubject::SaveRow(const std::string& key, const OppositeSetting& setting) {
-    ModPub::SaveSetting(
-        state_, key,
-        {
-            .match = [&] { return MatchStatement(setting, state_.login->LoginYear()); },
-            .insert = [&] { return InsertStatement(setting, state_.login->LoginYear()); },
-            .update = [&](std::int32_t id) { return UpdateStatement(setting, state_.login->LoginYear(), id); },
-        });
+    ModPub::SaveSetting(state_, key, setting, MatchStatement, InsertStatement, UpdateStatement);
 }
 
 } // namespace kovra

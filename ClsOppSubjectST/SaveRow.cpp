@@ -46,13 +46,7 @@ std::string UpdateStatement(const StandardCostSetting& setting, const std::strin
 } // namespace
 
 void ClsOppSubjectST::SaveRow(const std::string& key, const StandardCostSetting& setting) {
-    ModPub::SaveSetting(
-        state_, key,
-        {
-            .match = [&] { return MatchStatement(setting, state_.login->LoginYear()); },
-            .insert = [&] { return InsertStatement(setting, state_.login->LoginYear()); },
-            .update = [&](std::int32_t id) { return UpdateStatement(setting, state_.login->LoginYear(), id); },
-        });
+    ModPub::SaveSetting(state_, key, setting, MatchStatement, InsertStatement, UpdateStatement);
 }
 
 } // namespace kovra

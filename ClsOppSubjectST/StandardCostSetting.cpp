@@ -1,16 +1,12 @@
 #include "ClsOppSubjectST/StandardCostSetting.h"
 
-#include "ModPub/GetNodeText.h"
+#include "ClsOppSubjectST/ClsOppSubjectST.h"
 #include "ModPub/RowKey.h"
 
 namespace kovra {
 
 StandardCostSetting StandardCostSetting::Read(const host::DOMNode& row) {
-    StandardCostSetting setting;
-    for (const StandardCostColumn& column : standardCostColumns) {
-        setting.*column.field = ModPub::GetNodeText(row, column.name);
-    }
-    return setting;
+    return ModPub::ReadFields(row, standardCostColumns);
 }
 
 std::string StandardCostSetting::Key() const {
@@ -20,5 +16,7 @@ std::string StandardCostSetting::Key() const {
     ModPub::AppendKeyPart(key, "部门编码：", cDepCode);
     return key;
 }
+
+ModPub::RequestFields ClsOppSubjectST::Fields() { return {.row = ModPub::Names(standardCostColumns)}; }
 
 } // namespace kovra

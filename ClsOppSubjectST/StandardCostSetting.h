@@ -1,10 +1,10 @@
 #pragma once
 
+#include "ModPub/RequestFields.h"
 #include "host/DOMDocument.h"
 
 #include <array>
 #include <string>
-#include <string_view>
 
 namespace kovra {
 
@@ -43,10 +43,7 @@ struct StandardCostSetting {
 };
 
 /// A field of the row, stored in the column of its name.
-struct StandardCostColumn {
-    std::string_view name;
-    std::string StandardCostSetting::*field;
-};
+using StandardCostColumn = ModPub::RowField<StandardCostSetting>;
 
 /// Number of the columns that are keys; they come first.
 inline constexpr std::size_t standardCostKeys = 3;

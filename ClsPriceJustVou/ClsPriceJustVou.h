@@ -2,6 +2,7 @@
 
 #include "ClsPriceJustVou/Report.h"
 #include "ModPub/ImportState.h"
+#include "ModPub/RequestFields.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,6 +42,9 @@ public:
     /// Throws 91 before `Transact` has opened the connection, and the database's error.
     bool GetStartEndDate(std::int16_t intMonth, std::int16_t intYear, host::Value* varStart = nullptr,
                          host::Value* varEnd = nullptr);
+
+    /// The fields that it reads of a request.
+    static ModPub::RequestFields Fields();
 
 private:
     std::string ImportVouchers(const host::DOMNodeList& documents);

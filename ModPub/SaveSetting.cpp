@@ -42,13 +42,13 @@ void AppendAssignment(std::string& sql, std::string_view piece, std::string_view
 void SaveSetting(ImportState& state, std::string_view key, const SettingStatements& statements) {
     std::string message;
     try {
-        const std::int32_t id = FindSetting(state, statements.match());
+        const std::int32_t id = FindSetting(state, statements.match(state.login->LoginYear()));
         if (id == 0) {
-            state.connection->Execute(statements.insert());
+            state.connection->Execute(statements.insert(state.login->LoginYear()));
             return;
         }
         if (state.operation == "EDIT") {
-            state.connection->Execute(statements.update(id));
+            state.connection->Execute(statements.update(state.login->LoginYear(), id));
             return;
         }
         message = "对照关系已经存在，无法插入新记录。";

@@ -19,17 +19,29 @@ void AppendSqlText(std::string& sql, std::string_view value, std::string_view nu
 /// Appends one line of an update: `piece` (the column and its equals sign), the rendered value and a line break.
 void AppendAssignment(std::string& sql, std::string_view piece, std::string_view value, std::string_view null);
 
-/// The statements that save one setting; the callables outlive it.
+/// The statements that save one setting in the login's year; the callables outlive it.
 struct SettingStatements {
     /// Selects the ids of settings with the row's keys.
-    FunctionRef<std::string()> match;
-    FunctionRef<std::string()> insert;
-    FunctionRef<std::string(std::int32_t id)> update;
+    FunctionRef<std::string(const std::string& year)> match;
+    FunctionRef<std::string(const std::string& year)> insert;
+    FunctionRef<std::string(const std::string& year, std::int32_t id)> update;
 };
 
 /// Saves one setting: inserts it where the match query finds none, updates the first match under "EDIT", refuses the
 /// row otherwise. A refusal and an error are recorded here as outcomes of `key`; nothing is recorded for success.
 /// Throws only what recording throws.
 void SaveSetting(ImportState& state, std::string_view key, const SettingStatements& statements);
+
+/// The same for the setting that `row` holds; the functions make its statements.
+template <class Row>
+void SaveSetting(ImportState& state, std::string_view key, const Row& row,
+                 std::string (&match)(const Row& row, const std::string& year),
+                 std::string (&insert)(const Row& row, const std::string& year),
+                 std::string (&update)(const Row& row, const std::string& year, std::int32_t id)) {
+    SaveSetting(state, key,
+                {.match = [&](const std::string& year) { return match(row, year); },
+                 .insert = [&](const std::string& year) { return insert(row, year); },
+                 .update = [&](const std::string& year, std::int32_t id) { return update(row, year, id); }});
+}
 
 } // namespace ModPub

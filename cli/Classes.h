@@ -1,8 +1,10 @@
 #pragma once
 
 #include "ModPub/ImportObserver.h"
+#include "ModPub/RequestFields.h"
 #include "host/Environment.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +23,9 @@ struct ImportClass {
     /// @param observer watches the import; nobody where it is nullptr
     std::string (*transact)(host::Environment& environment, std::string_view request, host::HostLogin* login,
                             ModPub::ImportObserver* observer);
+    /// The fields that it reads of a request; nothing where mapping files of the user's own say what it reads.
+    /// Throws `host::Error` when the program's own mapping cannot be read.
+    std::optional<ModPub::RequestFields> (*fields)();
 };
 
 /// All classes, in the order in which the usage text names them.

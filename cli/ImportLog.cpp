@@ -2,6 +2,7 @@
 
 #include "ModPub/ImportState.h"
 #include "ModPub/Text.h"
+#include "cli/Nearest.h"
 #include "host/DOMDocument.h"
 #include "text/Utf8.h"
 
@@ -11,7 +12,7 @@
 
 namespace cli {
 
-ImportLog::ImportLog(std::optional<ClassFields> fields, bool keepOutcomes, Listeners listeners)
+ImportLog::ImportLog(std::optional<ModPub::RequestFields> fields, bool keepOutcomes, Listeners listeners)
     : fields_(std::move(fields)), keepOutcomes_(keepOutcomes), listeners_(std::move(listeners)) {}
 
 namespace {

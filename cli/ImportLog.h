@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ModPub/ImportObserver.h"
-#include "cli/ClassFields.h"
+#include "ModPub/RequestFields.h"
 
 #include <cstddef>
 #include <functional>
@@ -56,7 +56,7 @@ public:
 
     /// @param fields what the class reads; nothing for not looking at children
     /// @param keepOutcomes whether `outcomes` is filled
-    ImportLog(std::optional<ClassFields> fields, bool keepOutcomes, Listeners listeners);
+    ImportLog(std::optional<ModPub::RequestFields> fields, bool keepOutcomes, Listeners listeners);
 
     void RequestBegins(std::string_view docid, std::string_view proc) noexcept override;
     void RowsSelected(std::size_t count) noexcept override;
@@ -114,7 +114,7 @@ private:
     void AddRefusal(std::size_t entry, std::string_view key, long code, std::string_view description) noexcept;
     void LookAtChildren(const host::DOMNode& parent, const std::vector<std::string>& known);
 
-    std::optional<ClassFields> fields_;
+    std::optional<ModPub::RequestFields> fields_;
     bool keepOutcomes_;
     Listeners listeners_;
     std::size_t entries_ = 0;

@@ -147,7 +147,7 @@ int RunTransact(const TransactArguments& arguments, Console& console) {
             progress.Show(begun, of, entries ? messages.entry : rows);
         };
     }
-    ImportLog log(arguments.quiet ? std::nullopt : FieldsOf(importClass.name), format != ResultFormat::xml,
+    ImportLog log(arguments.quiet ? std::nullopt : importClass.fields(), format != ResultFormat::xml,
                   std::move(listeners));
     lossLog = &log;
     platform::NoteInterruptions();

@@ -1,61 +1,52 @@
-# Completion of kovra for bash; installed as share/bash-completion/completions/kovra, or sourced.
+# Completion of kovra for bash; installed as share/bash-completion/completions/kovra, or sourced. It asks the program: the
+# help of a command names its commands, its options with their values, its arguments and the classes.
+
+# The help of the command that the words are.
+_kovra_help() {
+  LC_ALL=C "${COMP_WORDS[0]/#\~/$HOME}" "$@" --help 2> /dev/null
+}
+
+# The commands that a help names.
+_kovra_commands() {
+  sed -n '/^Commands:/,/^$/s/^  \([a-z]\{1,\}\) .*/\1/p'
+}
+
+# The kind of value that a help tells for an option; nothing where it takes none.
+_kovra_value() {
+  awk -F '  +' -v option="$1" '/^  -/ {
+    count = split($2, words, /[, ]/)
+    for (i = 1; i < count; ++i) if (words[i] == option && words[count] !~ /^-/) print words[count]
+  }'
+}
 
 _kovra() {
-  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command="" word choices
-  local classes="ClsInvSubject ClsOppSubject ClsOppSubjectST ClsKovra ClsKovraProof ClsPriceJustVou"
-  # How a spreadsheet is read.
-  local sheet="--class --sheet --header-row --map --encoding --hidden --fix-codes --allow-duplicates"
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} help word wanted choices=""
+  local -a command=()
   COMPREPLY=()
+  help=$(_kovra_help)
   for word in "${COMP_WORDS[@]:1:$((COMP_CWORD - 1))}"; do
-    case $word in
-      transact | query | template | request | import | imports | sql | account | login | trace) [ -n "$command" ] || command=$word ;;
-      create | backup | restore | check | upgrade | init | list | show | undo) [ -z "$command" ] || command="${command%% *} $word" ;;
-    esac
+    if _kovra_commands <<< "$help" | grep -qx -- "$word"; then
+      command+=("$word")
+      help=$(_kovra_help "${command[@]}")
+    fi
   done
 
-  case $previous in
-    --class) choices=$classes ;;
-    --format)
-      choices="xml table json"
-      [ "$command" != sql ] || choices="table json csv"
-      ;;
-    --lang) choices="zh en" ;;
-    --hidden) choices="include skip" ;;
-    --login | --trace | --journal | --conditions | --report | --refused | -o | --output)
+  wanted=$(_kovra_value "$previous" <<< "$help")
+  if [ -z "$wanted" ] && [[ $current != -* ]]; then
+    wanted=$(sed -n '/^Arguments:/{n;s/^  \([A-Z]*\).*/\1/p;}' <<< "$help")
+    # Numbers are nobody's to guess.
+    [ "$wanted" != NUMBER ] || wanted=""
+    [[ $wanted != REQUEST && $wanted != ENVELOPE ]] || wanted=FILE
+  fi
+  case $wanted in
+    "") choices="$(_kovra_commands <<< "$help") $(sed -n 's/^  \(-.,\)\{0,1\}\(--[a-z-]*\).*/\2/p' <<< "$help")" ;;
+    FILE)
       mapfile -t COMPREPLY < <(compgen -f -- "$current")
       return
       ;;
-    -e | --execute | --timeout | --database | --connection | --account | --year | --user | --name | --sheet | --header-row | --map | --encoding) return ;;
+    CLASS) choices=$(grep -o 'Cls[A-Za-z]*' <<< "$help") ;;
+    *"|"*) choices=${wanted//|/ } ;;
   esac
-  if [[ $previous == template && $current != -* ]]; then
-    choices=$classes
-  fi
-  if [ -z "${choices:-}" ]; then
-    if [[ $current != -* && ($command == transact || $command == query || $command == request || $command == import || $command == sql || $command == "login init" || $command == "account backup" || $command == "account restore" || $command == "trace show") ]]; then
-      mapfile -t COMPREPLY < <(compgen -f -- "$current")
-      return
-    fi
-    case $command in
-      "") choices="transact query template request import imports sql account login trace --help --version --lang" ;;
-      transact) choices="--class --login --trace --trace-times --journal --format --quiet --lang --help" ;;
-      query) choices="--login --conditions --trace --trace-times --lang --help" ;;
-      template) choices="--output --login --lang --help" ;;
-      request) choices="$sheet --output --login --json --quiet --lang --help" ;;
-      import) choices="$sheet --login --commit --strict --report --refused --json --quiet --lang --help" ;;
-      imports) choices="list show undo --lang --help" ;;
-      "imports list" | "imports show" | "imports undo") choices="--login --lang --help" ;;
-      sql) choices="--login --execute --format --timeout --lang --help" ;;
-      account) choices="create backup restore check upgrade --lang --help" ;;
-      "account create") choices="--login --demo --database --lang --help" ;;
-      "account backup" | "account restore") choices="--login --system --lang --help" ;;
-      "account check" | "account upgrade") choices="--login --lang --help" ;;
-      trace) choices="show --lang --help" ;;
-      "trace show") choices="--lang --help" ;;
-      login) choices="check init --lang --help" ;;
-      "login check") choices="--login --lang --help" ;;
-      "login init") choices="--connection --account --year --user --name --lang --help" ;;
-    esac
-  fi
-  mapfile -t COMPREPLY < <(compgen -W "${choices:-}" -- "$current")
+  mapfile -t COMPREPLY < <(compgen -W "$choices" -- "$current")
 }
 complete -o filenames -F _kovra kovra

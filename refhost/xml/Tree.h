@@ -98,8 +98,9 @@ inline std::string_view Node::Data() const noexcept {
 const Node* NextInOrder(const Node& node, const Node& top) noexcept;
 
 /// The content of a document. A request has millions of nodes, and libxml2's own tree would take more of everything:
-/// of a request of 100,000 rows with eight fields each this one takes 780 bytes a row, libxml2's 2,180
-/// (bench/parts/XmlBench.cpp, ReadRequest and ReadRequestByLibxml).
+/// of a request of 100,000 rows with eight fields each this one takes 780 bytes a row, libxml2's 2,180. It is made in
+/// 66 ms by our own reader of plain texts, in 133 ms by libxml2's parser, and libxml2's tree in 355 ms
+/// (bench/parts/XmlBench.cpp, ReadRequest, ReadCommentedRequest and ReadRequestByLibxml).
 class Tree {
 public:
     Tree();

@@ -152,13 +152,6 @@ TEST_F(SaveSetting, TakesAnySettingOfTheWarehouseForAWarehouseAlone) {
     EXPECT_EQ(Stored().size(), 2U);
 }
 
-TEST_F(SaveSetting, TakesTheSameSettingOfAnotherYearForAnother) {
-    account.Run("INSERT INTO IA_HeadSet (cWhCode, iYear) VALUES (N'01', 2022)");
-    EXPECT_EQ(Import("ADD", warehouseRow).result, ResultDocument("ADD", {{warehouseKey, 0, "ok"}}));
-    EXPECT_EQ(account.Rows("select iYear from IA_HeadSet order by AutoID"),
-              (std::vector<std::string>{R"({"iYear":2022})", R"({"iYear":2023})"}));
-}
-
 TEST_F(SaveSetting, ReportsAFailingStatementAndOkBehind) {
     for (const std::string_view statement : {"Select AutoID", "INSERT"}) {
         const ImportRun run = Import("ADD", warehouseRow, {.statement = [statement](std::string_view sql) {
@@ -171,21 +164,6 @@ TEST_F(SaveSetting, ReportsAFailingStatementAndOkBehind) {
                                                      {warehouseKey, 0, "ok"}}))
             << statement;
     }
-    EXPECT_EQ(Stored(), std::vector<std::string>());
-}
-
-TEST_F(SaveSetting, ReportsAValueLongerThanItsColumn) {
-    // An account longer than the setting's 40 characters that the chart of accounts knows all the same.
-    account.Run("DROP TABLE code\n"
-                "GO\n"
-                "CREATE TABLE code (iyear smallint NULL, ccode nvarchar(80) NULL, bend bit NULL)\n"
-                "GO\n"
-                "INSERT INTO code (iyear, ccode, bend) VALUES "
-                "(2023, N'1234567890123456789012345678901234567890X', 1)");
-    const ImportRun run = Import("ADD", "<row><cWhCode>01</cWhCode>"
-                                        "<cInvHead>1234567890123456789012345678901234567890X</cInvHead></row>");
-    EXPECT_EQ(run.result, ResultDocument("ADD", {{warehouseKey, 101, "String or binary data would be truncated."},
-                                                 {warehouseKey, 0, "ok"}}));
     EXPECT_EQ(Stored(), std::vector<std::string>());
 }
 

@@ -10,6 +10,15 @@ namespace test {
 
 /// An account with a little master data; year 2023.
 class OppositeSettings : public SettingsFixture<kovra::ClsOppSubject> {
+public:
+    static constexpr const char* table = "IA_OppHead";
+    static constexpr const char* keyColumn = "cRdCode";
+    static constexpr const char* keyValue = "101";
+    static constexpr const char* accountColumn = "cOppHead";
+    static constexpr const char* knownAccount = "1401";
+    static constexpr const char* rowKey = "收发类别编码：101， ， ， ， ， ";
+    static constexpr const char* yearClosed = R"(<error code="102" dsc="12月份已结账,不能导入科目设置"/>)";
+
 protected:
     OppositeSettings()
         : SettingsFixture(
@@ -29,8 +38,7 @@ protected:
               "INSERT INTO fitemss97 (citemcode, citemname) VALUES (N'RD1', N'Spindle'), (N'RD2', NULL)\n"
               "GO\n"
               "INSERT INTO code (iyear, ccode, bend) VALUES\n"
-              "(2023, N'14', 0), (2023, N'1401', 1), (2023, N'1402', 1), (2022, N'1499', 1)\n",
-              2) {}
+              "(2023, N'14', 0), (2023, N'1401', 1), (2023, N'1402', 1), (2022, N'1499', 1)\n") {}
 
     /// All stored mappings in the order of their ids.
     std::vector<std::string> Stored() const {

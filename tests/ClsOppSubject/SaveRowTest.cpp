@@ -166,14 +166,6 @@ TEST_F(SaveRow, MatchesNullAndEmptyTextsAlike) {
     EXPECT_EQ(run.result, ResultDocument("ADD", {{categoryKey, 101, exists}, {categoryKey, 0, "ok"}}));
 }
 
-TEST_F(SaveRow, TakesTheSameKeysOfAnotherYearForAnotherMapping) {
-    account.Run("INSERT INTO IA_OppHead (cRdCode,iYear) VALUES (N'101',2022)");
-    const ImportRun run = Import("ADD", categoryRow);
-    EXPECT_EQ(run.result, ResultDocument("ADD", {{categoryKey, 0, "ok"}}));
-    EXPECT_EQ(account.Rows("select iYear from IA_OppHead order by AutoID"),
-              (std::vector<std::string>{R"({"iYear":2022})", R"({"iYear":2023})"}));
-}
-
 TEST_F(SaveRow, UpdatesOneOfSeveralMatches) {
     account.Run("INSERT INTO IA_OppHead (cRdCode,cOppHead,iYear) VALUES (N'101',N'1',2023),(N'101',N'2',2023)");
     const ImportRun run = Import("EDIT", categoryRow);

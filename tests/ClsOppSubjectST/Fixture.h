@@ -11,6 +11,15 @@ namespace test {
 /// An account that values at standard cost, with a little master data; year 2023. Every account is named after the
 /// field it is for.
 class StandardCostSettings : public SettingsFixture<kovra::ClsOppSubjectST> {
+public:
+    static constexpr const char* table = "IA_OppHead";
+    static constexpr const char* keyColumn = "cRdCode";
+    static constexpr const char* keyValue = "101";
+    static constexpr const char* accountColumn = "cOppHead";
+    static constexpr const char* knownAccount = "a01";
+    static constexpr const char* rowKey = "收发类别编码：101， ， ";
+    static constexpr const char* yearClosed = R"(<error code="103" dsc="12月份已结账,不能导入科目设置"/>)";
+
 protected:
     StandardCostSettings()
         : SettingsFixture(
@@ -30,7 +39,10 @@ protected:
               "(2023, N'a11', 1), (2023, N'a12', 1), (2023, N'a13', 1), (2023, N'a14', 1), (2023, N'a15', 1),\n"
               "(2023, N'a16', 1), (2023, N'a17', 1), (2023, N'a18', 1), (2023, N'a19', 1), (2023, N'a20', 1),\n"
               "(2023, N'a21', 1)\n",
-              4) {}
+              {Queried("select cValue from AccInformation where cSysID ='ca' and cName ='dCAFirstDate' and "
+                       "isnull(cValue,N'') <> N''"),
+               Queried("select cValue  from AccInformation where cSysID ='ca' and cName ='bRLOrST' and "
+                       "isnull(cValue,N'0') = N'1'")}) {}
 
     std::vector<std::string> Stored() const { return account.Rows("select * from IA_OppHead order by AutoID"); }
 };

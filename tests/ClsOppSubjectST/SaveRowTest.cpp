@@ -192,21 +192,6 @@ TEST_F(SaveRow, MatchesByThreeKeysAndTheYear) {
     EXPECT_EQ(Stored().size(), 5U);
 }
 
-TEST_F(SaveRow, ReportsAValueLongerThanItsColumnAndOkBehind) {
-    // An account longer than the setting's 40 characters that the chart of accounts knows all the same.
-    account.Run("DROP TABLE code\n"
-                "GO\n"
-                "CREATE TABLE code (iyear smallint NULL, ccode nvarchar(80) NULL, bend bit NULL)\n"
-                "GO\n"
-                "INSERT INTO code (iyear, ccode, bend) VALUES "
-                "(2023, N'1234567890123456789012345678901234567890X', 1)");
-    const ImportRun run = Import("ADD", "<row><cDepCode>0201</cDepCode>"
-                                        "<cOppHead>1234567890123456789012345678901234567890X</cOppHead></row>");
-    EXPECT_EQ(run.result, ResultDocument("ADD", {{"部门编码：0201", 101, "String or binary data would be truncated."},
-                                                 {"部门编码：0201", 0, "ok"}}));
-    EXPECT_EQ(Stored(), std::vector<std::string>());
-}
-
 TEST_F(SaveRow, ReportsAFailingUpdateAndOkBehind) {
     Import("ADD", everyField);
     const ImportRun run = Import("EDIT", everyField, {.statement = [](std::string_view sql) {

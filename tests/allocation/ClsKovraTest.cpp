@@ -13,16 +13,6 @@ using test::FailEveryAllocation;
 using test::OpeningRules;
 using test::Play;
 
-constexpr const char* setup = R"(INSERT INTO AccInformation (cSysID, cName, cValue) VALUES
-(N'IA', N'dIAStartDate', N'2023-01-01'), (N'IA', N'cValueStyle', N'按仓库核算')
-GO
-INSERT INTO QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) VALUES ('001', 2023, 1, '2023-01-01', '2023-01-31')
-GO
-INSERT INTO Warehouse (cWhCode, cWhValueStyle) VALUES ('01', N'全月平均法'), ('02', N'计划价法')
-GO
-INSERT INTO inventory (cInvCode, iInvRCost) VALUES ('N1', NULL), ('P1', 2.5)
-)";
-
 const std::string rows =
     "<row><cWhCode>01</cWhCode><cInvCode>N1</cInvCode><iQuantity>-1</iQuantity><iCost>2</iCost><iPrice>2</iPrice>"
     "<dVouDate>2022-12-31</dVouDate></row>"
@@ -31,7 +21,7 @@ const std::string rows =
 TEST(OpeningBalancesAllocation, Add) {
     FailEveryAllocation({.name = "ClsKovra ADD",
                          .proc = "ADD",
-                         .setup = setup,
+                         .setup = test::openingSetup,
                          .restore = "DELETE FROM Ia_subsidiary",
                          .contents = {"select cInvCode, iAInQuantity, iAInPrice from Ia_subsidiary"},
                          .run = test::TransactOf<kovra::ClsKovra>(test::Request("ADD", rows)),

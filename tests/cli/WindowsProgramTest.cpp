@@ -27,8 +27,8 @@ protected:
     static void ExpectScenario(const std::wstring& option) {
         const fs::path& folder = GetParam();
         const test::TestAccount account;
-        account.Run(test::ReadText(folder / "setup.sql"));
-        fs::copy_file(folder / "login.xml", account.folder() / "login.xml");
+        test::SetUp(account, folder);
+        fs::copy_file(test::LoginFile(folder), account.folder() / "login.xml");
         fs::copy_file(folder / "request.xml", account.folder() / "request.xml");
         const test::ProgramRun run = test::RunProgram(
             account.folder(), L"transact --class " + folder.parent_path().filename().wstring() +

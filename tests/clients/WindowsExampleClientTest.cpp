@@ -39,9 +39,9 @@ protected:
     /// Runs a scenario through the client. @return the client's exit status
     unsigned long Import(const std::string& className, const std::string& name) {
         scenario_ = sourceFolder / "tests" / "scenarios" / className / name;
-        account_.Run(test::ReadText(scenario_ / "setup.sql"));
+        test::SetUp(account_, scenario_);
         WriteUnicode(account_.folder() / "request.xml", test::ReadText(scenario_ / "request.xml"));
-        WriteUnicode(account_.folder() / "login.xml", test::ReadText(scenario_ / "login.xml"));
+        WriteUnicode(account_.folder() / "login.xml", test::ReadText(test::LoginFile(scenario_)));
         const fs::path script = sourceFolder / "examples" / "clients" / "import.vbs";
         return test::RunningCommand(account_.folder(), L"cscript.exe //nologo \"" + script.wstring() + L"\" " +
                                                            server::ToUtf16(className) +

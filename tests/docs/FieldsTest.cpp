@@ -1,5 +1,6 @@
 // The pages' tables of fields, the schemas and the account's tables say the same of every field.
 
+#include "cli/Classes.h"
 #include "tests/docs/Pages.h"
 #include "tests/support/Paths.h"
 #include "tests/support/TestAccount.h"
@@ -130,6 +131,27 @@ TEST_P(PageOfFields, HasTheFieldsOfTheSchema) {
         // Of opening balances the page leaves the other columns of the ledger to the table.
         EXPECT_TRUE(GetParam() == "ClsKovra" || page.contains(field)) << field;
     }
+}
+
+TEST_P(PageOfFields, NamesInItsSchemaWhatTheClassReads) {
+    const auto found = std::ranges::find(cli::ImportClasses(), GetParam(), &cli::ImportClass::name);
+    ASSERT_NE(found, cli::ImportClasses().end());
+    const std::optional<ModPub::RequestFields> fields = found->fields();
+    ASSERT_TRUE(fields);
+    std::set<std::string> read;
+    for (const std::vector<std::string>& names : {fields->row, fields->header, fields->entry}) {
+        read.insert(names.begin(), names.end());
+    }
+    std::set<std::string> described;
+    for (const auto& [field, type] : SchemaFields(GetParam())) {
+        // Any column of the ledger may be given an opening balance.
+        if (!fields->othersAreColumns || read.contains(field)) {
+            described.insert(field);
+        }
+    }
+    // Small letters are what a check takes for missing: no request is meant to have them.
+    std::erase_if(read, [](const std::string& field) { return field.starts_with("cfree"); });
+    EXPECT_EQ(read, described);
 }
 
 TEST_P(PageOfFields, HasTheLengthsOfTheAccount) {

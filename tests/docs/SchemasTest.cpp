@@ -2,9 +2,9 @@
 
 #include "tests/docs/Pages.h"
 #include "tests/support/Paths.h"
+#include "tests/support/ScenarioFolder.h"
 #include "tests/support/TestAccount.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <map>
@@ -102,13 +102,9 @@ void ExpectAsMeant(const std::string& file, const std::string& schema) {
 /// Folders of scenarios, as "CLASS/NAME".
 std::vector<std::string> Scenarios() {
     std::vector<std::string> scenarios;
-    const fs::path root = test::SourceFolder() / "tests/scenarios";
-    for (const auto& ofClass : fs::directory_iterator(root)) {
-        for (const auto& scenario : fs::directory_iterator(ofClass.path())) {
-            scenarios.push_back(fs::relative(scenario.path(), root).string());
-        }
+    for (const fs::path& folder : test::ScenarioFolders()) {
+        scenarios.push_back(fs::relative(folder, test::SourceFolder() / "tests/scenarios").string());
     }
-    std::ranges::sort(scenarios);
     return scenarios;
 }
 

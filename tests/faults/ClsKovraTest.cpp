@@ -17,22 +17,6 @@ using test::OpeningRow;
 using test::OpeningRules;
 using test::Play;
 
-constexpr const char* setup = R"(INSERT INTO AccInformation (cSysID, cName, cValue) VALUES
-(N'IA', N'dIAStartDate', N'2023-01-01'), (N'IA', N'cValueStyle', N'按仓库核算'), (N'AA', N'cSysVersion', N'工业')
-GO
-INSERT INTO QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) VALUES ('001', 2023, 1, '2023-01-01', '2023-01-31')
-GO
-INSERT INTO Warehouse (cWhCode, cWhValueStyle) VALUES ('01', N'全月平均法'), ('02', N'计划价法')
-GO
-INSERT INTO inventory (cInvCode, bInvBatch, iInvRCost) VALUES ('N1', 0, NULL), ('A1', 1, 3), ('P1', 0, 2.5)
-GO
-INSERT INTO InvCheckFreeIA870 (cInvCode, fInvRCost) VALUES ('P1', 2.5)
-GO
-INSERT INTO fitem (citem_class, citem_name, ctable) VALUES ('97', N'研发项目', 'fitemss97')
-GO
-INSERT INTO fitemss97 (citemcode, citemname) VALUES ('RD01', N'主轴研制')
-)";
-
 constexpr const char* restore = "DELETE FROM Ia_subsidiary";
 
 constexpr const char* contents = "select cWhCode, cInvCode, iAInQuantity, iInCost, iAInPrice, iDebitDifCost, cBatchIA, "
@@ -95,7 +79,7 @@ std::vector<OpeningRow> Rows() {
 void DisturbEveryOperationOf(const std::string& proc) {
     DisturbEveryOperation({.name = "ClsKovra " + proc,
                            .proc = proc,
-                           .setup = setup,
+                           .setup = test::openingSetup,
                            .restore = restore,
                            .contents = {contents},
                            .run = test::TransactOf<kovra::ClsKovra>(test::Request(proc, rows)),
@@ -110,8 +94,8 @@ TEST(OpeningBalancesFaults, RefusedLedger) {
     DisturbEveryOperation(
         {.name = "ClsKovra ADD, ledger refused",
          .proc = "ADD",
-         .setup =
-             std::string(setup) + "GO\nINSERT INTO CostJustVouch (ID, cCode, dCJVDate) VALUES (1, N'1', '2023-01-02')",
+         .setup = std::string(test::openingSetup) +
+                  "GO\nINSERT INTO CostJustVouch (ID, cCode, dCJVDate) VALUES (1, N'1', '2023-01-02')",
          .restore = restore,
          .contents = {contents},
          .run = test::TransactOf<kovra::ClsKovra>(test::Request("ADD", rows)),
@@ -122,7 +106,7 @@ TEST(OpeningBalancesFaults, RefusedLedger) {
 TEST(OpeningBalancesFaults, InvCodeIsTorF) {
     DisturbEveryOperation({.name = "ClsKovra InvCodeIsTorF",
                            .proc = "ADD",
-                           .setup = setup,
+                           .setup = test::openingSetup,
                            .restore = restore,
                            .contents = {contents},
                            .run =

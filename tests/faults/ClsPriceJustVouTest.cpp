@@ -15,57 +15,9 @@ using test::Play;
 using test::PriceDocument;
 using test::PriceRules;
 
-constexpr const char* setup = R"(INSERT INTO AccInformation (cSysID, cName, cValue) VALUES
-(N'AA', N'iStrsQuanDecDgt', N'2'), (N'AA', N'iStrsPriDecDgt', N'4'), (N'ca', N'dCAFirstDate', N'2023-01-01'),
-(N'ca', N'bRLOrST', N'1')
-GO
-INSERT INTO GL_mend (iyear, iperiod, iYPeriod, bflag_IA) VALUES (2022, 12, 202212, 1), (2023, 1, 202301, 0)
-GO
-INSERT INTO QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) VALUES (N'001', 2023, 1, '2023-01-01', '2023-01-30')
-GO
-INSERT INTO Warehouse (cWhCode, cWhValueStyle) VALUES (N'03', N'计划价法')
-GO
-INSERT INTO inventory (cInvCode, cValueType) VALUES (N'1004', N'计划价法'), (N'1007', N'计划价法')
-GO
-INSERT INTO InvCheckFreeIA870 (cInvCode) VALUES (N'1004'), (N'1007')
-GO
-INSERT INTO Ia_subsidiary (iYear, iMonth, cVouType, dVouDate, cWhCode, cInvCode, iAInQuantity, iAInPrice) VALUES
-(2023, 0, N'34', '2022-12-31', N'03', N'1004', 100, 2500)
-)";
-
-std::string SetupBy(const std::string& valuation) {
-    return std::string(setup) +
-           "GO\nINSERT INTO AccInformation (cSysID, cName, cValue) VALUES (N'IA', N'cValueStyle', N'" + valuation +
-           "')";
-}
-
-std::string Document(const PriceDocument& document) {
-    std::string xml = "<row><header><ID>" + document.ID + "</ID><cMaker>" + document.cMaker + "</cMaker><cAccounter>" +
-                      document.cAccounter + "</cAccounter><dCJVDate>2023-01-15</dCJVDate></header><body>";
-    for (const test::PriceRow& row : document.rows) {
-        xml += "<entry><cInvCode>" + row.item + "</cInvCode><iCJVACost>" + row.price + "</iCJVACost></entry>";
-    }
-    return xml + "</body></row>";
-}
-
-std::string Documents(const std::vector<PriceDocument>& documents) {
-    std::string xml;
-    for (const PriceDocument& document : documents) {
-        xml += Document(document);
-    }
-    return xml;
-}
-
 void DisturbEveryOperationOf(const std::string& name, const std::string& valuation,
                              const std::vector<PriceDocument>& documents) {
-    DisturbEveryOperation(
-        {.name = "ClsPriceJustVou " + name,
-         .proc = "ADD",
-         .setup = SetupBy(valuation),
-         .restore = test::priceRestore,
-         .contents = test::priceContents,
-         .run = test::TransactOf<kovra::ClsPriceJustVou>(test::Request("ADD", Documents(documents))),
-         .rules = [&](Play& play) { return PriceRules(play, valuation == "按存货核算").Transact(documents); }});
+    DisturbEveryOperation(test::PriceCall(name, valuation, documents));
 }
 
 const test::PriceRow item1004{.item = "1004", .price = "26.5", .stored = "26.5000000000", .adjusted = "150"};
@@ -96,7 +48,7 @@ void DisturbEveryOperationOfFrame(const std::string& proc, const std::function<s
     DisturbEveryOperation(
         {.name = "ClsPriceJustVou " + proc,
          .proc = proc,
-         .setup = SetupBy("按存货核算"),
+         .setup = test::PriceSetup("按存货核算"),
          .restore = test::priceRestore,
          .contents = test::priceContents,
          .run = test::TransactOf<kovra::ClsPriceJustVou>(test::Request(proc, "")),
@@ -114,7 +66,7 @@ TEST(PriceAdjustmentsFaults, Empty) {
 TEST(PriceAdjustmentsFaults, GetStartEndDate) {
     DisturbEveryOperation({.name = "ClsPriceJustVou GetStartEndDate",
                            .proc = "EMPTY",
-                           .setup = SetupBy("按存货核算"),
+                           .setup = test::PriceSetup("按存货核算"),
                            .restore = test::priceRestore,
                            .contents = test::priceContents,
                            .run =

@@ -28,9 +28,9 @@ protected:
     }
 
     std::filesystem::path RequestFile() const { return account_.folder() / "request.xml"; }
-    Ended Transact() const {
+    Ended Transact(const std::string& request = "request.xml") const {
         return Program(account_.folder(),
-                       {"transact", "--quiet", "--class", "ClsInvSubject", "--login", "login.xml", "request.xml"})
+                       {"transact", "--quiet", "--class", "ClsInvSubject", "--login", "login.xml", request})
             .Wait();
     }
 
@@ -157,18 +157,29 @@ TEST_F(HostileFile, WithLoneSurrogatesIsRefused) {
 
 // --- sizes
 
-/// Writes the request with the filler, so many bytes, between its pieces.
-void WriteLarge(const std::filesystem::path& path, std::string_view before, std::size_t size, std::string_view after) {
-    std::ofstream file(path, std::ios::binary);
-    file << before;
-    const std::string block(1 << 20, 'x');
-    for (std::size_t written = 0; written < size; written += block.size()) {
-        file << block;
-    }
-    file << after;
-}
-
 const std::size_t large = std::size_t{1} << (sanitized ? 26 : 30);
+
+/// A request of so many bytes: the filler between `before` and `after`. The file is filled once for all of them.
+std::string LargeFile(std::string_view before, std::string_view after) {
+    static const TemporaryFolder folder;
+    const std::filesystem::path path = folder.path() / "request.xml";
+    if (!std::filesystem::exists(path)) {
+        std::ofstream file(path, std::ios::binary);
+        const std::string block(1 << 20, 'x');
+        for (std::size_t written = 0; written < large; written += block.size()) {
+            file << block;
+        }
+    }
+    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
+    // Over what the request before has there.
+    constexpr std::size_t longest = 200;
+    file << before << std::string(longest - before.size(), 'x');
+    file.seekp(static_cast<std::streamoff>(large));
+    file << after;
+    file.close();
+    std::filesystem::resize_file(path, large + after.size());
+    return path.string();
+}
 
 /// Expects the answer, in no more memory than so many times the file.
 void ExpectAnswer(const Ended& ended, const std::string& answer, long times) {
@@ -181,27 +192,25 @@ void ExpectAnswer(const Ended& ended, const std::string& answer, long times) {
 }
 
 TEST_F(HostileFile, WithAGigabyteOfOneTextIsAnswered) {
-    WriteLarge(RequestFile(), "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>", large,
-               "</cMemo><cWhCode>01</cWhCode><cInvHead>140301</cInvHead></row></qxinterface>");
-    ExpectAnswer(Transact(),
+    const std::string file = LargeFile("<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>",
+                                       "</cMemo><cWhCode>01</cWhCode><cInvHead>140301</cInvHead></row></qxinterface>");
+    ExpectAnswer(Transact(file),
                  "<qxinterface docid=\"D\" proc=\"ADD\"><item key=\"仓库编码：01， ， \" code=\"0\" dsc=\"ok\"/>"
                  "</qxinterface>\n",
                  4);
 }
 
 TEST_F(HostileFile, WithAGigabyteOfATextThatNeverEndsIsRefused) {
-    WriteLarge(RequestFile(), "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>", large, "");
-    ExpectAnswer(Transact(), notParsed, 4);
+    const std::string file = LargeFile("<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>", "");
+    ExpectAnswer(Transact(file), notParsed, 4);
 }
 
 TEST_F(HostileFile, WithAGigabyteOfAnAttributeThatNeverEndsIsRefused) {
-    WriteLarge(RequestFile(), "<qxinterface roottag=\"row\" docid=\"", large, "");
-    ExpectAnswer(Transact(), notParsed, 5);
+    ExpectAnswer(Transact(LargeFile("<qxinterface roottag=\"row\" docid=\"", "")), notParsed, 5);
 }
 
 TEST_F(HostileFile, WithAGigabyteOfANameIsRefused) {
-    WriteLarge(RequestFile(), "<qxinterface><", large, "/></qxinterface>");
-    ExpectAnswer(Transact(), notParsed, 5);
+    ExpectAnswer(Transact(LargeFile("<qxinterface><", "/></qxinterface>")), notParsed, 5);
 }
 
 } // namespace

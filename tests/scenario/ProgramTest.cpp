@@ -2,8 +2,7 @@
 
 #include "tests/support/Program.h"
 
-#include "refhost/xml/Document.h"
-#include "tests/support/ScenarioFolder.h"
+#include "tests/scenario/ExpectedResult.h"
 
 #include <filesystem>
 #include <string>
@@ -14,36 +13,26 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// What the program writes for the expected document.
-std::string ExpectedOutput(const fs::path& folder) {
-    if (test::ExpectsEmptyResult(folder, test::Documents::native)) {
-        return {};
-    }
-    const std::unique_ptr<host::DOMDocument> document = refhost::xml::CreateDocument();
-    const fs::path file = test::ExpectedFile(folder, ".xml", test::Documents::native);
-    EXPECT_TRUE(document->LoadXML(test::ReadText(file))) << file << " is not well-formed";
-    return document->Xml() + "\n";
-}
-
 class ProgramScenario : public testing::TestWithParam<fs::path> {};
 
 TEST_P(ProgramScenario, GivesResultAndStatements) {
     const fs::path folder = GetParam();
     const test::TestAccount account;
-    account.Run(test::ReadText(folder / "setup.sql"));
+    test::SetUp(account, folder);
     // Names in Chinese, as accountants give them.
     const fs::path place = account.folder() / "导入 一";
     fs::create_directory(place);
     for (const char* name : {"account.db", "QxSystem.db"}) {
         fs::rename(account.folder() / name, place / name);
     }
-    fs::copy_file(folder / "login.xml", place / "login.xml");
+    fs::copy_file(test::LoginFile(folder), place / "login.xml");
     fs::copy_file(folder / "request.xml", place / "请求.xml");
 
     const std::string className = folder.parent_path().filename().string();
     test::Program program(
         place, {"transact", "--class", className, "--login", "login.xml", "--trace", "记录.jsonl", "请求.xml"});
-    EXPECT_EQ(program.Wait().output, ExpectedOutput(folder));
+    const std::string expected = test::ExpectedResult(folder);
+    EXPECT_EQ(program.Wait().output, expected.empty() ? "" : expected + "\n");
     for (const char* name : {"account.db", "QxSystem.db"}) {
         fs::rename(place / name, account.folder() / name);
     }

@@ -7,9 +7,8 @@
 #include "refhost/OpenDatabase.h"
 #include "refhost/eai/Login.h"
 #include "refhost/trace/Traced.h"
-#include "refhost/xml/Document.h"
+#include "tests/scenario/ExpectedResult.h"
 #include "tests/support/Paths.h"
-#include "tests/support/ScenarioFolder.h"
 #include "tests/support/ServerAccount.h"
 #include "tests/support/TdsServer.h"
 
@@ -25,17 +24,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-/// The expected document in the form in which a result is written.
-std::string ExpectedResult(const fs::path& folder) {
-    if (test::ExpectsEmptyResult(folder, test::Documents::native)) {
-        return {};
-    }
-    const std::unique_ptr<host::DOMDocument> document = refhost::xml::CreateDocument();
-    const fs::path file = test::ExpectedFile(folder, ".xml", test::Documents::native);
-    EXPECT_TRUE(document->LoadXML(test::ReadText(file))) << file << " is not well-formed";
-    return document->Xml();
-}
 
 /// The same account behind an ODBC driver.
 std::unique_ptr<refhost::Database> OpenThroughOdbc(const std::string& connectionString) {
@@ -58,7 +46,7 @@ std::string ReasonToDiffer(const fs::path& folder) {
 std::string Transact(const fs::path& folder, const refhost::DatabaseOpener& opener) {
     refhost::Trace trace("trace.jsonl");
     refhost::Traced<refhost::Environment> environment(&trace, opener);
-    refhost::Login login(test::ReadText(folder / "login.xml"), environment);
+    refhost::Login login(test::ReadText(test::LoginFile(folder)), environment);
     const std::string className = folder.parent_path().filename().string();
     const auto importClass = std::ranges::find(cli::ImportClasses(), className, &cli::ImportClass::name);
     if (importClass == cli::ImportClasses().end()) {
@@ -75,8 +63,8 @@ protected:
     Scenario() { fs::current_path(account_.folder()); }
 
     void Check(const refhost::DatabaseOpener& opener) const {
-        account_.Run(test::ReadText(GetParam() / "setup.sql"));
-        EXPECT_EQ(Transact(GetParam(), opener), ExpectedResult(GetParam()));
+        test::SetUp(account_, GetParam());
+        EXPECT_EQ(Transact(GetParam(), opener), test::ExpectedResult(GetParam()));
         ExpectStatementsAndRows(GetParam(), "trace.jsonl", account_, test::Documents::native);
     }
 
@@ -96,10 +84,10 @@ TEST_P(Scenario, GivesTheSameOnAServer) {
         own.emplace("", test::TdsServer::Manners{.databases = databases.path()});
     }
     const test::ServerAccount account(server == nullptr ? own->ConnectionString() : server);
-    account.Run(test::ReadText(folder / "setup.sql"));
+    test::SetUp(account, folder);
 
     const std::string result = Transact(folder, account.Opener());
-    const std::string expected = ExpectedResult(folder);
+    const std::string expected = test::ExpectedResult(folder);
     if (const std::string reason = ReasonToDiffer(folder); !reason.empty()) {
         std::printf("%s\n  expected: %s\n  given: %s\n", reason.c_str(), expected.c_str(), result.c_str());
         EXPECT_NE(result, expected) << "it does not differ any more, and need not be listed";

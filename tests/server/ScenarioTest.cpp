@@ -56,7 +56,7 @@ protected:
 Scenario::Run Scenario::RunWatched(const std::function<void(const DispatchObject& instance)>& inside) {
     const fs::path folder = GetParam();
     const test::TestAccount account;
-    account.Run(test::ReadText(folder / "setup.sql"));
+    test::SetUp(account, folder);
     const RunFolder runFolder(account.folder());
     Run run;
     test::InNewApartment([&] {
@@ -68,7 +68,7 @@ Scenario::Run Scenario::RunWatched(const std::function<void(const DispatchObject
             inside(instance);
         });
         instance = DispatchObject::Create((L"Kovra." + folder.parent_path().filename().wstring()).c_str());
-        const DispatchObject login = reentry.Wrap(test::Login(test::ReadText(folder / "login.xml")));
+        const DispatchObject login = reentry.Wrap(test::Login(test::ReadText(test::LoginFile(folder))));
         run.result = server::ToText(instance
                                         .Call(L"Transact", VariantHolder(test::ReadText(folder / "request.xml")),
                                               VariantHolder(login.object().Get()))
@@ -85,13 +85,13 @@ Scenario::Run Scenario::RunWatched(const std::function<void(const DispatchObject
 TEST_P(Scenario, GivesResultAndStatements) {
     const fs::path folder = GetParam();
     const test::TestAccount account;
-    account.Run(test::ReadText(folder / "setup.sql"));
+    test::SetUp(account, folder);
     const RunFolder runFolder(account.folder());
 
     const std::wstring progId = L"Kovra." + folder.parent_path().filename().wstring();
     const std::string result =
         test::Transact(progId.c_str(), server::VariantHolder(test::ReadText(folder / "request.xml")),
-                       test::Login(test::ReadText(folder / "login.xml")));
+                       test::Login(test::ReadText(test::LoginFile(folder))));
     EXPECT_EQ(libraries().server.CanUnload(), S_OK);
 
     ExpectResult(folder, result);

@@ -28,6 +28,11 @@ std::string ScenarioName(const testing::TestParamInfo<fs::path>& info) {
     return name;
 }
 
+fs::path LoginFile(const fs::path& folder) {
+    fs::path own = folder / "login.xml";
+    return fs::exists(own) ? own : folder.parent_path().parent_path() / "login.xml";
+}
+
 fs::path ExpectedFile(const fs::path& folder, const std::string& extension, Documents documents) {
     fs::path other = folder / ("expected.windows" + extension);
     return documents == Documents::msxml && fs::exists(other) ? other : folder / ("expected" + extension);

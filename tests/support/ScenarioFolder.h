@@ -9,14 +9,14 @@
 #include <gtest/gtest.h>
 
 // A scenario is a folder tests/scenarios/CLASS/NAME of
-//   setup.sql       batches that fill the empty account (host's tables made)
-//   login.xml       the login; its QxDbName names the file account.db
 //   request.xml     the request, handed to CLASS
 //   expected.xml    the result document (blanks between elements do not count); empty for an empty result
 //   expected.trace  what the class asks of the database, line for line
 //   check.sql, expected.rows   optional: a query, and its rows afterwards as JSON lines
 //   expected.windows.xml, .trace, .rows   optional: what stands in place of the file without "windows" where MSXML 3
 //                   reads the request by other rules than the native documents
+//   setup.sql       optional: batches that fill the account behind those of tests/scenarios/CLASS/setup.sql
+//   login.xml       optional: the login in place of tests/scenarios/login.xml; its QxDbName names the file account.db
 // All of them are UTF-8.
 namespace test {
 
@@ -25,6 +25,19 @@ std::vector<std::filesystem::path> ScenarioFolders();
 
 /// "CLASS_NAME", as the name of a test.
 std::string ScenarioName(const testing::TestParamInfo<std::filesystem::path>& info);
+
+/// The file of a scenario's login.
+std::filesystem::path LoginFile(const std::filesystem::path& folder);
+
+/// Fills the empty account (host's tables made) of a scenario.
+/// @param account `Run(batches)` runs T-SQL batches
+template <class Account> void SetUp(const Account& account, const std::filesystem::path& folder) {
+    for (const std::filesystem::path& place : {folder.parent_path(), folder}) {
+        if (std::filesystem::exists(place / "setup.sql")) {
+            account.Run(ReadText(place / "setup.sql"));
+        }
+    }
+}
 
 /// What reads the requests of a run.
 enum class Documents {

@@ -17,42 +17,30 @@ ExpressionPtr Parser::ParseCondition() {
     return condition;
 }
 
-ExpressionPtr Parser::ParseAny() {
-    const Depth depth(*this);
-    ExpressionPtr left = ParseAnd();
-    if (!At("or")) {
+ExpressionPtr Parser::ParseJoined(std::string_view word, Node node, ExpressionPtr (Parser::*part)()) {
+    ExpressionPtr left = (this->*part)();
+    if (!At(word)) {
         return left;
     }
     if (!IsCondition(left->node)) {
         FailCondition();
     }
-    ExpressionPtr any = Make(Node::disjunction, std::move(left));
-    while (Accept("or")) {
-        any->arguments.push_back(ParseAnd());
-        if (!IsCondition(any->arguments.back()->node)) {
+    ExpressionPtr joined = Make(node, std::move(left));
+    while (Accept(word)) {
+        joined->arguments.push_back((this->*part)());
+        if (!IsCondition(joined->arguments.back()->node)) {
             FailCondition();
         }
     }
-    return any;
+    return joined;
 }
 
-ExpressionPtr Parser::ParseAnd() {
-    ExpressionPtr left = ParseNot();
-    if (!At("and")) {
-        return left;
-    }
-    if (!IsCondition(left->node)) {
-        FailCondition();
-    }
-    ExpressionPtr all = Make(Node::conjunction, std::move(left));
-    while (Accept("and")) {
-        all->arguments.push_back(ParseNot());
-        if (!IsCondition(all->arguments.back()->node)) {
-            FailCondition();
-        }
-    }
-    return all;
+ExpressionPtr Parser::ParseAny() {
+    const Depth depth(*this);
+    return ParseJoined("or", Node::disjunction, &Parser::ParseAnd);
 }
+
+ExpressionPtr Parser::ParseAnd() { return ParseJoined("and", Node::conjunction, &Parser::ParseNot); }
 
 ExpressionPtr Parser::ParseNot() {
     if (At("not")) {

@@ -117,6 +117,8 @@ private:
     Insert ParseInsert();
     Update ParseUpdate();
     Delete ParseDelete();
+    /// The rows that a statement reads or writes, where it names them.
+    void ParseRows(std::vector<std::unique_ptr<Source>>& from, ExpressionPtr& where);
     Merge ParseMerge();
     MergeClause ParseMergeClause(const Merge& merge);
     /// SET …, behind it; `target` is what the table is called.
@@ -176,6 +178,8 @@ private:
 
     // Expressions.
     ExpressionPtr ParseCondition();
+    /// Conditions with a word between, as arguments of one expression; what stands alone is itself.
+    ExpressionPtr ParseJoined(std::string_view word, Node node, ExpressionPtr (Parser::*part)());
     ExpressionPtr ParseAny();
     ExpressionPtr ParseAnd();
     ExpressionPtr ParseNot();

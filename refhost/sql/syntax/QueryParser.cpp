@@ -145,12 +145,7 @@ void Parser::ParseSelectCore(Select& select) {
     if (Accept("into")) {
         select.into = TakeObjectName();
     }
-    if (Accept("from")) {
-        select.from = ParseFrom();
-    }
-    if (Accept("where")) {
-        select.where = ParseCondition();
-    }
+    ParseRows(select.from, select.where);
     if (Accept("group")) {
         Expect("by");
         do {

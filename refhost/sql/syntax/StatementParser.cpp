@@ -413,13 +413,17 @@ Update Parser::ParseUpdate() {
     Expect("set");
     update.assignments = ParseAssignments(update.target.Last());
     update.outputs = ParseOutputs();
+    ParseRows(update.from, update.where);
+    return update;
+}
+
+void Parser::ParseRows(std::vector<std::unique_ptr<Source>>& from, ExpressionPtr& where) {
     if (Accept("from")) {
-        update.from = ParseFrom();
+        from = ParseFrom();
     }
     if (Accept("where")) {
-        update.where = ParseCondition();
+        where = ParseCondition();
     }
-    return update;
 }
 
 Delete Parser::ParseDelete() {
@@ -433,12 +437,7 @@ Delete Parser::ParseDelete() {
     del.target = TakeTableName();
     SkipTableHints();
     del.outputs = ParseOutputs();
-    if (Accept("from")) {
-        del.from = ParseFrom();
-    }
-    if (Accept("where")) {
-        del.where = ParseCondition();
-    }
+    ParseRows(del.from, del.where);
     return del;
 }
 

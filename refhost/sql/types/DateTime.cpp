@@ -63,24 +63,20 @@ enum class DateOrder {
     dayYearMonth,
 };
 
+/// The style that differs in giving the century, or the same where there is none.
+int WithCentury(int style) { return style >= 0 && style < 20 ? style + 100 : style; }
+
 DateOrder OrderOf(int style) {
-    switch (style) {
-    case 1:
-    case 10:
+    switch (WithCentury(style)) {
     case 22:
     case 101:
     case 110:
         return DateOrder::monthDayYear;
-    case 3:
-    case 4:
-    case 5:
     case 103:
     case 104:
     case 105:
     case hijriStyle:
         return DateOrder::dayMonthYear;
-    case 2:
-    case 11:
     case 20:
     case 21:
     case 23:
@@ -534,53 +530,38 @@ std::string FormatDate(Ticks ticks, const Type& type, int style) {
     const std::string fraction = Fraction(c, type);
     // Styles from 100 on give the century, too.
     const auto year = [&] { return style < 100 ? fmt::format("{:02}", c.year % 100) : fmt::format("{:04}", c.year); };
-    switch (style) {
-    case 0:
+    switch (WithCentury(style)) {
     case 100:
         return fmt::format("{} {:>2} {:04} {:>2}:{:02}{}", month, c.day, c.year, hour12, c.minute, half);
-    case 1:
     case 101:
         return fmt::format("{:02}/{:02}/{}", c.month, c.day, year());
-    case 2:
     case 102:
         return fmt::format("{}.{:02}.{:02}", year(), c.month, c.day);
-    case 3:
     case 103:
         return fmt::format("{:02}/{:02}/{}", c.day, c.month, year());
-    case 4:
     case 104:
         return fmt::format("{:02}.{:02}.{}", c.day, c.month, year());
-    case 5:
     case 105:
         return fmt::format("{:02}-{:02}-{}", c.day, c.month, year());
-    case 6:
     case 106:
         return fmt::format("{:02} {} {}", c.day, month, year());
-    case 7:
     case 107:
         return fmt::format("{} {:02}, {}", month, c.day, year());
-    case 8:
     case 24:
     case 108:
         return fmt::format("{:02}:{:02}:{:02}", c.hour, c.minute, c.second);
-    case 9:
     case 109:
         return fmt::format("{} {:>2} {:04} {:>2}:{:02}:{:02}:{:03}{}", month, c.day, c.year, hour12, c.minute, c.second,
                            milliseconds, half);
-    case 10:
     case 110:
         return fmt::format("{:02}-{:02}-{}", c.month, c.day, year());
-    case 11:
     case 111:
         return fmt::format("{}/{:02}/{:02}", year(), c.month, c.day);
-    case 12:
     case 112:
         return fmt::format("{}{:02}{:02}", year(), c.month, c.day);
-    case 13:
     case 113:
         return fmt::format("{:02} {} {:04} {:02}:{:02}:{:02}:{:03}", c.day, month, c.year, c.hour, c.minute, c.second,
                            milliseconds);
-    case 14:
     case 114:
         return fmt::format("{:02}:{:02}:{:02}:{:03}", c.hour, c.minute, c.second, milliseconds);
     case 20:

@@ -1,16 +1,11 @@
 #include "tests/refhost/eai/CalendarEnvironment.h"
 
 #include "refhost/trace/HostCall.h"
-#include "refhost/xml/Document.h"
-
-#include <stdexcept>
 
 namespace {
 
 /// What is asked as the trace shows it: marked when a component asks for itself.
 std::string Marked(const std::string& text) { return (refhost::HostCall::Active() ? "host: " : "") + text; }
-
-[[noreturn]] void NotPartOfThis() { throw std::logic_error("a login asks for no such thing"); }
 
 class CalendarConnection final : public host::Connection {
 public:
@@ -62,8 +57,6 @@ private:
 
 } // namespace
 
-std::unique_ptr<host::DOMDocument> CalendarEnvironment::CreateDOMDocument() { return refhost::xml::CreateDocument(); }
-
 std::unique_ptr<host::Connection> CalendarEnvironment::CreateConnection() {
     return std::make_unique<CalendarConnection>(asked);
 }
@@ -71,11 +64,3 @@ std::unique_ptr<host::Connection> CalendarEnvironment::CreateConnection() {
 std::unique_ptr<host::Recordset> CalendarEnvironment::CreateRecordset() {
     return std::make_unique<CalendarRecordset>(*this);
 }
-
-host::EaiHelper& CalendarEnvironment::GetEaiHelper() { NotPartOfThis(); }
-host::RsXmlHelper& CalendarEnvironment::GetRsXmlHelper() { NotPartOfThis(); }
-std::unique_ptr<host::EaiXmlConverter> CalendarEnvironment::CreateEaiXmlConverter() { NotPartOfThis(); }
-std::unique_ptr<host::IaVoucherService> CalendarEnvironment::CreateIaVoucherService() { NotPartOfThis(); }
-std::unique_ptr<host::ProvisionPreCheck> CalendarEnvironment::CreateProvisionPreCheck() { NotPartOfThis(); }
-std::unique_ptr<host::ZendaT> CalendarEnvironment::CreateZendaT() { NotPartOfThis(); }
-void CalendarEnvironment::ShowMessage(std::string_view) { NotPartOfThis(); }

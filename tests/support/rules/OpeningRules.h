@@ -8,6 +8,23 @@
 
 namespace test {
 
+/// Batches that fill an account with the warehouses 01 and 02 and the items N1, A1 (in batches) and P1.
+inline constexpr const char* openingSetup = R"(INSERT INTO AccInformation (cSysID, cName, cValue) VALUES
+(N'IA', N'dIAStartDate', N'2023-01-01'), (N'IA', N'cValueStyle', N'按仓库核算'), (N'AA', N'cSysVersion', N'工业')
+GO
+INSERT INTO QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) VALUES ('001', 2023, 1, '2023-01-01', '2023-01-31')
+GO
+INSERT INTO Warehouse (cWhCode, cWhValueStyle) VALUES ('01', N'全月平均法'), ('02', N'计划价法')
+GO
+INSERT INTO inventory (cInvCode, bInvBatch, iInvRCost) VALUES ('N1', 0, NULL), ('A1', 1, 3), ('P1', 0, 2.5)
+GO
+INSERT INTO InvCheckFreeIA870 (cInvCode, fInvRCost) VALUES ('P1', 2.5)
+GO
+INSERT INTO fitem (citem_class, citem_name, ctable) VALUES ('97', N'研发项目', 'fitemss97')
+GO
+INSERT INTO fitemss97 (citemcode, citemname) VALUES ('RD01', N'主轴研制')
+)";
+
 /// A row of the request, and what the rules make of it.
 struct OpeningRow {
     std::string warehouse;

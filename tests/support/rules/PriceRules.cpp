@@ -1,5 +1,8 @@
 #include "tests/support/rules/PriceRules.h"
 
+#include "ClsPriceJustVou/ClsPriceJustVou.h"
+#include "tests/support/Import.h"
+
 #include <optional>
 
 namespace test {
@@ -25,6 +28,41 @@ std::string Number(int voucher) { return "202301000" + std::to_string(voucher); 
 
 const std::string workTable = R"({"name":"IA_tmpPriceJDATA"})";
 const std::string resultTable = R"({"name":"IA_tmpPriceJDATA_Result"})";
+
+constexpr const char* setup = R"(INSERT INTO AccInformation (cSysID, cName, cValue) VALUES
+(N'AA', N'iStrsQuanDecDgt', N'2'), (N'AA', N'iStrsPriDecDgt', N'4'), (N'ca', N'dCAFirstDate', N'2023-01-01'),
+(N'ca', N'bRLOrST', N'1')
+GO
+INSERT INTO GL_mend (iyear, iperiod, iYPeriod, bflag_IA) VALUES (2022, 12, 202212, 1), (2023, 1, 202301, 0)
+GO
+INSERT INTO QxSystem..UA_Period (cAcc_ID, iYear, iId, dBegin, dEnd) VALUES (N'001', 2023, 1, '2023-01-01', '2023-01-30')
+GO
+INSERT INTO Warehouse (cWhCode, cWhValueStyle) VALUES (N'03', N'计划价法')
+GO
+INSERT INTO inventory (cInvCode, cValueType) VALUES (N'1004', N'计划价法'), (N'1007', N'计划价法')
+GO
+INSERT INTO InvCheckFreeIA870 (cInvCode) VALUES (N'1004'), (N'1007')
+GO
+INSERT INTO Ia_subsidiary (iYear, iMonth, cVouType, dVouDate, cWhCode, cInvCode, iAInQuantity, iAInPrice) VALUES
+(2023, 0, N'34', '2022-12-31', N'03', N'1004', 100, 2500)
+)";
+
+std::string Document(const PriceDocument& document) {
+    std::string xml = "<row><header><ID>" + document.ID + "</ID><cMaker>" + document.cMaker + "</cMaker><cAccounter>" +
+                      document.cAccounter + "</cAccounter><dCJVDate>2023-01-15</dCJVDate></header><body>";
+    for (const PriceRow& row : document.rows) {
+        xml += "<entry><cInvCode>" + row.item + "</cInvCode><iCJVACost>" + row.price + "</iCJVACost></entry>";
+    }
+    return xml + "</body></row>";
+}
+
+std::string Documents(const std::vector<PriceDocument>& documents) {
+    std::string xml;
+    for (const PriceDocument& document : documents) {
+        xml += Document(document);
+    }
+    return xml;
+}
 
 } // namespace
 
@@ -57,6 +95,23 @@ const std::vector<std::string> priceContents = {
     "select cInvCode, fInvRCost from InvCheckFreeIA870",
     "select name from sysobjects where type = N'U' and name like N'IA[_]tmpPriceJDATA%'",
 };
+
+std::string PriceSetup(const std::string& valuation) {
+    return std::string(setup) +
+           "GO\nINSERT INTO AccInformation (cSysID, cName, cValue) VALUES (N'IA', N'cValueStyle', N'" + valuation +
+           "')";
+}
+
+PlayedCall PriceCall(const std::string& name, const std::string& valuation,
+                     const std::vector<PriceDocument>& documents) {
+    return {.name = "ClsPriceJustVou " + name,
+            .proc = "ADD",
+            .setup = PriceSetup(valuation),
+            .restore = priceRestore,
+            .contents = priceContents,
+            .run = TransactOf<kovra::ClsPriceJustVou>(Request("ADD", Documents(documents))),
+            .rules = [=](Play& play) { return PriceRules(play, valuation == "按存货核算").Transact(documents); }};
+}
 
 PriceRules::PriceRules(Play& play, bool byItem) : play_(play), byItem_(byItem) {
     for (const std::string item : {"1004", "1007"}) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/rules/Play.h"
+#include "tests/support/rules/PlayedCall.h"
 
 #include <functional>
 #include <map>
@@ -31,6 +31,13 @@ struct PriceDocument {
 /// Batches that take back what a call wrote, and the queries of what the account holds, as the rules below know it.
 extern const std::string priceRestore;
 extern const std::vector<std::string> priceContents;
+
+/// Batches that fill an account with the items 1004 and 1007, valued as `valuation` says.
+std::string PriceSetup(const std::string& valuation);
+
+/// A call that adds the documents to such an account.
+PlayedCall PriceCall(const std::string& name, const std::string& valuation,
+                     const std::vector<PriceDocument>& documents);
 
 /// Plays a call of the price adjustment import on an account whose items 1004 and 1007 have the price 25.
 class PriceRules {

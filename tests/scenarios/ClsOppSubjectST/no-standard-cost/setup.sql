@@ -1,3 +1,3 @@
-INSERT INTO AccInformation (cSysID, cName, cValue) VALUES (N'ca', N'dCAFirstDate', N'2023-01-01'), (N'ca', N'bRLOrST', N'0')
+UPDATE AccInformation SET cValue = N'0' WHERE cSysID = N'ca' AND cName = N'bRLOrST'
 GO
 INSERT INTO GL_mend (iyear, iperiod, bflag_IA) VALUES (2023, 12, 1)

@@ -1,1 +1,1 @@
-INSERT INTO AccInformation (cSysID, cName, cValue) VALUES (N'ca', N'dCAFirstDate', NULL), (N'ca', N'bRLOrST', N'1')
+UPDATE AccInformation SET cValue = NULL WHERE cSysID = N'ca' AND cName = N'dCAFirstDate'

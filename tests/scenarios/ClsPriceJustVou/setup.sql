@@ -24,4 +24,3 @@ INSERT INTO Ia_subsidiary (iYear, iMonth, cVouType, dVouDate, bRdFlag, cWhCode, 
 (2023, 0, N'34', '2022-12-31', 1, N'03', N'1004', 100, 2500),
 (2023, 0, N'34', '2022-12-31', 1, N'04', N'1004', 8, 200),
 (2023, 0, N'34', '2022-12-31', 1, N'03', N'1007', 4000, 2000)
-GO
