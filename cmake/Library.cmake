@@ -10,6 +10,13 @@ function(kovra_sources variable folder)
   set(${variable} ${sources} PARENT_SCOPE)
 endfunction()
 
+# kovra_precompiled(TARGET): TARGET takes the standard library as `text`, the first to be compiled, has it.
+function(kovra_precompiled target)
+  if(KOVRA_PRECOMPILE AND NOT target STREQUAL "text")
+    target_precompile_headers(${target} REUSE_FROM text)
+  endif()
+endfunction()
+
 # kovra_library(FOLDER [LIBRARY...]): a static library of every source in FOLDER and below, named after it ('/' becomes '-').
 function(kovra_library folder)
   string(REPLACE "/" "-" name ${folder})
@@ -17,6 +24,7 @@ function(kovra_library folder)
   if(sources)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC kovra_flags ${ARGN} PRIVATE kovra_sanitize)
+    kovra_precompiled(${name})
   else()
     add_library(${name} INTERFACE)
     target_link_libraries(${name} INTERFACE kovra_flags ${ARGN})
