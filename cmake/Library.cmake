@@ -12,8 +12,24 @@ endfunction()
 
 # kovra_precompiled(TARGET): TARGET takes the standard library as `text`, the first to be compiled, has it.
 function(kovra_precompiled target)
-  if(KOVRA_PRECOMPILE AND NOT target STREQUAL "text")
+  if(KOVRA_PRECOMPILED AND NOT target STREQUAL "text")
     target_precompile_headers(${target} REUSE_FROM text)
+  endif()
+endfunction()
+
+# kovra_compiled_once(TARGET SOURCE...): the sources of a TARGET that is the same in every native build. Where KOVRA_TESTS_OF
+# names another one, it takes the objects that are compiled there, which each build tells. The thread sanitizer's compiles
+# them itself.
+function(kovra_compiled_once target)
+  set(objects objects/${target})
+  if(KOVRA_TESTS_OF AND NOT KOVRA_SANITIZE STREQUAL "thread")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${KOVRA_TESTS_OF}/${objects})
+    file(STRINGS ${KOVRA_TESTS_OF}/${objects} compiled)
+    target_sources(${target} PRIVATE ${compiled})
+    set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX)
+  else()
+    target_sources(${target} PRIVATE ${ARGN})
+    file(GENERATE OUTPUT ${PROJECT_BINARY_DIR}/${objects} CONTENT "$<JOIN:$<TARGET_OBJECTS:${target}>,\n>\n")
   endif()
 endfunction()
 
