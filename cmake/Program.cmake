@@ -16,8 +16,16 @@ target_link_libraries(cli-classes PUBLIC ${KOVRA_CLASSES} refhost PRIVATE kovra_
 # The program's commands, apart from main, so that the tests reach them.
 kovra_sources(cli_sources cli)
 list(REMOVE_ITEM cli_sources ${PROJECT_SOURCE_DIR}/cli/main.cpp ${PROJECT_SOURCE_DIR}/cli/Classes.cpp)
-add_library(cli STATIC ${cli_sources})
+# What reads the command line takes a library of headers that is compiled as long as all commands; it runs once.
+set(command_line cli/CommandLine.cpp cli/HelpFormatter.cpp)
+list(TRANSFORM command_line PREPEND ${PROJECT_SOURCE_DIR}/)
+list(REMOVE_ITEM cli_sources ${command_line})
+add_library(cli-command-line OBJECT ${command_line})
+target_link_libraries(cli-command-line PRIVATE cli-classes import fmt::fmt CLI11::CLI11 kovra_sanitize_memory)
+target_compile_options(cli-command-line PRIVATE $<IF:$<BOOL:${MSVC}>,/O1,-O1>)
+add_library(cli STATIC ${cli_sources} $<TARGET_OBJECTS:cli-command-line>)
 target_link_libraries(cli PUBLIC cli-classes import fmt::fmt CLI11::CLI11 PRIVATE kovra_sanitize)
+kovra_precompiled(cli)
 if(WIN32)
   # The login object of KovraHost.dll, for the host of the machine.
   add_library(refhost-com-login STATIC refhost/com/LoginObject.cpp)

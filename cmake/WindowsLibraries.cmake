@@ -6,11 +6,11 @@ if(NOT EXISTS ${KOVRA_SOURCES}/versions)
                       "-D KOVRA_PROGRAM=OFF -D KOVRA_TESTS=OFF for the COM servers alone")
 endif()
 
-# kovra_foreign_library(NAME INCLUDES SOURCE...): a static library of other people's C, without our warnings.
+# kovra_foreign_library(NAME INCLUDES SOURCE...): a static library of other people's, without our warnings.
 function(kovra_foreign_library name includes)
   add_library(${name} STATIC ${ARGN})
   target_include_directories(${name} SYSTEM PUBLIC ${includes})
-  target_compile_options(${name} PRIVATE $<IF:$<C_COMPILER_ID:MSVC>,/w,-w>)
+  target_compile_options(${name} PRIVATE $<IF:$<BOOL:${MSVC}>,/w,-w>)
   set_property(TARGET ${name} PROPERTY UNITY_BUILD OFF)
 endfunction()
 
@@ -23,12 +23,13 @@ function(kovra_headers target folder)
   add_library(${target} ALIAS kovra_${folder}_headers)
   target_include_directories(kovra_${folder}_headers SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/headers/${folder})
 endfunction()
-kovra_headers(fmt::fmt fmt)
-target_compile_definitions(kovra_fmt_headers INTERFACE FMT_HEADER_ONLY)
 kovra_headers(CLI11::CLI11 CLI)
 kovra_headers(Boost::headers boost)
 # Without threads of the compiler's own it takes the compiler for an old one, and says so.
 target_compile_definitions(kovra_boost_headers INTERFACE BOOST_MP_DISABLE_DEPRECATE_03_WARNING)
+
+kovra_foreign_library(kovra_fmt ${KOVRA_SOURCES}/fmtlib/include ${KOVRA_SOURCES}/fmtlib/src/format.cc)
+add_library(fmt::fmt ALIAS kovra_fmt)
 
 kovra_foreign_library(kovra_sqlite ${KOVRA_SOURCES}/sqlite3 ${KOVRA_SOURCES}/sqlite3/sqlite3.c)
 # Paths as long as the system's: SQLite would end them at 260 characters.

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstdint>
-#include <iterator>
 
 #include <fmt/format.h>
 
@@ -26,10 +25,10 @@ std::string DateText(host::Date date) {
     std::string text = fmt::format("{:04}-{:02}-{:02}", static_cast<int>(civil.year()),
                                    static_cast<unsigned>(civil.month()), static_cast<unsigned>(civil.day()));
     if (second != 0 || millisecond != 0) {
-        fmt::format_to(std::back_inserter(text), " {:02}:{:02}:{:02}", second / 3600, second / 60 % 60, second % 60);
+        text += fmt::format(" {:02}:{:02}:{:02}", second / 3600, second / 60 % 60, second % 60);
     }
     if (millisecond != 0) {
-        fmt::format_to(std::back_inserter(text), ".{:03}", millisecond);
+        text += fmt::format(".{:03}", millisecond);
     }
     return text;
 }
@@ -37,7 +36,7 @@ std::string DateText(host::Date date) {
 void AppendHex(std::string& text, const host::Bytes& bytes) {
     text.append("0x");
     for (const std::uint8_t byte : bytes.data) {
-        fmt::format_to(std::back_inserter(text), "{:02X}", byte);
+        text += fmt::format("{:02X}", byte);
     }
 }
 
@@ -47,9 +46,9 @@ struct AppendPlain {
     void operator()(host::Empty) const {}
     void operator()(host::Null) const {}
     void operator()(bool value) const { text.append(value ? "1" : "0"); }
-    void operator()(std::int64_t value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
-    void operator()(float value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
-    void operator()(double value) const { fmt::format_to(std::back_inserter(text), "{}", value); }
+    void operator()(std::int64_t value) const { text += fmt::format("{}", value); }
+    void operator()(float value) const { text += fmt::format("{}", value); }
+    void operator()(double value) const { text += fmt::format("{}", value); }
     void operator()(const host::Decimal& value) const { text.append(value.text); }
     void operator()(const std::string& value) const { text.append(value); }
     void operator()(host::Date value) const { text.append(DateText(value)); }

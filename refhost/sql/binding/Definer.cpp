@@ -6,7 +6,6 @@
 #include "refhost/sql/types/Errors.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace refhost::sql {
 namespace {
@@ -215,12 +214,12 @@ void Definer::MakeIndex(const Table& table, const std::string& name, const std::
                                       : family == Family::exact ? fmt::format(" COLLATE {}", exactCollation)
                                                                 : std::string();
         plain.append(comma).append(quoted).append(order);
-        fmt::format_to(std::back_inserter(nulls), "{}ifnull({}, x'00'){}", comma, quoted, collation);
+        nulls += fmt::format("{}ifnull({}, x'00'){}", comma, quoted, collation);
         if (column.nullable) {
-            fmt::format_to(std::back_inserter(anyNull), "{}{} IS NULL", anyNull.empty() ? "" : " OR ", quoted);
+            anyNull += fmt::format("{}{} IS NULL", anyNull.empty() ? "" : " OR ", quoted);
         }
         if (column.nullable && family == Family::text) {
-            fmt::format_to(std::back_inserter(blank), "{}ifnull({}, ''){}{}", comma, quoted, collation, order);
+            blank += fmt::format("{}ifnull({}, ''){}{}", comma, quoted, collation, order);
             blankColumns.push_back(column.name);
         } else {
             blank.append(comma).append(quoted).append(order);

@@ -1,6 +1,7 @@
 #include "refhost/sql/functions/FunctionGroups.h"
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
+#include "refhost/sql/types/ExactNumber.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,6 @@
 #include "refhost/sql/functions/FunctionGroups.h"
 #include "refhost/sql/types/Errors.h"
+#include "refhost/sql/types/ExactNumber.h"
 
 #include <cmath>
 

@@ -1,6 +1,7 @@
 #include "refhost/sql/store/Plan.h"
 
 #include "refhost/sql/types/Errors.h"
+#include "refhost/sql/types/ExactNumber.h"
 #include "text/CodePage936.h"
 
 #include <algorithm>

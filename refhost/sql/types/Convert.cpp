@@ -2,6 +2,7 @@
 
 #include "refhost/sql/types/Collation.h"
 #include "refhost/sql/types/Errors.h"
+#include "refhost/sql/types/ExactNumber.h"
 #include "text/CodePage936.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "refhost/sql/types/DateTime.h"
-#include "refhost/sql/types/ExactNumber.h"
 #include "refhost/sql/types/Types.h"
 #include "text/Utf16.h"
 
@@ -10,6 +9,8 @@
 #include <string_view>
 
 namespace refhost::sql {
+
+class ExactNumber;
 
 /// A value as SQLite holds it, see `Family`.
 class Cell {
