@@ -10,9 +10,15 @@ function(kovra_sources variable folder)
   set(${variable} ${sources} PARENT_SCOPE)
 endfunction()
 
-# kovra_precompiled(TARGET): TARGET takes the standard library as `text`, the first to be compiled, has it.
+# kovra_precompiled(TARGET): TARGET takes the standard library as `text`, the first to be compiled, has it. With the
+# sanitizers alone: GCC takes what it has compiled before for ours, and warns of its own std::string when it optimises.
 function(kovra_precompiled target)
-  if(KOVRA_PRECOMPILED AND NOT target STREQUAL "text")
+  if(NOT KOVRA_PRECOMPILED OR NOT KOVRA_SANITIZE)
+    return()
+  endif()
+  if(target STREQUAL "text")
+    target_precompile_headers(text PRIVATE ${KOVRA_PRECOMPILED})
+  else()
     target_precompile_headers(${target} REUSE_FROM text)
   endif()
 endfunction()

@@ -19,10 +19,6 @@ else()
                                                    "SHELL:--param ggc-min-heapsize=1048576")
     endif()
   endif()
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND KOVRA_PRECOMPILED)
-    # GCC takes what was compiled before for ours, and warns of its own std::string.
-    target_compile_options(kovra_flags INTERFACE -Wno-array-bounds -Wno-stringop-overflow)
-  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # GCC 12 warns of its own std::string at -O2 (GCC bug 105651).
     target_compile_options(kovra_flags INTERFACE -Wno-restrict)
