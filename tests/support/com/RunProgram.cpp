@@ -10,13 +10,16 @@
 namespace test {
 namespace {
 
-/// A file that another process writes its output to.
+/// A file that another process writes its output to. The one before may have ended and not let go of it yet.
 class OutputFile {
 public:
     explicit OutputFile(const std::filesystem::path& path) {
         SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-        handle_ = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
+        handle_ = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited,
+                              CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (handle_ == INVALID_HANDLE_VALUE) {
+            throw std::runtime_error("a command's output cannot be written: " + path.string());
+        }
     }
     ~OutputFile() { CloseHandle(handle_); }
     OutputFile(const OutputFile&) = delete;
