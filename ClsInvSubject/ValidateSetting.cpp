@@ -48,10 +48,11 @@ std::string MissingFields(const std::string& key, const InventorySetting& settin
 } // namespace
 
 bool ClsInvSubject::ValidateSetting(const std::string& key, const InventorySetting& setting) {
+    ModPub::RowLookups lookups(state_);
     return ModPub::CheckSetting(state_, key, [&](std::string& message) {
         message = MissingFields(key, setting);
         if (message.empty()) {
-            message = ModPub::FirstFailure<InventorySetting>(state_, setting, codeChecks);
+            message = ModPub::FirstFailure<InventorySetting>(state_, lookups, setting, codeChecks);
         }
     });
 }

@@ -2,8 +2,6 @@
 
 #include "ClsKovra/Valuation.h"
 #include "ModPub/Conversions.h"
-#include "ModPub/FirstRow.h"
-#include "ModPub/Joined.h"
 
 #include <algorithm>
 #include <array>
@@ -16,17 +14,18 @@ constexpr std::array methodsWithBatches = {valuation_method::monthlyAverage, val
 
 } // namespace
 
-bool CheckBatchAccounting(ModPub::ImportState& state, const std::string& cWhCode, const OpeningRow& row) {
-    const auto found = ModPub::FirstRow<1>(
-        state, IsValuedByItem(state)
-                   ? ModPub::Joined({"select cValueType from Inventory where cInvCode=N'", row.cInvCode, "'"})
-                   : ModPub::Joined({"select cWhValueStyle from Warehouse where cWHCode=N'", cWhCode, "'"}));
+bool CheckBatchAccounting(ModPub::ImportState& state, ModPub::RowLookups& lookups, const std::string& cWhCode,
+                          const OpeningRow& row) {
+    const auto found =
+        IsValuedByItem(state)
+            ? lookups.FirstRow<1>({"select cValueType from Inventory where cInvCode=N'", row.cInvCode, "'"})
+            : lookups.FirstRow<1>({"select cWhValueStyle from Warehouse where cWHCode=N'", cWhCode, "'"});
     const std::string method = found ? ModPub::ToText(found->front()) : std::string();
     if (std::ranges::find(methodsWithBatches, method) == methodsWithBatches.end()) {
         return true;
     }
-    const auto batch = ModPub::FirstRow<1>(
-        state, ModPub::Joined({"select isnull(bCheckBatch,0) from inventory where cInvCode=N'", row.cInvCode, "'"}));
+    const auto batch =
+        lookups.FirstRow<1>({"select isnull(bCheckBatch,0) from inventory where cInvCode=N'", row.cInvCode, "'"});
     return !(batch && ModPub::ToBoolean(batch->front()) && row.cBatchCode.empty());
 }
 

@@ -1,18 +1,16 @@
 #include "ClsKovra/CheckFreeItems.h"
 
 #include "ModPub/Conversions.h"
-#include "ModPub/FirstRow.h"
-#include "ModPub/Joined.h"
 
 #include <cstddef>
 
 namespace kovra {
 
-bool CheckFreeItems(ModPub::ImportState& state, const OpeningRow& row) {
-    const auto flags = ModPub::FirstRow<freeItemNames.size()>(
-        state, ModPub::Joined({"Select bFree1,bFree2,bFree3,bFree4,bFree5,bFree6,bFree7,bFree8,bFree9,bFree10 "
-                               "from Inventory where cinvcode='",
-                               row.cInvCode, "'"}));
+bool CheckFreeItems(ModPub::RowLookups& lookups, const OpeningRow& row) {
+    const auto flags = lookups.FirstRow<freeItemNames.size()>(
+        {"Select bFree1,bFree2,bFree3,bFree4,bFree5,bFree6,bFree7,bFree8,bFree9,bFree10 "
+         "from Inventory where cinvcode='",
+         row.cInvCode, "'"});
     if (!flags) {
         return true;
     }

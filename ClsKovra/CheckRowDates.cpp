@@ -71,11 +71,11 @@ std::string_view ShelfLifeFailure(const std::string& made, const std::string& ex
 
 } // namespace
 
-bool ClsKovra::CheckRowDates(const OpeningRow& row) {
-    return PassesCheck(state_, row.key, [&] { return std::string(DatesFailure(row)); });
+bool ClsKovra::CheckRowDates(const OpeningRow& row, ModPub::RowLookups& lookups) {
+    return PassesCheck(state_, row.key, [&] { return std::string(DatesFailure(row, lookups)); });
 }
 
-std::string_view ClsKovra::DatesFailure(const OpeningRow& row) {
+std::string_view ClsKovra::DatesFailure(const OpeningRow& row, ModPub::RowLookups& lookups) {
     if (const std::string vouDate = row.Field(dVouDate.name); !vouDate.empty()) {
         const CheckedDate checked = CheckDate(dVouDate, vouDate);
         if (!checked.failure.empty()) {
@@ -93,7 +93,7 @@ std::string_view ClsKovra::DatesFailure(const OpeningRow& row) {
         }
     }
     if (!row.cBatchCode.empty()) {
-        if (!InvCodeIsTorF(row.cInvCode, "bInvBatch")) {
+        if (!InvCodeIsTorF(lookups, row.cInvCode, "bInvBatch")) {
             return "不是批次管理的存货！";
         }
         if (text::Utf16Length(row.cBatchCode) > maxBatchLength) {
@@ -102,7 +102,7 @@ std::string_view ClsKovra::DatesFailure(const OpeningRow& row) {
     }
     const std::string made = row.Field(dMadeDate.name);
     const std::string expires = row.Field(dVDate.name);
-    if (InvCodeIsTorF(row.cInvCode, "bInvQuality")) {
+    if (InvCodeIsTorF(lookups, row.cInvCode, "bInvQuality")) {
         return ShelfLifeFailure(made, expires);
     }
     return made.empty() && expires.empty() ? std::string_view() : "不是保质期管理的存货";

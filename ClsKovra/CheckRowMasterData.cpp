@@ -6,8 +6,7 @@
 #include "ClsKovra/ProjectFailure.h"
 #include "ClsKovra/Valuation.h"
 #include "ModPub/Conversions.h"
-#include "ModPub/FirstRow.h"
-#include "ModPub/Joined.h"
+#include "ModPub/RowLookups.h"
 
 namespace kovra {
 namespace {
@@ -28,18 +27,17 @@ std::string MissingFields(const OpeningRow& row) {
 
 } // namespace
 
-bool ClsKovra::CheckRowMasterData(const OpeningRow& row, Valuation& valuation) {
-    return PassesCheck(state_, row.key, [&] { return MasterDataFailure(row, valuation); });
+bool ClsKovra::CheckRowMasterData(const OpeningRow& row, ModPub::RowLookups& lookups, Valuation& valuation) {
+    return PassesCheck(state_, row.key, [&] { return MasterDataFailure(row, lookups, valuation); });
 }
 
-std::string ClsKovra::MasterDataFailure(const OpeningRow& row, Valuation& valuation) {
+std::string ClsKovra::MasterDataFailure(const OpeningRow& row, ModPub::RowLookups& lookups, Valuation& valuation) {
     if (std::string missing = MissingFields(row); !missing.empty()) {
         return missing;
     }
-    const auto item = ModPub::FirstRow<2>(
-        state_, ModPub::Joined({"Select cValuetype,iInvRCost From inventory "
-                                " Where cInvCode='",
-                                row.cInvCode, "' and bService=0 and bInvType=0 and isnull(bPTOModel,0)=0 "}));
+    const auto item = lookups.FirstRow<2>({"Select cValuetype,iInvRCost From inventory "
+                                           " Where cInvCode='",
+                                           row.cInvCode, "' and bService=0 and bInvType=0 and isnull(bPTOModel,0)=0 "});
     if (!item) {
         return "存货编码不合法。";
     }
@@ -53,13 +51,13 @@ std::string ClsKovra::MasterDataFailure(const OpeningRow& row, Valuation& valuat
     }
     valuation.plannedPrice = iInvRCost;
 
-    if (!CheckFreeItems(state_, row)) {
+    if (!CheckFreeItems(lookups, row)) {
         return "设置自由项的存货必须输入自由项。";
     }
 
-    const auto warehouse = ModPub::FirstRow<1>(state_, ModPub::Joined({"Select cwhvaluestyle From Warehouse "
-                                                                       " Where cWhCode='",
-                                                                       row.cWhCode, "' and bincost = 1 "}));
+    const auto warehouse = lookups.FirstRow<1>({"Select cwhvaluestyle From Warehouse "
+                                                " Where cWhCode='",
+                                                row.cWhCode, "' and bincost = 1 "});
     if (!warehouse) {
         return "仓库编码不合法。";
     }
@@ -71,10 +69,10 @@ std::string ClsKovra::MasterDataFailure(const OpeningRow& row, Valuation& valuat
         valuation.method = ModPub::ToText(cwhvaluestyle);
     }
 
-    if (!CheckBatchAccounting(state_, byItem ? std::string() : row.cWhCode, row)) {
+    if (!CheckBatchAccounting(state_, lookups, byItem ? std::string() : row.cWhCode, row)) {
         return "批次核算的存货未录入批号，不允许导入。";
     }
-    return ProjectFailure(state_, row);
+    return ProjectFailure(lookups, row);
 }
 
 } // namespace kovra

@@ -2,6 +2,7 @@
 
 #include "ModPub/ImportState.h"
 #include "ModPub/RequestFields.h"
+#include "ModPub/RowLookups.h"
 #include "ModPub/TransactFrame.h"
 
 #include <optional>
@@ -43,12 +44,14 @@ private:
     std::string LedgerFailure();
 
     void ImportRow(const host::DOMNode& element);
-    bool CheckRowMasterData(const OpeningRow& row, Valuation& valuation);
-    std::string MasterDataFailure(const OpeningRow& row, Valuation& valuation);
-    bool CheckRowDates(const OpeningRow& row);
-    std::string_view DatesFailure(const OpeningRow& row);
-    bool WorkOutAmounts(const OpeningRow& row, Valuation& valuation, Amounts& amounts, std::string& message);
-    bool PlannedPriceByFreeItems(const OpeningRow& row, host::Value& plannedPrice);
+    bool CheckRowMasterData(const OpeningRow& row, ModPub::RowLookups& lookups, Valuation& valuation);
+    std::string MasterDataFailure(const OpeningRow& row, ModPub::RowLookups& lookups, Valuation& valuation);
+    bool CheckRowDates(const OpeningRow& row, ModPub::RowLookups& lookups);
+    std::string_view DatesFailure(const OpeningRow& row, ModPub::RowLookups& lookups);
+    bool InvCodeIsTorF(ModPub::RowLookups& lookups, const std::string& cCode, std::string_view cType);
+    bool WorkOutAmounts(const OpeningRow& row, ModPub::RowLookups& lookups, Valuation& valuation, Amounts& amounts,
+                        std::string& message);
+    bool PlannedPriceByFreeItems(const OpeningRow& row, ModPub::RowLookups& lookups, host::Value& plannedPrice);
     void InsertOpeningRow(const OpeningRow& row, const Amounts& amounts);
 
     const std::string& StartDate();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ModPub/ImportState.h"
+#include "ModPub/RowLookups.h"
 #include "host/Value.h"
 
 #include <string>
@@ -8,6 +8,6 @@
 namespace kovra {
 
 /// The item's tracking flag as it stands, Null included; false for an unknown item. Throws the database's error.
-host::Value GetTrackFlag(ModPub::ImportState& state, const std::string& cInvCode);
+host::Value GetTrackFlag(ModPub::RowLookups& lookups, const std::string& cInvCode);
 
 } // namespace kovra

@@ -1,7 +1,7 @@
 #include "ClsKovra/GlMendFlag.h"
 
 #include "ModPub/Conversions.h"
-#include "ModPub/FirstRow.h"
+#include "ModPub/Lookup.h"
 
 #include <string>
 
@@ -14,8 +14,10 @@ bool GlMendFlag(ModPub::ImportState& state, std::string_view system, int period)
     }
     sql.append(" from gl_mend where iPeriod=").append(std::to_string(period));
     sql.append(" AND iYEar =").append(state.login->LoginYear());
-    const auto row = ModPub::FirstRow<1>(state, sql);
-    return row && ModPub::ToBoolean(row->front());
+    const std::unique_ptr<host::Recordset> recordset = ModPub::OpenLookup(state.environment, *state.connection, sql);
+    const bool flag = !recordset->AtEOF() && ModPub::ToBoolean(recordset->FieldValue(0));
+    recordset->Close();
+    return flag;
 }
 
 } // namespace kovra

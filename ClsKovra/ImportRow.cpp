@@ -2,20 +2,22 @@
 #include "ClsKovra/ClsKovra.h"
 #include "ClsKovra/OpeningRow.h"
 #include "ClsKovra/Valuation.h"
+#include "ModPub/RowLookups.h"
 #include "ModPub/Trap.h"
 
 namespace kovra {
 
 void ClsKovra::ImportRow(const host::DOMNode& element) {
     const OpeningRow row = OpeningRow::Read(element);
+    ModPub::RowLookups lookups(state_);
     Valuation valuation;
-    if (!CheckRowMasterData(row, valuation) || !CheckRowDates(row)) {
+    if (!CheckRowMasterData(row, lookups, valuation) || !CheckRowDates(row, lookups)) {
         return;
     }
     std::string message;
     try {
         Amounts amounts;
-        if (!WorkOutAmounts(row, valuation, amounts, message)) {
+        if (!WorkOutAmounts(row, lookups, valuation, amounts, message)) {
             return;
         }
         if (message.empty()) {

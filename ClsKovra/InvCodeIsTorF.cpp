@@ -1,7 +1,6 @@
 #include "ClsKovra/ClsKovra.h"
 #include "ModPub/Conversions.h"
-#include "ModPub/FirstRow.h"
-#include "ModPub/Joined.h"
+#include "ModPub/RowLookups.h"
 #include "ModPub/RuntimeErrors.h"
 
 namespace kovra {
@@ -10,8 +9,12 @@ bool ClsKovra::InvCodeIsTorF(const std::string& cCode, const std::string& cType)
     if (!state_.connection) {
         ModPub::RaiseRuntimeError(host::error_number::objectNotSet);
     }
-    const auto row =
-        ModPub::FirstRow<1>(state_, ModPub::Joined({"SELECT ", cType, " FROM Inventory WHERE cInvCode='", cCode, "'"}));
+    ModPub::RowLookups lookups(state_);
+    return InvCodeIsTorF(lookups, cCode, cType);
+}
+
+bool ClsKovra::InvCodeIsTorF(ModPub::RowLookups& lookups, const std::string& cCode, std::string_view cType) {
+    const auto row = lookups.FirstRow<1>({"SELECT ", cType, " FROM Inventory WHERE cInvCode='", cCode, "'"});
     if (!row) {
         state_.environment.ShowMessage("该存货没有找到！");
         return false;

@@ -1,6 +1,6 @@
 #include "ClsKovra/ClsKovra.h"
 #include "ClsKovra/OpeningRow.h"
-#include "ModPub/FirstRow.h"
+#include "ModPub/RowLookups.h"
 
 namespace kovra {
 namespace {
@@ -16,9 +16,9 @@ std::string PriceStatement(const OpeningRow& row) {
 
 } // namespace
 
-bool ClsKovra::PlannedPriceByFreeItems(const OpeningRow& row, host::Value& plannedPrice) {
+bool ClsKovra::PlannedPriceByFreeItems(const OpeningRow& row, ModPub::RowLookups& lookups, host::Value& plannedPrice) {
     try {
-        if (const auto price = ModPub::FirstRow<1>(state_, PriceStatement(row))) {
+        if (const auto price = lookups.FirstRow<1>({PriceStatement(row)})) {
             plannedPrice = price->front();
         }
         return true;

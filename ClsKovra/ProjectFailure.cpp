@@ -2,7 +2,6 @@
 
 #include "ClsKovra/SetChildText.h"
 #include "ModPub/Conversions.h"
-#include "ModPub/FirstRow.h"
 
 namespace kovra {
 namespace {
@@ -16,7 +15,7 @@ std::string ProjectStatement(const std::string& table, const std::string& cItemC
 
 } // namespace
 
-std::string ProjectFailure(ModPub::ImportState& state, const OpeningRow& row) {
+std::string ProjectFailure(ModPub::RowLookups& lookups, const OpeningRow& row) {
     const std::string cItem_class = row.Field("cItem_class");
     const std::string cItemCode = row.Field("cItemCode");
     if (cItem_class.empty()) {
@@ -25,9 +24,9 @@ std::string ProjectFailure(ModPub::ImportState& state, const OpeningRow& row) {
     if (cItemCode.empty()) {
         return "没有录入项目。";
     }
-    const auto projectClass = ModPub::FirstRow<3>(state, "Select citem_class,citem_name,ctable from fitem "
-                                                         " Where citem_class='" +
-                                                             cItem_class + "' ");
+    const auto projectClass = lookups.FirstRow<3>({"Select citem_class,citem_name,ctable from fitem "
+                                                   " Where citem_class='",
+                                                   cItem_class, "' "});
     if (!projectClass) {
         return "项目大类不合法。";
     }
@@ -35,7 +34,7 @@ std::string ProjectFailure(ModPub::ImportState& state, const OpeningRow& row) {
     // Without a table's name the query has none either and fails.
     const host::Value& ctable = (*projectClass)[2];
     const std::string table = ctable.IsNull() ? std::string() : ModPub::ToText(ctable);
-    const auto project = ModPub::FirstRow<2>(state, ProjectStatement(table, cItemCode));
+    const auto project = lookups.FirstRow<2>({ProjectStatement(table, cItemCode)});
     if (!project) {
         return "项目不合法。";
     }

@@ -10,11 +10,11 @@ namespace {
 
 constexpr std::string_view negativePrice = "单价必须大于等于零。";
 
-std::string_view NegativeQuantityFailure(ModPub::ImportState& state, const OpeningRow& row, std::string_view method) {
+std::string_view NegativeQuantityFailure(ModPub::RowLookups& lookups, const OpeningRow& row, std::string_view method) {
     if (method == valuation_method::individual) {
         return "个别计价法不允许录入负数量。";
     }
-    const host::Value tracked = GetTrackFlag(state, row.cInvCode);
+    const host::Value tracked = GetTrackFlag(lookups, row.cInvCode);
     return !tracked.IsNull() && ModPub::ToBoolean(tracked) ? "跟踪型管理的存货不允许录入负数量。" : std::string_view();
 }
 
@@ -22,12 +22,13 @@ std::string_view NegativeQuantityFailure(ModPub::ImportState& state, const Openi
 
 /// Fills `amounts`, or `message` when the row is to be refused.
 /// @return false when the row's outcome is recorded already
-bool ClsKovra::WorkOutAmounts(const OpeningRow& row, Valuation& valuation, Amounts& amounts, std::string& message) {
+bool ClsKovra::WorkOutAmounts(const OpeningRow& row, ModPub::RowLookups& lookups, Valuation& valuation,
+                              Amounts& amounts, std::string& message) {
     const auto& [plannedPrice, method] = valuation;
     amounts.quantity = ModPub::Val(row.Field("iQuantity"));
     amounts.amount = ModPub::Val(row.iPrice);
     if (amounts.quantity < 0) {
-        message = NegativeQuantityFailure(state_, row, method);
+        message = NegativeQuantityFailure(lookups, row, method);
         if (!message.empty()) {
             return true;
         }
@@ -44,7 +45,7 @@ bool ClsKovra::WorkOutAmounts(const OpeningRow& row, Valuation& valuation, Amoun
             message = "计划价/售价法不允许导入数量为0的期初数据。";
             return true;
         }
-        if (!PlannedPriceByFreeItems(row, valuation.plannedPrice)) {
+        if (!PlannedPriceByFreeItems(row, lookups, valuation.plannedPrice)) {
             return false;
         }
         if (plannedPrice.IsNull()) {

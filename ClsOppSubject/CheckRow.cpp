@@ -32,6 +32,7 @@ constexpr std::array accountChecks = {
 } // namespace
 
 bool ClsOppSubject::CheckRow(std::string& key, const OppositeSetting& setting) {
+    ModPub::RowLookups lookups(state_);
     return ModPub::CheckSetting(state_, key, [&](std::string& message) {
         if (key.empty()) {
             message = "收发类别编码、存货分类编码、存货编码、部门编码四项必须输入其中之一。";
@@ -43,13 +44,13 @@ bool ClsOppSubject::CheckRow(std::string& key, const OppositeSetting& setting) {
             message += "对方科目编码、暂估科目编码两项必须输入其中之一。";
         }
         if (message.empty()) {
-            message = ModPub::FirstFailure<OppositeSetting>(state_, setting, masterDataChecks);
+            message = ModPub::FirstFailure<OppositeSetting>(state_, lookups, setting, masterDataChecks);
         }
         if (message.empty()) {
-            message = ProjectFailure(state_, setting);
+            message = ProjectFailure(lookups, setting);
         }
         if (message.empty()) {
-            message = ModPub::FirstFailure<OppositeSetting>(state_, setting, accountChecks);
+            message = ModPub::FirstFailure<OppositeSetting>(state_, lookups, setting, accountChecks);
         }
     });
 }

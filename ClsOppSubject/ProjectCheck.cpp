@@ -2,8 +2,8 @@
 
 #include "ClsOppSubject/OppositeSetting.h"
 #include "ModPub/Conversions.h"
-#include "ModPub/Lookup.h"
 
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -12,16 +12,16 @@ namespace {
 
 using host::Value;
 
-/// The values of the first row that `sql` finds; empty when it finds none.
-std::vector<Value> FirstRow(ModPub::ImportState& state, std::string_view sql) {
-    const std::unique_ptr<host::Recordset> recordset = ModPub::OpenLookup(state.environment, *state.connection, sql);
+/// The values of the first row that the look-up finds; empty when it finds none.
+std::vector<Value> FirstRow(ModPub::RowLookups& lookups, std::initializer_list<std::string_view> sql) {
+    host::Recordset& recordset = lookups.Open(sql);
     std::vector<Value> values;
-    if (recordset->RecordCount() != 0) {
-        for (std::size_t column = 0; column < recordset->FieldCount(); ++column) {
-            values.push_back(recordset->FieldValue(column));
+    if (recordset.RecordCount() != 0) {
+        for (std::size_t column = 0; column < recordset.FieldCount(); ++column) {
+            values.push_back(recordset.FieldValue(column));
         }
     }
-    recordset->Close();
+    recordset.Close();
     return values;
 }
 
@@ -32,16 +32,16 @@ bool Differs(const Value& stored, const std::string& given) {
 
 } // namespace
 
-std::string_view ProjectFailure(ModPub::ImportState& state, const OppositeSetting& setting) {
+std::string_view ProjectFailure(ModPub::RowLookups& lookups, const OppositeSetting& setting) {
     if (setting.cItem_class.empty()) {
         return setting.cItemCode.empty() ? "" : "没有录入项目大类。";
     }
     if (setting.cItemCode.empty()) {
         return "没有录入项目。";
     }
-    std::string sql = "Select citem_class,citem_name,ctable from fitem "
-                      " Where citem_class='";
-    const std::vector<Value> projectClass = FirstRow(state, sql.append(setting.cItem_class).append("' "));
+    const std::vector<Value> projectClass = FirstRow(lookups, {"Select citem_class,citem_name,ctable from fitem "
+                                                               " Where citem_class='",
+                                                               setting.cItem_class, "' "});
     if (projectClass.empty()) {
         return "项目大类不合法。";
     }
@@ -50,9 +50,8 @@ std::string_view ProjectFailure(ModPub::ImportState& state, const OppositeSettin
     }
     // Without a table's name the query has none either and fails.
     const std::string table = projectClass[2].IsNull() ? std::string() : ModPub::ToText(projectClass[2]);
-    sql = "Select cItemCode,cItemName from ";
-    sql.append(table).append(" Where cItemCode ='");
-    const std::vector<Value> project = FirstRow(state, sql.append(setting.cItemCode).append("' "));
+    const std::vector<Value> project =
+        FirstRow(lookups, {"Select cItemCode,cItemName from ", table, " Where cItemCode ='", setting.cItemCode, "' "});
     if (project.empty()) {
         return "项目不合法。";
     }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ModPub/ImportState.h"
+#include "ModPub/RowLookups.h"
 
 #include <string_view>
 
@@ -10,6 +10,6 @@ struct OppositeSetting;
 
 /// Checks the row's project in its checked spelling: the message that refuses it, or the empty text.
 /// Throws the database's error.
-std::string_view ProjectFailure(ModPub::ImportState& state, const OppositeSetting& setting);
+std::string_view ProjectFailure(ModPub::RowLookups& lookups, const OppositeSetting& setting);
 
 } // namespace kovra

@@ -53,15 +53,16 @@ constexpr std::array accountChecks = {
 } // namespace
 
 bool ClsOppSubjectST::CheckRow(const std::string& key, const StandardCostSetting& setting) {
+    ModPub::RowLookups lookups(state_);
     return ModPub::CheckSetting(state_, key, [&](std::string& message) {
         if (key.empty()) {
             message = "收发类别编码、存货分类编码、部门编码三项必须输入其中之一。";
         }
         if (message.empty()) {
-            message = ModPub::FirstFailure<Setting>(state_, setting, keyChecks);
+            message = ModPub::FirstFailure<Setting>(state_, lookups, setting, keyChecks);
         }
         if (message.empty()) {
-            message = ModPub::FirstFailure<Setting>(state_, setting, accountChecks);
+            message = ModPub::FirstFailure<Setting>(state_, lookups, setting, accountChecks);
         }
     });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ModPub/ImportState.h"
+#include "ModPub/RowLookups.h"
 
 #include <span>
 #include <string>
@@ -30,7 +30,7 @@ inline constexpr CodeQuery itemClassQuery{"Select cInvcCode From inventoryclass 
 inline constexpr CodeQuery accountQuery{"select ccode from code where ccode = '", "' and  bend =1 and iyear =", true};
 
 /// Whether `query` finds `code`. Throws the database's error, and the login's for its year.
-bool CodeExists(ImportState& state, const CodeQuery& query, std::string_view code);
+bool CodeExists(ImportState& state, RowLookups& lookups, const CodeQuery& query, std::string_view code);
 
 /// A check of one field of `Row`: the message refuses a code that the query does not find.
 template <class Row> struct CodeCheck {
@@ -42,10 +42,11 @@ template <class Row> struct CodeCheck {
 /// Runs the checks in order, each only when its field is not empty, up to the first that fails: its message, or the
 /// empty text. Throws as `CodeExists`.
 template <class Row>
-std::string_view FirstFailure(ImportState& state, const Row& row, std::span<const CodeCheck<Row>> checks) {
+std::string_view FirstFailure(ImportState& state, RowLookups& lookups, const Row& row,
+                              std::span<const CodeCheck<Row>> checks) {
     for (const CodeCheck<Row>& check : checks) {
         const std::string& code = row.*check.field;
-        if (!code.empty() && !CodeExists(state, check.query, code)) {
+        if (!code.empty() && !CodeExists(state, lookups, check.query, code)) {
             return check.message;
         }
     }

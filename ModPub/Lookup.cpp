@@ -2,11 +2,14 @@
 
 namespace ModPub {
 
+void OpenLookup(host::Recordset& recordset, host::Connection& connection, std::string_view sql) {
+    recordset.Open(sql, connection, host::CursorType::openStatic, host::LockType::readOnly, host::command_option::text);
+}
+
 std::unique_ptr<host::Recordset> OpenLookup(host::Environment& environment, host::Connection& connection,
                                             std::string_view sql) {
     std::unique_ptr<host::Recordset> recordset = environment.CreateRecordset();
-    recordset->Open(sql, connection, host::CursorType::openStatic, host::LockType::readOnly,
-                    host::command_option::text);
+    OpenLookup(*recordset, connection, sql);
     return recordset;
 }
 

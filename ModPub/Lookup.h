@@ -7,7 +7,10 @@
 
 namespace ModPub {
 
-/// Opens a look-up: static cursor, read-only, a text command. Throws the database's error.
+/// Opens a closed recordset on a look-up: static cursor, read-only, a text command. Throws the database's error.
+void OpenLookup(host::Recordset& recordset, host::Connection& connection, std::string_view sql);
+
+/// The same with a new recordset.
 std::unique_ptr<host::Recordset> OpenLookup(host::Environment& environment, host::Connection& connection,
                                             std::string_view sql);
 

@@ -81,18 +81,19 @@ protected:
     refhost::Environment environment;
     refhost::Login login;
     ModPub::ImportState state;
+    ModPub::RowLookups lookups{state};
 };
 
 TEST_F(FlagTest, TheTrackingFlagStandsAsItIs) {
-    EXPECT_EQ(kovra::GetTrackFlag(state, "A1"), host::Value(false));
+    EXPECT_EQ(kovra::GetTrackFlag(lookups, "A1"), host::Value(false));
     account.Run("UPDATE inventory SET bTrack = 1 WHERE cInvCode = 'A1'");
-    EXPECT_EQ(kovra::GetTrackFlag(state, "A1"), host::Value(true));
+    EXPECT_EQ(kovra::GetTrackFlag(lookups, "A1"), host::Value(true));
     account.Run("UPDATE inventory SET bTrack = NULL WHERE cInvCode = 'A1'");
-    EXPECT_TRUE(kovra::GetTrackFlag(state, "A1").IsNull());
+    EXPECT_TRUE(kovra::GetTrackFlag(lookups, "A1").IsNull());
 }
 
 TEST_F(FlagTest, TheTrackingFlagOfAnUnknownItemIsFalse) {
-    EXPECT_EQ(kovra::GetTrackFlag(state, "X9"), host::Value(false));
+    EXPECT_EQ(kovra::GetTrackFlag(lookups, "X9"), host::Value(false));
 }
 
 TEST_F(FlagTest, AModuleIsClosedByItsOwnFlag) {

@@ -72,16 +72,17 @@ std::string OpeningRules::Transact(const std::function<std::string()>& lastOfLed
 void OpeningRules::Row(const OpeningRow& row) {
     // The row is read outside every trap of its own.
     play_.Point();
-    if (!Check(row, [&] { return MasterData(row); }) || !Check(row, [&] { return Dates(row); })) {
+    RowLookUps lookUps(play_);
+    if (!Check(row, [&] { return MasterData(row, lookUps); }) || !Check(row, [&] { return Dates(row, lookUps); })) {
         return;
     }
     try {
         // The amounts are read.
         play_.Point();
         if (row.isNegative) {
-            play_.LookUp("SELECT bTrack FROM Inventory");
+            lookUps.LookUp("SELECT bTrack FROM Inventory");
         }
-        if (row.planned && row.badAmount.empty() && !PriceByFreeItems(row)) {
+        if (row.planned && row.badAmount.empty() && !PriceByFreeItems(row, lookUps)) {
             return;
         }
         if (row.badAmount.empty()) {
@@ -112,27 +113,27 @@ bool OpeningRules::Check(const OpeningRow& row, const std::function<std::string(
     return false;
 }
 
-std::string OpeningRules::MasterData(const OpeningRow& row) {
-    play_.LookUp("Select cValuetype,iInvRCost From inventory  Where cInvCode='" + row.item + "'");
+std::string OpeningRules::MasterData(const OpeningRow& row, RowLookUps& lookUps) {
+    lookUps.LookUp("Select cValuetype,iInvRCost From inventory  Where cInvCode='" + row.item + "'");
     if (!row.unknownItem.empty()) {
         return row.unknownItem;
     }
     play_.LookUp("cName='cValueStyle'");
-    play_.LookUp("Select bFree1,bFree2,bFree3");
-    play_.LookUp("Select cwhvaluestyle From Warehouse  Where cWhCode='" + row.warehouse + "' and bincost = 1 ");
+    lookUps.LookUp("Select bFree1,bFree2,bFree3");
+    lookUps.LookUp("Select cwhvaluestyle From Warehouse  Where cWhCode='" + row.warehouse + "' and bincost = 1 ");
     play_.LookUp("cName='cValueStyle'");
-    play_.LookUp("select cWhValueStyle from Warehouse where cWHCode=N'" + row.warehouse + "'");
+    lookUps.LookUp("select cWhValueStyle from Warehouse where cWHCode=N'" + row.warehouse + "'");
     if (row.averaged) {
-        play_.LookUp("select isnull(bCheckBatch,0) from inventory");
+        lookUps.LookUp("select isnull(bCheckBatch,0) from inventory");
     }
     if (row.hasProject) {
-        play_.LookUp("from fitem  Where citem_class='97' ");
-        play_.LookUp("from fitemss97 Where cItemCode ='RD01' ");
+        lookUps.LookUp("from fitem  Where citem_class='97' ");
+        lookUps.LookUp("from fitemss97 Where cItemCode ='RD01' ");
     }
     return {};
 }
 
-std::string OpeningRules::Dates(const OpeningRow& row) {
+std::string OpeningRules::Dates(const OpeningRow& row, RowLookUps& lookUps) {
     if (row.hasDate && !knowsStart_) {
         play_.Do("StartPeriod");
         play_.Do("LoginYear");
@@ -144,15 +145,15 @@ std::string OpeningRules::Dates(const OpeningRow& row) {
         return row.badDate;
     }
     if (row.hasBatch) {
-        play_.LookUp("SELECT bInvBatch FROM Inventory");
+        lookUps.LookUp("SELECT bInvBatch FROM Inventory");
     }
-    play_.LookUp("SELECT bInvQuality FROM Inventory");
+    lookUps.LookUp("SELECT bInvQuality FROM Inventory");
     return {};
 }
 
-bool OpeningRules::PriceByFreeItems(const OpeningRow& row) {
+bool OpeningRules::PriceByFreeItems(const OpeningRow& row, RowLookUps& lookUps) {
     try {
-        play_.LookUp("select fInvRCost from InvCheckFreeIA870");
+        lookUps.LookUp("select fInvRCost from InvCheckFreeIA870");
         return true;
     } catch (const host::Error&) {
         play_.Outcome(row.Key(), 101, "");

@@ -60,9 +60,9 @@ private:
     std::string Ledger(const std::function<std::string()>& last);
     void Row(const OpeningRow& row);
     bool Check(const OpeningRow& row, const std::function<std::string()>& check);
-    std::string MasterData(const OpeningRow& row);
-    std::string Dates(const OpeningRow& row);
-    bool PriceByFreeItems(const OpeningRow& row);
+    std::string MasterData(const OpeningRow& row, RowLookUps& lookUps);
+    std::string Dates(const OpeningRow& row, RowLookUps& lookUps);
+    bool PriceByFreeItems(const OpeningRow& row, RowLookUps& lookUps);
 
     Play& play_;
     bool knowsStart_ = false;

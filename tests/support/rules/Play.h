@@ -132,6 +132,24 @@ private:
     std::optional<Rows> before_;
 };
 
+/// The look-ups of one row's check or of a whole row: the first creates a recordset, and each opens and closes it.
+class RowLookUps {
+public:
+    explicit RowLookUps(Play& play) : play_(play) {}
+
+    void LookUp(std::string_view sql) {
+        if (!created_) {
+            play_.Create("Recordset");
+            created_ = true;
+        }
+        play_.OpenReadClose(sql);
+    }
+
+private:
+    Play& play_;
+    bool created_ = false;
+};
+
 /// What differs between the classes in the frame of a call.
 struct FrameRules {
     std::string_view notOffered = "本模块暂不提供此功能！";

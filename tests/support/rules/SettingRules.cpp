@@ -6,12 +6,13 @@ namespace {
 /// The check records its refusal itself. An error is lost: it refuses the row with the message found so far.
 bool PlayCheck(Play& play, const SettingRow& row) {
     std::string message = row.missing;
+    RowLookUps lookUps(play);
     try {
         for (const CheckedCode& check : row.checks) {
             if (check.byYear) {
                 play.Do("LoginYear");
             }
-            play.LookUp(check.sql);
+            lookUps.LookUp(check.sql);
             if (!check.refusal.empty()) {
                 message = check.refusal;
                 break;
