@@ -25,6 +25,10 @@ public:
     explicit AdoRecordset(AdoRecordsetClass& type)
         : recordset_(type.recordsets.Create()), fieldsMembers_(type.fields), fieldMembers_(type.field) {}
     AdoRecordset() : AdoRecordset(*std::make_unique<AdoRecordsetClass>()) {}
+    /// A recordset that somebody else has made, most likely of this class.
+    AdoRecordset(ComPtr<IDispatch> recordset, const AdoRecordsetClass& type)
+        : recordset_(type.recordsets.Known(std::move(recordset))), fieldsMembers_(type.fields),
+          fieldMembers_(type.field) {}
     /// A recordset that exists already.
     explicit AdoRecordset(DispatchObject recordset) : recordset_(std::move(recordset)) {}
 

@@ -41,9 +41,7 @@ void WriteToStandardError(std::string_view text) noexcept {
 std::unique_ptr<host::DOMDocument> ComEnvironment::CreateDOMDocument() { return std::make_unique<XmlDocument>(); }
 std::unique_ptr<host::Connection> ComEnvironment::CreateConnection() { return std::make_unique<AdoConnection>(); }
 std::unique_ptr<host::Recordset> ComEnvironment::CreateRecordset() {
-    if (!recordsets_)
-        recordsets_ = std::make_unique<AdoRecordsetClass>();
-    return std::make_unique<AdoRecordset>(*recordsets_);
+    return std::make_unique<AdoRecordset>(Classes().recordsets);
 }
 host::EaiHelper& ComEnvironment::GetEaiHelper() {
     return Helped<ComEaiHelper>(ThreadHelpers::OfThisThread().eaiHelper);
@@ -54,18 +52,24 @@ host::RsXmlHelper& ComEnvironment::GetRsXmlHelper() {
 }
 
 std::unique_ptr<host::EaiXmlConverter> ComEnvironment::CreateEaiXmlConverter() {
-    return std::make_unique<ComEaiXmlConverter>();
+    return std::make_unique<ComEaiXmlConverter>(Classes());
 }
 
 std::unique_ptr<host::IaVoucherService> ComEnvironment::CreateIaVoucherService() {
-    return std::make_unique<ComIaVoucherService>();
+    return std::make_unique<ComIaVoucherService>(Classes());
 }
 
 std::unique_ptr<host::ProvisionPreCheck> ComEnvironment::CreateProvisionPreCheck() {
-    return std::make_unique<ComProvisionPreCheck>();
+    return std::make_unique<ComProvisionPreCheck>(Classes());
 }
 
 std::unique_ptr<host::ZendaT> ComEnvironment::CreateZendaT() { return std::make_unique<ComZendaT>(); }
+
+RecordClasses& ComEnvironment::Classes() {
+    if (!classes_)
+        classes_ = std::make_unique<RecordClasses>();
+    return *classes_;
+}
 
 void ComEnvironment::ShowMessage(std::string_view text) {
     // A box that cannot be shown after all, on a desktop without a display, answers 0.

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "host/Environment.h"
-#include "server/adapters/AdoRecordset.h"
+#include "server/adapters/ComVoucherComponents.h"
 
 #include <memory>
 
 namespace server {
 
-/// The world as COM offers it. It remembers ADO's class of recordsets; the helpers of each thread live until the thread
-/// leaves COM.
+/// The world as COM offers it. It remembers the classes of which many objects are made; the helpers of each thread live
+/// until the thread leaves COM.
 class ComEnvironment : public host::Environment {
 public:
     std::unique_ptr<host::DOMDocument> CreateDOMDocument() override;
@@ -24,8 +24,10 @@ public:
     void ShowMessage(std::string_view text) override;
 
 private:
-    /// From the first recordset on.
-    std::unique_ptr<AdoRecordsetClass> recordsets_;
+    RecordClasses& Classes();
+
+    /// From the first object of one of them on.
+    std::unique_ptr<RecordClasses> classes_;
 };
 
 } // namespace server

@@ -12,7 +12,8 @@ host::HostLogin& ComVoucherContext::Login() {
     return *login_;
 }
 
-ComIaVoucherService::ComIaVoucherService() : service_(DispatchObject::Create(progid::iaVoucherService)) {}
+ComIaVoucherService::ComIaVoucherService(RecordClasses& classes)
+    : recordsets_(classes.recordsets), service_(classes.services.Create()) {}
 
 std::shared_ptr<host::VoucherContext> ComIaVoucherService::Context(host::HostLogin& login) {
     ComPtr<IDispatch> context = ToObject(service_.Call(L"Context", ByValue(login)).Get());
@@ -25,11 +26,13 @@ bool ComIaVoucherService::VoucherInit(host::HostLogin& login, std::string& messa
 
 bool ComIaVoucherService::GetDefaultTemplate(std::string_view voucherType, std::unique_ptr<host::Recordset>& recordset,
                                              std::string& message, std::string& further) {
-    return ToBoolean(service_
-                         .Call(L"GetDefaultTemplate", VariantHolder(voucherType), ObjectReference(recordset),
-                               TextReference(message), TextReference(further), VariantHolder(std::string_view()),
-                               VariantHolder(0))
-                         .Get());
+    const bool made = !recordset;
+    const VariantHolder found = service_.Call(
+        L"GetDefaultTemplate", VariantHolder(voucherType), ObjectReference(recordset), TextReference(message),
+        TextReference(further), VariantHolder(std::string_view()), VariantHolder(0));
+    if (made && recordset)
+        recordset = std::make_unique<AdoRecordset>(ComRecordset(*recordset).object(), recordsets_);
+    return ToBoolean(found.Get());
 }
 
 void ComIaVoucherService::SaveVoucher(std::string_view voucherType, host::DOMDocument& head, host::DOMDocument& body,
@@ -38,13 +41,13 @@ void ComIaVoucherService::SaveVoucher(std::string_view voucherType, host::DOMDoc
                   ObjectReference(connection), ObjectReference(result));
 }
 
-ComProvisionPreCheck::ComProvisionPreCheck() : check_(DispatchObject::Create(progid::provisionPreCheck)) {}
+ComProvisionPreCheck::ComProvisionPreCheck(RecordClasses& classes) : check_(classes.preChecks.Create()) {}
 
 bool ComProvisionPreCheck::Check(host::HostLogin& login, std::string& message) {
     return ToBoolean(check_.Call(L"Check", ByValue(login), TextReference(message)).Get());
 }
 
-ComEaiXmlConverter::ComEaiXmlConverter() : converter_(DispatchObject::Create(progid::eaiXmlConverter)) {}
+ComEaiXmlConverter::ComEaiXmlConverter(RecordClasses& classes) : converter_(classes.converters.Create()) {}
 
 void ComEaiXmlConverter::FillHead(std::string_view rowXml, std::string_view rowTag, host::DOMDocument& head,
                                   host::Recordset& columns, std::string_view mapping) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/VoucherComponents.h"
+#include "server/adapters/AdoRecordset.h"
 #include "server/adapters/ComLogin.h"
 #include "server/com/DispatchObject.h"
 
@@ -32,11 +33,20 @@ private:
     DispatchObject data_;
 };
 
+/// The classes of which a request makes an object for every row or document.
+struct RecordClasses {
+    AdoRecordsetClass recordsets;
+    AutomationClass services{progid::iaVoucherService};
+    AutomationClass preChecks{progid::provisionPreCheck};
+    AutomationClass converters{progid::eaiXmlConverter};
+};
+
 /// The host's inventory-accounting voucher component. Every constructor below throws error 429 when the component
 /// cannot be created.
 class ComIaVoucherService final : public host::IaVoucherService {
 public:
-    ComIaVoucherService();
+    /// @param classes outlives it
+    explicit ComIaVoucherService(RecordClasses& classes);
 
     std::shared_ptr<host::VoucherContext> Context(host::HostLogin& login) override;
     bool VoucherInit(host::HostLogin& login, std::string& message) override;
@@ -46,13 +56,14 @@ public:
                      std::string& message, host::Connection& connection, host::DOMDocument& result) override;
 
 private:
+    const AdoRecordsetClass& recordsets_;
     DispatchObject service_;
 };
 
 /// The host's check before provisions are made.
 class ComProvisionPreCheck final : public host::ProvisionPreCheck {
 public:
-    ComProvisionPreCheck();
+    explicit ComProvisionPreCheck(RecordClasses& classes);
 
     bool Check(host::HostLogin& login, std::string& message) override;
 
@@ -63,7 +74,7 @@ private:
 /// The host's converter between request elements and records.
 class ComEaiXmlConverter final : public host::EaiXmlConverter {
 public:
-    ComEaiXmlConverter();
+    explicit ComEaiXmlConverter(RecordClasses& classes);
 
     void FillHead(std::string_view rowXml, std::string_view rowTag, host::DOMDocument& head, host::Recordset& columns,
                   std::string_view mapping) override;

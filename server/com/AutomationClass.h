@@ -14,6 +14,9 @@ public:
     /// Throws error 429 when no object can be made; the class is found anew the next time.
     DispatchObject Create();
 
+    /// An object that somebody else has made, most likely of this class.
+    DispatchObject Known(ComPtr<IDispatch> object) const { return DispatchObject(std::move(object), members_); }
+
 private:
     const wchar_t* progId_;
     ComPtr<IClassFactory> factory_;

@@ -3,6 +3,7 @@
 #include "server/adapters/AdoConnection.h"
 #include "server/adapters/AdoRecordset.h"
 #include "server/adapters/ComEaiHelper.h"
+#include "server/adapters/ComEnvironment.h"
 #include "server/adapters/ComVoucherComponents.h"
 #include "server/adapters/ObjectArguments.h"
 #include "server/adapters/XmlNode.h"
@@ -103,10 +104,15 @@ constexpr const wchar_t* converter = L"KovraHost.EaiXmlConverter";
 constexpr const wchar_t* service = L"KovraHost.IaVoucherService";
 constexpr const wchar_t* companion = L"ZendaTool.clsZendaT";
 
-void HeadToXml(Handles& h) { server::ComEaiXmlConverter().HeadToXml(h.document, *h.element, "M", h.recordset); }
-void BodyToXml(Handles& h) { server::ComEaiXmlConverter().BodyToXml(h.document, *h.element, "M", h.recordset); }
+void HeadToXml(Handles& h) {
+    server::ComEnvironment().CreateEaiXmlConverter()->HeadToXml(h.document, *h.element, "M", h.recordset);
+}
+void BodyToXml(Handles& h) {
+    server::ComEnvironment().CreateEaiXmlConverter()->BodyToXml(h.document, *h.element, "M", h.recordset);
+}
 void SaveVoucher(Handles& h) {
-    server::ComIaVoucherService().SaveVoucher("48", h.document, h.document, h.text, h.connection, h.rows);
+    server::ComEnvironment().CreateIaVoucherService()->SaveVoucher("48", h.document, h.document, h.text, h.connection,
+                                                                   h.rows);
 }
 void AllowAdd(Handles& h) { server::ComZendaT().AllowAdd(h.text, h.context, h.connection); }
 void OpenDBS(Handles& h) { server::ComZendaT().OpenDBS(h.recordset, h.connection, "SELECT 1"); }
@@ -127,7 +133,7 @@ const Operation operations[] = {
     {"GetDefaultTemplate_recordset", service, L"GetDefaultTemplate", 1, &opened,
      [](Handles& h) {
          std::string further;
-         server::ComIaVoucherService().GetDefaultTemplate("48", h.opened, h.text, further);
+         server::ComEnvironment().CreateIaVoucherService()->GetDefaultTemplate("48", h.opened, h.text, further);
      }},
     {"SaveVoucher_connection", service, L"SaveVoucher", 4, &connection, SaveVoucher},
     {"SaveVoucher_result", service, L"SaveVoucher", 5, &rows, SaveVoucher},

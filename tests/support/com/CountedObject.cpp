@@ -12,11 +12,12 @@ using server::ComPtr;
 
 class CountedObject final : public ForwardingObject {
 public:
-    CountedObject(ComPtr<IDispatch> object, std::wstring type, CallCounts& counts)
-        : ForwardingObject(std::move(object)), type_(std::move(type)), counts_(counts) {}
+    CountedObject(ComPtr<IDispatch> object, std::wstring type, CallCounts& counts, bool isComponent)
+        : ForwardingObject(std::move(object)), type_(std::move(type)), counts_(counts), isComponent_(isComponent) {}
 
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
-        ++counts_.lookUps[type_ + L"." + names[0]];
+        if (counts_.withinComponents == 0)
+            ++counts_.lookUps[type_ + L"." + names[0]];
         const HRESULT found = ForwardingObject::GetIDsOfNames(id, names, count, locale, ids);
         if (SUCCEEDED(found))
             Names()[{type_, ids[0]}] = names[0];
@@ -25,10 +26,14 @@ public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
         const std::wstring& name = Names()[{type_, member}];
-        ++counts_.calls[type_ + L"." + name];
+        if (counts_.withinComponents == 0)
+            ++counts_.calls[type_ + L"." + name];
+        const int within = isComponent_ ? 1 : 0;
+        counts_.withinComponents += within;
         const HRESULT status =
             ForwardingObject::Invoke(member, id, locale, flags, parameters, result, exception, wrongArgument);
-        if (SUCCEEDED(status) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result))
+        counts_.withinComponents -= within;
+        if (!isComponent_ && SUCCEEDED(status) && result && V_VT(result) == VT_DISPATCH && V_DISPATCH(result))
             V_DISPATCH(result) = Counted(ComPtr<IDispatch>::Adopt(V_DISPATCH(result)), name, counts_).Detach();
         return status;
     }
@@ -42,12 +47,17 @@ private:
 
     std::wstring type_;
     CallCounts& counts_;
+    bool isComponent_;
 };
 
 } // namespace
 
 ComPtr<IDispatch> Counted(ComPtr<IDispatch> object, std::wstring type, CallCounts& counts) {
-    return ComPtr<IDispatch>::Adopt(new CountedObject(std::move(object), std::move(type), counts));
+    return ComPtr<IDispatch>::Adopt(new CountedObject(std::move(object), std::move(type), counts, false));
+}
+
+ComPtr<IDispatch> CountedComponent(ComPtr<IDispatch> object, std::wstring type, CallCounts& counts) {
+    return ComPtr<IDispatch>::Adopt(new CountedObject(std::move(object), std::move(type), counts, true));
 }
 
 } // namespace test
