@@ -40,6 +40,7 @@ Row ReadFields(const host::DOMNode& element, const std::array<RowField<Row>, cou
 /// The names of the fields, in their order.
 template <class Row, std::size_t count> std::vector<std::string> Names(const std::array<RowField<Row>, count>& fields) {
     std::vector<std::string> names;
+    names.reserve(count);
     for (const RowField<Row>& field : fields) {
         names.emplace_back(field.name);
     }
