@@ -29,6 +29,12 @@ std::set<std::string> Options(const std::string& help) {
 
 class Completion : public Program {
 protected:
+    void SetUp() override {
+        if (ProgramIsForWindows()) {
+            GTEST_SKIP() << "Windows has neither bash nor manual pages, and the program more options there";
+        }
+    }
+
     /// What bash offers at the end of a line.
     std::set<std::string> Offered(const std::string& line) const {
         Write("complete.sh", "PATH='" + std::filesystem::path(ProgramPath()).parent_path().string() +
@@ -47,9 +53,6 @@ protected:
 };
 
 TEST_F(Completion, OffersTheOptionsOfEachCommand) {
-    if (ProgramIsForWindows()) {
-        GTEST_SKIP() << "bash is no shell of Windows, where there are more options";
-    }
     for (const char* command : commands) {
         const std::set<std::string> options = Options(Kovra(std::string(command) + " --help").output);
         EXPECT_GE(options.size(), 2U) << command;
@@ -80,9 +83,6 @@ TEST_F(Completion, OffersCommandsAndValues) {
 }
 
 TEST_F(Completion, TheManualPageHasEveryOptionAndExitStatus) {
-    if (ProgramIsForWindows()) {
-        GTEST_SKIP() << "Windows has no manual pages";
-    }
     if (std::system("command -v help2man > /dev/null") != 0) {
         GTEST_SKIP() << "help2man is not installed";
     }
