@@ -1,15 +1,15 @@
 #include "ModPub/ReadAccOption.h"
 
 #include "ModPub/Conversions.h"
-#include "ModPub/Joined.h"
 #include "ModPub/Lookup.h"
+#include "ModPub/SaveSetting.h"
 
 namespace ModPub {
 
 std::string ReadAccOption(host::Environment& environment, host::Connection& connection, std::string_view cSysID,
                           std::string_view cName) {
-    const std::string sql =
-        Joined({"SELECT * FROM AccInformation WHERE cSysID='", cSysID, "' AND cName='", cName, "'"});
+    std::string sql = BeginStatement("SELECT * FROM AccInformation WHERE cSysID='");
+    sql.append(cSysID).append("' AND cName='").append(cName).append("'");
     const std::unique_ptr<host::Recordset> recordset = OpenLookup(environment, connection, sql);
     std::string option;
     if (!recordset->AtEOF() && !recordset->AtBOF()) {

@@ -83,12 +83,9 @@ const Bound bounds[] = {
      LookUpSteps(4, 2) + LookUpSteps(1, 10) + LookUpSteps(1) + LookUpSteps(1) + InsertSteps(91, 2, 2),
      3 * lookUps + 5 * longAnswer + 1 + text + outcome},
     // A document of three entries: its code, two templates without rows, its type's template, the month, the beginning,
-    // of
-    // each entry the stock and the budget, the next number, the head, the entries, the end. The code and the next
-    // number
-    // run, which is the greatest with one added (8 more); the others that read repeat. 40 columns an entry and 30 of
-    // the
-    // head, 1 index each. To begin, to take the right to write and to end takes 13.
+    // of each entry the stock and the budget, the next number, the head, the entries, the end. The code and the next
+    // number run, which is the greatest with one added (8 more); the others that read repeat. 40 columns an entry and
+    // 30 of the head, 1 index each. To begin, to take the right to write and to end takes 13.
     {bench::Provisions, 18,
      LookUpSteps(1) + 2 * LookUpSteps(0) + LookUpSteps(0) + 8 + InsertSteps(30, 1, 1) + 3 * InsertSteps(40, 1, 1) + 13,
      allocationsOfProvision},
