@@ -1,6 +1,6 @@
-#include "ModPub/Text.h"
 #include "import/checks/CheckAgainstAccount.h"
 #include "import/checks/RowChecks.h"
+#include "import/fields/KeyPart.h"
 
 #include <algorithm>
 #include <array>
@@ -16,28 +16,28 @@ struct KeyColumn {
     std::string_view element;
 };
 
-constexpr std::array opening = {
+constexpr std::array openingKey = {
     KeyColumn{"cWhCode", "cWhCode"}, KeyColumn{"cInvCode", "cInvCode"}, KeyColumn{"cBatchIA", "cBatchCode"},
     KeyColumn{"cFree1", "cFree1"},   KeyColumn{"cFree2", "cFree2"},     KeyColumn{"cFree3", "cFree3"},
     KeyColumn{"cFree4", "cFree4"},   KeyColumn{"cFree5", "cFree5"},     KeyColumn{"cFree6", "cFree6"},
     KeyColumn{"cFree7", "cFree7"},   KeyColumn{"cFree8", "cFree8"},     KeyColumn{"cFree9", "cFree9"},
     KeyColumn{"cFree10", "cFree10"},
 };
-constexpr std::array inventory = {
+constexpr std::array inventoryKey = {
     KeyColumn{"cWhCode", "cWhCode"},
     KeyColumn{"cInvCCode", "cInvCCode"},
     KeyColumn{"cInvCode", "cInvCode"},
 };
-constexpr std::array opposite = {
+constexpr std::array oppositeKey = {
     KeyColumn{"cRdCode", "cRdCode"},   KeyColumn{"cInvcCode", "cInvcCode"},     KeyColumn{"cInvCode", "cInvCode"},
     KeyColumn{"cDepCode", "cDepCode"}, KeyColumn{"citem_class", "cItem_class"}, KeyColumn{"citemcode", "cItemCode"},
 };
-constexpr std::array standard = {
+constexpr std::array standardKey = {
     KeyColumn{"cRdCode", "cRdCode"},
     KeyColumn{"cInvcCode", "cInvcCode"},
     KeyColumn{"cDepCode", "cDepCode"},
 };
-constexpr std::array provisions = {KeyColumn{"cDecCode", "Deccode"}};
+constexpr std::array provisionsKey = {KeyColumn{"cDecCode", "Deccode"}};
 
 /// What makes a row one that the ledger has.
 struct KeyRules {
@@ -53,20 +53,12 @@ struct KeyRules {
 };
 
 constexpr std::array keyRules = {
-    KeyRules{"ClsInvSubject", "IA_HeadSet", "1 = 1", true, inventory, true, Message::settingExists},
-    KeyRules{"ClsKovra", "Ia_subsidiary", "cVouType = '34'", true, opening, false, Message::openingExists},
-    KeyRules{"ClsKovraProof", "IA_DecReady", "1 = 1", false, provisions, false, Message::documentExists},
-    KeyRules{"ClsOppSubject", "IA_OppHead", "1 = 1", true, opposite, false, Message::settingExists},
-    KeyRules{"ClsOppSubjectST", "IA_OppHead", "1 = 1", true, standard, false, Message::settingExists},
+    KeyRules{"ClsInvSubject", "IA_HeadSet", "1 = 1", true, inventoryKey, true, Message::settingExists},
+    KeyRules{"ClsKovra", "Ia_subsidiary", "cVouType = '34'", true, openingKey, false, Message::openingExists},
+    KeyRules{"ClsKovraProof", "IA_DecReady", "1 = 1", false, provisionsKey, false, Message::documentExists},
+    KeyRules{"ClsOppSubject", "IA_OppHead", "1 = 1", true, oppositeKey, false, Message::settingExists},
+    KeyRules{"ClsOppSubjectST", "IA_OppHead", "1 = 1", true, standardKey, false, Message::settingExists},
 };
-
-/// Ends a part of a key; nothing that people type holds it.
-constexpr char partEnd = '\x1F';
-
-/// The account compares texts without regard to letter case and to blanks at the end.
-void AppendPart(std::string& key, std::string_view text) {
-    key.append(ModPub::UpperCase(text.substr(0, text.find_last_not_of(' ') + 1))).push_back(partEnd);
-}
 
 /// The keys that the ledger has, of all columns or of those that are asked for.
 class LedgerKeys {
@@ -96,7 +88,7 @@ public:
             const bool asks = !rule_.byFilled || !value.empty();
             filled.push_back(asks ? '1' : '0');
             if (asks) {
-                AppendPart(key, value);
+                AppendKeyPart(key, value);
             }
         }
         return KeysOf(filled).contains(key);
@@ -111,7 +103,7 @@ private:
                 std::string key;
                 for (std::size_t column = 0; column < record.size(); ++column) {
                     if (filled[column] == '1') {
-                        AppendPart(key, record[column]);
+                        AppendKeyPart(key, record[column]);
                     }
                 }
                 found->second.insert(std::move(key));

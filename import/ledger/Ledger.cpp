@@ -1,7 +1,7 @@
 #include "import/ledger/Ledger.h"
 
 #include "ModPub/Conversions.h"
-#include "ModPub/Text.h"
+#include "import/fields/KeyPart.h"
 #include "import/file/Sha256.h"
 #include "import/ledger/LedgerTable.h"
 
@@ -15,13 +15,6 @@ namespace importing {
 namespace {
 
 using Kind = MatchColumn::Kind;
-
-/// Ends a part of a match; nothing that people type holds it.
-constexpr char partEnd = '\x1F';
-
-void AppendText(std::string& match, std::string_view text) {
-    match.append(ModPub::UpperCase(text.substr(0, text.find_last_not_of(' ') + 1))).push_back(partEnd);
-}
 
 void AppendNumber(std::string& match, double number) {
     match.append(number == 0 ? std::string() : ModPub::NumberText(number)).push_back(partEnd);
@@ -64,13 +57,13 @@ std::vector<LedgerRecord> Ledger::RecordsAbove(std::int64_t id, Lock lock) {
             const host::Value value = row.FieldValue(each.column);
             switch (each.kind) {
             case Kind::text:
-                AppendText(record.match, TextOf(value));
+                AppendKeyPart(record.match, TextOf(value));
                 break;
             case Kind::number:
                 AppendNumber(record.match, value.IsNull() ? 0 : ModPub::ToDouble(value));
                 break;
             case Kind::date:
-                AppendText(record.match, value.IsNull() ? std::string() : ModPub::FormatDate(value));
+                AppendKeyPart(record.match, value.IsNull() ? std::string() : ModPub::FormatDate(value));
                 break;
             }
         }
@@ -101,7 +94,7 @@ void Ledger::AddEntries(std::vector<LedgerRecord>& records, std::int64_t id) {
                   [&](const host::Recordset& row) {
                       std::string entry;
                       for (const std::string_view element : entryElements) {
-                          AppendText(entry, TextOf(row.FieldValue(element)));
+                          AppendKeyPart(entry, TextOf(row.FieldValue(element)));
                       }
                       entries[ModPub::ToInt32(row.FieldValue("voucher"))].insert(std::move(entry));
                   });
@@ -117,14 +110,14 @@ std::string Ledger::MatchOf(const Outcome& outcome, const Unit& unit) const {
     const Row& row = unit.rows.front()->row;
     for (const MatchColumn& each : table_.columns) {
         const std::string& value = ValueOf(outcome, row, each.element);
-        each.kind == Kind::number ? AppendNumber(match, ModPub::Val(value)) : AppendText(match, value);
+        each.kind == Kind::number ? AppendNumber(match, ModPub::Val(value)) : AppendKeyPart(match, value);
     }
     if (IsVoucher(table_)) {
         std::set<std::string> entries;
         for (const RowOutcome* const each : unit.rows) {
             std::string entry;
             for (const std::string_view element : entryElements) {
-                AppendText(entry, ValueOf(outcome, each->row, element));
+                AppendKeyPart(entry, ValueOf(outcome, each->row, element));
             }
             entries.insert(std::move(entry));
         }

@@ -1,5 +1,6 @@
 #include "import/run/UnitHashes.h"
 
+#include "import/fields/KeyPart.h"
 #include "import/file/Sha256.h"
 
 #include <map>
@@ -8,16 +9,13 @@
 namespace importing {
 namespace {
 
-/// Ends a part; nothing that people type holds it.
-constexpr std::string_view partEnd = "\x1F";
-
 std::string HashOf(const Outcome& outcome, const Unit& unit) {
     Sha256 hash;
     for (const RowOutcome* const each : unit.rows) {
         // By the class's fields, so that the order of the file's columns does not matter.
         for (const Field& field : outcome.classFields->fields) {
             hash.Add(ValueOf(outcome, each->row, field.element));
-            hash.Add(partEnd);
+            hash.Add(std::string_view(&partEnd, 1));
         }
     }
     return hash.Finish();

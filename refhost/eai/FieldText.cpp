@@ -12,7 +12,7 @@ void AppendTwoDigits(std::string& text, char separator, int number) {
     text.append({separator, static_cast<char>('0' + number / 10), static_cast<char>('0' + number % 10)});
 }
 
-std::string DateText(host::Date date) {
+std::string FieldDateText(host::Date date) {
     const std::optional<ModPub::DateParts> parts = ModPub::SplitDate(date);
     std::string text = ModPub::FormatDate(date);
     if (parts && (parts->hour != 0 || parts->minute != 0 || parts->second != 0)) {
@@ -42,7 +42,7 @@ std::optional<std::string> FieldText(const host::Value& value) {
         return *bit ? "1" : "0";
     }
     if (const host::Date* date = value.As<host::Date>()) {
-        return DateText(*date);
+        return FieldDateText(*date);
     }
     if (const host::Bytes* bytes = value.As<host::Bytes>()) {
         return HexText(*bytes);

@@ -134,9 +134,9 @@ public:
 };
 
 /// The runs of one call.
-class Runs {
+class FailingRuns {
 public:
-    Runs(const PlayedCall& call, bool inDatabase) : call_(call), account_(call), inDatabase_(inDatabase) {}
+    FailingRuns(const PlayedCall& call, bool inDatabase) : call_(call), account_(call), inDatabase_(inDatabase) {}
 
     void All() {
         Tape tape;
@@ -236,6 +236,6 @@ private:
 
 } // namespace
 
-void FailEveryAllocation(const PlayedCall& call, bool inDatabase) { Runs(call, inDatabase).All(); }
+void FailEveryAllocation(const PlayedCall& call, bool inDatabase) { FailingRuns(call, inDatabase).All(); }
 
 } // namespace test

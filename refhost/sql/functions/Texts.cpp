@@ -13,11 +13,6 @@ namespace {
 
 // Texts. Positions count UTF-16 units from 1.
 
-std::string_view WithoutTrailingBlanks(std::string_view text) {
-    const std::size_t last = text.find_last_not_of(' ');
-    return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
-}
-
 /// The part of a text from unit `start` (counted from 0) on, at most `length` units.
 std::string Slice(std::string_view text, std::int64_t start, std::int64_t length) {
     const auto cut = [&](const auto& units) {
@@ -37,7 +32,9 @@ void LengthFunction(Call& call) {
     if (call.IsNull(0)) {
         return call.ReturnNull();
     }
-    call.Return(static_cast<std::int64_t>(text::Utf16Length(WithoutTrailingBlanks(call.Text(0)))));
+    // Blanks at the end do not count.
+    const std::string_view text = call.Text(0);
+    call.Return(static_cast<std::int64_t>(text::Utf16Length(text.substr(0, text.find_last_not_of(' ') + 1))));
 }
 
 [[noreturn]] void FailLength(std::string_view function) {
