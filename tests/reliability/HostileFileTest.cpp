@@ -19,6 +19,8 @@
 namespace test {
 namespace {
 
+constexpr long megabyte = 1 << 20;
+
 /// The program on an account with a warehouse 仓, whose requests are files.
 class HostileFile : public testing::Test {
 protected:
@@ -28,10 +30,22 @@ protected:
     }
 
     std::filesystem::path RequestFile() const { return account_.folder() / "request.xml"; }
-    Ended Transact(const std::string& request = "request.xml") const {
+    Ended Transact() const {
         return Program(account_.folder(),
-                       {"transact", "--quiet", "--class", "ClsInvSubject", "--login", "login.xml", request})
+                       {"transact", "--quiet", "--class", "ClsInvSubject", "--login", "login.xml", "request.xml"})
             .Wait();
+    }
+    /// A request with so many megabytes of filler between `before` and `after`.
+    Ended TransactLarge(long megabytes, std::string_view before, std::string_view after) const {
+        std::ofstream file(RequestFile(), std::ios::binary);
+        file << before;
+        const std::string block(megabyte, 'x');
+        for (long written = 0; written < megabytes; ++written) {
+            file << block;
+        }
+        file << after;
+        file.close();
+        return Transact();
     }
 
     const TestAccount account_{AccountContent::demo};
@@ -157,60 +171,37 @@ TEST_F(HostileFile, WithLoneSurrogatesIsRefused) {
 
 // --- sizes
 
-const std::size_t large = std::size_t{1} << (sanitized ? 26 : 30);
-
-/// A request of so many bytes: the filler between `before` and `after`. The file is filled once for all of them.
-std::string LargeFile(std::string_view before, std::string_view after) {
-    static const TemporaryFolder folder;
-    const std::filesystem::path path = folder.path() / "request.xml";
-    if (!std::filesystem::exists(path)) {
-        std::ofstream file(path, std::ios::binary);
-        const std::string block(1 << 20, 'x');
-        for (std::size_t written = 0; written < large; written += block.size()) {
-            file << block;
-        }
-    }
-    std::fstream file(path, std::ios::binary | std::ios::in | std::ios::out);
-    // Over what the request before has there.
-    constexpr std::size_t longest = 200;
-    file << before << std::string(longest - before.size(), 'x');
-    file.seekp(static_cast<std::streamoff>(large));
-    file << after;
-    file.close();
-    std::filesystem::resize_file(path, large + after.size());
-    return path.string();
-}
-
-/// Expects the answer, in no more memory than so many times the file.
-void ExpectAnswer(const Ended& ended, const std::string& answer, long times) {
+/// Expects the answer to a request of so many megabytes, in no more memory than so many times its size.
+void ExpectAnswer(const Ended& ended, const std::string& answer, long megabytes, long times) {
     EXPECT_EQ(ended.signal, 0);
     EXPECT_EQ(ended.status, answer == notParsed ? 3 : 0);
     EXPECT_EQ(ended.output, answer);
     EXPECT_EQ(ended.error, "");
-    EXPECT_TRUE(sanitized || ended.peakMemory < times * static_cast<long>(large) + 50'000'000) << ended.peakMemory;
-    std::printf("reliability: %zu MB of one text: %ld MB of memory\n", large >> 20, ended.peakMemory >> 20);
+    EXPECT_TRUE(sanitized || ended.peakMemory < times * megabytes * megabyte + 50'000'000) << ended.peakMemory;
+    std::printf("reliability: %ld MB of one text: %ld MB of memory\n", megabytes, ended.peakMemory / megabyte);
 }
 
 TEST_F(HostileFile, WithAGigabyteOfOneTextIsAnswered) {
-    const std::string file = LargeFile("<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>",
-                                       "</cMemo><cWhCode>01</cWhCode><cInvHead>140301</cInvHead></row></qxinterface>");
-    ExpectAnswer(Transact(file),
+    const long gigabyte = sanitized ? 64 : 1024;
+    const Ended ended = TransactLarge(gigabyte, "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>",
+                                      "</cMemo><cWhCode>01</cWhCode><cInvHead>140301</cInvHead></row></qxinterface>");
+    ExpectAnswer(ended,
                  "<qxinterface docid=\"D\" proc=\"ADD\"><item key=\"仓库编码：01， ， \" code=\"0\" dsc=\"ok\"/>"
                  "</qxinterface>\n",
-                 4);
+                 gigabyte, 4);
 }
 
-TEST_F(HostileFile, WithAGigabyteOfATextThatNeverEndsIsRefused) {
-    const std::string file = LargeFile("<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>", "");
-    ExpectAnswer(Transact(file), notParsed, 4);
+TEST_F(HostileFile, OfATextThatNeverEndsIsRefused) {
+    ExpectAnswer(TransactLarge(64, "<qxinterface roottag=\"row\" docid=\"D\" proc=\"ADD\"><row><cMemo>", ""), notParsed,
+                 64, 4);
 }
 
-TEST_F(HostileFile, WithAGigabyteOfAnAttributeThatNeverEndsIsRefused) {
-    ExpectAnswer(Transact(LargeFile("<qxinterface roottag=\"row\" docid=\"", "")), notParsed, 5);
+TEST_F(HostileFile, OfAnAttributeThatNeverEndsIsRefused) {
+    ExpectAnswer(TransactLarge(64, "<qxinterface roottag=\"row\" docid=\"", ""), notParsed, 64, 5);
 }
 
-TEST_F(HostileFile, WithAGigabyteOfANameIsRefused) {
-    ExpectAnswer(Transact(LargeFile("<qxinterface><", "/></qxinterface>")), notParsed, 5);
+TEST_F(HostileFile, OfOneNameIsRefused) {
+    ExpectAnswer(TransactLarge(64, "<qxinterface><", "/></qxinterface>"), notParsed, 64, 5);
 }
 
 } // namespace
