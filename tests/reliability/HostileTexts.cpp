@@ -48,7 +48,9 @@ std::string Repeat(std::size_t count, std::string_view piece) {
     return text;
 }
 
-std::vector<HostileText> UnreadableTexts() {
+namespace {
+
+std::vector<HostileText> MakeUnreadableTexts() {
     const std::string large = "<!ENTITY e \"" + std::string(100'000, 'x') + "\">";
     std::vector<HostileText> texts = {
         {"entity bomb in a text", Typed(Bomb(), "<cWhCode>&e12;</cWhCode>")},
@@ -122,7 +124,7 @@ std::vector<HostileText> UnreadableTexts() {
     return texts;
 }
 
-std::vector<HostileText> ReadableTexts() {
+std::vector<HostileText> MakeReadableTexts() {
     constexpr std::size_t depth = 100'000;
     constexpr std::size_t million = 1'000'000;
     const std::string code = "<cInvHead>140301</cInvHead>";
@@ -163,6 +165,18 @@ std::vector<HostileText> ReadableTexts() {
         {"encoding of the declaration that a text has not",
          "<?xml version=\"1.0\" encoding=\"UTF-16\"?>" + Request(fields)},
     };
+}
+
+} // namespace
+
+const std::vector<HostileText>& UnreadableTexts() {
+    static const std::vector<HostileText> texts = MakeUnreadableTexts();
+    return texts;
+}
+
+const std::vector<HostileText>& ReadableTexts() {
+    static const std::vector<HostileText> texts = MakeReadableTexts();
+    return texts;
 }
 
 } // namespace test

@@ -15,10 +15,10 @@ struct HostileText {
 std::string Repeat(std::size_t count, std::string_view piece);
 
 /// Texts that no document is read from, each of the kinds of harm that XML is known for, and ill-formed ones.
-std::vector<HostileText> UnreadableTexts();
+const std::vector<HostileText>& UnreadableTexts();
 
 /// Texts that are read like any other, however odd: a request of the class ClsInvSubject with one row, whose
 /// `cWhCode` is 01 and whose `cInvHead` is 140301.
-std::vector<HostileText> ReadableTexts();
+const std::vector<HostileText>& ReadableTexts();
 
 } // namespace test
