@@ -12,8 +12,8 @@ namespace {
 /// A connection's share in a database that others use too.
 class Shared : public refhost::ForwardingDatabase {
 public:
-    Shared(std::shared_ptr<refhost::Database> database, std::vector<std::string>* statements)
-        : ForwardingDatabase(std::move(database)), statements_(statements) {}
+    Shared(std::shared_ptr<refhost::Database> database, const StatementSink& note)
+        : ForwardingDatabase(std::move(database)), note_(note) {}
 
     refhost::ResultSet Query(std::string_view sql) override {
         Note(sql);
@@ -34,12 +34,12 @@ public:
 
 private:
     void Note(std::string_view sql) {
-        if (statements_ != nullptr) {
-            statements_->emplace_back(sql);
+        if (note_) {
+            note_(sql);
         }
     }
 
-    std::vector<std::string>* statements_;
+    StatementSink note_;
 };
 
 } // namespace
@@ -51,13 +51,11 @@ MemoryAccount::MemoryAccount() : database_(refhost::sql::OpenEmbedded(connection
 }
 
 refhost::DatabaseOpener MemoryAccount::Opener() const {
-    return [database = database_](const std::string&) { return std::make_unique<Shared>(database, nullptr); };
+    return [database = database_](const std::string&) { return std::make_unique<Shared>(database, StatementSink()); };
 }
 
-refhost::DatabaseOpener MemoryAccount::RecordingOpener(std::vector<std::string>& statements) const {
-    return [database = database_, &statements](const std::string&) {
-        return std::make_unique<Shared>(database, &statements);
-    };
+refhost::DatabaseOpener MemoryAccount::RecordingOpener(const StatementSink& note) const {
+    return [database = database_, note](const std::string&) { return std::make_unique<Shared>(database, note); };
 }
 
 void MemoryAccount::Fill(const std::vector<std::string>& statements) {

@@ -3,6 +3,7 @@
 #include "refhost/OpenDatabase.h"
 #include "refhost/sql/engine/EmbeddedDatabase.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,6 +15,9 @@ namespace bench {
 inline constexpr const char* beginTransaction = "BEGIN";
 inline constexpr const char* commitTransaction = "COMMIT";
 
+/// Takes a statement as it is sent.
+using StatementSink = std::function<void(std::string_view sql)>;
+
 /// An account in memory, with the host's tables, that outlives the connections to it.
 class MemoryAccount {
 public:
@@ -23,8 +27,8 @@ public:
 
     /// Opens every connection on this account, whatever its connection string.
     refhost::DatabaseOpener Opener() const;
-    /// The same, noting every statement in `statements`, those that begin and commit transactions included.
-    refhost::DatabaseOpener RecordingOpener(std::vector<std::string>& statements) const;
+    /// The same, handing every statement to `note`, those that begin and commit transactions included.
+    refhost::DatabaseOpener RecordingOpener(const StatementSink& note) const;
 
     /// Runs statements in one transaction.
     void Fill(const std::vector<std::string>& statements);
