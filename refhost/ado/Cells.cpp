@@ -102,8 +102,12 @@ void Cells::Add(const host::Value& value) {
 }
 
 host::Value Cells::operator[](std::size_t index) const {
-    const char* at = packed_.data() + (index < stride ? 0 : places_[index / stride - 1]);
-    for (std::size_t before = index % stride; before != 0; --before) {
+    const std::size_t known = index - index % stride;
+    if (next_.index > index || next_.index < known) {
+        next_ = {known, known == 0 ? 0 : places_[known / stride - 1]};
+    }
+    const char* at = packed_.data() + next_.place;
+    for (std::size_t before = index - next_.index; before != 0; --before) {
         const std::optional<std::size_t> bytes = Of::bytes[TakeIndex(at)];
         if (bytes) {
             at += *bytes;
@@ -111,7 +115,9 @@ host::Value Cells::operator[](std::size_t index) const {
             TakeBytes(at);
         }
     }
-    return Of::take[TakeIndex(at)](at);
+    host::Value value = Of::take[TakeIndex(at)](at);
+    next_ = {index + 1, static_cast<std::size_t>(at - packed_.data())};
+    return value;
 }
 
 } // namespace refhost

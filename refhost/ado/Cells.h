@@ -32,6 +32,12 @@ private:
     /// Where each cell after the first begins whose index is a multiple of `stride`.
     std::vector<std::size_t> places_;
     std::size_t size_ = 0;
+    /// What stands behind the value that was read last: most are read in order.
+    struct Next {
+        std::size_t index = 0;
+        std::size_t place = 0;
+    };
+    mutable Next next_;
 };
 
 } // namespace refhost

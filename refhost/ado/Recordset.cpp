@@ -35,7 +35,9 @@ void Recordset::Open(std::string_view source, host::Connection& connection, host
     auto& own = typeid(undecorated) == typeid(Connection) ? static_cast<Connection&>(undecorated)
                                                           : dynamic_cast<Connection&>(undecorated);
     result_ = own.database().Query(source);
-    shapes_ = own.shapes();
+    if (shapes_ != own.shapes()) {
+        shapes_ = own.shapes();
+    }
     row_ = 0;
     forwardOnly_ = cursorType == host::CursorType::forwardOnly && location_ == host::CursorLocation::server;
 }

@@ -506,7 +506,7 @@ void EmbeddedDatabase::PreparePlan(Plan& plan) {
     TouchedTables touched;
     touched_ = &touched;
     try {
-        plan.statement = Prepare(db_.get(), plan.text);
+        PrepareStatement(plan, db_.get());
     } catch (...) {
         touched_ = nullptr;
         throw;

@@ -69,8 +69,7 @@ const Plan* StatementGuess::Guess(std::string_view sql) {
 }
 
 bool StatementGuess::Matches(const Known& known, std::string_view sql) {
-    literals_.resize(known.pieces.size());
-    Literal* literal = literals_.data();
+    literals_.clear();
     for (const Piece& piece : known.pieces) {
         const std::size_t begin = piece.before.size();
         if (sql.size() < begin || std::memcmp(sql.data(), piece.before.data(), begin) != 0) {
@@ -81,7 +80,7 @@ bool StatementGuess::Matches(const Known& known, std::string_view sql) {
         if (size == std::string_view::npos) {
             return false;
         }
-        *literal++ = {piece.kind, piece.national, false, sql.substr(0, size)};
+        literals_.push_back({piece.kind, piece.national, false, sql.substr(0, size)});
         sql.remove_prefix(size);
     }
     return sql == known.tail && std::ranges::all_of(known.pinned, [&](const auto& pinned) {

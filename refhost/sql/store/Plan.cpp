@@ -107,6 +107,25 @@ bool FitsAsItStands(const Literal& literal, const Slot& slot) {
             literal.body.size() <= static_cast<std::size_t>(to.length)); // a unit takes a byte at least
 }
 
+/// Binds a literal after its steps. What is bound may point to the literal's body.
+void BindLiteral(sqlite3_stmt* statement, int index, const Literal& literal, const Slot& slot) {
+    if ((slot.plain && StandsForItself(literal)) || FitsAsItStands(literal, slot)) {
+        if (literal.kind == LiteralKind::text) {
+            return BindText(statement, index, literal.body, SQLITE_STATIC);
+        }
+        if (literal.kind == LiteralKind::integer) {
+            const std::int64_t value = SmallInteger(literal.body);
+            sqlite3_bind_int64(statement, index, slot.negated ? -value : value);
+            return;
+        }
+    }
+    if (const std::optional<double> value = DirectReal(literal, slot)) {
+        sqlite3_bind_double(statement, index, *value);
+    } else {
+        BindCell(statement, index, Evaluate(literal, slot), SQLITE_TRANSIENT);
+    }
+}
+
 } // namespace
 
 Type TypeOf(const Literal& literal) {
@@ -201,10 +220,15 @@ void BindCell(sqlite3_stmt* statement, int index, const Cell& cell) {
     BindCell(statement, index, cell, SQLITE_TRANSIENT);
 }
 
+void PrepareStatement(Plan& plan, sqlite3* db) {
+    plan.statement = Prepare(db, plan.text);
+    plan.bound.clear();
+}
+
 void PrepareRows(RowPlan& rows, sqlite3* db) {
     const auto prepare = [db](Plan& plan) {
         if (!plan.text.empty()) {
-            plan.statement = Prepare(db, plan.text);
+            PrepareStatement(plan, db);
         }
     };
     for (RowPlan::Write& write : rows.writes) {
@@ -216,31 +240,29 @@ void PrepareRows(RowPlan& rows, sqlite3* db) {
 }
 
 void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables) {
+    // Longer ones are rarely the same again.
+    constexpr std::size_t longestKept = 64;
     sqlite3_stmt* statement = plan.statement.get();
+    plan.bound.resize(plan.slots.size());
     int index = 0;
     for (const Slot& slot : plan.slots) {
-        ++index;
+        BoundLiteral& bound = plan.bound[static_cast<std::size_t>(index++)];
         if (slot.variable) {
             BindCell(statement, index, (*variables)[*slot.variable].value, SQLITE_TRANSIENT);
             continue;
         }
-        const Literal& literal = literals[slot.literal];
-        if ((slot.plain && StandsForItself(literal)) || FitsAsItStands(literal, slot)) {
-            if (literal.kind == LiteralKind::text) {
-                BindText(statement, index, literal.body, SQLITE_STATIC);
-                continue;
-            }
-            if (literal.kind == LiteralKind::integer) {
-                const std::int64_t value = SmallInteger(literal.body);
-                sqlite3_bind_int64(statement, index, slot.negated ? -value : value);
-                continue;
-            }
-        }
-        if (const std::optional<double> value = DirectReal(literal, slot)) {
-            sqlite3_bind_double(statement, index, *value);
+        Literal literal = literals[slot.literal];
+        if (bound.holds && bound.national == literal.national && bound.body == literal.body) {
             continue;
         }
-        BindCell(statement, index, Evaluate(literal, slot), SQLITE_TRANSIENT);
+        bound.holds = false;
+        const bool keeps = literal.body.size() <= longestKept;
+        if (keeps) {
+            bound.national = literal.national;
+            literal.body = bound.body = literal.body;
+        }
+        BindLiteral(statement, index, literal, slot);
+        bound.holds = keeps;
     }
 }
 

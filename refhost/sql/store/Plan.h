@@ -31,6 +31,15 @@ struct Slot {
     std::vector<Step> steps;
 };
 
+/// The literal that a parameter is bound to. SQLite keeps what is bound from one run to the next, and most literals of
+/// a statement are the same in all of them.
+struct BoundLiteral {
+    /// Whether it is bound to `body`, which it may point into, as a text with or without N.
+    bool holds = false;
+    bool national = false;
+    std::string body;
+};
+
 enum class PlanKind { select, insert, update, del };
 
 /// A statement's translation, good for all statements of its shape.
@@ -61,6 +70,8 @@ struct Plan {
     std::vector<std::uint64_t*> changes;
     /// Nothing where definitions have changed since it was run last.
     StatementHandle statement;
+    /// What `statement` is bound to, for each of `slots`; empty where it was never run.
+    mutable std::vector<BoundLiteral> bound;
 };
 
 /// A write that chooses its rows before it writes the first of them: a MERGE, and every write with an OUTPUT.
@@ -92,6 +103,8 @@ Cell CellOf(const Literal& literal, bool negated);
 /// A literal after its steps. Throws SQL Server's conversion errors.
 Cell Evaluate(const Literal& literal, const Slot& slot);
 
+/// Has a plan's statement made. Throws like `Prepare`.
+void PrepareStatement(Plan& plan, sqlite3* db);
 /// Binds every parameter of the plan. What is bound may point into the statement's text.
 /// @param variables of the batch, nullptr where it has none
 void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables);

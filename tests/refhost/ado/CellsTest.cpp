@@ -72,6 +72,10 @@ TEST(Cells, AreFoundInEveryOrder) {
     for (std::size_t index = cells.size(); index-- > 0;) {
         EXPECT_EQ(cells[index], valueAt(index));
     }
+    // Back and forth by a little and by much, some twice.
+    for (const std::size_t index : {3U, 5U, 5U, 4U, 15U, 16U, 15U, 40U, 31U, 47U, 48U, 999U, 998U, 0U, 500U, 501U}) {
+        EXPECT_EQ(cells[index], valueAt(index)) << index;
+    }
 }
 
 } // namespace
