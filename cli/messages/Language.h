@@ -9,6 +9,7 @@ namespace cli {
 
 /// The languages in which the program speaks to people, and how it speaks them.
 using importing::Language;
+using importing::Phrase;
 using importing::Speech;
 
 /// "en" or "zh"; nothing for any other text.

@@ -17,10 +17,10 @@ namespace cli {
 
 /// A noun as it stands behind a number.
 struct Noun {
-    std::string_view one;
-    std::string_view many;
+    Phrase one;
+    Phrase many;
     /// Names one of them by its number, `{0}`.
-    std::string_view place;
+    Phrase place;
 };
 
 /// All texts that the program has for people, in one language.
