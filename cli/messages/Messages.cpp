@@ -1,7 +1,5 @@
 #include "cli/messages/Messages.h"
 
-#include "import/messages/Figures.h"
-
 namespace cli {
 
 const Messages& MessagesIn(Language language) noexcept {
@@ -9,8 +7,6 @@ const Messages& MessagesIn(Language language) noexcept {
     static constexpr Messages english = {{Language::english}};
     return language == Language::chinese ? chinese : english;
 }
-
-std::string Grouped(std::size_t number) { return importing::Grouped(number); }
 
 std::string Count(std::size_t number, const Noun& noun) {
     return Fill(number == 1 ? noun.one : noun.many, Grouped(number));

@@ -6,6 +6,7 @@
 #include "cli/messages/ImportTexts.h"
 #include "cli/messages/Language.h"
 #include "cli/messages/SummaryTexts.h"
+#include "import/messages/Figures.h"
 
 #include <string>
 #include <string_view>
@@ -51,8 +52,7 @@ template <class... Arguments> std::string Fill(std::string_view text, const Argu
     return fmt::format(fmt::runtime(text), arguments...);
 }
 
-/// A number as people read it, "4,353".
-std::string Grouped(std::size_t number);
+using importing::Grouped;
 
 /// A number with its noun, "1 row", "4,353 rows".
 std::string Count(std::size_t number, const Noun& noun);
