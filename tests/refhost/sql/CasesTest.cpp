@@ -17,10 +17,12 @@
 #include "tests/support/Paths.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <iterator>
 #include <map>
-#include <ranges>
 #include <set>
 #include <stdexcept>
 
@@ -41,7 +43,7 @@ struct Section {
     std::vector<Place> places;
     std::vector<Asked> asked;
     /// How many of these begin every section of the file.
-    std::size_t beginning = 0;
+    std::ptrdiff_t beginning = 0;
 };
 
 std::string WithoutEscapes(std::string_view text) {
@@ -81,7 +83,7 @@ std::vector<Section> SectionsOf(const std::filesystem::path& file) {
         if (line.starts_with("== ")) {
             const std::size_t end = std::min(line.find(','), line.size());
             sections.push_back({line.substr(3, end - 3), number, PlacesNamed(line.substr(end)), sections.front().asked,
-                                sections.front().asked.size()});
+                                std::ssize(sections.front().asked)});
         } else if (line.starts_with('>')) {
             Asked& last = sections.back().asked.back();
             last.batch = line.starts_with(">>");
@@ -124,7 +126,7 @@ private:
 void Register(const std::filesystem::path& file) {
     for (const Section& section : SectionsOf(file)) {
         const bool batchesAlone =
-            std::ranges::all_of(section.asked | std::views::drop(section.beginning), &Asked::batch);
+            std::all_of(section.asked.begin() + section.beginning, section.asked.end(), std::mem_fn(&Asked::batch));
         for (const Place place : section.places) {
             if (batchesAlone && place == Place::embeddedThroughOdbc) {
                 continue;
