@@ -2,7 +2,6 @@
 #include "cli/ImportAccount.h"
 #include "cli/OpenImportLog.h"
 #include "cli/Output.h"
-#include "cli/Platform.h"
 #include "cli/Table.h"
 #include "import/log/Undo.h"
 #include "import/messages/Figures.h"
@@ -20,10 +19,7 @@ using importing::LoggedImport;
 using importing::LoggedUnit;
 using importing::UndoOutcome;
 
-void Write(const Table& table) {
-    const bool terminal = platform::IsTerminal(platform::Stream::output);
-    WriteForPeople(table.Text(terminal ? platform::TerminalWidth(platform::Stream::output) : 0));
-}
+void Write(const Table& table) { WriteForPeople(table.Text(OutputWidth())); }
 
 std::string_view StateOf(const LoggedImport& import, const ImportTexts& texts) {
     if (import.testRun) {
@@ -56,15 +52,15 @@ std::string Number(std::int64_t number) { return Grouped(static_cast<std::size_t
 
 void List(const std::vector<LoggedImport>& imports, const ImportTexts& texts) {
     using Alignment = Table::Alignment;
-    Table table({{std::string(texts.number), Alignment::right},
-                 {std::string(texts.time)},
-                 {std::string(texts.state)},
-                 {std::string(texts.className)},
-                 {std::string(texts.file)},
-                 {std::string(texts.operatorName)},
-                 {std::string(texts.rowsIn), Alignment::right},
-                 {std::string(texts.rowsRefused), Alignment::right},
-                 {std::string(texts.amount), Alignment::right}});
+    Table table({{texts.number, Alignment::right},
+                 texts.time,
+                 texts.state,
+                 texts.className,
+                 texts.file,
+                 texts.operatorName,
+                 {texts.rowsIn, Alignment::right},
+                 {texts.rowsRefused, Alignment::right},
+                 {texts.amount, Alignment::right}});
     for (const LoggedImport& import : imports) {
         table.AddRow({std::to_string(import.number), import.time, std::string(StateOf(import, texts)), import.className,
                       import.file, import.operatorName, Number(import.taken), Number(import.refused),
@@ -101,9 +97,7 @@ int RunImportsShow(const ImportsArguments& arguments, Console& console) {
     WriteForPeople(Fill(texts.fileHash, import->hash) + "\n");
     const std::vector<LoggedUnit> units = log.Units(arguments.number);
     if (!units.empty()) {
-        Table table({{std::string(texts.line), Table::Alignment::right},
-                     {std::string(texts.state)},
-                     {std::string(texts.record), Table::Alignment::right}});
+        Table table({{texts.line, Table::Alignment::right}, texts.state, {texts.record, Table::Alignment::right}});
         for (const LoggedUnit& unit : units) {
             table.AddRow({std::to_string(unit.line), std::string(StateOf(unit, texts)),
                           unit.id ? std::to_string(*unit.id) : std::string()});

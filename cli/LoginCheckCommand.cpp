@@ -3,7 +3,6 @@
 #include "cli/Commands.h"
 #include "cli/LoginFile.h"
 #include "cli/Output.h"
-#include "cli/Platform.h"
 #include "cli/Table.h"
 #include "text/ConnectionString.h"
 #include "text/SameName.h"
@@ -95,7 +94,7 @@ public:
     }
 
 private:
-    static void Line(const std::string& line) { WriteForPeople(line + "\n"); }
+    static void Line(std::string_view line) { WriteForPeople(std::string(line) + "\n"); }
 
     /// The value of an attribute; empty when it is missing.
     std::string Value(std::string_view name) const {
@@ -116,9 +115,7 @@ private:
     }
 
     void TellAttributes() {
-        Table table({{std::string(texts_.attributeHeading)},
-                     {std::string(texts_.valueHeading)},
-                     {std::string(texts_.stateHeading)}});
+        Table table({texts_.attributeHeading, texts_.valueHeading, texts_.stateHeading});
         for (const Attribute& attribute : attributes) {
             const std::string value = Value(attribute.name);
             std::string state(texts_.fine);
@@ -131,8 +128,7 @@ private:
             }
             table.AddRow({std::string(attribute.name), Shown(value, attribute.kind, texts_), state});
         }
-        const bool terminal = platform::IsTerminal(platform::Stream::output);
-        WriteForPeople(table.Text(terminal ? platform::TerminalWidth(platform::Stream::output) : 0) + "\n");
+        WriteForPeople(table.Text(OutputWidth()) + "\n");
     }
 
     void TellAccount() {
@@ -142,14 +138,14 @@ private:
             connection->Open(connectionString, "", "", host::command_option::unspecified);
             AccountQuestions account(environment_, *connection);
             if (refhost::IsOdbc(connectionString)) {
-                Line(std::string(texts_.odbc));
+                Line(texts_.odbc);
                 Line(Fill(texts_.version, FirstLine(account.First("SELECT @@VERSION"))));
             } else {
                 Line(Fill(texts_.embedded, text::ConnectionStringValue(connectionString, "Data Source").value_or("")));
                 Line(Fill(texts_.version, std::string("SQLite ") + sqlite3_libversion()));
             }
             if (account.First("SELECT name FROM sysobjects WHERE name = N'AccInformation'").empty()) {
-                Line(std::string(texts_.noAccount));
+                Line(texts_.noAccount);
                 ++faults_;
                 return;
             }

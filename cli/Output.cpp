@@ -23,4 +23,8 @@ void WriteOutput(std::string_view text) {
 
 void WriteForPeople(std::string_view text) { Check(platform::WriteText(platform::Stream::output, text)); }
 
+std::size_t OutputWidth() {
+    return platform::IsTerminal(platform::Stream::output) ? platform::TerminalWidth(platform::Stream::output) : 0;
+}
+
 } // namespace cli

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace cli {
@@ -9,5 +10,8 @@ void WriteOutput(std::string_view text);
 
 /// Writes a text (UTF-8) that people read to standard output, in the locale's encoding. Throws likewise.
 void WriteForPeople(std::string_view text);
+
+/// The columns of the terminal that standard output is; 0 when it is none.
+std::size_t OutputWidth();
 
 } // namespace cli

@@ -8,11 +8,11 @@ namespace cli {
 
 std::string ResultTable(const ImportLog& log, const Messages& messages, std::size_t width) {
     const SummaryTexts& texts = messages.summary;
-    Table table({{std::string(texts.rowHeading), Table::Alignment::right},
-                 {std::string(texts.outcomeHeading)},
-                 {std::string(texts.codeHeading), Table::Alignment::right},
-                 {std::string(texts.keyHeading)},
-                 {std::string(texts.messageHeading)}});
+    Table table({{texts.rowHeading, Table::Alignment::right},
+                 texts.outcomeHeading,
+                 {texts.codeHeading, Table::Alignment::right},
+                 texts.keyHeading,
+                 texts.messageHeading});
     for (const LoggedOutcome& outcome : log.outcomes) {
         table.AddRow({outcome.row == 0 ? std::string() : std::to_string(outcome.row),
                       std::string(outcome.code == 0 ? texts.acceptedCell : texts.refusedCell),

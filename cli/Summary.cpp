@@ -26,7 +26,7 @@ public:
     }
 
 private:
-    void Say(Tone tone, const std::string& line) { console_.Say(tone, line, {}); }
+    void Say(Tone tone, std::string_view line) { console_.Say(tone, line, {}); }
 
     /// The first line: how many rows were accepted and refused.
     void TellOutcome() {
@@ -34,7 +34,7 @@ private:
             Say(Tone::bad, Fill(texts_.requestRefused, log_.error->code, log_.error->message));
         }
         if (log_.undone) {
-            Say(Tone::bad, std::string(texts_.undone));
+            Say(Tone::bad, texts_.undone);
             return;
         }
         const std::size_t accepted = log_.accepted;
@@ -53,9 +53,9 @@ private:
 
     void TellThatNoRowWasImported() {
         if (log_.error || log_.anyRefused) {
-            Say(Tone::bad, std::string(texts_.nothingImported));
+            Say(Tone::bad, texts_.nothingImported);
         } else if (log_.rows) {
-            Say(Tone::caution, std::string(log_.stopped ? texts_.nothingImported : texts_.noRows));
+            Say(Tone::caution, log_.stopped ? texts_.nothingImported : texts_.noRows);
         } else {
             Say(Tone::good, Fill(texts_.emptied, log_.proc));
         }
@@ -100,27 +100,28 @@ private:
             Say(Tone::bad, Fill(texts_.stoppedByFailure, log_.failure));
         }
         if (context_.interrupted && log_.undone) {
-            Say(Tone::caution, std::string(texts_.interruptedWhole));
+            Say(Tone::caution, texts_.interruptedWhole);
+        } else if (context_.interrupted && !log_.stopped) {
+            Say(Tone::caution, texts_.interruptedAfter);
+        } else if (context_.interrupted && log_.begun == 0) {
+            Say(Tone::caution, texts_.interruptedBefore);
         } else if (context_.interrupted) {
-            const bool before = log_.begun == 0;
-            Say(Tone::caution, log_.stopped ? (before ? std::string(texts_.interruptedBefore)
-                                                      : Fill(texts_.interrupted, Grouped(log_.begun),
-                                                             Count(rows, noun_), Count(log_.begun, noun_)))
-                                            : std::string(texts_.interruptedAfter));
+            Say(Tone::caution,
+                Fill(texts_.interrupted, Grouped(log_.begun), Count(rows, noun_), Count(log_.begun, noun_)));
         }
     }
 
-    void Warn(const std::string& text) { console_.Say(Tone::caution, texts_.warning, text); }
+    void Warn(std::string_view text) { console_.Say(Tone::caution, texts_.warning, text); }
 
     void TellWarnings() {
         if (context_.emptyInput) {
-            Warn(std::string(texts_.emptyInput));
+            Warn(texts_.emptyInput);
         }
         if (log_.error && log_.error->code == "710") {
             Warn(Fill(texts_.unknownOperation, log_.proc, context_.importClass.name, context_.importClass.operations));
         }
         if (log_.rows == 0U) {
-            Warn(std::string(texts_.rootTagNamesNothing));
+            Warn(texts_.rootTagNamesNothing);
         }
         for (const auto& [name, field] : log_.unknownFields) {
             std::string text =

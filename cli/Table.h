@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cli {
@@ -12,8 +13,10 @@ class Table {
 public:
     enum class Alignment { left, right };
     struct Column {
+        Column(std::string_view text, Alignment side = Alignment::left) : heading(text), alignment(side) {}
+
         std::string heading;
-        Alignment alignment = Alignment::left;
+        Alignment alignment;
     };
 
     /// @param columns at least one

@@ -1,7 +1,6 @@
 // `kovra trace show`: what a trace tells, for people.
 #include "cli/Commands.h"
 #include "cli/Output.h"
-#include "cli/Platform.h"
 #include "cli/Table.h"
 #include "refhost/xml/FileText.h"
 #include "text/JsonObject.h"
@@ -135,22 +134,16 @@ public:
     }
 
 private:
-    static void Write(const Table& table) {
-        const bool terminal = platform::IsTerminal(platform::Stream::output);
-        WriteForPeople(table.Text(terminal ? platform::TerminalWidth(platform::Stream::output) : 0) + "\n");
-    }
-    static void Line(const std::string& line) { WriteForPeople(line + "\n"); }
+    static void Write(const Table& table) { WriteForPeople(table.Text(OutputWidth()) + "\n"); }
+    static void Line(std::string_view line) { WriteForPeople(std::string(line) + "\n"); }
     std::string Time(const Operation& operation) const {
         return operation.microseconds ? Milliseconds(*operation.microseconds) : std::string();
     }
-    Table::Column Right(std::string_view heading) const { return {std::string(heading), Table::Alignment::right}; }
+    Table::Column Right(std::string_view heading) const { return {heading, Table::Alignment::right}; }
 
     void TellAll() const {
-        Table table({Right(texts_.lineHeading),
-                     Right(texts_.timeHeading),
-                     {std::string(texts_.operationHeading)},
-                     {std::string(texts_.errorHeading)},
-                     {std::string(texts_.statementHeading)}});
+        Table table({Right(texts_.lineHeading), Right(texts_.timeHeading), texts_.operationHeading, texts_.errorHeading,
+                     texts_.statementHeading});
         for (const Operation& operation : operations_) {
             table.AddRow({std::to_string(operation.line), Time(operation), operation.name, operation.error,
                           Shown(operation.text)});
@@ -170,8 +163,8 @@ private:
         }
         std::ranges::stable_sort(slowest, std::ranges::greater(), [](const Operation* o) { return *o->microseconds; });
         slowest.resize(std::min(slowest.size(), told));
-        Line(std::string(texts_.slowest));
-        Table table({Right(texts_.lineHeading), Right(texts_.timeHeading), {std::string(texts_.statementHeading)}});
+        Line(texts_.slowest);
+        Table table({Right(texts_.lineHeading), Right(texts_.timeHeading), texts_.statementHeading});
         for (const Operation* operation : slowest) {
             table.AddRow({std::to_string(operation->line), Time(*operation),
                           Shown(operation->text.empty() ? operation->name : operation->text)});
@@ -205,8 +198,8 @@ private:
         }
         std::ranges::stable_sort(repeated, std::ranges::greater(), &Repeated::count);
         repeated.resize(std::min(repeated.size(), told));
-        Line(std::string(texts_.repeated));
-        Table table({Right(texts_.countHeading), Right(texts_.timeHeading), {std::string(texts_.statementHeading)}});
+        Line(texts_.repeated);
+        Table table({Right(texts_.countHeading), Right(texts_.timeHeading), texts_.statementHeading});
         for (const Repeated& one : repeated) {
             table.AddRow({std::to_string(one.count), timed_ ? Milliseconds(one.microseconds) : "", Shown(one.shape)});
         }

@@ -43,7 +43,7 @@ void WriteResult(std::string result, ResultFormat format, const ImportLog& log, 
     const bool terminal = platform::IsTerminal(Stream::output);
     switch (format) {
     case ResultFormat::table:
-        WriteForPeople(ResultTable(log, messages, terminal ? platform::TerminalWidth(Stream::output) : 0));
+        WriteForPeople(ResultTable(log, messages, OutputWidth()));
         return;
     case ResultFormat::json:
         result = ResultJson(log, importClass);

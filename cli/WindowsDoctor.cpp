@@ -3,7 +3,6 @@
 #include "cli/Commands.h"
 #include "cli/Host.h"
 #include "cli/Output.h"
-#include "cli/Platform.h"
 #include "cli/Registered.h"
 #include "cli/Table.h"
 #include "os/Files.h"
@@ -204,17 +203,12 @@ bool TellAccount(Host& host, const std::string& login, const DoctorTexts& texts)
 int RunDoctor(const DoctorArguments& arguments, Console& console) {
     const DoctorTexts& texts = console.messages().doctor;
     const std::unique_ptr<Host> host = OpenHost("com", nullptr);
-    Table table({{std::string(texts.classHeading)},
-                 {std::string(texts.sizeHeading)},
-                 {std::string(texts.versionHeading)},
-                 {std::string(texts.stateHeading)},
-                 {std::string(texts.fileHeading)}});
+    Table table({texts.classHeading, texts.sizeHeading, texts.versionHeading, texts.stateHeading, texts.fileHeading});
     Examination examination(texts);
     for (const std::wstring& name : Names()) {
         examination.Add(name, table);
     }
-    const bool terminal = platform::IsTerminal(platform::Stream::output);
-    WriteForPeople(table.Text(terminal ? platform::TerminalWidth(platform::Stream::output) : 0) + "\n");
+    WriteForPeople(table.Text(OutputWidth()) + "\n");
     const bool opens = arguments.login.empty() || TellAccount(*host, arguments.login, texts);
     WriteForPeople(
         (examination.missing() == 0 ? std::string(texts.healthy) : Fill(texts.missing, examination.missing())) + "\n");

@@ -7,8 +7,10 @@
 
 namespace cli {
 
-/// The languages in which the program speaks to people.
+/// The languages in which the program speaks to people, and how it speaks them.
 using importing::Language;
+using importing::Phrase;
+using importing::Speech;
 
 /// "en" or "zh"; nothing for any other text.
 std::optional<Language> LanguageNamed(std::string_view name) noexcept;

@@ -14,6 +14,7 @@ namespace {
 
 using importing::Cell;
 using importing::Message;
+namespace message = importing::message;
 
 constexpr std::array<const char*, columnCount> headings = {"仓库编码", "存货编码", "数量", "单价",
                                                            "金额",     "入库日期", "备注"};
@@ -137,55 +138,55 @@ std::vector<Kind> RefusedKinds() {
          Refused(
              warehouse, [](const Row& row) { return Number(row.meant[warehouse].substr(1)); },
              [](const Row& row) {
-                 return importing::Note{Message::codeLeadingZeros, {row.typed[warehouse].text, row.meant[warehouse]}};
+                 return importing::Note{message::codeLeadingZeros, {row.typed[warehouse].text, row.meant[warehouse]}};
              })},
         {15, Refused(
                  item, [](const Row& row) { return Number(row.meant[item].substr(1)); },
                  [](const Row& row) {
-                     return importing::Note{Message::codeLeadingZeros, {row.typed[item].text, row.meant[item]}};
+                     return importing::Note{message::codeLeadingZeros, {row.typed[item].text, row.meant[item]}};
                  })},
         {15, Refused(
                  item, [](const Row& row) { return Text("O" + row.meant[item].substr(1)); },
                  [](const Row& row) {
-                     return importing::Note{Message::codeDigitForLetter, {row.typed[item].text, row.meant[item]}};
+                     return importing::Note{message::codeDigitForLetter, {row.typed[item].text, row.meant[item]}};
                  })},
         {20, Refused(
                  item, [](const Row& row) { return Text(row.meant[item] + "X"); },
                  [](const Row& row) {
-                     return importing::Note{Message::codeUnknownNear,
+                     return importing::Note{message::codeUnknownNear,
                                             {row.typed[item].text, row.meant[item], "存货" + row.meant[item]}};
                  })},
         {5, Refused(
-                item, [](const Row&) { return Text("1.01E+06"); }, cellText(Message::codeExponent, item))},
+                item, [](const Row&) { return Text("1.01E+06"); }, cellText(message::codeExponent, item))},
         {5, Refused(
-                item, [](const Row& row) { return Text(row.meant[item] + "'"); }, cellText(Message::codeQuote, item))},
+                item, [](const Row& row) { return Text(row.meant[item] + "'"); }, cellText(message::codeQuote, item))},
         {10, Refused(
                  warehouse, [](const Row&) { return Cell{}; },
                  [](const Row&) {
-                     return importing::Note{Message::valueMissing, {headings[warehouse]}};
+                     return importing::Note{message::valueMissing, {headings[warehouse]}};
                  })},
         {20, Refused(
                  amount, [](const Row&) { return Cell{}; },
                  [](const Row&) {
-                     return importing::Note{Message::valueMissing, {headings[amount]}};
+                     return importing::Note{message::valueMissing, {headings[amount]}};
                  })},
         {12, Refused(
                  quantity, [](const Row&) { return Text("1,23"); },
                  [](const Row&) {
-                     return importing::Note{Message::numberGrouping, {"1,23", "1.23", "123"}};
+                     return importing::Note{message::numberGrouping, {"1,23", "1.23", "123"}};
                  })},
         {6, Refused(
                 cost, [](const Row&) { return Text("15%"); },
                 [](const Row&) {
-                    return importing::Note{Message::numberPercent, {"15%", "0.15"}};
+                    return importing::Note{message::numberPercent, {"15%", "0.15"}};
                 })},
         {23, Refused(
-                 quantity, [](const Row&) { return Text("两个"); }, cellText(Message::numberNone, quantity))},
+                 quantity, [](const Row&) { return Text("两个"); }, cellText(message::numberNone, quantity))},
         {8, Refused(
-                amount, [](const Row&) { return Text("#REF!"); }, cellText(Message::cellError, amount))},
+                amount, [](const Row&) { return Text("#REF!"); }, cellText(message::cellError, amount))},
         {4, Refused(
                 cost, [](const Row& row) { return Number("-" + row.meant[cost]); },
-                cellText(Message::numberNegative, cost))},
+                cellText(message::numberNegative, cost))},
         {15, Refused(
                  date,
                  [](const Row& row) {
@@ -195,26 +196,26 @@ std::vector<Kind> RefusedKinds() {
                      const std::size_t first = std::stoul(row.typed[date].text);
                      const std::string monthFirst = "2023-" + Padded(first, 2) + "-12";
                      const std::string dayFirst = "2023-12-" + Padded(first, 2);
-                     return importing::Note{Message::dateTwoReadings, {row.typed[date].text, monthFirst, dayFirst}};
+                     return importing::Note{message::dateTwoReadings, {row.typed[date].text, monthFirst, dayFirst}};
                  })},
         // 45261 is 2023-12-01.
         {10,
          Refused(
              date, [](const Row& row) { return Number(std::to_string(45260 + std::stoi(row.meant[date].substr(8)))); },
              [](const Row& row) {
-                 return importing::Note{Message::dateSerial, {row.typed[date].text, row.meant[date]}};
+                 return importing::Note{message::dateSerial, {row.typed[date].text, row.meant[date]}};
              })},
         {6, Refused(
-                date, [](const Row&) { return Text("2023-02-30"); }, cellText(Message::dateNoDay, date))},
+                date, [](const Row&) { return Text("2023-02-30"); }, cellText(message::dateNoDay, date))},
         {8, Refused(
                 memo, [](const Row&) { return Text("好\xF0\x9F\x98\x80"); },
                 [](const Row&) {
-                    return importing::Note{Message::textCodePage, {"\xF0\x9F\x98\x80"}};
+                    return importing::Note{message::textCodePage, {"\xF0\x9F\x98\x80"}};
                 })},
         {7, Refused(
                 memo, [](const Row&) { return Text(std::string(256, 'x')); },
                 [](const Row&) {
-                    return importing::Note{Message::textLong, {"256", "255"}};
+                    return importing::Note{message::textLong, {"256", "255"}};
                 })},
     };
 }
@@ -255,7 +256,7 @@ Row CleanRow(std::size_t number, std::mt19937& random) {
 void Repeat(std::vector<Row>& rows, std::size_t row, std::size_t earlier) {
     rows[row].typed[warehouse] = Text(rows[earlier].meant[warehouse]);
     rows[row].typed[item] = Text(rows[earlier].meant[item]);
-    rows[row].fault = {std::nullopt, {Message::rowRepeated, {std::to_string(rows[earlier].line)}}};
+    rows[row].fault = {std::nullopt, {message::rowRepeated, {std::to_string(rows[earlier].line)}}};
 }
 
 /// One statement for as many rows as SQL Server takes at once, 1,000.

@@ -25,15 +25,15 @@ bool IsExponent(std::string_view text) {
 Reading ReadUnknown(const Cell& cell, const std::string& code, const CodeRules& rules) {
     if (const std::optional<std::string> zeros = rules.known->WithLeadingZeros(code)) {
         return rules.fixLeadingZeros ? Reading::Take(*zeros)
-                                     : Reading::Refuse({Message::codeLeadingZeros, {cell.text, *zeros}}, *zeros);
+                                     : Reading::Refuse({message::codeLeadingZeros, {cell.text, *zeros}}, *zeros);
     }
     if (const std::optional<std::string> digits = rules.known->WithDigitForLetter(code)) {
-        return Reading::Refuse({Message::codeDigitForLetter, {cell.text, *digits}}, *digits);
+        return Reading::Refuse({message::codeDigitForLetter, {cell.text, *digits}}, *digits);
     }
     if (const std::optional<KnownCodes::Known> nearest = rules.known->Nearest(code)) {
-        return Reading::Refuse({Message::codeUnknownNear, {cell.text, nearest->code, nearest->name}}, nearest->code);
+        return Reading::Refuse({message::codeUnknownNear, {cell.text, nearest->code, nearest->name}}, nearest->code);
     }
-    return Reading::Refuse({Message::codeUnknown, {cell.text}});
+    return Reading::Refuse({message::codeUnknown, {cell.text}});
 }
 
 } // namespace
@@ -47,13 +47,13 @@ Reading ReadCode(const Cell& cell, const CodeRules& rules) {
         return Reading::Take({});
     }
     if (code.find('\'') != std::string::npos) {
-        return Reading::Refuse({Message::codeQuote, {cell.text}});
+        return Reading::Refuse({message::codeQuote, {cell.text}});
     }
     if (IsExponent(code)) {
-        return Reading::Refuse({Message::codeExponent, {cell.text}});
+        return Reading::Refuse({message::codeExponent, {cell.text}});
     }
     if (text::Utf16Length(code) > rules.length) {
-        return Reading::Refuse({Message::codeLong, {cell.text, std::to_string(rules.length)}});
+        return Reading::Refuse({message::codeLong, {cell.text, std::to_string(rules.length)}});
     }
     if (rules.known == nullptr) {
         return Reading::Take(std::move(code));
@@ -65,7 +65,7 @@ Reading ReadCode(const Cell& cell, const CodeRules& rules) {
     // As a number, 1 may be what is left of 01.
     const std::optional<std::string> zeros =
         cell.kind == Cell::Kind::number ? rules.known->AlsoWithLeadingZeros(*known) : std::nullopt;
-    return zeros ? Reading::Refuse({Message::codeLeadingZerosAmbiguous, {cell.text, *zeros}})
+    return zeros ? Reading::Refuse({message::codeLeadingZerosAmbiguous, {cell.text, *zeros}})
                  : Reading::Take(*std::move(known));
 }
 

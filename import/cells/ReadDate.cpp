@@ -85,7 +85,7 @@ std::optional<std::string> DayText(unsigned year, unsigned month, unsigned day) 
 }
 
 Reading TakeOrNoDay(const std::string& shown, const std::optional<std::string>& day) {
-    return day ? Reading::Take(*day) : Reading::Refuse({Message::dateNoDay, {shown}});
+    return day ? Reading::Take(*day) : Reading::Refuse({message::dateNoDay, {shown}});
 }
 
 /// A date whose last number is the year: day and month may stand either way round.
@@ -94,7 +94,7 @@ Reading YearLast(const std::string& shown, const ThreeNumbers& three) {
     const std::optional<std::string> monthFirst = DayText(year, first, second);
     const std::optional<std::string> dayFirst = DayText(year, second, first);
     if (monthFirst && dayFirst && *monthFirst != *dayFirst) {
-        return Reading::Refuse({Message::dateTwoReadings, {shown, *monthFirst, *dayFirst}});
+        return Reading::Refuse({message::dateTwoReadings, {shown, *monthFirst, *dayFirst}});
     }
     return TakeOrNoDay(shown, monthFirst ? monthFirst : dayFirst);
 }
@@ -122,7 +122,7 @@ Reading ReadDate(const Cell& cell) {
     if (cell.kind == Cell::Kind::date) {
         // A time alone has no day.
         const std::string_view day = WithoutTime(cell.text);
-        return day.find('-') == std::string_view::npos ? Reading::Refuse({Message::dateNone, {cell.text}})
+        return day.find('-') == std::string_view::npos ? Reading::Refuse({message::dateNone, {cell.text}})
                                                        : Reading::Take(std::string(day));
     }
     if (std::optional<Reading> refused = RefuseUnlessTextOrNumber(cell)) {
@@ -142,12 +142,12 @@ Reading ReadDate(const Cell& cell) {
         std::from_chars(text.data(), text.data() + text.size(), serial);
         const std::optional<std::string> date = SerialDate(serial, DateSystem::from1900);
         const std::string day = date ? std::string(WithoutTime(*date)) : std::string();
-        return day.find('-') == std::string::npos ? Reading::Refuse({Message::dateNone, {cell.text}})
-                                                  : Reading::Refuse({Message::dateSerial, {cell.text, day}}, day);
+        return day.find('-') == std::string::npos ? Reading::Refuse({message::dateNone, {cell.text}})
+                                                  : Reading::Refuse({message::dateSerial, {cell.text, day}}, day);
     }
     const std::optional<ThreeNumbers> three = ReadThree(text);
     if (!three) {
-        return Reading::Refuse({Message::dateNone, {cell.text}});
+        return Reading::Refuse({message::dateNone, {cell.text}});
     }
     const auto& [year, month, day] = three->numbers;
     if (three->firstDigits == 4) {
@@ -159,7 +159,7 @@ Reading ReadDate(const Cell& cell) {
     }
     constexpr unsigned century = 2000;
     const std::optional<std::string> thisCentury = DayText(century + year, month, day);
-    return Reading::Refuse({Message::dateNone, {cell.text}}, thisCentury.value_or(std::string()));
+    return Reading::Refuse({message::dateNone, {cell.text}}, thisCentury.value_or(std::string()));
 }
 
 } // namespace importing

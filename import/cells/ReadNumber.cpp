@@ -118,11 +118,11 @@ Reading ReadNumber(const Cell& cell) {
         const std::string_view share(text.data(), text.size() - 1);
         const std::string number =
             IsPlain(share) ? ModPub::NumberText((negative ? -1 : 1) * ModPub::Val(share) / 100) : std::string("0.05");
-        return Reading::Refuse({Message::numberPercent, {cell.text, number}}, number);
+        return Reading::Refuse({message::numberPercent, {cell.text, number}}, number);
     }
     if (!IsPlain(text)) {
         const std::optional<double> number = ModPub::ParseNumber(text);
-        return Reading::Refuse({Message::numberNone, {cell.text}},
+        return Reading::Refuse({message::numberNone, {cell.text}},
                                number ? ModPub::NumberText(negative ? -*number : *number) : std::string());
     }
     const std::size_t point = std::min(text.find('.'), text.size());
@@ -135,9 +135,9 @@ Reading ReadNumber(const Cell& cell) {
         const bool onePoint = std::ranges::count(asPoint, '.') == 1;
         const std::string asGroups = Shortest(joined, negative);
         if (!onePoint) {
-            return Reading::Refuse({Message::numberNone, {cell.text}}, asGroups);
+            return Reading::Refuse({message::numberNone, {cell.text}}, asGroups);
         }
-        return Reading::Refuse({Message::numberGrouping, {cell.text, Shortest(asPoint, negative), asGroups}});
+        return Reading::Refuse({message::numberGrouping, {cell.text, Shortest(asPoint, negative), asGroups}});
     }
     Erase(text, ",");
     return Reading::Take(Shortest(text, negative));

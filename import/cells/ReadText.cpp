@@ -20,14 +20,14 @@ Reading ReadText(const Cell& cell, const TextRules& rules) {
     }
     const std::string_view text = TrimBlanks(cell.text);
     if (const std::size_t length = text::Utf16Length(text); length > rules.length) {
-        return Reading::Refuse({Message::textLong, {std::to_string(length), std::to_string(rules.length)}});
+        return Reading::Refuse({message::textLong, {std::to_string(length), std::to_string(rules.length)}});
     }
     if (rules.compared && text.find('\'') != std::string_view::npos) {
-        return Reading::Refuse({Message::textQuote, {std::string(text)}});
+        return Reading::Refuse({message::textQuote, {std::string(text)}});
     }
     if (const std::size_t at = text::FirstOutsideCodePage936(text); at != std::string_view::npos) {
         const std::size_t length = text::ReadUtf8(text, at).length;
-        return Reading::Refuse({Message::textCodePage, {std::string(text.substr(at, length))}});
+        return Reading::Refuse({message::textCodePage, {std::string(text.substr(at, length))}});
     }
     return Reading::Take(std::string(text));
 }

@@ -71,7 +71,7 @@ public:
         const Item& item = found->second;
         for (std::size_t number = 0; number < freeItems; ++number) {
             if (item.needsFree[number] && row[FreeItem(number)].empty()) {
-                row.Refuse(FreeItem(number), Message::freeItemMissing);
+                row.Refuse(FreeItem(number), message::freeItemMissing);
             }
         }
         CheckBatch(row, item);
@@ -105,7 +105,7 @@ private:
     std::optional<std::string> Method(CheckedRow& row, const Item& item) const {
         if (byItem_) {
             if (item.method.empty()) {
-                row.Refuse("cInvCode", Message::itemWithoutValuation);
+                row.Refuse("cInvCode", message::itemWithoutValuation);
                 return std::nullopt;
             }
             return item.method;
@@ -115,7 +115,7 @@ private:
             return std::nullopt;
         }
         if (found->second.empty()) {
-            row.Refuse("cWhCode", Message::warehouseWithoutValuation);
+            row.Refuse("cWhCode", message::warehouseWithoutValuation);
             return std::nullopt;
         }
         return found->second;
@@ -124,15 +124,15 @@ private:
     void CheckDates(CheckedRow& row) const {
         const std::string& date = row["dVouDate"];
         if (!date.empty() && date <= firstDay) {
-            row.Refuse("dVouDate", Message::receiptTooEarly);
+            row.Refuse("dVouDate", message::receiptTooEarly);
         } else if (!date.empty() && !start_.empty() && date >= start_) {
-            row.Refuse("dVouDate", Message::receiptNotBeforeStart);
+            row.Refuse("dVouDate", message::receiptNotBeforeStart);
         }
     }
 
     static void CheckBatch(CheckedRow& row, const Item& item) {
         if (!row["cBatchCode"].empty() && item.hasBatches == false) {
-            row.Refuse("cBatchCode", Message::batchNotManaged);
+            row.Refuse("cBatchCode", message::batchNotManaged);
         }
     }
 
@@ -142,17 +142,17 @@ private:
         if (item.hasShelfLife == false) {
             for (const std::string_view element : {"dMadeDate", "dVDate"}) {
                 if (!row[element].empty()) {
-                    row.Refuse(element, Message::shelfLifeNotManaged);
+                    row.Refuse(element, message::shelfLifeNotManaged);
                 }
             }
         } else if (item.hasShelfLife == true && !made.empty() && !expires.empty()) {
             // One date alone passes unchecked, as in the class.
             if (made <= firstDay) {
-                row.Refuse("dMadeDate", Message::madeTooEarly);
+                row.Refuse("dMadeDate", message::madeTooEarly);
             } else if (expires <= firstDay) {
-                row.Refuse("dVDate", Message::expiryTooEarly);
+                row.Refuse("dVDate", message::expiryTooEarly);
             } else if (expires <= made) {
-                row.Refuse("dVDate", Message::expiryBeforeMade);
+                row.Refuse("dVDate", message::expiryBeforeMade);
             }
         }
     }
@@ -160,22 +160,22 @@ private:
     void CheckAmounts(CheckedRow& row, const Item& item, const std::string& method) const {
         if (item.checksBatch && row["cBatchCode"].empty() &&
             std::ranges::find(methodsWithBatches, method) != methodsWithBatches.end()) {
-            row.Refuse("cBatchCode", Message::batchMissing);
+            row.Refuse("cBatchCode", message::batchMissing);
         }
         const double quantity = ModPub::Val(row["iQuantity"]);
         if (quantity < 0 && method == individual) {
-            row.Refuse("iQuantity", Message::quantityNegativeIndividual);
+            row.Refuse("iQuantity", message::quantityNegativeIndividual);
         } else if (quantity < 0 && item.tracked) {
-            row.Refuse("iQuantity", Message::quantityNegativeTracked);
+            row.Refuse("iQuantity", message::quantityNegativeTracked);
         }
         if (method != plannedPrice && method != retailPrice) {
             return;
         }
         if (quantity == 0) {
-            row.Refuse("iQuantity", Message::quantityZeroPlanned);
+            row.Refuse("iQuantity", message::quantityZeroPlanned);
         }
         if (!item.hasPlannedPrice && !pricedByFreeItems_.contains(ModPub::UpperCase(row["cInvCode"]))) {
-            row.Refuse("cInvCode", method == plannedPrice ? Message::plannedPriceMissing : Message::retailPriceMissing);
+            row.Refuse("cInvCode", method == plannedPrice ? message::plannedPriceMissing : message::retailPriceMissing);
         }
     }
 

@@ -42,12 +42,12 @@ public:
         const std::string& project = row["cItemCode"];
         if (projectClass.empty()) {
             if (!project.empty()) {
-                row.Refuse("cItem_class", Message::projectClassMissing);
+                row.Refuse("cItem_class", message::projectClassMissing);
             }
             return;
         }
         if (project.empty()) {
-            row.Refuse("cItemCode", Message::projectMissing);
+            row.Refuse("cItemCode", message::projectMissing);
             return;
         }
         const auto found = classes_.find(Code(projectClass));
@@ -55,14 +55,14 @@ public:
             return; // The column's list of codes has told.
         }
         if (comparesNames_ && row["cItemCName"] != found->second.name) {
-            row.Refuse("cItemCName", Message::projectClassNameDiffers);
+            row.Refuse("cItemCName", message::projectClassNameDiffers);
         }
         const Projects& projects = ProjectsOf(found->second);
         const auto known = projects.find(Code(project));
         if (known == projects.end()) {
-            row.Refuse("cItemCode", Message::projectUnknown);
+            row.Refuse("cItemCode", message::projectUnknown);
         } else if (comparesNames_ && row["cName"] != known->second) {
-            row.Refuse("cName", Message::projectNameDiffers);
+            row.Refuse("cName", message::projectNameDiffers);
         }
     }
 

@@ -27,11 +27,11 @@ struct SettingRules {
 };
 
 constexpr std::array settingRules = {
-    SettingRules{"ClsInvSubject", inventoryKeys, Message::keyMissingInventory, inventoryAccounts,
-                 Message::accountsMissingInventory},
-    SettingRules{"ClsOppSubject", oppositeKeys, Message::keyMissingOpposite, oppositeAccounts,
-                 Message::accountsMissingOpposite},
-    SettingRules{"ClsOppSubjectST", standardKeys, Message::keyMissingStandard, {}},
+    SettingRules{"ClsInvSubject", inventoryKeys, message::keyMissingInventory, inventoryAccounts,
+                 message::accountsMissingInventory},
+    SettingRules{"ClsOppSubject", oppositeKeys, message::keyMissingOpposite, oppositeAccounts,
+                 message::accountsMissingOpposite},
+    SettingRules{"ClsOppSubjectST", standardKeys, message::keyMissingStandard, {}},
 };
 
 /// Whether all of them were left empty; a cell that could not be read was not.
@@ -51,7 +51,7 @@ void CheckSettings(Outcome& outcome) {
             row.Refuse(rule.keyMissing);
         }
         if (!row["cInvCode"].empty() && !row["cInvCCode"].empty()) {
-            row.Refuse("cInvCCode", Message::itemAndClass);
+            row.Refuse("cInvCCode", message::itemAndClass);
         }
         if (!rule.accounts.empty() && AllEmpty(row, rule.accounts)) {
             row.Refuse(rule.accountsMissing);

@@ -53,11 +53,11 @@ struct KeyRules {
 };
 
 constexpr std::array keyRules = {
-    KeyRules{"ClsInvSubject", "IA_HeadSet", "1 = 1", true, inventoryKey, true, Message::settingExists},
-    KeyRules{"ClsKovra", "Ia_subsidiary", "cVouType = '34'", true, openingKey, false, Message::openingExists},
-    KeyRules{"ClsKovraProof", "IA_DecReady", "1 = 1", false, provisionsKey, false, Message::documentExists},
-    KeyRules{"ClsOppSubject", "IA_OppHead", "1 = 1", true, oppositeKey, false, Message::settingExists},
-    KeyRules{"ClsOppSubjectST", "IA_OppHead", "1 = 1", true, standardKey, false, Message::settingExists},
+    KeyRules{"ClsInvSubject", "IA_HeadSet", "1 = 1", true, inventoryKey, true, message::settingExists},
+    KeyRules{"ClsKovra", "Ia_subsidiary", "cVouType = '34'", true, openingKey, false, message::openingExists},
+    KeyRules{"ClsKovraProof", "IA_DecReady", "1 = 1", false, provisionsKey, false, message::documentExists},
+    KeyRules{"ClsOppSubject", "IA_OppHead", "1 = 1", true, oppositeKey, false, message::settingExists},
+    KeyRules{"ClsOppSubjectST", "IA_OppHead", "1 = 1", true, standardKey, false, message::settingExists},
 };
 
 /// The keys that the ledger has, of all columns or of those that are asked for.
@@ -132,7 +132,7 @@ void RefuseWhatTheLedgerHas(Outcome& outcome, AccountReader& account) {
         const bool read =
             std::ranges::all_of(rule->columns, [&](const KeyColumn& column) { return row.WasRead(column.element); });
         if (each.state != RowState::alreadyIn && named && read && keys.Have(row)) {
-            row.Refuse(rule->message, rule->message == Message::documentExists
+            row.Refuse(rule->message, rule->message == message::documentExists
                                           ? std::vector<std::string>{row[rule->columns.front().element]}
                                           : std::vector<std::string>{});
         }

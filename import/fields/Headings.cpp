@@ -31,12 +31,11 @@ std::string Bare(std::string_view heading) {
 
 /// Whether a line's first two headings are those of a file of refused rows: the reasons and the lines.
 bool HasFront(const Line& line) {
-    const auto is = [&line](std::size_t column, Message message) {
-        const MessageWords& words = WordsOf(message);
+    const auto is = [&line](std::size_t column, const Message& words) {
         const std::string_view heading = TrimBlanks(line.cells[column].text);
         return heading == words.chinese || heading == words.english;
     };
-    return line.cells.size() > 1 && is(0, Message::refusedReason) && is(1, Message::refusedLine);
+    return line.cells.size() > 1 && is(0, message::refusedReason) && is(1, message::refusedLine);
 }
 
 /// Calls `use` with every name that a field goes by.
@@ -92,17 +91,17 @@ Note About(Message message, std::vector<std::string> arguments, const Field& fie
 
 Note UnknownHeading(const ClassFields& classFields, std::string cell, const std::string& heading) {
     const Field* const nearest = NearestField(classFields, heading);
-    return nearest == nullptr ? Note{Message::headingUnknown, {std::move(cell), heading}}
-                              : About(Message::headingUnknownNear, {std::move(cell), heading}, *nearest);
+    return nearest == nullptr ? Note{message::headingUnknown, {std::move(cell), heading}}
+                              : About(message::headingUnknownNear, {std::move(cell), heading}, *nearest);
 }
 
 void CheckMap(Columns& columns, const ClassFields& classFields, const HeadingMap& map) {
     for (const auto& [heading, name] : map) {
         if (!name.empty() && FindField(classFields, name) == nullptr) {
-            columns.faults.push_back({Message::mapFieldUnknown, {heading, name}});
+            columns.faults.push_back({message::mapFieldUnknown, {heading, name}});
         }
         if (std::ranges::find(columns.headings, heading) == columns.headings.end()) {
-            columns.faults.push_back({Message::mapHeadingMissing, {heading}});
+            columns.faults.push_back({message::mapHeadingMissing, {heading}});
         }
     }
 }
@@ -110,7 +109,7 @@ void CheckMap(Columns& columns, const ClassFields& classFields, const HeadingMap
 void CheckMissing(Columns& columns, const ClassFields& classFields) {
     for (const Field& field : classFields.fields) {
         if (field.required && std::ranges::find(columns.fields, &field) == columns.fields.end()) {
-            columns.faults.push_back(About(Message::headingMissing, {std::string(field.element)}, field));
+            columns.faults.push_back(About(message::headingMissing, {std::string(field.element)}, field));
         }
     }
 }
@@ -143,7 +142,7 @@ Columns ReadHeadings(const Line& line, const ClassFields& classFields, const Hea
                 columns.faults.push_back(UnknownHeading(classFields, CellName(column, line.number), heading));
             }
         } else if (std::ranges::find(columns.fields, field) != columns.fields.end()) {
-            columns.faults.push_back(About(Message::headingTwice, {CellName(column, line.number), heading}, *field));
+            columns.faults.push_back(About(message::headingTwice, {CellName(column, line.number), heading}, *field));
         } else {
             columns.fields.back() = field;
         }

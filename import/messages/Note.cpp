@@ -6,8 +6,7 @@
 namespace importing {
 
 std::string Words(const Note& note, Language language) {
-    const MessageWords& words = WordsOf(note.message);
-    std::string_view rest = language == Language::chinese ? words.chinese : words.english;
+    std::string_view rest = Speech{language}(note.message.chinese, note.message.english);
     std::string text;
     for (std::size_t open = rest.find('{'); open != std::string_view::npos; open = rest.find('{')) {
         const auto index = static_cast<std::size_t>(rest[open + 1] - '0');

@@ -19,14 +19,14 @@ void Archive::Close::operator()(void* file) const noexcept { unzClose(file); }
 
 Archive::Archive(const std::string& path, ArchiveBounds bounds) : file_(unzOpen64(path.c_str())), bounds_(bounds) {
     if (!file_) {
-        throw UnreadableFile({Message::notASpreadsheet, {path}});
+        throw UnreadableFile({message::notASpreadsheet, {path}});
     }
     unz_global_info64 info{};
     if (unzGetGlobalInfo64(file_.get(), &info) != UNZ_OK) {
-        throw UnreadableFile({Message::archiveBroken, {path}});
+        throw UnreadableFile({message::archiveBroken, {path}});
     }
     if (info.number_entry > bounds_.parts) {
-        throw UnreadableFile({Message::archiveTooLarge, {}});
+        throw UnreadableFile({message::archiveTooLarge, {}});
     }
 }
 
@@ -36,10 +36,10 @@ bool Archive::Has(const std::string& part) const { return unzLocateFile(file_.ge
 
 void Archive::Open(const std::string& part) {
     if (!Has(part)) {
-        throw UnreadableFile({Message::partMissing, {part}});
+        throw UnreadableFile({message::partMissing, {part}});
     }
     if (unzOpenCurrentFile(file_.get()) != UNZ_OK) {
-        throw UnreadableFile({Message::partBroken, {part}});
+        throw UnreadableFile({message::partBroken, {part}});
     }
     part_ = part;
 }
@@ -48,15 +48,15 @@ std::size_t Archive::Read(char* buffer, std::size_t size) {
     const auto wanted = static_cast<unsigned>(std::min<std::size_t>(size, std::numeric_limits<int>::max()));
     const int count = unzReadCurrentFile(file_.get(), buffer, wanted);
     if (count < 0) {
-        throw UnreadableFile({Message::partBroken, {part_}});
+        throw UnreadableFile({message::partBroken, {part_}});
     }
     // At its end minizip compares the part's checksum.
     if (count == 0 && unzCloseCurrentFile(file_.get()) == UNZ_CRCERROR) {
-        throw UnreadableFile({Message::partBroken, {part_}});
+        throw UnreadableFile({message::partBroken, {part_}});
     }
     unpacked_ += static_cast<std::uint64_t>(count);
     if (unpacked_ > bounds_.unpacked) {
-        throw UnreadableFile({Message::archiveTooLarge, {}});
+        throw UnreadableFile({message::archiveTooLarge, {}});
     }
     return static_cast<std::size_t>(count);
 }

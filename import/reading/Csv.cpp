@@ -105,7 +105,7 @@ void CsvTable::ReadQuoted(std::string& field) {
             ++position_;
         }
     }
-    throw UnreadableFile({Message::quoteWithoutEnd, {std::to_string(firstLine)}});
+    throw UnreadableFile({message::quoteWithoutEnd, {std::to_string(firstLine)}});
 }
 
 void CsvTable::SkipLineEnd() {

@@ -31,7 +31,7 @@ constexpr std::array<Mark, 3> byteOrderMarks = {
 os::Decoded Decode(std::string_view bytes, const std::string& encoding) {
     std::optional<os::Decoded> decoded = os::Decode(bytes, encoding);
     if (!decoded) {
-        throw UnreadableFile({Message::encodingUnknown, {encoding}});
+        throw UnreadableFile({message::encodingUnknown, {encoding}});
     }
     return *std::move(decoded);
 }
@@ -56,7 +56,7 @@ std::string FirstLine(std::string_view bytes, const std::string& encoding) {
 std::string DecodeAs(std::string_view bytes, const std::string& encoding) {
     os::Decoded decoded = Decode(bytes, encoding);
     if (decoded.read != bytes.size()) {
-        throw UnreadableFile({Message::notInEncoding, {encoding}});
+        throw UnreadableFile({message::notInEncoding, {encoding}});
     }
     return std::move(decoded.text);
 }
@@ -78,13 +78,13 @@ std::string DecodeText(std::string_view bytes, const std::string& encoding) {
     if (os::Decoded chinese = Decode(bytes, "GB18030"); chinese.read == bytes.size()) {
         return std::move(chinese.text);
     }
-    throw UnreadableFile({Message::encodingUnclear, {FirstLine(bytes, "UTF-8"), FirstLine(bytes, "GB18030")}});
+    throw UnreadableFile({message::encodingUnclear, {FirstLine(bytes, "UTF-8"), FirstLine(bytes, "GB18030")}});
 }
 
 OpenFile::OpenFile(const std::string& path, const OpenOptions& options, const std::function<bool(Table&)>& fits) {
     std::string bytes = ReadBytes(path);
     if (bytes.starts_with(compoundFileStart)) {
-        throw UnreadableFile({Message::oldSpreadsheet, {path}});
+        throw UnreadableFile({message::oldSpreadsheet, {path}});
     }
     if (bytes.starts_with(archiveStart)) {
         OpenWorkbook(path, options, fits);
@@ -107,7 +107,7 @@ void OpenFile::OpenWorkbook(const std::string& path, const OpenOptions& options,
     if (!options.sheet.empty()) {
         const auto found = std::ranges::find(sheets, options.sheet, &Workbook::Sheet::name);
         if (found == sheets.end()) {
-            throw UnreadableFile({Message::sheetUnknown, {options.sheet, names}});
+            throw UnreadableFile({message::sheetUnknown, {options.sheet, names}});
         }
         chosen = static_cast<std::size_t>(found - sheets.begin());
     } else if (sheets.size() == 1) {
@@ -118,12 +118,12 @@ void OpenFile::OpenWorkbook(const std::string& path, const OpenOptions& options,
                 continue;
             }
             if (chosen) {
-                throw UnreadableFile({Message::sheetUnclear, {names}});
+                throw UnreadableFile({message::sheetUnclear, {names}});
             }
             chosen = index;
         }
         if (!chosen) {
-            throw UnreadableFile({Message::sheetUnclear, {names}});
+            throw UnreadableFile({message::sheetUnclear, {names}});
         }
     }
     table_ = workbook_->Open(*chosen);

@@ -45,7 +45,7 @@ PartReader::Event PartReader::Next() {
             std::rethrow_exception(failure_);
         }
         if (read < 0) {
-            throw UnreadableFile({Message::partBroken, {part_}});
+            throw UnreadableFile({message::partBroken, {part_}});
         }
         if (read == 0) {
             return Event::none;
@@ -62,7 +62,7 @@ PartReader::Event PartReader::Next() {
         case XML_READER_TYPE_SIGNIFICANT_WHITESPACE:
             return Event::text;
         case XML_READER_TYPE_DOCUMENT_TYPE:
-            throw UnreadableFile({Message::documentType, {part_}});
+            throw UnreadableFile({message::documentType, {part_}});
         default:
             break;
         }

@@ -70,7 +70,7 @@ void SheetTable::ReadRow(Line& line) {
     line.cells.resize(count);
     cells_ += count;
     if (cells_ > mostCells_) {
-        throw UnreadableFile({Message::tooManyCells, {}});
+        throw UnreadableFile({message::tooManyCells, {}});
     }
 }
 
@@ -212,6 +212,6 @@ void SheetTable::ReadMerge(std::string_view block) {
     merged_.push_back({first->column, first->line, last->column, last->line});
 }
 
-void SheetTable::Broken() const { throw UnreadableFile({Message::partBroken, {part_}}); }
+void SheetTable::Broken() const { throw UnreadableFile({message::partBroken, {part_}}); }
 
 } // namespace importing

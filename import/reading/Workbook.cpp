@@ -66,11 +66,11 @@ std::string PartOfKind(const std::map<std::string, Relationship>& relationships,
 
 Workbook::Workbook(const std::string& path, ArchiveBounds bounds) : archive_(path, bounds) {
     if (!archive_.Has("_rels/.rels")) {
-        throw UnreadableFile({Message::notASpreadsheet, {path}});
+        throw UnreadableFile({message::notASpreadsheet, {path}});
     }
     const std::string part = PartOfKind(ReadRelationships(archive_, {}), "officeDocument");
     if (part.empty() || !archive_.Has(part)) {
-        throw UnreadableFile({Message::notASpreadsheet, {path}});
+        throw UnreadableFile({message::notASpreadsheet, {path}});
     }
     const std::map<std::string, Relationship> relationships = ReadRelationships(archive_, part);
     {
@@ -92,7 +92,7 @@ Workbook::Workbook(const std::string& path, ArchiveBounds bounds) : archive_(pat
         }
     }
     if (sheets_.empty()) {
-        throw UnreadableFile({Message::noSheet, {}});
+        throw UnreadableFile({message::noSheet, {}});
     }
     if (const std::string strings = PartOfKind(relationships, "sharedStrings"); !strings.empty()) {
         strings_ = ReadSharedStrings(archive_, strings);

@@ -31,7 +31,7 @@ template <class... Arguments> std::string Fill(std::string_view words, const Arg
 class ReportWriter {
 public:
     ReportWriter(const Outcome& outcome, Language language)
-        : outcome_(outcome), language_(language), words_(report::WordsIn(language)), totals_(TotalsOf(outcome)),
+        : outcome_(outcome), language_(language), words_({{language}}), totals_(TotalsOf(outcome)),
           hasQuantities_(outcome.columns.Find("iQuantity").has_value()),
           hasAmounts_(outcome.columns.Find("iPrice").has_value()) {}
 
@@ -257,7 +257,7 @@ private:
 
     const Outcome& outcome_;
     Language language_;
-    const report::Words& words_;
+    const report::Words words_;
     Totals totals_;
     bool hasQuantities_;
     bool hasAmounts_;
@@ -270,8 +270,8 @@ std::string ReportHtml(const Outcome& outcome, Language language) { return Repor
 
 std::string ReportPath(const Outcome& outcome, Language language) {
     const std::string what = outcome.committed
-                                 ? Words({Message::reportFile, {std::to_string(outcome.number)}}, language)
-                                 : Words({Message::testRunFile, {}}, language);
+                                 ? Words({message::reportFile, {std::to_string(outcome.number)}}, language)
+                                 : Words({message::testRunFile, {}}, language);
     return PathBeside(outcome.file.path, what, ".html");
 }
 

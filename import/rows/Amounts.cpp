@@ -26,7 +26,7 @@ void WarnOfAmount(const Columns& columns, Row& row) {
     const double product = ModPub::Val(row.values[*quantity]) * ModPub::Val(row.values[*cost]);
     const double difference = ModPub::TwoPlaces(ModPub::Val(row.values[*amount]) - product);
     if (difference != 0) {
-        row.warnings.push_back({*amount, {Message::amountDiffers, {ModPub::NumberText(difference)}}, {}});
+        row.warnings.push_back({*amount, {message::amountDiffers, {ModPub::NumberText(difference)}}, {}});
     }
 }
 

@@ -19,7 +19,7 @@ void RefuseWithTheirDocuments(const ClassFields& classFields, const Columns& col
     }
     for (Row* const row : rows) {
         if (row->refusals.empty() && refused.contains(row->values[*number])) {
-            row->refusals.push_back({std::nullopt, {Message::documentRefused, {row->values[*number]}}, {}});
+            row->refusals.push_back({std::nullopt, {message::documentRefused, {row->values[*number]}}, {}});
         }
     }
 }

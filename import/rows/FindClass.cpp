@@ -59,7 +59,7 @@ const ClassFields* FindClass(Table& table, std::size_t headerLine, const Heading
         }
     }
     if (best != nullptr && alike != best->className) {
-        throw UnreadableFile({Message::classUnclear, {alike}});
+        throw UnreadableFile({message::classUnclear, {alike}});
     }
     return best;
 }

@@ -59,7 +59,7 @@ public:
 
     Sheet Read() {
         if (!FindHeadings(table_, *sheet_.classFields, options_.headerLine, options_.headings, line_)) {
-            sheet_.faults.push_back({Message::headingsNotFound, {}});
+            sheet_.faults.push_back({message::headingsNotFound, {}});
             return std::move(sheet_);
         }
         sheet_.headerLine = line_.number;
@@ -129,7 +129,7 @@ private:
         }
         if (reading.value.empty()) {
             if (field.required) {
-                row.refusals.push_back({column, {Message::valueMissing, {sheet_.columns.headings[column]}}, {}});
+                row.refusals.push_back({column, {message::valueMissing, {sheet_.columns.headings[column]}}, {}});
             }
             return;
         }
@@ -151,7 +151,7 @@ private:
             return ReadNumber(cell);
         case FieldType::price: {
             Reading reading = ReadNumber(cell);
-            return reading.value.starts_with('-') ? Reading::Refuse({Message::numberNegative, {cell.text}}) : reading;
+            return reading.value.starts_with('-') ? Reading::Refuse({message::numberNegative, {cell.text}}) : reading;
         }
         case FieldType::date:
             return ReadDate(cell);
@@ -168,7 +168,7 @@ private:
             const bool headed = column < count && sheet_.columns.fields[column] != nullptr;
             const bool unknown = column < count && !sheet_.columns.headings[column].empty();
             if (!headed && !unknown && !TrimBlanks(line_.cells[column].text).empty()) {
-                row.refusals.push_back({column, {Message::cellWithoutHeading, {line_.cells[column].text}}, {}});
+                row.refusals.push_back({column, {message::cellWithoutHeading, {line_.cells[column].text}}, {}});
             }
         }
     }
@@ -196,7 +196,7 @@ private:
         }
         const auto [first, isNew] = seen_.try_emplace(std::move(key), row.line);
         if (!isNew) {
-            row.refusals.push_back({std::nullopt, {Message::rowRepeated, {std::to_string(first->second)}}, {}});
+            row.refusals.push_back({std::nullopt, {message::rowRepeated, {std::to_string(first->second)}}, {}});
         }
     }
 
@@ -204,7 +204,7 @@ private:
         for (const MergedCells& merged : table_.Merged()) {
             for (Row& row : sheet_.rows) {
                 if (row.line >= merged.firstLine && row.line <= merged.lastLine) {
-                    row.refusals.push_back({merged.firstColumn, {Message::cellsMerged, {}}, {}});
+                    row.refusals.push_back({merged.firstColumn, {message::cellsMerged, {}}, {}});
                 }
             }
         }
@@ -221,7 +221,7 @@ private:
             Row* const header = first.try_emplace(row.values[*number], &row).first->second;
             if (!row.values[*number].empty() && !SameHeader(*header, row)) {
                 row.refusals.push_back(
-                    {number, {Message::headerDiffers, {row.values[*number], std::to_string(header->line)}}, {}});
+                    {number, {message::headerDiffers, {row.values[*number], std::to_string(header->line)}}, {}});
             }
         }
         std::vector<Row*> rows;
@@ -243,7 +243,7 @@ private:
 
     void CheckHidden() {
         if (sheet_.hiddenRows != 0 && options_.hidden == SheetOptions::Hidden::refuse) {
-            sheet_.faults.push_back({Message::rowsHidden, {std::to_string(sheet_.hiddenRows)}});
+            sheet_.faults.push_back({message::rowsHidden, {std::to_string(sheet_.hiddenRows)}});
         }
     }
 
@@ -263,7 +263,7 @@ private:
             constexpr double cent = 0.005;
             if (!total.refusal && !total.value.empty() && std::abs(ModPub::Val(total.value) - sum) > cent) {
                 sheet_.faults.push_back(
-                    {Message::totalsDiffer, {CellName(column, totals_->number), total.value, ModPub::NumberText(sum)}});
+                    {message::totalsDiffer, {CellName(column, totals_->number), total.value, ModPub::NumberText(sum)}});
             }
         }
     }

@@ -20,7 +20,7 @@ Spreadsheet::Spreadsheet(const std::string& path, const OpenOptions& openOptions
         file_.table().Rewind();
     }
     if (classFields_ == nullptr) {
-        throw UnreadableFile({Message::headingsNotFound, {}});
+        throw UnreadableFile({message::headingsNotFound, {}});
     }
 }
 

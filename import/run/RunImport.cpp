@@ -46,7 +46,7 @@ public:
         }
         ledger_.emplace(*outcome_.classFields, account_);
         if (task_.commit && task_.account.OnServer() && !outcome_.classFields->document.empty()) {
-            outcome_.faults.push_back({Message::serverDocuments, {}});
+            outcome_.faults.push_back({message::serverDocuments, {}});
             return Finish();
         }
         outcome_.refused = AskWhetherOpen(outcome_, *session_, task_.transact);
@@ -108,7 +108,7 @@ private:
         for (RowOutcome& each : outcome_.rows) {
             for (const Correction& correction : each.row.corrections) {
                 each.row.refusals.push_back(
-                    {correction.column, {Message::strictCorrection, {correction.old, correction.now}}, correction.now});
+                    {correction.column, {message::strictCorrection, {correction.old, correction.now}}, correction.now});
             }
             std::ranges::move(each.row.warnings, std::back_inserter(each.row.refusals));
             each.row.warnings.clear();
@@ -147,7 +147,7 @@ private:
             }
         }
         if (rows > 0) {
-            outcome_.remarks.push_back({Message::rowsAlreadyIn, {std::to_string(rows)}});
+            outcome_.remarks.push_back({message::rowsAlreadyIn, {std::to_string(rows)}});
         }
     }
 
@@ -158,10 +158,10 @@ private:
             return;
         }
         if (test->hash != outcome_.file.hash) {
-            outcome_.remarks.push_back({Message::fileChanged, {test->time}});
+            outcome_.remarks.push_back({message::fileChanged, {test->time}});
         }
         if (test->fingerprint != fingerprint) {
-            outcome_.remarks.push_back({Message::accountChanged, {test->time}});
+            outcome_.remarks.push_back({message::accountChanged, {test->time}});
         }
     }
 
@@ -213,7 +213,7 @@ private:
             } catch (const TransactionEnded& caught) {
                 ended.reset();
                 if (!standAlone) {
-                    outcome_.remarks.push_back({Message::transactionEnded, {std::to_string(caught.line)}});
+                    outcome_.remarks.push_back({message::transactionEnded, {std::to_string(caught.line)}});
                     return;
                 }
                 session->TakeBack();
@@ -256,7 +256,7 @@ private:
         const std::optional<LoggedImport> latest = task_.log.LatestOf(Identity(), ClassName(), outcome_.file.hash);
         if (latest && std::ranges::find(settled, latest->number) != settled.end()) {
             outcome_.number = latest->number;
-            outcome_.remarks.push_back({Message::importResumed, {std::to_string(latest->number)}});
+            outcome_.remarks.push_back({message::importResumed, {std::to_string(latest->number)}});
             task_.log.Resume(latest->number);
         } else if (latest && units_.empty()) {
             outcome_.number = latest->number;
@@ -329,7 +329,7 @@ private:
             }
         }
         if (rows > 0) {
-            outcome_.remarks.push_back({Message::rowsInDoubt, {std::to_string(rows)}});
+            outcome_.remarks.push_back({message::rowsInDoubt, {std::to_string(rows)}});
         }
     }
 

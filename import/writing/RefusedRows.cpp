@@ -41,8 +41,8 @@ public:
     RefusedRows(const Outcome& outcome, Language language) : outcome_(outcome), language_(language) {}
 
     std::vector<std::string> Headings() const {
-        std::vector<std::string> headings = {Words({Message::refusedReason, {}}, language_),
-                                             Words({Message::refusedLine, {}}, language_)};
+        std::vector<std::string> headings = {Words({message::refusedReason, {}}, language_),
+                                             Words({message::refusedLine, {}}, language_)};
         headings.insert(headings.end(), Own(outcome_.columns.headings), outcome_.columns.headings.end());
         return headings;
     }
@@ -125,7 +125,7 @@ public:
         format_set_num_format_index(text_, textFormat);
         format_set_num_format(date_, "yyyy-mm-dd");
         format_set_num_format(time_, "yyyy-mm-dd hh:mm:ss");
-        lxw_worksheet& sheet = book_.AddSheet(Words({Message::sheetOfRefused, {}}, language));
+        lxw_worksheet& sheet = book_.AddSheet(Words({message::sheetOfRefused, {}}, language));
         lxw_col_t column = 0;
         for (const std::string& heading : rows.Headings()) {
             WriteText(sheet, 0, column++, heading, heading_);
@@ -206,7 +206,7 @@ bool IsWorkbook(const std::string& path) { return path.ends_with(".xlsx"); }
 
 std::string RefusedRowsPath(const std::string& input, Language language) {
     const bool workbook = IsWorkbook(input) || input.ends_with(".xlsm") || input.ends_with(".XLSX");
-    return PathBeside(input, Words({Message::refusedFile, {}}, language), workbook ? ".xlsx" : ".csv");
+    return PathBeside(input, Words({message::refusedFile, {}}, language), workbook ? ".xlsx" : ".csv");
 }
 
 void WriteRefusedRows(const Outcome& outcome, Language language, const std::string& path) {

@@ -23,25 +23,25 @@ Message NameOf(CodeList list) {
     switch (list) {
     case CodeList::warehouse:
     case CodeList::costedWarehouse:
-        return Message::listWarehouses;
+        return message::listWarehouses;
     case CodeList::item:
-        return Message::listItems;
+        return message::listItems;
     case CodeList::itemClass:
-        return Message::listItemClasses;
+        return message::listItemClasses;
     case CodeList::account:
-        return Message::listAccounts;
+        return message::listAccounts;
     case CodeList::category:
     case CodeList::leafCategory:
-        return Message::listCategories;
+        return message::listCategories;
     case CodeList::department:
     case CodeList::leafDepartment:
-        return Message::listDepartments;
+        return message::listDepartments;
     case CodeList::projectClass:
-        return Message::listProjectClasses;
+        return message::listProjectClasses;
     case CodeList::none:
         break;
     }
-    return Message::listCodes;
+    return message::listCodes;
 }
 
 /// Columns of a text in the sheet's font: two for each character beyond ASCII.
@@ -59,7 +59,7 @@ class TemplateWriter {
 public:
     TemplateWriter(const std::string& path, const ClassFields& classFields, const CodeLists& codes, Language language)
         : classFields_(classFields), codes_(codes), language_(language), book_(path),
-          rows_(book_.AddSheet(Say({Message::sheetOfRows, {}}))) {}
+          rows_(book_.AddSheet(Say({message::sheetOfRows, {}}))) {}
 
     void Write() {
         MakeFormats();
@@ -122,31 +122,31 @@ private:
     }
 
     std::string NoteOn(const Field& field) const {
-        std::string note = field.required ? Say({Message::fieldRequired, {}}) + "\n" : "";
+        std::string note = field.required ? Say({message::fieldRequired, {}}) + "\n" : "";
         const std::string length = std::to_string(field.length);
         switch (field.type) {
         case FieldType::code:
             note.append(field.list == CodeList::none
-                            ? Say({Message::fieldCode, {length}})
-                            : Say({Message::fieldCodeOfList, {length, Say({NameOf(field.list), {}})}}));
+                            ? Say({message::fieldCode, {length}})
+                            : Say({message::fieldCodeOfList, {length, Say({NameOf(field.list), {}})}}));
             break;
         case FieldType::number:
-            note.append(Say({Message::fieldNumber, {}}));
+            note.append(Say({message::fieldNumber, {}}));
             break;
         case FieldType::price:
-            note.append(Say({Message::fieldPrice, {}}));
+            note.append(Say({message::fieldPrice, {}}));
             break;
         case FieldType::date:
-            note.append(Say({Message::fieldDate, {}}));
+            note.append(Say({message::fieldDate, {}}));
             break;
         case FieldType::text:
-            note.append(Say({Message::fieldText, {length}}));
+            note.append(Say({message::fieldText, {length}}));
             break;
         case FieldType::name:
-            note.append(Say({Message::fieldName, {length}}));
+            note.append(Say({message::fieldName, {length}}));
             break;
         }
-        return note.append("\n").append(Say({Message::fieldElement, {std::string(field.element)}}));
+        return note.append("\n").append(Say({message::fieldElement, {std::string(field.element)}}));
     }
 
     /// Has the spreadsheet refuse what the column does not take.
@@ -191,7 +191,7 @@ private:
     void WriteCodes() {
         lxw_worksheet* sheet = nullptr;
         lxw_col_t column = 0;
-        const std::string name = Say({Message::sheetOfCodes, {}});
+        const std::string name = Say({message::sheetOfCodes, {}});
         for (const Field& field : classFields_.fields) {
             const auto list = codes_.find(field.list);
             if (list == codes_.end() || list->second.empty() || ranges_.contains(field.list)) {
@@ -206,9 +206,9 @@ private:
             const auto names = static_cast<lxw_col_t>(column + 1);
             worksheet_set_column(sheet, column, column, codeWidth, text_);
             worksheet_set_column(sheet, names, names, nameWidth, text_);
-            const std::string heading = Say({Message::validCodes, {Say({NameOf(field.list), {}})}});
+            const std::string heading = Say({message::validCodes, {Say({NameOf(field.list), {}})}});
             worksheet_write_string(sheet, 0, column, heading.c_str(), heading_);
-            worksheet_write_string(sheet, 0, names, Say({Message::codeNames, {}}).c_str(), heading_);
+            worksheet_write_string(sheet, 0, names, Say({message::codeNames, {}}).c_str(), heading_);
             lxw_row_t row = 0;
             for (const auto& [upperCase, known] : list->second.all()) {
                 if (row == lastRow) {

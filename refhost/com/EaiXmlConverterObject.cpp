@@ -29,32 +29,14 @@ MappingStore& Mappings() {
 
 EaiXmlConverterObject::EaiXmlConverterObject() : converter_(environment_, Mappings()) {}
 
-VariantHolder EaiXmlConverterObject::FillHead(const Arguments& arguments) {
-    return Fill(&EaiXmlConverter::FillHead, arguments);
-}
-VariantHolder EaiXmlConverterObject::FillBody(const Arguments& arguments) {
-    return Fill(&EaiXmlConverter::FillBody, arguments);
-}
-VariantHolder EaiXmlConverterObject::HeadToXml(const Arguments& arguments) {
-    return ToXml(&EaiXmlConverter::HeadToXml, arguments);
-}
-VariantHolder EaiXmlConverterObject::BodyToXml(const Arguments& arguments) {
-    return ToXml(&EaiXmlConverter::BodyToXml, arguments);
-}
-
-VariantHolder EaiXmlConverterObject::Fill(void (EaiXmlConverter::*fill)(std::string_view, std::string_view,
-                                                                        host::DOMDocument&, host::Recordset&,
-                                                                        std::string_view),
-                                          const Arguments& arguments) {
+template <auto fill> VariantHolder EaiXmlConverterObject::Fill(const Arguments& arguments) {
     server::XmlDocument records = DocumentOf(arguments[2]);
     server::AdoRecordset columns = RecordsetOf(arguments[3]);
     (converter_.*fill)(ToText(arguments[0]), ToText(arguments[1]), records, columns, ToText(arguments[4]));
     return {};
 }
 
-VariantHolder EaiXmlConverterObject::ToXml(void (EaiXmlConverter::*write)(host::DOMDocument&, host::DOMNode&,
-                                                                          std::string_view, host::Recordset&),
-                                           const Arguments& arguments) {
+template <auto write> VariantHolder EaiXmlConverterObject::ToXml(const Arguments& arguments) {
     server::XmlDocument document = OwnerOf(arguments[0]);
     server::AdoRecordset records = RecordsetOf(arguments[2]);
     (converter_.*write)(document, *NodeOf(arguments[0]), ToText(arguments[1]), records);

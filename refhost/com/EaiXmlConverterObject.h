@@ -12,27 +12,18 @@ public:
     EaiXmlConverterObject();
 
     /// The row's XML and name, the records' document, a recordset of the columns, the mapping file, and Nothing.
-    server::VariantHolder FillHead(const server::Arguments& arguments);
-    server::VariantHolder FillBody(const server::Arguments& arguments);
+    template <auto fill> server::VariantHolder Fill(const server::Arguments& arguments);
     /// The element to write into, the mapping file, the records, and two Variants that stay as they are.
-    server::VariantHolder HeadToXml(const server::Arguments& arguments);
-    server::VariantHolder BodyToXml(const server::Arguments& arguments);
+    template <auto write> server::VariantHolder ToXml(const server::Arguments& arguments);
 
     static constexpr server::Method<EaiXmlConverterObject> methods[] = {
-        {L"FillHead", 6, 6, &EaiXmlConverterObject::FillHead},
-        {L"FillBody", 6, 6, &EaiXmlConverterObject::FillBody},
-        {L"HeadToXml", 5, 5, &EaiXmlConverterObject::HeadToXml},
-        {L"BodyToXml", 5, 5, &EaiXmlConverterObject::BodyToXml},
+        {L"FillHead", 6, 6, &EaiXmlConverterObject::Fill<&EaiXmlConverter::FillHead>},
+        {L"FillBody", 6, 6, &EaiXmlConverterObject::Fill<&EaiXmlConverter::FillBody>},
+        {L"HeadToXml", 5, 5, &EaiXmlConverterObject::ToXml<&EaiXmlConverter::HeadToXml>},
+        {L"BodyToXml", 5, 5, &EaiXmlConverterObject::ToXml<&EaiXmlConverter::BodyToXml>},
     };
 
 private:
-    server::VariantHolder Fill(void (EaiXmlConverter::*fill)(std::string_view, std::string_view, host::DOMDocument&,
-                                                             host::Recordset&, std::string_view),
-                               const server::Arguments& arguments);
-    server::VariantHolder ToXml(void (EaiXmlConverter::*write)(host::DOMDocument&, host::DOMNode&, std::string_view,
-                                                               host::Recordset&),
-                                const server::Arguments& arguments);
-
     server::ComEnvironment environment_;
     EaiXmlConverter converter_;
 };

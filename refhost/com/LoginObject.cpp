@@ -20,14 +20,6 @@ VariantHolder LoginObject::SubsystemLogin(const Arguments& arguments) {
                                                 ToText(arguments[6]), ToText(arguments[7])));
 }
 
-VariantHolder LoginObject::LoginYear(const Arguments&) { return VariantHolder(login().LoginYear()); }
-VariantHolder LoginObject::ConnectionString(const Arguments&) { return VariantHolder(login().ConnectionString()); }
-VariantHolder LoginObject::AccountId(const Arguments&) { return VariantHolder(login().AccountId()); }
-VariantHolder LoginObject::UserName(const Arguments&) { return VariantHolder(login().UserName()); }
-VariantHolder LoginObject::CurrentDate(const Arguments&) { return VariantHolder(login().CurrentDate()); }
-VariantHolder LoginObject::AccountingMonth(const Arguments&) { return VariantHolder(login().AccountingMonth()); }
-VariantHolder LoginObject::StartPeriod(const Arguments&) { return VariantHolder(login().StartPeriod()); }
-
 VariantHolder LoginObject::PeriodDates(const Arguments& arguments) {
     const host::HostLogin::PeriodRange range = login().PeriodDates(ToInt(arguments[0]), ToInt(arguments[1]));
     arguments.Return(2, VariantHolder(range.first));

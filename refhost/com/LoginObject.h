@@ -20,13 +20,10 @@ public:
         return server::VariantHolder(login().Member(memberNames[index]));
     }
     server::VariantHolder SubsystemLogin(const server::Arguments& arguments);
-    server::VariantHolder LoginYear(const server::Arguments&);
-    server::VariantHolder ConnectionString(const server::Arguments&);
-    server::VariantHolder AccountId(const server::Arguments&);
-    server::VariantHolder UserName(const server::Arguments&);
-    server::VariantHolder CurrentDate(const server::Arguments&);
-    server::VariantHolder AccountingMonth(const server::Arguments&);
-    server::VariantHolder StartPeriod(const server::Arguments&);
+    /// `LoginYear`, `ConnectionString` and so on.
+    template <auto member> server::VariantHolder Read(const server::Arguments&) {
+        return server::VariantHolder((login().*member)());
+    }
     /// Period, year, and two Variants that receive the first and the last date, or Null.
     server::VariantHolder PeriodDates(const server::Arguments& arguments);
 
@@ -44,13 +41,13 @@ public:
         {L"iMonth", 0, 0, &LoginObject::Member<9>, DISPATCH_PROPERTYGET},
         {L"iStartPeriod", 0, 0, &LoginObject::Member<10>, DISPATCH_PROPERTYGET},
         {L"SubsystemLogin", 8, 8, &LoginObject::SubsystemLogin},
-        {L"LoginYear", 0, 0, &LoginObject::LoginYear, DISPATCH_PROPERTYGET},
-        {L"ConnectionString", 0, 0, &LoginObject::ConnectionString, DISPATCH_PROPERTYGET},
-        {L"AccountId", 0, 0, &LoginObject::AccountId, DISPATCH_PROPERTYGET},
-        {L"UserName", 0, 0, &LoginObject::UserName, DISPATCH_PROPERTYGET},
-        {L"CurrentDate", 0, 0, &LoginObject::CurrentDate, DISPATCH_PROPERTYGET},
-        {L"AccountingMonth", 0, 0, &LoginObject::AccountingMonth, DISPATCH_PROPERTYGET},
-        {L"StartPeriod", 0, 0, &LoginObject::StartPeriod, DISPATCH_PROPERTYGET},
+        {L"LoginYear", 0, 0, &LoginObject::Read<&refhost::Login::LoginYear>, DISPATCH_PROPERTYGET},
+        {L"ConnectionString", 0, 0, &LoginObject::Read<&refhost::Login::ConnectionString>, DISPATCH_PROPERTYGET},
+        {L"AccountId", 0, 0, &LoginObject::Read<&refhost::Login::AccountId>, DISPATCH_PROPERTYGET},
+        {L"UserName", 0, 0, &LoginObject::Read<&refhost::Login::UserName>, DISPATCH_PROPERTYGET},
+        {L"CurrentDate", 0, 0, &LoginObject::Read<&refhost::Login::CurrentDate>, DISPATCH_PROPERTYGET},
+        {L"AccountingMonth", 0, 0, &LoginObject::Read<&refhost::Login::AccountingMonth>, DISPATCH_PROPERTYGET},
+        {L"StartPeriod", 0, 0, &LoginObject::Read<&refhost::Login::StartPeriod>, DISPATCH_PROPERTYGET},
         {L"PeriodDates", 4, 4, &LoginObject::PeriodDates},
     };
 

@@ -13,9 +13,9 @@ namespace server {
 namespace {
 
 /// The helper in `place`, created on first use.
-template <class Helper, class Interface> Interface& Helped(std::unique_ptr<Interface>& place) {
+template <class Interface> Interface& Helped(std::unique_ptr<Interface>& place, std::unique_ptr<Interface> (*make)()) {
     if (!place) {
-        std::unique_ptr<Interface> made = std::make_unique<Helper>();
+        std::unique_ptr<Interface> made = make();
         // Making it may have brought a call that made one, which somebody may hold.
         if (!place)
             place = std::move(made);
@@ -44,26 +44,26 @@ std::unique_ptr<host::Recordset> ComEnvironment::CreateRecordset() {
     return std::make_unique<AdoRecordset>(Classes().recordsets);
 }
 host::EaiHelper& ComEnvironment::GetEaiHelper() {
-    return Helped<ComEaiHelper>(ThreadHelpers::OfThisThread().eaiHelper);
+    return Helped(ThreadHelpers::OfThisThread().eaiHelper, MakeEaiHelper);
 }
 
 host::RsXmlHelper& ComEnvironment::GetRsXmlHelper() {
-    return Helped<ComRsXmlHelper>(ThreadHelpers::OfThisThread().rsXmlHelper);
+    return Helped(ThreadHelpers::OfThisThread().rsXmlHelper, MakeRsXmlHelper);
 }
 
 std::unique_ptr<host::EaiXmlConverter> ComEnvironment::CreateEaiXmlConverter() {
-    return std::make_unique<ComEaiXmlConverter>(Classes());
+    return MakeEaiXmlConverter(Classes());
 }
 
 std::unique_ptr<host::IaVoucherService> ComEnvironment::CreateIaVoucherService() {
-    return std::make_unique<ComIaVoucherService>(Classes());
+    return MakeIaVoucherService(Classes());
 }
 
 std::unique_ptr<host::ProvisionPreCheck> ComEnvironment::CreateProvisionPreCheck() {
-    return std::make_unique<ComProvisionPreCheck>(Classes());
+    return MakeProvisionPreCheck(Classes());
 }
 
-std::unique_ptr<host::ZendaT> ComEnvironment::CreateZendaT() { return std::make_unique<ComZendaT>(); }
+std::unique_ptr<host::ZendaT> ComEnvironment::CreateZendaT() { return MakeZendaT(); }
 
 RecordClasses& ComEnvironment::Classes() {
     if (!classes_)

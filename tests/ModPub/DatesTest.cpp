@@ -250,7 +250,7 @@ TEST(FormatDate, LeavesOtherTextAsItIs) {
 // What must hold of every text.
 TEST(Dates, TextOfADateReadsBackAsTheDate) {
     std::vector<std::string> texts = cases::MadeDateTexts(4000, 11);
-    texts.insert(texts.end(), cases::DateTextEdges().begin(), cases::DateTextEdges().end());
+    texts.insert(texts.end(), cases::dateTextEdges.begin(), cases::dateTextEdges.end());
     int dates = 0;
     for (const std::string& text : texts) {
         const auto date = ParseDate(text);

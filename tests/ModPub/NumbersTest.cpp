@@ -311,7 +311,7 @@ TEST(TwoPlaces, KeepsFifteenDigits) {
 // What must hold whatever the number is.
 TEST(Numbers, TextOfANumberReadsBackAsTheNumber) {
     std::vector<double> numbers = cases::MadeDoubles(4000, 7);
-    numbers.insert(numbers.end(), cases::DoubleEdges().begin(), cases::DoubleEdges().end());
+    numbers.insert(numbers.end(), cases::doubleEdges.begin(), cases::doubleEdges.end());
     for (const double number : numbers) {
         if (std::fabs(number) < 1e-300 || std::fabs(number) > 1e300)
             continue;
@@ -332,7 +332,7 @@ TEST(Numbers, TwoPlacesIsWithinHalfACentAndStable) {
 
 TEST(Numbers, EveryTextIsReadOrRefusedTheSameWayByAll) {
     std::vector<std::string> texts = cases::MadeNumberTexts(4000, 9);
-    texts.insert(texts.end(), cases::NumberTextEdges().begin(), cases::NumberTextEdges().end());
+    texts.insert(texts.end(), cases::numberTextEdges.begin(), cases::numberTextEdges.end());
     for (const std::string& text : texts) {
         const auto error = test::ErrorNumberOf([&] { return ToDouble(text); });
         EXPECT_EQ(IsNumeric(text), !error) << text;

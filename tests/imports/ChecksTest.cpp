@@ -11,6 +11,7 @@ using importing::Language;
 using importing::Message;
 using importing::Outcome;
 using importing::RowState;
+namespace message = importing::message;
 
 struct FaultyRow {
     const char* name;
@@ -26,39 +27,39 @@ const char* const settings = "仓库编码,存货分类编码,存货编码,存�
 const char* const opposite = "收发类别编码,存货编码,项目大类编码,项目编码,项目大类名称,项目名称,对方科目编码";
 
 const FaultyRow faultyRows[] = {
-    {"ReceiptNotBeforeStart", "ClsKovra", opening, "01,1001,1,1,1,2024-01-01,,,,,,,", Message::receiptNotBeforeStart},
-    {"ReceiptTooEarly", "ClsKovra", opening, "01,1001,1,1,1,1949-01-01,,,,,,,", Message::receiptTooEarly},
-    {"BatchNotManaged", "ClsKovra", opening, "01,1001,1,1,1,,B1,,,,,,", Message::batchNotManaged},
-    {"BatchMissing", "ClsKovra", opening, "01,1003,1,1,1,,,,,,,,", Message::batchMissing},
-    {"FreeItemMissing", "ClsKovra", opening, "01,1002,1,1,1,,,,,银色,,,", Message::freeItemMissing},
-    {"MadeTooEarly", "ClsKovra", opening, "01,1003,1,1,1,,B1,1949-01-01,2025-01-01,,,,", Message::madeTooEarly},
-    {"ExpiryTooEarly", "ClsKovra", opening, "01,1003,1,1,1,,B1,1950-01-01,1949-01-01,,,,", Message::expiryTooEarly},
-    {"ExpiryBeforeMade", "ClsKovra", opening, "01,1003,1,1,1,,B1,2023-05-01,2023-05-01,,,,", Message::expiryBeforeMade},
-    {"ShelfLifeNotManaged", "ClsKovra", opening, "01,1001,1,1,1,,,2023-05-01,,,,,", Message::shelfLifeNotManaged},
-    {"WarehouseWithoutValuation", "ClsKovra", opening, "08,1001,1,1,1,,,,,,,,", Message::warehouseWithoutValuation},
-    {"QuantityNegativeIndividual", "ClsKovra", opening, "05,1001,-1,1,-1,,,,,,,,", Message::quantityNegativeIndividual},
-    {"QuantityNegativeTracked", "ClsKovra", opening, "01,1006,-1,1,-1,,,,,,,,", Message::quantityNegativeTracked},
-    {"QuantityZeroPlanned", "ClsKovra", opening, "03,1004,0,1,100,,,,,,,,", Message::quantityZeroPlanned},
-    {"PlannedPriceMissing", "ClsKovra", opening, "03,1008,1,1,1,,,,,,,,", Message::plannedPriceMissing},
-    {"RetailPriceMissing", "ClsKovra", opening, "04,1008,1,1,1,,,,,,,,", Message::retailPriceMissing},
-    {"ProjectMissing", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,97,", Message::projectMissing},
-    {"ProjectClassMissing", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,,RD01", Message::projectClassMissing},
-    {"ProjectUnknown", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,97,RD99", Message::projectUnknown},
-    {"ItemProjectUnknown", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,00,8888", Message::projectUnknown},
-    {"KeyMissingInventory", "ClsInvSubject", settings, ",,,140301", Message::keyMissingInventory},
-    {"ItemAndClass", "ClsInvSubject", settings, "01,0101,1001,140301", Message::itemAndClass},
-    {"AccountsMissingInventory", "ClsInvSubject", settings, "01,,1001,", Message::accountsMissingInventory},
+    {"ReceiptNotBeforeStart", "ClsKovra", opening, "01,1001,1,1,1,2024-01-01,,,,,,,", message::receiptNotBeforeStart},
+    {"ReceiptTooEarly", "ClsKovra", opening, "01,1001,1,1,1,1949-01-01,,,,,,,", message::receiptTooEarly},
+    {"BatchNotManaged", "ClsKovra", opening, "01,1001,1,1,1,,B1,,,,,,", message::batchNotManaged},
+    {"BatchMissing", "ClsKovra", opening, "01,1003,1,1,1,,,,,,,,", message::batchMissing},
+    {"FreeItemMissing", "ClsKovra", opening, "01,1002,1,1,1,,,,,银色,,,", message::freeItemMissing},
+    {"MadeTooEarly", "ClsKovra", opening, "01,1003,1,1,1,,B1,1949-01-01,2025-01-01,,,,", message::madeTooEarly},
+    {"ExpiryTooEarly", "ClsKovra", opening, "01,1003,1,1,1,,B1,1950-01-01,1949-01-01,,,,", message::expiryTooEarly},
+    {"ExpiryBeforeMade", "ClsKovra", opening, "01,1003,1,1,1,,B1,2023-05-01,2023-05-01,,,,", message::expiryBeforeMade},
+    {"ShelfLifeNotManaged", "ClsKovra", opening, "01,1001,1,1,1,,,2023-05-01,,,,,", message::shelfLifeNotManaged},
+    {"WarehouseWithoutValuation", "ClsKovra", opening, "08,1001,1,1,1,,,,,,,,", message::warehouseWithoutValuation},
+    {"QuantityNegativeIndividual", "ClsKovra", opening, "05,1001,-1,1,-1,,,,,,,,", message::quantityNegativeIndividual},
+    {"QuantityNegativeTracked", "ClsKovra", opening, "01,1006,-1,1,-1,,,,,,,,", message::quantityNegativeTracked},
+    {"QuantityZeroPlanned", "ClsKovra", opening, "03,1004,0,1,100,,,,,,,,", message::quantityZeroPlanned},
+    {"PlannedPriceMissing", "ClsKovra", opening, "03,1008,1,1,1,,,,,,,,", message::plannedPriceMissing},
+    {"RetailPriceMissing", "ClsKovra", opening, "04,1008,1,1,1,,,,,,,,", message::retailPriceMissing},
+    {"ProjectMissing", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,97,", message::projectMissing},
+    {"ProjectClassMissing", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,,RD01", message::projectClassMissing},
+    {"ProjectUnknown", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,97,RD99", message::projectUnknown},
+    {"ItemProjectUnknown", "ClsKovra", opening, "01,1001,1,1,1,,,,,,,00,8888", message::projectUnknown},
+    {"KeyMissingInventory", "ClsInvSubject", settings, ",,,140301", message::keyMissingInventory},
+    {"ItemAndClass", "ClsInvSubject", settings, "01,0101,1001,140301", message::itemAndClass},
+    {"AccountsMissingInventory", "ClsInvSubject", settings, "01,,1001,", message::accountsMissingInventory},
     {"KeyMissingOpposite", "ClsOppSubject", opposite, ",,97,RD01,研发项目,高速主轴研制,500101",
-     Message::keyMissingOpposite},
-    {"AccountsMissingOpposite", "ClsOppSubject", opposite, "201,1001,,,,,", Message::accountsMissingOpposite},
-    {"OppositeProjectMissing", "ClsOppSubject", opposite, "201,,97,,研发项目,,500101", Message::projectMissing},
-    {"OppositeProjectClassMissing", "ClsOppSubject", opposite, "201,,,RD01,,,500101", Message::projectClassMissing},
-    {"OppositeProjectUnknown", "ClsOppSubject", opposite, "201,,97,RD99,研发项目,x,500101", Message::projectUnknown},
+     message::keyMissingOpposite},
+    {"AccountsMissingOpposite", "ClsOppSubject", opposite, "201,1001,,,,,", message::accountsMissingOpposite},
+    {"OppositeProjectMissing", "ClsOppSubject", opposite, "201,,97,,研发项目,,500101", message::projectMissing},
+    {"OppositeProjectClassMissing", "ClsOppSubject", opposite, "201,,,RD01,,,500101", message::projectClassMissing},
+    {"OppositeProjectUnknown", "ClsOppSubject", opposite, "201,,97,RD99,研发项目,x,500101", message::projectUnknown},
     {"ProjectClassNameDiffers", "ClsOppSubject", opposite, "201,,97,RD01,研发,高速主轴研制,500101",
-     Message::projectClassNameDiffers},
-    {"ProjectNameDiffers", "ClsOppSubject", opposite, "201,,97,RD01,研发项目,主轴,500101", Message::projectNameDiffers},
+     message::projectClassNameDiffers},
+    {"ProjectNameDiffers", "ClsOppSubject", opposite, "201,,97,RD01,研发项目,主轴,500101", message::projectNameDiffers},
     {"KeyMissingStandard", "ClsOppSubjectST", "收发类别编码,部门编码,直接材料对方科目", ",,500101",
-     Message::keyMissingStandard},
+     message::keyMissingStandard},
 };
 
 class FaultsOfRows : public ImportFixture, public ::testing::WithParamInterface<FaultyRow> {};
@@ -93,9 +94,9 @@ TEST_F(Checks, AllFaultsOfAllRowsAreToldAtOnce) {
                                                           "01,1003,x,1,1,,,2023-05-01,2023-04-01,,,97,\n",
                                    {});
     EXPECT_EQ(Refusals(outcome.rows[0]),
-              (std::vector<Message>{Message::codeUnknown, Message::receiptNotBeforeStart, Message::batchNotManaged}));
-    EXPECT_EQ(Refusals(outcome.rows[1]), (std::vector<Message>{Message::numberNone, Message::expiryBeforeMade,
-                                                               Message::batchMissing, Message::projectMissing}));
+              (std::vector<Message>{message::codeUnknown, message::receiptNotBeforeStart, message::batchNotManaged}));
+    EXPECT_EQ(Refusals(outcome.rows[1]), (std::vector<Message>{message::numberNone, message::expiryBeforeMade,
+                                                               message::batchMissing, message::projectMissing}));
 }
 
 TEST_F(Checks, LetEverythingPassThatTheClassTakes) {
@@ -116,8 +117,8 @@ TEST_F(Checks, ASettingOfAWarehouseIsMetByAnySettingInIt) {
     const Outcome outcome =
         Import(std::string(settings) + "\n01,,,140301\n01,,1001,140303\n01,,1007,140303\n02,,,140301\n", {}, "a.csv",
                "ClsInvSubject");
-    EXPECT_EQ(Refusals(outcome.rows[0]), std::vector<Message>{Message::settingExists});
-    EXPECT_EQ(Refusals(outcome.rows[1]), std::vector<Message>{Message::settingExists});
+    EXPECT_EQ(Refusals(outcome.rows[0]), std::vector<Message>{message::settingExists});
+    EXPECT_EQ(Refusals(outcome.rows[1]), std::vector<Message>{message::settingExists});
     EXPECT_EQ(outcome.rows[2].state, RowState::ready);
     EXPECT_EQ(outcome.rows[3].state, RowState::ready);
 }
@@ -135,7 +136,7 @@ TEST_F(Checks, ADocumentWhoseNumberExistsIsRefusedAsAWhole) {
     const std::string csv = "单据号,仓库编码,存货编码,跌价余额\nTD1,01,1001,1.25\nTD1,01,1007,2\nTD2,01,1001,3\n";
     account().Run("insert into IA_DecReady (ID, cDecCode) values (77, N'TD1')");
     const Outcome outcome = Import(csv, {}, "a.csv", "ClsKovraProof");
-    EXPECT_EQ(Refusals(outcome.rows[0]), std::vector<Message>{Message::documentExists});
+    EXPECT_EQ(Refusals(outcome.rows[0]), std::vector<Message>{message::documentExists});
     EXPECT_EQ(importing::Words(outcome.rows[0].row.refusals[0].note, Language::chinese), "单据号：TD1已存在。");
     EXPECT_EQ(outcome.rows[1].state, RowState::refusedByChecks);
     EXPECT_EQ(outcome.rows[2].state, RowState::ready);

@@ -11,6 +11,7 @@ using importing::Outcome;
 using importing::RowState;
 using Messages = std::vector<Message>;
 using States = std::vector<RowState>;
+namespace message = importing::message;
 
 class RunImport : public ImportFixture {};
 
@@ -98,7 +99,7 @@ TEST_P(EachClass, ImportsItsRowsOnceHoweverOftenItIsAsked) {
     const Outcome again = ImportFile("a.csv", {.commit = true}, GetParam().className);
     EXPECT_EQ(StatesOf(again), std::vector<RowState>(GetParam().rows, RowState::alreadyIn));
     EXPECT_EQ(written(), after);
-    EXPECT_EQ(Remarks(again), Messages{Message::rowsAlreadyIn});
+    EXPECT_EQ(Remarks(again), Messages{message::rowsAlreadyIn});
     EXPECT_EQ(again.number, first.number);
 }
 
@@ -111,7 +112,7 @@ TEST_F(RunImport, DocumentsAreNotWrittenIntoAServersAccount) {
         const std::vector<std::string> before = Everything();
         const Outcome outcome = Import(file.csv, {.commit = true, .login = "server.xml"}, "a.csv", file.className);
         ASSERT_EQ(outcome.faults.size(), 1U);
-        EXPECT_EQ(outcome.faults[0].message, Message::serverDocuments);
+        EXPECT_EQ(outcome.faults[0].message, message::serverDocuments);
         EXPECT_EQ(Everything(), before);
     }
 }
@@ -129,7 +130,7 @@ TEST_F(RunImport, RefusesWhatTheLedgerHasAlready) {
                                                  "02,2001,7,1,7,,,,,,,,\n02,3001,1,9,9,,,,,,,,\n",
                                    {.commit = true}, "b.csv");
     EXPECT_EQ(StatesOf(outcome), (States{RowState::alreadyIn, RowState::refusedByChecks, RowState::imported}));
-    EXPECT_EQ(Refusals(outcome.rows[1]), Messages{Message::openingExists});
+    EXPECT_EQ(Refusals(outcome.rows[1]), Messages{message::openingExists});
     EXPECT_EQ(Opening().size(), 4U);
 }
 
@@ -164,7 +165,7 @@ TEST_F(RunImport, TellsWhenFileOrAccountChangedSinceTheTestRun) {
     EXPECT_EQ(Remarks(Import(threeRows, {})), Messages{});
     account().Run("update Warehouse set cWhName = N'钢材库' where cWhCode = '01'");
     const Outcome outcome = Import(threeRows + "01,1006,1,1,1,,,,,,,,\n", {.commit = true});
-    EXPECT_EQ(Remarks(outcome), (Messages{Message::fileChanged, Message::accountChanged}));
+    EXPECT_EQ(Remarks(outcome), (Messages{message::fileChanged, message::accountChanged}));
     EXPECT_EQ(outcome.remarks[0].arguments, std::vector<std::string>{"2024-01-15 10:00:00"});
 }
 
@@ -172,7 +173,7 @@ TEST_F(RunImport, TellsWhenTheLedgerChangedSinceTheTestRun) {
     Import(threeRows, {});
     account().Run("insert into Ia_subsidiary (iYear, cVouType, bRdFlag, cWhCode, cInvCode, iAInQuantity) values "
                   "(2024, '34', 1, '01', '1006', 9)");
-    EXPECT_EQ(Remarks(Import(threeRows, {.commit = true})), Messages{Message::accountChanged});
+    EXPECT_EQ(Remarks(Import(threeRows, {.commit = true})), Messages{message::accountChanged});
 }
 
 TEST_F(RunImport, SaysNothingOfChangesWhereThereAreNone) {
@@ -185,8 +186,8 @@ TEST_F(RunImport, StrictTakesOnlyWhatIsPlain) {
         openingHead + "01,1001,\"1,000\",1,1000,,,,,,,,\n01,1007,1,2,3,,,,,,,,\n02,1007,1,2,2,,,,,,,,\n";
     const Outcome outcome = Import(csv, {.strict = true});
     EXPECT_EQ(StatesOf(outcome), (States{RowState::refusedByChecks, RowState::refusedByChecks, RowState::ready}));
-    EXPECT_EQ(Refusals(outcome.rows[0]), Messages{Message::strictCorrection});
-    EXPECT_EQ(Refusals(outcome.rows[1]), Messages{Message::amountDiffers});
+    EXPECT_EQ(Refusals(outcome.rows[0]), Messages{message::strictCorrection});
+    EXPECT_EQ(Refusals(outcome.rows[1]), Messages{message::amountDiffers});
     EXPECT_EQ(StatesOf(Import(csv, {})), States(3, RowState::ready));
 }
 

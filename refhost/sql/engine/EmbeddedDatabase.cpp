@@ -452,15 +452,10 @@ const Plan* EmbeddedDatabase::CachedPlan(std::string_view sql) {
         return nullptr;
     }
     NamedTables named;
-    catalog_->NoteNames(&named);
-    Plan plan;
-    try {
-        plan = BindPlan(*statement, parser.Literals());
-    } catch (...) {
-        catalog_->NoteNames(nullptr);
-        throw;
-    }
-    catalog_->NoteNames(nullptr);
+    Plan plan = [&] {
+        const Catalog::NotingNames noting(*catalog_, named);
+        return BindPlan(*statement, parser.Literals());
+    }();
     plan.named = std::move(named);
     PreparePlan(plan);
     guess_.Clear();

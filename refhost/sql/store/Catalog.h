@@ -83,8 +83,17 @@ public:
     std::shared_ptr<const Table> Get(const Name& name);
     /// What tells the table or view of that name from all others. Throws like `Resolve`.
     std::string KeyOf(const Name& name) const { return KeyOf(Resolve(name)); }
-    /// Takes note of what is looked for from here on; nullptr to end that.
-    void NoteNames(NamedTables* named) { named_ = named; }
+    /// Takes note, as long as it lives, of what is looked for.
+    class NotingNames {
+    public:
+        NotingNames(Catalog& catalog, NamedTables& named) : catalog_(catalog) { catalog_.named_ = &named; }
+        ~NotingNames() { catalog_.named_ = nullptr; }
+        NotingNames(const NotingNames&) = delete;
+        NotingNames& operator=(const NotingNames&) = delete;
+
+    private:
+        Catalog& catalog_;
+    };
     /// Drops what was read; to be called when definitions changed.
     void Forget() { tables_.clear(); }
 

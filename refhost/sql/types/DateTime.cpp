@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 namespace refhost::sql {
 namespace {
@@ -16,17 +17,8 @@ constexpr std::array<std::string_view, 12> monthNames{"January",   "February", "
 constexpr std::array<std::string_view, 7> dayNames{"Sunday",   "Monday", "Tuesday", "Wednesday",
                                                    "Thursday", "Friday", "Saturday"};
 
-/// Days since 1970-01-01 of a date of the Gregorian calendar.
-std::int64_t DaysFromCivil(std::int64_t year, int month, int day) {
-    year -= month <= 2 ? 1 : 0;
-    const std::int64_t era = (year >= 0 ? year : year - 399) / 400;
-    const std::int64_t yearOfEra = year - era * 400;
-    const std::int64_t dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-    return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
-}
-
-/// 1970-01-01 as days since day 0 of OLE Automation.
-constexpr std::int64_t epoch = 25569;
+/// Day 0 of OLE Automation.
+constexpr std::chrono::sys_days dayZero = std::chrono::year(1899) / 12 / 30;
 
 // SQL Server's Hijri calendar (styles 130 and 131) is the tabular one: cycles of 30 years, of which the 2nd, 5th, 7th,
 // 10th, 13th, 16th, 18th, 21st, 24th, 26th and 29th have a day more; months of 30 and 29 days in turn. Its first day
@@ -451,36 +443,29 @@ std::string Fraction(const Calendar& calendar, const Type& type) {
 } // namespace
 
 int DaysInMonth(std::int64_t year, int month) {
-    static constexpr std::array<int, 12> days{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return month == 2 && leap ? 29 : days.at(static_cast<std::size_t>(month) - 1);
+    const std::chrono::year_month_day_last last = std::chrono::year(static_cast<int>(year)) / month / std::chrono::last;
+    return static_cast<int>(static_cast<unsigned>(last.day()));
 }
 
 Calendar ToCalendar(Ticks ticks) {
     const Ticks dayStart = FloorTo(ticks, ticksPerDay);
-    const std::int64_t shifted = dayStart / ticksPerDay - epoch + 719468;
-    const std::int64_t era = (shifted >= 0 ? shifted : shifted - 146096) / 146097;
-    const std::int64_t dayOfEra = shifted - era * 146097;
-    const std::int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-    const std::int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-    const std::int64_t monthIndex = (5 * dayOfYear + 2) / 153;
-    Calendar calendar;
-    calendar.day = static_cast<int>(dayOfYear - (153 * monthIndex + 2) / 5 + 1);
-    calendar.month = static_cast<int>(monthIndex < 10 ? monthIndex + 3 : monthIndex - 9);
-    calendar.year = yearOfEra + era * 400 + (calendar.month <= 2 ? 1 : 0);
+    const std::chrono::year_month_day date(dayZero + std::chrono::days(dayStart / ticksPerDay));
     const Ticks time = ticks - dayStart;
     const std::int64_t seconds = time / ticksPerSecond;
-    calendar.fraction = time % ticksPerSecond;
-    calendar.hour = static_cast<int>(seconds / 3600);
-    calendar.minute = static_cast<int>(seconds / 60 % 60);
-    calendar.second = static_cast<int>(seconds % 60);
-    return calendar;
+    return {.year = static_cast<int>(date.year()),
+            .month = static_cast<int>(static_cast<unsigned>(date.month())),
+            .day = static_cast<int>(static_cast<unsigned>(date.day())),
+            .hour = static_cast<int>(seconds / 3600),
+            .minute = static_cast<int>(seconds / 60 % 60),
+            .second = static_cast<int>(seconds % 60),
+            .fraction = time % ticksPerSecond};
 }
 
 Ticks ToTicks(const Calendar& calendar) {
-    const std::int64_t days = DaysFromCivil(calendar.year, calendar.month, calendar.day) + epoch;
+    const std::chrono::sys_days day =
+        std::chrono::year(static_cast<int>(calendar.year)) / calendar.month / calendar.day;
     const std::int64_t seconds = calendar.hour * 3600 + calendar.minute * 60 + calendar.second;
-    return days * ticksPerDay + seconds * ticksPerSecond + calendar.fraction;
+    return (day - dayZero).count() * ticksPerDay + seconds * ticksPerSecond + calendar.fraction;
 }
 
 Ticks ParseDate(std::string_view text, Base source, const Type& target, int style) {

@@ -19,6 +19,9 @@ struct Row {
     Family family;
     std::string_view affinity;
     host::FieldType field;
+    /// Of the decimal that holds every value of a whole number or of money; what other types are taken for.
+    int precision = 18;
+    int scale = 0;
 };
 
 constexpr std::array rows{
@@ -34,13 +37,13 @@ constexpr std::array rows{
     Row{Base::image, 9, "image", Family::binary, "BLOB ", host::FieldType::longVarBinary},
     Row{Base::text, 10, "text", Family::text, "", host::FieldType::longVarChar},
     Row{Base::ntext, 11, "ntext", Family::text, "", host::FieldType::longVarWideChar},
-    Row{Base::bit, 12, "bit", Family::integer, "", host::FieldType::boolean},
-    Row{Base::tinyint, 13, "tinyint", Family::integer, "", host::FieldType::unsignedTinyInt},
-    Row{Base::smallint, 14, "smallint", Family::integer, "", host::FieldType::smallInt},
-    Row{Base::integer, 15, "int", Family::integer, "", host::FieldType::integer},
-    Row{Base::bigint, 16, "bigint", Family::integer, "", host::FieldType::bigInt},
-    Row{Base::smallmoney, 17, "smallmoney", Family::exact, "TEXT ", host::FieldType::currency},
-    Row{Base::money, 18, "money", Family::exact, "TEXT ", host::FieldType::currency},
+    Row{Base::bit, 12, "bit", Family::integer, "", host::FieldType::boolean, 1, 0},
+    Row{Base::tinyint, 13, "tinyint", Family::integer, "", host::FieldType::unsignedTinyInt, 3, 0},
+    Row{Base::smallint, 14, "smallint", Family::integer, "", host::FieldType::smallInt, 5, 0},
+    Row{Base::integer, 15, "int", Family::integer, "", host::FieldType::integer, 10, 0},
+    Row{Base::bigint, 16, "bigint", Family::integer, "", host::FieldType::bigInt, 19, 0},
+    Row{Base::smallmoney, 17, "smallmoney", Family::exact, "TEXT ", host::FieldType::currency, 10, 4},
+    Row{Base::money, 18, "money", Family::exact, "TEXT ", host::FieldType::currency, 19, 4},
     Row{Base::decimal, 19, "numeric", Family::exact, "TEXT ", host::FieldType::numeric},
     Row{Base::real, 20, "real", Family::real, "", host::FieldType::single},
     Row{Base::floating, 21, "float", Family::real, "", host::FieldType::doubleFloat},
@@ -136,26 +139,8 @@ std::string SqliteDeclaration(const Type& type) {
 }
 
 Type AsDecimal(const Type& type) {
-    switch (type.base) {
-    case Base::bit:
-        return {Base::decimal, 0, 1, 0};
-    case Base::tinyint:
-        return {Base::decimal, 0, 3, 0};
-    case Base::smallint:
-        return {Base::decimal, 0, 5, 0};
-    case Base::integer:
-        return {Base::decimal, 0, 10, 0};
-    case Base::bigint:
-        return {Base::decimal, 0, 19, 0};
-    case Base::smallmoney:
-        return {Base::decimal, 0, 10, 4};
-    case Base::money:
-        return {Base::decimal, 0, 19, 4};
-    case Base::decimal:
-        return type;
-    default:
-        return {Base::decimal, 0, 18, 0};
-    }
+    const Row& row = RowOf(type.base);
+    return type.base == Base::decimal ? type : Type{Base::decimal, 0, row.precision, row.scale};
 }
 
 Type FitDecimal(int precision, int scale) {

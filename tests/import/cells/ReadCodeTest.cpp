@@ -7,8 +7,8 @@ namespace {
 using importing::Cell;
 using importing::EditDistance;
 using importing::KnownCodes;
-using importing::Message;
 using importing::Reading;
+namespace message = importing::message;
 
 class ReadCode : public testing::Test {
 protected:
@@ -38,15 +38,15 @@ TEST_F(ReadCode, SpellsTheCodeAsTheAccountDoes) { EXPECT_EQ(Read("a10"), Reading
 TEST_F(ReadCode, TakesANumberCell) { EXPECT_EQ(ReadNumberCell("6900000000012"), Reading::Take("6900000000012")); }
 
 TEST_F(ReadCode, ProposesTheCodeWithItsLeadingZeros) {
-    EXPECT_EQ(Read("1"), Reading::Refuse({Message::codeLeadingZeros, {"1", "01"}}, "01"));
-    EXPECT_EQ(ReadNumberCell("1"), Reading::Refuse({Message::codeLeadingZeros, {"1", "01"}}, "01"));
+    EXPECT_EQ(Read("1"), Reading::Refuse({message::codeLeadingZeros, {"1", "01"}}, "01"));
+    EXPECT_EQ(ReadNumberCell("1"), Reading::Refuse({message::codeLeadingZeros, {"1", "01"}}, "01"));
 }
 
 TEST_F(ReadCode, MendsLeadingZerosWhenAskedTo) { EXPECT_EQ(Read("1", true), Reading::Take("01")); }
 
 TEST_F(ReadCode, RefusesANumberCellWhereBothCodesExist) {
     known_.Add("1", "另一库");
-    EXPECT_EQ(ReadNumberCell("1"), Reading::Refuse({Message::codeLeadingZerosAmbiguous, {"1", "01"}}));
+    EXPECT_EQ(ReadNumberCell("1"), Reading::Refuse({message::codeLeadingZerosAmbiguous, {"1", "01"}}));
 }
 
 TEST_F(ReadCode, TakesATextWhereBothCodesExist) {
@@ -57,38 +57,38 @@ TEST_F(ReadCode, TakesATextWhereBothCodesExist) {
 
 TEST_F(ReadCode, ProposesNoCodeOfSeveralWithOtherLeadingZeros) {
     known_.Add("001", "第三库");
-    EXPECT_EQ(Read("1", true).refusal->message, Message::codeUnknownNear);
+    EXPECT_EQ(Read("1", true).refusal->message, message::codeUnknownNear);
 }
 
 TEST_F(ReadCode, ProposesTheDigitForTheLetterO) {
-    EXPECT_EQ(Read("1OO1"), Reading::Refuse({Message::codeDigitForLetter, {"1OO1", "1001"}}, "1001"));
-    EXPECT_EQ(Read("A1O"), Reading::Refuse({Message::codeDigitForLetter, {"A1O", "A10"}}, "A10"));
+    EXPECT_EQ(Read("1OO1"), Reading::Refuse({message::codeDigitForLetter, {"1OO1", "1001"}}, "1001"));
+    EXPECT_EQ(Read("A1O"), Reading::Refuse({message::codeDigitForLetter, {"A1O", "A10"}}, "A10"));
 }
 
 TEST_F(ReadCode, NamesTheNearestCode) {
-    EXPECT_EQ(Read("1007"), Reading::Refuse({Message::codeUnknownNear, {"1007", "1001", "轴承"}}, "1001"));
+    EXPECT_EQ(Read("1007"), Reading::Refuse({message::codeUnknownNear, {"1007", "1001", "轴承"}}, "1001"));
 }
 
 TEST_F(ReadCode, RefusesACodeThatIsNearNone) {
-    EXPECT_EQ(Read("ZZZZZZ"), Reading::Refuse({Message::codeUnknown, {"ZZZZZZ"}}));
+    EXPECT_EQ(Read("ZZZZZZ"), Reading::Refuse({message::codeUnknown, {"ZZZZZZ"}}));
 }
 
 TEST_F(ReadCode, RefusesAnExponent) {
-    EXPECT_EQ(Read("6.9E+12"), Reading::Refuse({Message::codeExponent, {"6.9E+12"}}));
-    EXPECT_EQ(ReadNumberCell("6.9E+15"), Reading::Refuse({Message::codeExponent, {"6.9E+15"}}));
+    EXPECT_EQ(Read("6.9E+12"), Reading::Refuse({message::codeExponent, {"6.9E+12"}}));
+    EXPECT_EQ(ReadNumberCell("6.9E+15"), Reading::Refuse({message::codeExponent, {"6.9E+15"}}));
 }
 
-TEST_F(ReadCode, RefusesAQuote) { EXPECT_EQ(Read("A'10"), Reading::Refuse({Message::codeQuote, {"A'10"}})); }
+TEST_F(ReadCode, RefusesAQuote) { EXPECT_EQ(Read("A'10"), Reading::Refuse({message::codeQuote, {"A'10"}})); }
 
 TEST_F(ReadCode, RefusesWhatIsLongerThanTheColumn) {
     const std::string longCode(21, '7');
-    EXPECT_EQ(Read(longCode), Reading::Refuse({Message::codeLong, {longCode, "20"}}));
-    EXPECT_EQ(Read(std::string(20, '7')).refusal->message, Message::codeUnknown);
+    EXPECT_EQ(Read(longCode), Reading::Refuse({message::codeLong, {longCode, "20"}}));
+    EXPECT_EQ(Read(std::string(20, '7')).refusal->message, message::codeUnknown);
 }
 
 TEST_F(ReadCode, RefusesAnErrorCell) {
     EXPECT_EQ(importing::ReadCode({Cell::Kind::error, "#N/A"}, {20, &known_, false}),
-              Reading::Refuse({Message::cellError, {"#N/A"}}));
+              Reading::Refuse({message::cellError, {"#N/A"}}));
 }
 
 TEST_F(ReadCode, TakesAnEmptyCell) { EXPECT_EQ(Read("  "), Reading::Take("")); }

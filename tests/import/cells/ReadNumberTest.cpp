@@ -5,8 +5,8 @@
 namespace {
 
 using importing::Cell;
-using importing::Message;
 using importing::Reading;
+namespace message = importing::message;
 
 Reading NumberTyped(const std::string& text) { return importing::ReadNumber({Cell::Kind::text, text}); }
 
@@ -41,37 +41,37 @@ TEST(ReadNumber, TakesANumberCellAsItIs) {
 }
 
 TEST(ReadNumber, AsksWhatACommaThatDoesNotGroupMeans) {
-    EXPECT_EQ(NumberTyped("1,23"), Reading::Refuse({Message::numberGrouping, {"1,23", "1.23", "123"}}));
-    EXPECT_EQ(NumberTyped("1234,567"), Reading::Refuse({Message::numberGrouping, {"1234,567", "1234.567", "1234567"}}));
+    EXPECT_EQ(NumberTyped("1,23"), Reading::Refuse({message::numberGrouping, {"1,23", "1.23", "123"}}));
+    EXPECT_EQ(NumberTyped("1234,567"), Reading::Refuse({message::numberGrouping, {"1234,567", "1234.567", "1234567"}}));
 }
 
 TEST(ReadNumber, RefusesCommasInTheFraction) {
-    EXPECT_EQ(NumberTyped("1.234,5"), Reading::Refuse({Message::numberNone, {"1.234,5"}}, "1.2345"));
+    EXPECT_EQ(NumberTyped("1.234,5"), Reading::Refuse({message::numberNone, {"1.234,5"}}, "1.2345"));
 }
 
 TEST(ReadNumber, RefusesAPercentageAndNamesItsNumber) {
-    EXPECT_EQ(NumberTyped("12.5%"), Reading::Refuse({Message::numberPercent, {"12.5%", "0.125"}}, "0.125"));
-    EXPECT_EQ(NumberTyped("５％"), Reading::Refuse({Message::numberPercent, {"５％", "0.05"}}, "0.05"));
+    EXPECT_EQ(NumberTyped("12.5%"), Reading::Refuse({message::numberPercent, {"12.5%", "0.125"}}, "0.125"));
+    EXPECT_EQ(NumberTyped("５％"), Reading::Refuse({message::numberPercent, {"５％", "0.05"}}, "0.05"));
 }
 
 TEST(ReadNumber, RefusesAnExponentInATextAndNamesItsNumber) {
-    EXPECT_EQ(NumberTyped("6.9E+3"), Reading::Refuse({Message::numberNone, {"6.9E+3"}}, "6900"));
+    EXPECT_EQ(NumberTyped("6.9E+3"), Reading::Refuse({message::numberNone, {"6.9E+3"}}, "6900"));
 }
 
 TEST(ReadNumber, RefusesText) {
-    EXPECT_EQ(NumberTyped("十二"), Reading::Refuse({Message::numberNone, {"十二"}}));
-    EXPECT_EQ(NumberTyped("12个"), Reading::Refuse({Message::numberNone, {"12个"}}));
-    EXPECT_EQ(NumberTyped("-"), Reading::Refuse({Message::numberNone, {"-"}}));
+    EXPECT_EQ(NumberTyped("十二"), Reading::Refuse({message::numberNone, {"十二"}}));
+    EXPECT_EQ(NumberTyped("12个"), Reading::Refuse({message::numberNone, {"12个"}}));
+    EXPECT_EQ(NumberTyped("-"), Reading::Refuse({message::numberNone, {"-"}}));
 }
 
 TEST(ReadNumber, RefusesErrorsFormulasDatesAndBooleans) {
-    EXPECT_EQ(importing::ReadNumber({Cell::Kind::error, "#REF!"}), Reading::Refuse({Message::cellError, {"#REF!"}}));
+    EXPECT_EQ(importing::ReadNumber({Cell::Kind::error, "#REF!"}), Reading::Refuse({message::cellError, {"#REF!"}}));
     EXPECT_EQ(importing::ReadNumber({Cell::Kind::noValue, "=A1*2"}),
-              Reading::Refuse({Message::cellNoValue, {"=A1*2"}}));
+              Reading::Refuse({message::cellNoValue, {"=A1*2"}}));
     EXPECT_EQ(importing::ReadNumber({Cell::Kind::date, "2024-01-05"}),
-              Reading::Refuse({Message::cellOfOtherKind, {"2024-01-05"}}));
+              Reading::Refuse({message::cellOfOtherKind, {"2024-01-05"}}));
     EXPECT_EQ(importing::ReadNumber({Cell::Kind::boolean, "TRUE"}),
-              Reading::Refuse({Message::cellOfOtherKind, {"TRUE"}}));
+              Reading::Refuse({message::cellOfOtherKind, {"TRUE"}}));
 }
 
 } // namespace

@@ -11,8 +11,8 @@ using importing::Columns;
 using importing::Field;
 using importing::HeadingMap;
 using importing::Line;
-using importing::Message;
 using importing::Note;
+namespace message = importing::message;
 
 Line Headings(const std::vector<std::string>& headings) {
     Line line;
@@ -48,20 +48,20 @@ TEST(Headings, AreReadWithoutWidthBlanksMarksAndUnits) {
 
 TEST(Headings, ThatAreUnknownStopWithTheNearest) {
     const Columns columns = Read({"仓库编码", "存货编码", "金额", "数里", "颜色深浅"});
-    EXPECT_EQ(columns.faults, (std::vector<Note>{{Message::headingUnknownNear, {"D1", "数里", "数量", "Quantity"}},
-                                                 {Message::headingUnknown, {"E1", "颜色深浅"}}}));
+    EXPECT_EQ(columns.faults, (std::vector<Note>{{message::headingUnknownNear, {"D1", "数里", "数量", "Quantity"}},
+                                                 {message::headingUnknown, {"E1", "颜色深浅"}}}));
 }
 
 TEST(Headings, ThatStandTwiceStop) {
     const Columns columns = Read({"仓库编码", "存货编码", "金额", "仓库"});
     EXPECT_EQ(columns.faults,
-              (std::vector<Note>{{Message::headingTwice, {"D1", "仓库", "仓库编码", "Warehouse code"}}}));
+              (std::vector<Note>{{message::headingTwice, {"D1", "仓库", "仓库编码", "Warehouse code"}}}));
 }
 
 TEST(Headings, ThatAreRequiredAndMissingStop) {
     EXPECT_EQ(Read({"仓库编码", "数量"}).faults,
-              (std::vector<Note>{{Message::headingMissing, {"cInvCode", "存货编码", "Item code"}},
-                                 {Message::headingMissing, {"iPrice", "金额", "Amount"}}}));
+              (std::vector<Note>{{message::headingMissing, {"cInvCode", "存货编码", "Item code"}},
+                                 {message::headingMissing, {"iPrice", "金额", "Amount"}}}));
 }
 
 TEST(Headings, AreReadAsTheUserSays) {
@@ -78,12 +78,12 @@ TEST(Headings, AreMappedByEachNameOfAFieldAndLeftOutByNone) {
 
 TEST(Headings, MustBeThereWhereTheUserMapsThem) {
     EXPECT_EQ(Read({"仓库编码", "存货编码", "金额"}, {{"品号", "cInvCode"}}).faults,
-              (std::vector<Note>{{Message::mapHeadingMissing, {"品号"}}}));
+              (std::vector<Note>{{message::mapHeadingMissing, {"品号"}}}));
 }
 
 TEST(Headings, NeverNameAColumnThatTheClassHasNot) {
     const Columns columns = Read({"仓库编码", "存货编码", "金额", "额外"}, {{"额外", "cVouType"}});
-    EXPECT_EQ(columns.faults, (std::vector<Note>{{Message::mapFieldUnknown, {"额外", "cVouType"}}}));
+    EXPECT_EQ(columns.faults, (std::vector<Note>{{message::mapFieldUnknown, {"额外", "cVouType"}}}));
 }
 
 TEST(Headings, MayBeEmptyForAColumnWithoutCells) {

@@ -10,12 +10,12 @@ namespace {
 
 using importing::Finding;
 using importing::Language;
-using importing::Message;
 using importing::Outcome;
 using importing::Reason;
 using importing::RowOutcome;
 using importing::RowState;
 using importing::Totals;
+namespace message = importing::message;
 
 /// An outcome of opening balances with the columns warehouse, item, quantity, amount.
 class OutcomeOfOpening : public ::testing::Test {
@@ -91,13 +91,13 @@ TEST_F(OutcomeOfOpening, ACentIsNotLostInAHundredThousandRows) {
 }
 
 TEST_F(OutcomeOfOpening, RefusalsAreGroupedByReasonTheMostFrequentFirst) {
-    const auto missing = [](std::size_t column) { return Finding{column, {Message::valueMissing, {"金额"}}, {}}; };
+    const auto missing = [](std::size_t column) { return Finding{column, {message::valueMissing, {"金额"}}, {}}; };
     Add(RowState::refusedByClass, {"01", "1001", "1", "1"}).messages = {"批次超长！"};
     for (const char* const code : {"9", "8", "7"}) {
-        Add(RowState::refusedByChecks, {"01", "", "1", "1"}).row.refusals = {{1, {Message::codeUnknown, {code}}, {}}};
+        Add(RowState::refusedByChecks, {"01", "", "1", "1"}).row.refusals = {{1, {message::codeUnknown, {code}}, {}}};
     }
     Add(RowState::refusedByChecks, {"01", "1001", "1", ""}).row.refusals = {
-        missing(3), {std::nullopt, {Message::rowRepeated, {"2"}}, {}}};
+        missing(3), {std::nullopt, {message::rowRepeated, {"2"}}, {}}};
     const std::vector<Reason> reasons = importing::ReasonsOfRefusals(outcome, Language::chinese, 2);
     ASSERT_EQ(reasons.size(), 4U);
     EXPECT_EQ(reasons[0].words, "没有编码“…”。");
@@ -113,7 +113,7 @@ TEST_F(OutcomeOfOpening, RefusalsAreGroupedByReasonTheMostFrequentFirst) {
 }
 
 TEST_F(OutcomeOfOpening, WarningsAreGroupedToo) {
-    Add(RowState::ready, {"01", "1001", "1", "1"}).row.warnings = {{3, {Message::amountDiffers, {"0.5"}}, {}}};
+    Add(RowState::ready, {"01", "1001", "1", "1"}).row.warnings = {{3, {message::amountDiffers, {"0.5"}}, {}}};
     const std::vector<Reason> reasons = importing::ReasonsOfWarnings(outcome, Language::english, 5);
     ASSERT_EQ(reasons.size(), 1U);
     EXPECT_EQ(reasons[0].words, "The amount differs by … from quantity times unit cost.");

@@ -64,7 +64,7 @@ TEST(Csv, NamesTheLineOfAQuoteWithoutAnEnd) {
         Records("a\nb,\"c\nd");
         FAIL() << "read";
     } catch (const importing::UnreadableFile& error) {
-        EXPECT_EQ(error.note(), (importing::Note{importing::Message::quoteWithoutEnd, {"2"}}));
+        EXPECT_EQ(error.note(), (importing::Note{importing::message::quoteWithoutEnd, {"2"}}));
     }
 }
 

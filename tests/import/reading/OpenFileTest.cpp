@@ -9,10 +9,10 @@
 namespace {
 
 using importing::Line;
-using importing::Message;
 using importing::Note;
 using importing::OpenFile;
 using importing::OpenOptions;
+namespace message = importing::message;
 
 using namespace std::string_literals;
 
@@ -72,23 +72,23 @@ TEST_F(OpenFileTest, ReadsTheEncodingThatTheUserNames) {
 
 TEST_F(OpenFileTest, RefusesAnEncodingThatIsUnknownOrNotTheFiles) {
     const std::string path = Write("a.csv", "caf\xE9,x");
-    EXPECT_EQ(Refusal(path, {.encoding = "Klingon", .sheet = ""}), (Note{Message::encodingUnknown, {"Klingon"}}));
-    EXPECT_EQ(Refusal(path, {.encoding = "UTF-8", .sheet = ""}), (Note{Message::notInEncoding, {"UTF-8"}}));
+    EXPECT_EQ(Refusal(path, {.encoding = "Klingon", .sheet = ""}), (Note{message::encodingUnknown, {"Klingon"}}));
+    EXPECT_EQ(Refusal(path, {.encoding = "UTF-8", .sheet = ""}), (Note{message::notInEncoding, {"UTF-8"}}));
 }
 
 TEST_F(OpenFileTest, ShowsBothReadingsOfTheFirstLineWhenTheEncodingIsUnclear) {
     // D6 BF among the bytes of the two characters is U+05BF in UTF-8; the others begin nothing there.
     EXPECT_EQ(Refusal(Write("a.csv", warehouseInGb + ",\xFF\n1,2\n")),
-              (Note{Message::encodingUnclear, {"?\u05BF?,?", "仓库,?"}}));
+              (Note{message::encodingUnclear, {"?\u05BF?,?", "仓库,?"}}));
 }
 
 TEST_F(OpenFileTest, SaysHowToSaveTheOldFormat) {
     const std::string path = Write("a.xls", "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 and more");
-    EXPECT_EQ(Refusal(path), (Note{Message::oldSpreadsheet, {path}}));
+    EXPECT_EQ(Refusal(path), (Note{message::oldSpreadsheet, {path}}));
 }
 
 TEST_F(OpenFileTest, SaysThatAFileIsNotThere) {
-    EXPECT_EQ(Refusal(folder_.File("none.csv")).message, Message::fileNotRead);
+    EXPECT_EQ(Refusal(folder_.File("none.csv")).message, message::fileNotRead);
 }
 
 TEST_F(OpenFileTest, TakesTheOnlySheetThatFits) {
@@ -97,13 +97,13 @@ TEST_F(OpenFileTest, TakesTheOnlySheetThatFits) {
 
 TEST_F(OpenFileTest, AsksWhichOfSeveralSheetsThatFit) {
     EXPECT_EQ(Refusal(WriteBook("<sheet name='甲' r:id='rId1'/><sheet name='乙' r:id='rId1'/>")),
-              (Note{Message::sheetUnclear, {"甲、乙"}}));
+              (Note{message::sheetUnclear, {"甲、乙"}}));
 }
 
 TEST_F(OpenFileTest, TakesTheSheetThatTheUserNames) {
     const std::string path = WriteBook("<sheet name='甲' r:id='rId2'/><sheet name='乙' r:id='rId1'/>");
     EXPECT_EQ(FirstCell(path, {.encoding = "", .sheet = "乙"}), "1");
-    EXPECT_EQ(Refusal(path, {.encoding = "", .sheet = "丙"}), (Note{Message::sheetUnknown, {"丙", "甲、乙"}}));
+    EXPECT_EQ(Refusal(path, {.encoding = "", .sheet = "丙"}), (Note{message::sheetUnknown, {"丙", "甲、乙"}}));
 }
 
 } // namespace

@@ -12,10 +12,10 @@ namespace {
 using importing::ArchiveBounds;
 using importing::Cell;
 using importing::Line;
-using importing::Message;
 using importing::Note;
 using importing::Workbook;
 using test::PackageFile;
+namespace message = importing::message;
 
 class WorkbookFile : public testing::Test {
 protected:
@@ -176,7 +176,7 @@ TEST_F(WorkbookFile, ListsItsSheets) {
 TEST_F(WorkbookFile, RefusesADocumentType) {
     PackageFile package = PackageFile::OfSheet("<sheetData/>");
     package.Set("xl/worksheets/sheet1.xml", "<!DOCTYPE worksheet [<!ENTITY a 'x'>]><worksheet>&a;</worksheet>");
-    EXPECT_EQ(Refusal(package), (Note{Message::documentType, {"xl/worksheets/sheet1.xml"}}));
+    EXPECT_EQ(Refusal(package), (Note{message::documentType, {"xl/worksheets/sheet1.xml"}}));
 }
 
 TEST_F(WorkbookFile, RefusesADocumentTypeInEveryPartThatIsRead) {
@@ -184,17 +184,17 @@ TEST_F(WorkbookFile, RefusesADocumentTypeInEveryPartThatIsRead) {
          {"_rels/.rels", "xl/workbook.xml", "xl/_rels/workbook.xml.rels", "xl/sharedStrings.xml", "xl/styles.xml"}) {
         PackageFile package = PackageFile::OfSheet("<sheetData/>");
         package.Set(part, "<!DOCTYPE a SYSTEM 'file:///etc/passwd'>" + package.Part(part));
-        EXPECT_EQ(Refusal(package), (Note{Message::documentType, {part}}));
+        EXPECT_EQ(Refusal(package), (Note{message::documentType, {part}}));
     }
 }
 
 TEST_F(WorkbookFile, RefusesMissingAndBrokenParts) {
     PackageFile missing = PackageFile::OfSheet("<sheetData/>");
     missing.Remove("xl/worksheets/sheet1.xml");
-    EXPECT_EQ(Refusal(missing), (Note{Message::partMissing, {"xl/worksheets/sheet1.xml"}}));
+    EXPECT_EQ(Refusal(missing), (Note{message::partMissing, {"xl/worksheets/sheet1.xml"}}));
 
     PackageFile broken = PackageFile::OfSheet("<sheetData><row>");
-    EXPECT_EQ(Refusal(broken), (Note{Message::partBroken, {"xl/worksheets/sheet1.xml"}}));
+    EXPECT_EQ(Refusal(broken), (Note{message::partBroken, {"xl/worksheets/sheet1.xml"}}));
 }
 
 TEST_F(WorkbookFile, RefusesCellsThatCannotBe) {
@@ -202,7 +202,7 @@ TEST_F(WorkbookFile, RefusesCellsThatCannotBe) {
                                   "<row r='1'><c r='B1'/><c r='A1'/></row>", "<row r='1'><c r='1'/></row>",
                                   "<row r='1'><c t='s'><v>5</v></c></row>", "<row r='1'><c><v>x</v></c></row>"}) {
         EXPECT_EQ(Refusal(PackageFile::OfSheet("<sheetData>" + std::string(row) + "</sheetData>")),
-                  (Note{Message::partBroken, {"xl/worksheets/sheet1.xml"}}))
+                  (Note{message::partBroken, {"xl/worksheets/sheet1.xml"}}))
             << row;
     }
 }
@@ -215,7 +215,7 @@ TEST_F(WorkbookFile, RefusesMoreThanItsBoundsUnpacked) {
         const Workbook workbook(folder_.File("bomb.xlsx"), ArchiveBounds{.unpacked = 100'000});
         FAIL() << "read";
     } catch (const importing::UnreadableFile& error) {
-        EXPECT_EQ(error.note(), (Note{Message::archiveTooLarge, {}}));
+        EXPECT_EQ(error.note(), (Note{message::archiveTooLarge, {}}));
     }
 }
 
@@ -230,7 +230,7 @@ TEST_F(WorkbookFile, RefusesASheetThatUnpacksToMoreThanItsBounds) {
         }
         FAIL() << "read";
     } catch (const importing::UnreadableFile& error) {
-        EXPECT_EQ(error.note(), (Note{Message::archiveTooLarge, {}}));
+        EXPECT_EQ(error.note(), (Note{message::archiveTooLarge, {}}));
     }
 }
 
@@ -244,7 +244,7 @@ TEST_F(WorkbookFile, RefusesAnArchiveOfTooManyParts) {
         const Workbook workbook(folder_.File("parts.xlsx"), ArchiveBounds{.parts = 20});
         FAIL() << "read";
     } catch (const importing::UnreadableFile& error) {
-        EXPECT_EQ(error.note(), (Note{Message::archiveTooLarge, {}}));
+        EXPECT_EQ(error.note(), (Note{message::archiveTooLarge, {}}));
     }
 }
 
@@ -259,7 +259,7 @@ TEST_F(WorkbookFile, RefusesMoreCellsThanASheetIsReadFor) {
         table->Next(line);
         FAIL() << "read";
     } catch (const importing::UnreadableFile& error) {
-        EXPECT_EQ(error.note(), (Note{Message::tooManyCells, {}}));
+        EXPECT_EQ(error.note(), (Note{message::tooManyCells, {}}));
     }
 }
 
@@ -270,7 +270,7 @@ TEST_F(WorkbookFile, RefusesWhatIsNoWorkbook) {
         const Workbook workbook(path);
         FAIL() << "read";
     } catch (const importing::UnreadableFile& error) {
-        EXPECT_EQ(error.note(), (Note{Message::notASpreadsheet, {path}}));
+        EXPECT_EQ(error.note(), (Note{message::notASpreadsheet, {path}}));
     }
 }
 

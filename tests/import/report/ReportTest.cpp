@@ -12,12 +12,12 @@
 namespace {
 
 using importing::Language;
-using importing::Message;
 using importing::Outcome;
 using importing::RowOutcome;
 using importing::RowState;
 using testing::HasSubstr;
 using testing::Not;
+namespace message = importing::message;
 
 class Report : public testing::Test {
 protected:
@@ -53,10 +53,10 @@ protected:
         Add(RowState::imported, {"01", "1002", "2.125", "", "0.1"}, "");
         Add(RowState::imported, {"02", "1001", "-3", "", "1234567.8"});
         Add(RowState::refusedByChecks, {"", "1001", "1", "", "5"}).row.refusals = {
-            {0, {Message::codeUnknown, {"99"}}, ""}};
+            {0, {message::codeUnknown, {"99"}}, ""}};
         Add(RowState::refusedByClass, {"01", "1003", "4", "", "6"}).messages = {"存货编码不合法。"};
         Add(RowState::imported, {"01", "1004", "1", "2", "3"}).row.warnings = {
-            {4, {Message::amountDiffers, {"1"}}, ""}};
+            {4, {message::amountDiffers, {"1"}}, ""}};
     }
 
     std::string Html(Language language = Language::chinese) const { return ReportHtml(outcome, language); }
@@ -105,7 +105,7 @@ TEST_F(Report, SaysOfATestRunThatNothingChanged) {
 
 TEST_F(Report, SaysWhyAFileIsUnusable) {
     outcome.committed = false;
-    outcome.faults = {{Message::headingMissing, {"iPrice", "金额", "Amount"}}};
+    outcome.faults = {{message::headingMissing, {"iPrice", "金额", "Amount"}}};
     EXPECT_THAT(Html(), HasSubstr("<p>文件不能导入，没有导入任何数据。</p>\n<p>缺少“金额”列（iPrice）。</p>"));
 }
 

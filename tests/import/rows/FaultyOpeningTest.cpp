@@ -20,6 +20,7 @@ namespace {
 using importing::Message;
 using importing::Note;
 using importing::RowState;
+namespace message = importing::message;
 
 importing::Sheet Read(const std::string& path) {
     return importing::Spreadsheet(path, {}, {}, nullptr).Read(opening::Codes());
@@ -78,23 +79,23 @@ TEST_F(FaultyOpening, HasEachFaultAsOftenAsItSays) {
             ++counts[row.fault->note.message];
         }
     }
-    EXPECT_EQ(counts, (std::map<Message, std::size_t>{{Message::codeLeadingZeros, 30},
-                                                      {Message::codeDigitForLetter, 15},
-                                                      {Message::codeUnknownNear, 20},
-                                                      {Message::codeExponent, 5},
-                                                      {Message::codeQuote, 5},
-                                                      {Message::valueMissing, 30},
-                                                      {Message::numberGrouping, 12},
-                                                      {Message::numberPercent, 6},
-                                                      {Message::numberNone, 23},
-                                                      {Message::numberNegative, 4},
-                                                      {Message::cellError, 8},
-                                                      {Message::dateTwoReadings, 15},
-                                                      {Message::dateSerial, 10},
-                                                      {Message::dateNoDay, 6},
-                                                      {Message::textCodePage, 8},
-                                                      {Message::textLong, 7},
-                                                      {Message::rowRepeated, 42}}));
+    EXPECT_EQ(counts, (std::map<Message, std::size_t>{{message::codeLeadingZeros, 30},
+                                                      {message::codeDigitForLetter, 15},
+                                                      {message::codeUnknownNear, 20},
+                                                      {message::codeExponent, 5},
+                                                      {message::codeQuote, 5},
+                                                      {message::valueMissing, 30},
+                                                      {message::numberGrouping, 12},
+                                                      {message::numberPercent, 6},
+                                                      {message::numberNone, 23},
+                                                      {message::numberNegative, 4},
+                                                      {message::cellError, 8},
+                                                      {message::dateTwoReadings, 15},
+                                                      {message::dateSerial, 10},
+                                                      {message::dateNoDay, 6},
+                                                      {message::textCodePage, 8},
+                                                      {message::textLong, 7},
+                                                      {message::rowRepeated, 42}}));
     EXPECT_EQ(corrections, 525U);
     EXPECT_EQ(warnings, 25U);
 }

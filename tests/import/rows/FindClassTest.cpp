@@ -14,8 +14,8 @@
 namespace {
 
 using importing::HeadingMap;
-using importing::Message;
 using importing::Note;
+namespace message = importing::message;
 
 std::string ClassOf(const std::string& csv, std::size_t headerLine = 0, const HeadingMap& map = {}) {
     importing::CsvTable table(csv, ',');
@@ -59,7 +59,7 @@ TEST(FindClass, AsksWhereTwoFitAlike) {
         ClassOf("收发类别编码,部门编码\n");
         FAIL() << "taken";
     } catch (const importing::UnreadableFile& error) {
-        EXPECT_EQ(error.note(), (Note{Message::classUnclear, {"ClsOppSubject、ClsOppSubjectST"}}));
+        EXPECT_EQ(error.note(), (Note{message::classUnclear, {"ClsOppSubject、ClsOppSubjectST"}}));
     }
 }
 

@@ -12,11 +12,11 @@ namespace {
 
 using importing::CodeList;
 using importing::CodeLists;
-using importing::Message;
 using importing::Note;
 using importing::Row;
 using importing::Sheet;
 using importing::SheetOptions;
+namespace message = importing::message;
 
 CodeLists Codes() {
     CodeLists lists;
@@ -58,7 +58,7 @@ TEST(Sheet, TakesTheLineOfHeadingsThatTheUserNames) {
 }
 
 TEST(Sheet, WithoutHeadingsIsOfNoUse) {
-    EXPECT_EQ(SheetOf("01,1001,2,5,10\n").faults, (std::vector<Note>{{Message::headingsNotFound, {}}}));
+    EXPECT_EQ(SheetOf("01,1001,2,5,10\n").faults, (std::vector<Note>{{message::headingsNotFound, {}}}));
 }
 
 TEST(Sheet, ListsEveryCorrectionWithOldAndNew) {
@@ -75,10 +75,10 @@ TEST(Sheet, ListsEveryCorrectionWithOldAndNew) {
 TEST(Sheet, NamesEveryFaultOfARowAtOnce) {
     const Sheet sheet = SheetOf(head + "1,9001,两个,5,\n");
     ASSERT_EQ(sheet.rows.size(), 1U);
-    EXPECT_EQ(Refusals(sheet.rows[0]), (std::vector<Note>{{Message::codeLeadingZeros, {"1", "01"}},
-                                                          {Message::codeUnknownNear, {"9001", "1001", "轴承"}},
-                                                          {Message::numberNone, {"两个"}},
-                                                          {Message::valueMissing, {"金额"}}}));
+    EXPECT_EQ(Refusals(sheet.rows[0]), (std::vector<Note>{{message::codeLeadingZeros, {"1", "01"}},
+                                                          {message::codeUnknownNear, {"9001", "1001", "轴承"}},
+                                                          {message::numberNone, {"两个"}},
+                                                          {message::valueMissing, {"金额"}}}));
     EXPECT_EQ(sheet.rows[0].refusals[0].proposal, "01");
 }
 
@@ -96,7 +96,7 @@ TEST(Sheet, LeavesEmptyLinesOut) {
 TEST(Sheet, RefusesARowThatRepeatsAnEarlierOne) {
     const Sheet sheet = SheetOf(head + "01,1001,2,5,10\n01,1002,2,5,10\n 01,1001,7,5,35\n");
     EXPECT_TRUE(sheet.rows.at(0).refusals.empty());
-    EXPECT_EQ(Refusals(sheet.rows.at(2)), (std::vector<Note>{{Message::rowRepeated, {"2"}}}));
+    EXPECT_EQ(Refusals(sheet.rows.at(2)), (std::vector<Note>{{message::rowRepeated, {"2"}}}));
     EXPECT_TRUE(
         SheetOf(head + "01,1001,2,5,10\n01,1001,7,5,35\n", {.allowDuplicates = true}).rows.at(1).refusals.empty());
 }
@@ -108,18 +108,18 @@ TEST(Sheet, TellsRowsWithOtherBatchesApart) {
 
 TEST(Sheet, RefusesCellsWithoutAHeading) {
     const Sheet sheet = SheetOf(head + "01,1001,2,5,10,备注在此\n");
-    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::cellWithoutHeading, {"备注在此"}}}));
+    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{message::cellWithoutHeading, {"备注在此"}}}));
 }
 
 TEST(Sheet, RefusesANegativeUnitCostButNotANegativeAmount) {
     const Sheet sheet = SheetOf(head + "01,1001,-2,-5,-10\n");
-    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::numberNegative, {"-5"}}}));
+    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{message::numberNegative, {"-5"}}}));
 }
 
 TEST(Sheet, WarnsWhenTheAmountIsNotQuantityTimesUnitCost) {
     const Sheet sheet = SheetOf(head + "01,1001,3,3.33,10\n01,1002,3,3.33,9.99\n");
     ASSERT_EQ(sheet.rows.at(0).warnings.size(), 1U);
-    EXPECT_EQ(sheet.rows[0].warnings[0].note, (Note{Message::amountDiffers, {"0.01"}}));
+    EXPECT_EQ(sheet.rows[0].warnings[0].note, (Note{message::amountDiffers, {"0.01"}}));
     EXPECT_TRUE(sheet.rows.at(1).warnings.empty());
     EXPECT_TRUE(sheet.rows.at(0).refusals.empty());
 }
@@ -129,7 +129,7 @@ TEST(Sheet, LeavesALineOfTotalsOutAndHoldsItAgainstTheRows) {
     EXPECT_TRUE(SheetOf(rows + "合计,,6,,30.00\n").faults.empty());
     EXPECT_EQ(SheetOf(rows + "合 计：,,6,,30\n").rows.size(), 2U);
     EXPECT_EQ(SheetOf(rows + "Total,,6,,31\n").faults,
-              (std::vector<Note>{{Message::totalsDiffer, {"E4", "31", "30"}}}));
+              (std::vector<Note>{{message::totalsDiffer, {"E4", "31", "30"}}}));
 }
 
 TEST(Sheet, HoldsNoTotalsAgainstRowsThatAreRefused) {
@@ -162,7 +162,7 @@ const std::string hiddenRow3 =
     "<row r='3' hidden='1'><c t='inlineStr'><is><t>01</t></is></c><c><v>1002</v></c><c><v>8</v></c></row>";
 
 TEST(Sheet, WithHiddenRowsAsksWhatBecomesOfThem) {
-    EXPECT_EQ(ReadWorkbook(row2 + hiddenRow3, "", {}).faults, (std::vector<Note>{{Message::rowsHidden, {"1"}}}));
+    EXPECT_EQ(ReadWorkbook(row2 + hiddenRow3, "", {}).faults, (std::vector<Note>{{message::rowsHidden, {"1"}}}));
 
     const Sheet taken = ReadWorkbook(row2 + hiddenRow3, "", {.hidden = SheetOptions::Hidden::include});
     EXPECT_TRUE(taken.faults.empty());
@@ -176,7 +176,7 @@ TEST(Sheet, WithHiddenRowsAsksWhatBecomesOfThem) {
 
 TEST(Sheet, RefusesRowsWithMergedCells) {
     const Sheet sheet = ReadWorkbook(row2, "<mergeCells><mergeCell ref='A2:A3'/></mergeCells>", {});
-    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::cellsMerged, {}}}));
+    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{message::cellsMerged, {}}}));
 }
 
 TEST(Sheet, TakesATitleOfMergedCells) {
@@ -189,15 +189,15 @@ const std::string vouchers = "单据号,制单日期,存货编码,调整后单�
 TEST(Documents, AreRefusedAsAWhole) {
     const Sheet sheet = SheetOf(vouchers + "T1,2024-01-05,1001,5,\nT2,2024-01-05,1001,6,\nT1,2024-01-05,9001,7,\n", {},
                                 "ClsPriceJustVou");
-    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::documentRefused, {"T1"}}}));
+    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{message::documentRefused, {"T1"}}}));
     EXPECT_TRUE(sheet.rows.at(1).refusals.empty());
-    EXPECT_EQ(sheet.rows.at(2).refusals.at(0).note.message, Message::codeUnknownNear);
+    EXPECT_EQ(sheet.rows.at(2).refusals.at(0).note.message, message::codeUnknownNear);
 }
 
 TEST(Documents, HaveOneHeader) {
     const Sheet sheet = SheetOf(vouchers + "T1,2024-01-05,1001,5,\nT1,2024-01-06,1002,6,\n", {}, "ClsPriceJustVou");
-    EXPECT_EQ(Refusals(sheet.rows.at(1)), (std::vector<Note>{{Message::headerDiffers, {"T1", "2"}}}));
-    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{Message::documentRefused, {"T1"}}}));
+    EXPECT_EQ(Refusals(sheet.rows.at(1)), (std::vector<Note>{{message::headerDiffers, {"T1", "2"}}}));
+    EXPECT_EQ(Refusals(sheet.rows.at(0)), (std::vector<Note>{{message::documentRefused, {"T1"}}}));
 }
 
 TEST(Request, HoldsTheRowsThatAreTaken) {

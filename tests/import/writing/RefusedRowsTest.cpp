@@ -17,9 +17,9 @@ namespace {
 
 using importing::Cell;
 using importing::Language;
-using importing::Message;
 using importing::Outcome;
 using importing::RowState;
+namespace message = importing::message;
 
 std::string ReadAll(const std::string& path) {
     std::ostringstream text;
@@ -120,7 +120,7 @@ TEST_F(RefusedRows, OfACsvFileAreReadAsTheyWere) {
               (std::vector<std::string>{"金额：“5e”不是数字。", "2", "01", "1002", "-50", "5e", "-9"}));
     EXPECT_EQ(again.rows[1].row.cells.back().text, "'=1");
     ASSERT_EQ(again.rows[0].row.refusals.size(), 1U);
-    EXPECT_EQ(again.rows[0].row.refusals[0].note, (importing::Note{Message::numberNone, {"5e"}}));
+    EXPECT_EQ(again.rows[0].row.refusals[0].note, (importing::Note{message::numberNone, {"5e"}}));
     EXPECT_EQ(importing::ValueOf(again, again.rows[0].row, "iQuantity"), "-50");
 }
 

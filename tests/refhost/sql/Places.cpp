@@ -18,14 +18,8 @@ std::vector<Place> Places() {
     return places;
 }
 
-std::vector<Place> BatchPlaces() {
-    std::vector<Place> places = Places();
-    std::erase(places, Place::embeddedThroughOdbc);
-    return places;
-}
-
-std::string PlaceName(const testing::TestParamInfo<Place>& place) {
-    switch (place.param) {
+std::string NameOf(Place place) {
+    switch (place) {
     case Place::embedded:
         return "Embedded";
     case Place::embeddedThroughOdbc:
@@ -82,39 +76,47 @@ std::set<std::string> DatabaseAt::Objects() {
     return objects;
 }
 
-void AtEachPlace::Expect(const Case& each, const std::string& expected, const std::function<std::string()>& answer) {
-    const bool own = std::string_view(each.answer).find("The embedded") != std::string_view::npos;
-    if (!own || GetParam() != Place::server) {
+void DatabaseAt::Check(const Case& each) {
+    Expect(each, std::string(each.answer), [&] { return Answer(Db(), Here(std::string(each.sql))); });
+}
+
+void DatabaseAt::CheckBatch(const Case& each) {
+    Expect(each, Heard(std::string(each.answer)), [&] { return Batch(Db(), Here(std::string(each.sql))); });
+}
+
+void DatabaseAt::Expect(const Case& each, const std::string& expected, const std::function<std::string()>& answer) {
+    const bool own = each.answer.find("The embedded") != std::string_view::npos;
+    if (!own || place_ != Place::server) {
         EXPECT_EQ(Comparable(answer()), Comparable(expected)) << each.sql;
     }
 }
 
-std::string AtEachPlace::Heard(const std::string& answers) const {
-    if (GetParam() != Place::server) {
+std::string DatabaseAt::Heard(const std::string& answers) const {
+    if (place_ != Place::server) {
         return answers;
     }
     static const std::regex behindAnError("^(-[0-9]+: .*?); (says |rows\\(|[0-9]+ written|-[0-9]+: ).*");
     return std::regex_replace(answers, behindAnError, "$1");
 }
 
-std::string AtEachPlace::Here(const std::string& sql) {
-    if (GetParam() != Place::server) {
+std::string DatabaseAt::Here(const std::string& sql) {
+    if (place_ != Place::server) {
         return sql;
     }
     static const std::regex named("(\\[)account(?=\\]\\.)|\\baccount(?=\\.\\.)|(\\buse )account\\b");
     return std::regex_replace(sql, named, "$1$2" + Name());
 }
 
-std::string AtEachPlace::Comparable(const std::string& text) {
+std::string DatabaseAt::Comparable(const std::string& text) {
     static const std::regex numbered("((?:PK|UQ|CK|FK|C)__\\w+?__)[0-9A-F]{8,16}");
     std::string comparable = std::regex_replace(text, numbered, "$1#");
-    if (GetParam() == Place::server) {
+    if (place_ == Place::server) {
         const std::regex own("\\b" + Name() + "(?=\\.dbo\\.|\"|')");
         comparable = std::regex_replace(comparable, own, "account");
     }
     return comparable;
 }
 
-std::string AtEachPlace::Name() { return *Db().Query("select db_name()").cells[0].As<std::string>(); }
+std::string DatabaseAt::Name() { return *Db().Query("select db_name()").cells[0].As<std::string>(); }
 
 } // namespace test_sql

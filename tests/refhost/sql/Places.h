@@ -19,13 +19,13 @@ enum class Place { embedded, embeddedThroughOdbc, server };
 
 /// The places that there are here.
 std::vector<Place> Places();
-/// Those that take whole batches: the driver of the embedded database takes a statement at a time.
-std::vector<Place> BatchPlaces();
-std::string PlaceName(const testing::TestParamInfo<Place>& place);
+std::string NameOf(Place place);
+inline std::string PlaceName(const testing::TestParamInfo<Place>& place) { return NameOf(place.param); }
 /// The connection string of a place's database; `file` is the embedded one's behind a driver.
 std::string ConnectionTextAt(Place place, const std::string& file);
 
-/// An empty database at a place. What a case made on a server goes again.
+/// An empty database at a place. What a case made on a server goes again. Where a case's answer says that the embedded
+/// database does not do it, the server is not asked: it does.
 class DatabaseAt {
 public:
     explicit DatabaseAt(Place place);
@@ -34,40 +34,10 @@ public:
     DatabaseAt& operator=(const DatabaseAt&) = delete;
 
     refhost::Database& Db() { return connection_.database(); }
-
-private:
-    /// "TABLE name" or "VIEW name" of each object of the database.
-    std::set<std::string> Objects();
-
-    Place place_;
-    test::TemporaryFolder folder_;
-    refhost::Connection connection_;
-    std::set<std::string> before_;
-};
-
-/// Cases on an empty database, at each place. Where a case's answer says that the embedded database does not do it, the
-/// server is not asked: it does.
-class AtEachPlace : public testing::TestWithParam<Place> {
-protected:
-    AtEachPlace() : database_(GetParam()) {}
-
-    refhost::Database& Db() { return database_.Db(); }
-    /// Runs a statement that answers nothing.
-    void Run(const char* sql) { EXPECT_EQ(Answer(Db(), sql), "") << sql; }
-    template <class Cases> void Check(const Cases& cases) {
-        for (const Case& each : cases) {
-            Expect(each, each.answer, [&] { return Answer(Db(), Here(each.sql)); });
-        }
-    }
-    /// The same for whole batches, as `Batch` shows them, where they are taken.
-    template <class Cases> void CheckBatches(const Cases& cases) {
-        if (GetParam() == Place::embeddedThroughOdbc) {
-            return;
-        }
-        for (const Case& each : cases) {
-            Expect(each, Heard(each.answer), [&] { return Batch(Db(), Here(each.sql)); });
-        }
-    }
+    /// Holds what a statement answers against what it must answer, both as `Answer` shows them.
+    void Check(const Case& each);
+    /// The same for a whole batch, as `Batch` shows it.
+    void CheckBatch(const Case& each);
 
 private:
     void Expect(const Case& each, const std::string& expected, const std::function<std::string()>& answer);
@@ -80,7 +50,30 @@ private:
     std::string Comparable(const std::string& text);
     /// The name of the database at hand.
     std::string Name();
+    /// "TABLE name" or "VIEW name" of each object of the database.
+    std::set<std::string> Objects();
 
+    Place place_;
+    test::TemporaryFolder folder_;
+    refhost::Connection connection_;
+    std::set<std::string> before_;
+};
+
+/// Cases on an empty database, at each place.
+class AtEachPlace : public testing::TestWithParam<Place> {
+protected:
+    AtEachPlace() : database_(GetParam()) {}
+
+    refhost::Database& Db() { return database_.Db(); }
+    /// Runs a statement that answers nothing.
+    void Run(const char* sql) { EXPECT_EQ(Answer(Db(), sql), "") << sql; }
+    template <class Cases> void Check(const Cases& cases) {
+        for (const Case& each : cases) {
+            database_.Check(each);
+        }
+    }
+
+private:
     DatabaseAt database_;
 };
 

@@ -61,38 +61,6 @@ TEST_P(Styles, WriteDatesInEveryForm) {
     check(127, "2006-05-16T22:57:46.827");
 }
 
-// Two answers of the server that are in print.
-TEST_P(Styles, WriteAndReadTheHijriCalendar) {
-    Check(std::array{
-        Case{"select convert(varchar(40), cast('2006-12-30 00:38:54.840' as datetime), 131)",
-             "'10/12/1427 12:38:54:840AM'"},
-        Case{"select convert(varchar(40), cast('2000-08-07 12:14:35.727' as datetime), 131)",
-             "' 7/05/1421 12:14:35:727PM'"},
-        Case{"select convert(varchar(40), convert(datetime, ' 7/05/1421 12:14:35:727PM', 131), 121)",
-             "'2000-08-07 12:14:35.727'"},
-        Case{"select convert(nvarchar(40), cast('2006-12-30 00:38:54.840' as datetime), 130)",
-             "'10 ذو الحجة 1427 12:38:54:840AM'"},
-        // The code page has no Arabic.
-        Case{"select convert(varchar(40), cast('2006-12-30 00:38:54.840' as datetime), 130)",
-             "'10 ?? ????? 1427 12:38:54:840AM'"},
-        Case{"select convert(datetime, '31/05/1421', 131)",
-             "-2147217913: The conversion of a varchar data type to a datetime data type resulted in an "
-             "out-of-range value."},
-    });
-}
-
-TEST_P(Styles, OfHijriDatesReadWhatTheyWrite) {
-    // A cycle of 30 years and the days around it.
-    CheckBatches(std::array{Case{"declare @d datetime, @bad int\n"
-                                 "select @d = '2000-01-01', @bad = 0\n"
-                                 "while @d < '2030-03-01' begin\n"
-                                 "  if convert(datetime, convert(varchar(40), @d, 131), 131) <> @d set @bad += 1\n"
-                                 "  set @d = dateadd(day, 1, @d)\n"
-                                 "end\n"
-                                 "print @bad",
-                                 "says 0"}});
-}
-
 TEST_P(Styles, DateFormatOrdersTheNumbersOfDates) {
     const auto month = [&](const char* text) {
         return Answer(Db(), fmt::format("select month(convert(datetime, '{0}')), month('{0}')", text));

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -88,8 +89,8 @@ inline std::string Answer(refhost::Database& db, std::string_view sql) {
 
 /// A statement and what it must answer.
 struct Case {
-    const char* sql;
-    const char* answer;
+    std::string_view sql;
+    std::string_view answer;
 };
 
 /// Runs the cases one after the other on one database.

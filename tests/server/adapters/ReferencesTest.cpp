@@ -114,18 +114,20 @@ void SaveVoucher(Handles& h) {
     server::ComEnvironment().CreateIaVoucherService()->SaveVoucher("48", h.document, h.document, h.text, h.connection,
                                                                    h.rows);
 }
-void AllowAdd(Handles& h) { server::ComZendaT().AllowAdd(h.text, h.context, h.connection); }
-void OpenDBS(Handles& h) { server::ComZendaT().OpenDBS(h.recordset, h.connection, "SELECT 1"); }
-void Update(Handles& h) { server::ComZendaT().Update("W", "R", h.context, h.connection, "-1", false); }
-void GetVouchNum(Handles& h) { server::ComZendaT().GetVouchNum(h.context, "22", h.data, false, true); }
-void Save(Handles& h) { server::ComZendaT().save(h.document, h.rows, 2, h.text, h.connection, true, h.context); }
-void DoAccount(Handles& h) { server::ComZendaT().DoAccount(h.document, h.rows, h.context, h.connection, true, h.text); }
+void AllowAdd(Handles& h) { server::MakeZendaT()->AllowAdd(h.text, h.context, h.connection); }
+void OpenDBS(Handles& h) { server::MakeZendaT()->OpenDBS(h.recordset, h.connection, "SELECT 1"); }
+void Update(Handles& h) { server::MakeZendaT()->Update("W", "R", h.context, h.connection, "-1", false); }
+void GetVouchNum(Handles& h) { server::MakeZendaT()->GetVouchNum(h.context, "22", h.data, false, true); }
+void Save(Handles& h) { server::MakeZendaT()->save(h.document, h.rows, 2, h.text, h.connection, true, h.context); }
+void DoAccount(Handles& h) {
+    server::MakeZendaT()->DoAccount(h.document, h.rows, h.context, h.connection, true, h.text);
+}
 
 const Operation operations[] = {
     {"GetAttr_element", helper, L"GetAttr", 0, &element,
-     [](Handles& h) { server::ComEaiHelper().GetAttr(h.element.get(), "n"); }},
+     [](Handles& h) { server::MakeEaiHelper()->GetAttr(h.element.get(), "n"); }},
     {"AddResultItem_document", helper, L"AddResultItem", 0, &document,
-     [](Handles& h) { server::ComEaiHelper().AddResultItem(h.document, "k", 0, "ok"); }},
+     [](Handles& h) { server::MakeEaiHelper()->AddResultItem(h.document, "k", 0, "ok"); }},
     {"HeadToXml_element", converter, L"HeadToXml", 0, &element, HeadToXml},
     {"HeadToXml_recordset", converter, L"HeadToXml", 2, &recordset, HeadToXml},
     {"BodyToXml_element", converter, L"BodyToXml", 0, &element, BodyToXml},
@@ -144,7 +146,7 @@ const Operation operations[] = {
     {"Update_context", companion, L"Update", 2, &context, Update},
     {"Update_connection", companion, L"Update", 3, &connection, Update},
     {"GetDefaultTemplateID_connection", companion, L"GetDefaultTemplateID", 1, &connection,
-     [](Handles& h) { server::ComZendaT().GetDefaultTemplateID("IA51", h.connection); }},
+     [](Handles& h) { server::MakeZendaT()->GetDefaultTemplateID("IA51", h.connection); }},
     {"GetVouchNum_context", companion, L"GetVouchNum", 0, &context, GetVouchNum},
     {"GetVouchNum_data", companion, L"GetVouchNum", 2, &data, GetVouchNum},
     {"save_head", companion, L"save", 0, &document, Save},
@@ -152,7 +154,7 @@ const Operation operations[] = {
     {"save_connection", companion, L"save", 4, &connection, Save},
     {"save_context", companion, L"save", 6, &context, Save},
     {"GetMaxID_connection", companion, L"GetMaxID", 0, &connection,
-     [](Handles& h) { server::ComZendaT().GetMaxID(h.connection, false); }},
+     [](Handles& h) { server::MakeZendaT()->GetMaxID(h.connection, false); }},
     {"DoAccount_head", companion, L"DoAccount", 0, &document, DoAccount},
     {"DoAccount_rows", companion, L"DoAccount", 1, &rows, DoAccount},
     {"DoAccount_context", companion, L"DoAccount", 2, &context, DoAccount},
@@ -272,7 +274,7 @@ TEST_F(ReferencesTest, DocumentIsNoElement) {
                                       return VariantHolder();
                                   }}});
     });
-    ExpectError(13, typeMismatch, [&] { server::ComEaiHelper().GetAttr(handles.element.get(), "n"); });
+    ExpectError(13, typeMismatch, [&] { server::MakeEaiHelper()->GetAttr(handles.element.get(), "n"); });
 }
 
 TEST_F(ReferencesTest, CheckResultsInANewDocumentRefuseTheProvision) {
@@ -347,6 +349,6 @@ TEST_F(ReferencesTest, RecordsetThatTheCompanionPutThereIsRead) {
     const Extended opening(companion, L"OpenDBS", [&](const Arguments& arguments) {
         arguments.Return(0, Holder(Recordset(connectionObject, "SELECT cWhCode FROM Warehouse WHERE cWhCode = N'02'")));
     });
-    server::ComZendaT().OpenDBS(target, adoConnection, "SELECT COUNT(*) AS n FROM Warehouse");
+    server::MakeZendaT()->OpenDBS(target, adoConnection, "SELECT COUNT(*) AS n FROM Warehouse");
     EXPECT_EQ(target.FieldValue("cWhCode"), host::Value("02"));
 }

@@ -162,19 +162,19 @@ template <class Function> Outcome TheirText(Function&& function) {
 
 std::vector<std::string> NumberTexts() {
     std::vector<std::string> texts = cases::MadeNumberTexts(3000, 1);
-    texts.insert(texts.end(), cases::NumberTextEdges().begin(), cases::NumberTextEdges().end());
+    texts.insert(texts.end(), cases::numberTextEdges.begin(), cases::numberTextEdges.end());
     return texts;
 }
 
 std::vector<std::string> DateTexts() {
     std::vector<std::string> texts = cases::MadeDateTexts(3000, 2);
-    texts.insert(texts.end(), cases::DateTextEdges().begin(), cases::DateTextEdges().end());
+    texts.insert(texts.end(), cases::dateTextEdges.begin(), cases::dateTextEdges.end());
     return texts;
 }
 
 std::vector<double> Doubles() {
     std::vector<double> numbers = cases::MadeDoubles(3000, 3);
-    numbers.insert(numbers.end(), cases::DoubleEdges().begin(), cases::DoubleEdges().end());
+    numbers.insert(numbers.end(), cases::doubleEdges.begin(), cases::doubleEdges.end());
     return numbers;
 }
 
@@ -403,7 +403,7 @@ TEST(ConversionsAgainstOle, SingleToText) {
 }
 
 TEST(ConversionsAgainstOle, DateToText) {
-    std::vector<double> days = cases::DoubleEdges();
+    std::vector<double> days(cases::doubleEdges.begin(), cases::doubleEdges.end());
     cases::Random random(4);
     for (int i = 0; i < 2000; ++i)
         days.push_back(static_cast<double>(random.Below(80000)) + static_cast<double>(random.Below(86400)) / 86400);
