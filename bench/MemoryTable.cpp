@@ -1,10 +1,11 @@
+#include "bench/Apart.h"
 #include "bench/Measure.h"
 #include "bench/Middle.h"
+#include "bench/RecordStatements.h"
 #include "bench/Tables.h"
 #include "bench/imports/HandAccount.h"
 #include "bench/imports/MemoryAccount.h"
 #include "bench/imports/RawStatements.h"
-#include "bench/imports/RecordStatements.h"
 #include "bench/imports/RunImport.h"
 
 #include <vector>
@@ -21,32 +22,42 @@ struct MemoryRound {
     double hand = 0;
 };
 
-MemoryRound RunRound(const Import& import, std::size_t rows, const std::string& request,
-                     const std::vector<std::string>& statements) {
-    MemoryRound round;
-    {
-        MemoryAccount account;
-        account.Fill(import.account(rows));
-        round.transact =
-            Measure([&] { RunImport(import, request, MemoryAccount::connectionString, account.Opener()); }).processor;
+double RunTransact(const Import& import, std::size_t rows, const std::string& request) {
+    MemoryAccount account;
+    account.Fill(import.account(rows));
+    return Measure([&] { RunImport(import, request, MemoryAccount::connectionString, account.Opener()); }).processor;
+}
+
+double RunReplay(const Import& import, std::size_t rows, const Texts& statements) {
+    MemoryAccount account;
+    account.Fill(import.account(rows));
+    RawStatements raw(account.database().Handle());
+    AddTranslated(raw, account.database(), statements);
+    return Measure([&] { raw.Run(); }).processor;
+}
+
+double RunHandWritten(const Import& import, std::size_t rows) {
+    if (import.addHandWritten == nullptr) {
+        return 0;
     }
     MemoryAccount account;
     account.Fill(import.account(rows));
-    if (import.addHandWritten != nullptr) {
-        const HandAccount hand(account.database().Handle());
-        if (import.handIndexes != nullptr) {
-            refhost::sql::Run(hand.Handle(), import.handIndexes);
-        }
-        RawStatements raw(hand.Handle());
-        for (std::size_t row = 0; row < rows; ++row) {
-            import.addHandWritten(raw, row);
-        }
-        round.hand = Measure([&] { raw.Run(); }).processor;
+    const HandAccount hand(account.database().Handle());
+    if (import.handIndexes != nullptr) {
+        refhost::sql::Run(hand.Handle(), import.handIndexes);
     }
-    RawStatements raw(account.database().Handle());
-    AddTranslated(raw, account.database(), statements);
-    round.replay = Measure([&] { raw.Run(); }).processor;
-    return round;
+    RawStatements raw(hand.Handle());
+    for (std::size_t row = 0; row < rows; ++row) {
+        import.addHandWritten(raw, row);
+    }
+    return Measure([&] { raw.Run(); }).processor;
+}
+
+/// Each in a process of its own, as a program runs: none finds its memory in the disorder that another left.
+MemoryRound RunRound(const Import& import, std::size_t rows, const std::string& request, const Texts& statements) {
+    return {.transact = SecondsApart([&] { return RunTransact(import, rows, request); }),
+            .replay = SecondsApart([&] { return RunReplay(import, rows, statements); }),
+            .hand = SecondsApart([&] { return RunHandWritten(import, rows); })};
 }
 
 std::string Ratio(double ratio) { return fmt::format("{:.2f}", ratio); }
@@ -62,7 +73,7 @@ void PrintMemoryTable(std::size_t rows, int rounds, const std::string& className
             continue;
         }
         const std::string request = import.request(rows);
-        const std::vector<std::string> statements = RecordStatements(import, rows, request);
+        const Texts statements = RecordStatements(import, rows, request);
         std::vector<MemoryRound> all;
         for (int round = 0; round < rounds; ++round) {
             all.push_back(RunRound(import, rows, request, statements));

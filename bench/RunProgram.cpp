@@ -1,10 +1,10 @@
 #include "bench/RunProgram.h"
 
+#include "bench/Apart.h"
 #include "bench/imports/FileAccount.h"
 #include "bench/imports/RunImport.h"
 
 #include <fstream>
-#include <functional>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -18,24 +18,6 @@ namespace {
 
 double SecondsOf(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-}
-
-/// Does `work` in a process of its own: the memory of a program that is run counts that of the process that runs it,
-/// which shall stay small. Throws std::runtime_error when it fails.
-void Apart(const std::function<void()>& work) {
-    const pid_t child = fork();
-    if (child == 0) {
-        try {
-            work();
-            _exit(0);
-        } catch (...) {
-            _exit(1);
-        }
-    }
-    int status = 1;
-    if (child < 0 || waitpid(child, &status, 0) < 0 || status != 0) {
-        throw std::runtime_error("a part that runs apart failed");
-    }
 }
 
 } // namespace
@@ -71,11 +53,13 @@ ProgramRun RunProgram(std::vector<std::string> words, const std::string& output)
 
 std::vector<std::string> PrepareImport(const Import& import, std::size_t rows, const std::string& folder,
                                        const std::string& program) {
+    // The memory of a program that is run counts that of the process that runs it, which shall stay small.
     Apart([&] {
         const FileAccount account(folder);
         account.Fill(import.account(rows));
         std::ofstream(folder + "/login.xml") << LoginXml(account.connectionString());
         std::ofstream(folder + "/request.xml") << import.request(rows);
+        return Texts();
     });
     return {
         program, "transact", "--class", import.className, "--login", folder + "/login.xml", folder + "/request.xml"};
