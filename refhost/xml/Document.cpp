@@ -9,12 +9,6 @@
 #include <utility>
 
 namespace refhost::xml {
-namespace {
-
-/// A saved table has about so many columns, whose attributes are asked for together.
-constexpr std::size_t usualColumns = 64;
-
-} // namespace
 
 Document::Document(std::shared_ptr<RepeatedTexts> repeated) : repeated_(std::move(repeated)) {
     Reset(std::make_unique<Tree>(), std::make_shared<CompiledPaths>());
@@ -55,7 +49,10 @@ host::DOMNodePtr Document::DocumentElement() const {
     return nullptr;
 }
 
-std::string Document::Xml() const { return ToXml(*tree_, tree_->document()); }
+std::string Document::Xml() const {
+    tree_->Unfold();
+    return ToXml(*tree_, tree_->document());
+}
 
 host::DOMNodePtr Document::SelectSingleNode(std::string_view path) const {
     return MakeHandle(*selector_, selector_->First(tree_->document(), path));
@@ -66,14 +63,7 @@ host::DOMNodeList Document::SelectNodes(std::string_view path) const {
 }
 
 std::vector<std::string> Document::AttributesAt(std::string_view path, std::string_view name) const {
-    std::vector<std::string> values;
-    values.reserve(usualColumns);
-    selector_->ForEach(tree_->document(), path, [&](const Selected& selected) {
-        const bool isElement = selected.attribute == nullptr && selected.node->kind == NodeKind::element;
-        const Attribute* const found = isElement ? Tree::FindAttribute(selected.node->AsElement(), name) : nullptr;
-        values.emplace_back(found == nullptr ? std::string_view() : found->Value());
-    });
-    return values;
+    return selector_->Values(path, name);
 }
 
 host::DOMNodePtr Document::CreateElement(std::string_view name) {

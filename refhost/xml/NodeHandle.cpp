@@ -171,6 +171,9 @@ private:
 host::DOMNodePtr MakeHandle(Selector& selector, const Selected& selected) {
     if (selected.node == nullptr)
         return nullptr;
+    // A handle sees what stands below its node.
+    if (selector.tree().Folds(*selected.node))
+        selector.tree().Unfold();
     // The tree is ours to change; only paths look at it as constant.
     auto& node = const_cast<Node&>(*selected.node);
     if (selected.attribute != nullptr)

@@ -30,6 +30,8 @@ public:
     /// Throws `host::Error` for a prefix that the tree does not declare.
     void CheckPrefixes(const Tree& tree) const;
 
+    /// Whether it starts at the top, whatever its context.
+    bool IsFromRoot() const noexcept { return fromRoot_; }
     /// Calls `visit` with each node selected under `context`, in document order, until it returns false.
     template <class Visit> void Select(const Node& context, Visit&& visit) const;
 

@@ -3,8 +3,10 @@
 #include "refhost/xml/Path.h"
 #include "refhost/xml/XPath.h"
 
-#include <algorithm>
+#include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,27 +16,35 @@
 
 namespace refhost::xml {
 
-/// Paths as they were compiled, each for the one who compiled it and for every tree that shares its names.
+/// A path as it was compiled.
+struct CompiledPath {
+    std::variant<Path, XPath> path;
+    /// Whether it selects anything below an origin's folded element; asked for once.
+    std::optional<bool> selectsFolded;
+    /// What that has of the attributes asked for, by their names.
+    std::map<std::string, std::vector<std::string>, std::less<>> foldedValues;
+};
+
+/// Paths as they were compiled, each for the one who compiled it and for every tree that shares its names and, if it is
+/// a copy, its origin.
 class CompiledPaths {
 public:
-    using Compiled = std::variant<Path, XPath>;
-
     /// What `path` means in `tree`. Throws `host::Error` -2147467259 for a path that is empty or invalid.
-    const Compiled& Get(std::string_view path, Tree& tree);
+    CompiledPath& Get(std::string_view path, Tree& tree);
 
 private:
     struct TextHash : std::hash<std::string_view> {
         using is_transparent = void;
     };
 
-    std::unordered_map<std::string, Compiled, TextHash, std::equal_to<>> compiled_;
+    std::unordered_map<std::string, CompiledPath, TextHash, std::equal_to<>> compiled_;
 };
 
 /// Follows paths in one tree; each path is compiled once.
 /// Every member throws `host::Error` -2147467259 for a path that is empty or invalid.
 class Selector {
 public:
-    /// @param paths of the trees that share the names of `tree`
+    /// @param paths of the trees that share the names of `tree` and its origin
     Selector(Tree& tree, std::shared_ptr<CompiledPaths> paths) : tree_(tree), paths_(std::move(paths)) {}
 
     Tree& tree() const noexcept { return tree_; }
@@ -43,11 +53,16 @@ public:
     Selected First(const Node& context, std::string_view path);
     /// Everything selected under `context`, in document order.
     std::vector<Selected> All(const Node& context, std::string_view path);
-    /// Calls `visit` with each of these; it changes nothing in the tree.
-    template <class Visit> void ForEach(const Node& context, std::string_view path, const Visit& visit);
+    /// The values of the attribute `name` of all elements that `path` selects in the document; the empty text of one
+    /// that has no such attribute.
+    std::vector<std::string> Values(std::string_view path, std::string_view name);
 
 private:
-    const CompiledPaths::Compiled& Compile(std::string_view path);
+    CompiledPath& Compile(std::string_view path);
+    /// Whether an origin's folded element has anything below that the path selects.
+    bool SelectsFolded(CompiledPath& compiled) const;
+    /// Unfolds the tree where the path may select anything that is folded.
+    void UnfoldFor(CompiledPath& compiled, const Node& context);
     std::vector<Selected> Evaluate(const XPath& path, const Node& context);
 
     Tree& tree_;
@@ -55,17 +70,5 @@ private:
     /// The copy that the last XPath was evaluated on, kept until the tree changes.
     std::unique_ptr<Mirror> mirror_;
 };
-
-template <class Visit> void Selector::ForEach(const Node& context, std::string_view path, const Visit& visit) {
-    const auto& compiled = Compile(path);
-    if (const auto* direct = std::get_if<Path>(&compiled)) {
-        direct->Select(context, [&](const Selected& selected) {
-            visit(selected);
-            return true;
-        });
-    } else {
-        std::ranges::for_each(Evaluate(std::get<XPath>(compiled), context), visit);
-    }
-}
 
 } // namespace refhost::xml

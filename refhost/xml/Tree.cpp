@@ -9,14 +9,10 @@
 #include <cstring>
 #include <limits>
 #include <new>
-#include <type_traits>
 #include <utility>
 
 namespace refhost::xml {
 namespace {
-
-/// What a copy takes beyond the nodes of its origin: room for some that are added.
-constexpr std::size_t spareBytes = 4096;
 
 /// What a node or attribute has room for at the least: the pointer to a text that stands aside.
 constexpr std::size_t leastRoom = sizeof(const char*);
@@ -29,6 +25,29 @@ constexpr std::array<bool, 256> plainBytes = [] {
         std::fill(plain.begin() + first, plain.begin() + last + 1, true);
     return plain;
 }();
+
+/// What trees without any share; never written, as it is never one tree's alone.
+const auto noPrefixes = std::make_shared<Tree::PrefixMap>();
+
+Element EmptyDocument() noexcept {
+    Element document{};
+    document.kind = NodeKind::document;
+    return document;
+}
+
+const Element* FirstElement(const Node* from) noexcept {
+    while (from != nullptr && from->kind != NodeKind::element)
+        from = from->next;
+    return from == nullptr ? nullptr : &from->AsElement();
+}
+
+/// The first element below `parent` that has content, or nullptr.
+const Element* FirstWithContent(const Element* parent) noexcept {
+    const Element* at = parent == nullptr ? nullptr : FirstElement(parent->first);
+    while (at != nullptr && at->first == nullptr)
+        at = FirstElement(at->next);
+    return at;
+}
 
 std::uint32_t CheckedSize(std::string_view text) {
     if (text.size() > std::numeric_limits<std::uint32_t>::max())
@@ -62,33 +81,52 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept {
     return nullptr;
 }
 
-Tree::Tree() : document_(&MakeElement(NodeKind::document)) {}
+Tree::Tree() : Tree(std::shared_ptr<NameTable>()) {}
+
+Tree::Tree(std::shared_ptr<NameTable> names)
+    : names_(std::move(names)), prefixes_(noPrefixes), document_(EmptyDocument()) {}
 
 Tree::Tree(std::shared_ptr<const Tree> origin)
-    : declaration(origin->declaration), origin_(std::move(origin)),
-      arena_(origin_->nodeCount_ * sizeof(Element) + spareBytes), names_(origin_->names_),
-      prefixes_(origin_->prefixes_), document_(&MakeElement(NodeKind::document)) {
-    room_ = static_cast<Element*>(arena_.allocate(origin_->nodeCount_ * sizeof(Element), alignof(Element)));
-    roomEnd_ = room_ + origin_->nodeCount_;
-    const Node* from = &origin_->document();
-    Element* parent = document_;
+    : declaration(origin->declaration), origin_(std::move(origin)), names_(origin_->names_),
+      prefixes_(origin_->prefixes_), document_(EmptyDocument()) {
+    foldedOrigin_ = FirstWithContent(FirstElement(origin_->document_.first));
+    CopyBelow(origin_->document_, document_);
+}
+
+void Tree::CopyBelow(const Element& top, Element& to) {
+    const Node* from = &top;
+    Element* parent = &to;
     while (true) {
-        if (from->IsParent() && from->AsElement().first != nullptr) {
+        if (from->IsParent() && from->AsElement().first != nullptr && from != foldedOrigin_) {
             from = from->AsElement().first;
         } else {
-            while (from->next == nullptr) {
+            while (from != &top && from->next == nullptr) {
                 from = from->parent;
-                if (from == &origin_->document() || from == nullptr)
-                    return;
                 parent = parent->parent;
             }
+            if (from == &top)
+                return;
             from = from->next;
         }
         Node& copy = CopyOf(*from);
         AppendNew(*parent, copy);
-        if (copy.IsParent() && from->AsElement().first != nullptr)
+        if (from == foldedOrigin_)
+            folded_ = &copy.AsElement();
+        else if (copy.IsParent() && from->AsElement().first != nullptr)
             parent = &copy.AsElement();
     }
+}
+
+bool Tree::Folds(const Node& node) const noexcept {
+    const Node* at = foldedOrigin_ == nullptr ? nullptr : folded_;
+    while (at != nullptr && at != &node)
+        at = at->parent;
+    return at != nullptr;
+}
+
+void Tree::Unfold() {
+    if (const Element* const from = std::exchange(foldedOrigin_, nullptr))
+        CopyBelow(*from, *folded_);
 }
 
 Node& Tree::CopyOf(const Node& node) {
@@ -122,22 +160,11 @@ const char* Tree::Name(std::string_view name) {
     return names_->Get(name);
 }
 
-Element& Tree::MakeElement(NodeKind kind) {
-    bytesUsed_ += sizeof(Element);
-    ++nodeCount_;
-    void* const place = room_ == roomEnd_ ? arena_.allocate(sizeof(Element), alignof(Element)) : room_++;
-    auto* element = new (place) Element{};
-    element->kind = kind;
-    return *element;
-}
-
 template <class Holder> Holder& Tree::MakeHolder(std::string_view text) {
     const std::uint32_t size = CheckedSize(text);
     const std::size_t bytes = sizeof(Holder) + std::max(leastRoom, text.size());
     auto* memory = static_cast<char*>(arena_.allocate(bytes, alignof(Holder)));
     bytesUsed_ += bytes;
-    if constexpr (std::is_base_of_v<Node, Holder>)
-        ++nodeCount_;
     if (!text.empty())
         std::memcpy(memory + sizeof(Holder), text.data(), text.size());
     auto* holder = new (memory) Holder{};
@@ -164,9 +191,11 @@ const char* Tree::Copy(std::string_view text) {
 }
 
 Element& Tree::NewElement(const char* name) {
-    Element& element = MakeElement(NodeKind::element);
-    element.name = name;
-    return element;
+    bytesUsed_ += sizeof(Element);
+    auto* element = new (arena_.allocate(sizeof(Element), alignof(Element))) Element{};
+    element->kind = NodeKind::element;
+    element->name = name;
+    return *element;
 }
 
 CharacterData& Tree::NewText(NodeKind kind, std::string_view data) {
@@ -208,11 +237,11 @@ void Tree::Append(Element& parent, Node& child) {
 }
 
 void Tree::Declare(Element& element) {
-    if (prefixes_.empty())
+    if (prefixes_->empty())
         return;
     const std::string prefix(PrefixOf(element.name));
-    const auto known = prefixes_.find(prefix);
-    if (known != prefixes_.end() && !IsDeclaredAt(element, prefix))
+    const auto known = prefixes_->find(prefix);
+    if (known != prefixes_->end() && !IsDeclaredAt(element, prefix))
         SetAttribute(element, "xmlns:" + prefix, std::string(known->second));
 }
 
@@ -282,24 +311,28 @@ Attribute& Tree::AddAttribute(Element& element, Attribute* last, const char* nam
     added.name = name;
     (last == nullptr ? element.attributes : last->next) = &added;
     ++revision_;
-    if (const auto prefix = DeclaredPrefix(name); prefix && !prefix->empty())
-        prefixes_.insert_or_assign(std::string(*prefix), std::string(value));
+    if (const auto prefix = DeclaredPrefix(name); prefix && !prefix->empty()) {
+        if (prefixes_.use_count() != 1)
+            prefixes_ = std::make_shared<PrefixMap>(*prefixes_);
+        prefixes_->insert_or_assign(std::string(*prefix), std::string(value));
+    }
     return added;
 }
 
 void Tree::SetAttribute(Element& element, std::string_view name, std::string_view value) {
     OwnAttributes(element);
+    const char* const kept = Name(name);
     Attribute* last = nullptr;
     for (Attribute* at = element.attributes; at != nullptr; at = at->next) {
-        if (IsName(at->name, name)) {
+        if (at->name == kept) {
             Overwrite(*at, value);
             return;
         }
         last = at;
     }
-    AddAttribute(element, last, Name(name), value);
+    AddAttribute(element, last, kept, value);
 }
 
-bool Tree::HasPrefix(std::string_view prefix) const { return prefixes_.contains(std::string(prefix)); }
+bool Tree::HasPrefix(std::string_view prefix) const { return prefixes_->contains(std::string(prefix)); }
 
 } // namespace refhost::xml

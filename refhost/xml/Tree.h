@@ -104,15 +104,28 @@ const Node* NextInOrder(const Node& node, const Node& top) noexcept;
 class Tree {
 public:
     Tree();
+    /// An empty tree that shares its names with others.
+    explicit Tree(std::shared_ptr<NameTable> names);
     /// A copy of `origin`'s content, whose names and texts it shares, and an element's attributes until one is written.
+    /// What stands below the first element under the root that has content, as the schema of a saved recordset does, is
+    /// left folded: that element looks empty until `Unfold`.
     /// `origin` does not change any more, but for the names that its copies add.
     explicit Tree(std::shared_ptr<const Tree> origin);
     Tree(const Tree&) = delete;
     Tree& operator=(const Tree&) = delete;
     ~Tree() = default;
 
-    Element& document() noexcept { return *document_; }
-    const Element& document() const noexcept { return *document_; }
+    Element& document() noexcept { return document_; }
+    const Element& document() const noexcept { return document_; }
+
+    /// The origin's element whose content is folded here, or nullptr.
+    const Element* FoldedOrigin() const noexcept { return foldedOrigin_; }
+    /// Whether the node is the folded element or above it.
+    bool Folds(const Node& node) const noexcept;
+    /// Copies what is folded. Nodes that are there already stay where they are.
+    void Unfold();
+    /// What this is a copy of, or nullptr.
+    const Tree* Origin() const noexcept { return origin_.get(); }
 
     /// Whether the text had an XML declaration, and what it said of `standalone`.
     enum class Declaration : std::uint8_t { none, plain, standaloneYes, standaloneNo };
@@ -126,6 +139,7 @@ public:
     /// Takes the names from a parser's table; to be called on an empty tree.
     void AdoptNames(xmlDict* names) { names_ = std::make_shared<NameTable>(names); }
 
+    bool SharesNames(const std::shared_ptr<NameTable>& names) const noexcept { return names_ == names; }
     /// Whether the name table, with what all copies added to it, is larger than documents need.
     bool HasManyNames() const noexcept { return names_ && names_->HasMany(); }
 
@@ -152,7 +166,7 @@ public:
     bool HasPrefix(std::string_view prefix) const;
     /// The prefixes that are declared anywhere, each with the latest URI that it was declared for.
     using PrefixMap = std::unordered_map<std::string, std::string>;
-    const PrefixMap& Prefixes() const noexcept { return prefixes_; }
+    const PrefixMap& Prefixes() const noexcept { return *prefixes_; }
 
     /// Counts the changes made by all members above.
     std::uint64_t Revision() const noexcept { return revision_; }
@@ -160,7 +174,6 @@ public:
     std::size_t BytesUsed() const noexcept { return bytesUsed_; }
 
 private:
-    Element& MakeElement(NodeKind kind);
     /// A `CharacterData` or an `Attribute` with its text.
     template <class Holder> Holder& MakeHolder(std::string_view text);
     /// One that borrows the text of the origin's `from`.
@@ -168,6 +181,8 @@ private:
     const char* Copy(std::string_view text);
     /// A copy of the origin's node without what stands below it.
     Node& CopyOf(const Node& node);
+    /// Copies what stands below the origin's `from`, but for what is folded.
+    void CopyBelow(const Element& from, Element& to);
     /// Gives the element attributes of its own where it has its origin's.
     void OwnAttributes(Element& element);
     void Unlink(Node& child) noexcept;
@@ -179,15 +194,14 @@ private:
     std::shared_ptr<const Tree> origin_;
     std::pmr::monotonic_buffer_resource arena_;
     std::size_t bytesUsed_ = 0;
-    std::size_t nodeCount_ = 0;
-    /// Room for the elements of a copy, in one piece.
-    Element* room_ = nullptr;
-    Element* roomEnd_ = nullptr;
+    Element* folded_ = nullptr;
+    const Element* foldedOrigin_ = nullptr;
     std::uint64_t revision_ = 0;
     /// None before the first name.
     std::shared_ptr<NameTable> names_;
-    PrefixMap prefixes_;
-    Element* document_;
+    /// Shared with the origin until one is added.
+    std::shared_ptr<PrefixMap> prefixes_;
+    Element document_;
 };
 
 } // namespace refhost::xml

@@ -170,6 +170,92 @@ TEST(RepeatedTexts, KeepAttributesApartWhoeverWritesThem) {
     EXPECT_EQ(third.Xml(), xml);
 }
 
+/// A text as a saved recordset is: what stands below `s` is copied when somebody looks at it, whichever way.
+const std::string saved = "<a><s><b n=\"1\"/><b n=\"2\"><c/></b><b/></s><d/></a>";
+
+/// Copies of that text that nobody has looked at yet.
+class FoldedText {
+public:
+    FoldedText() {
+        for (int time = 1; time <= 4; ++time) {
+            documents_.push_back(CreateDocument(repeated_));
+            documents_.back()->LoadXML(saved);
+        }
+    }
+    host::DOMDocument& one() { return *documents_[2]; }
+    host::DOMDocument& other() { return *documents_[3]; }
+
+private:
+    std::shared_ptr<RepeatedTexts> repeated_ = std::make_shared<RepeatedTexts>();
+    std::vector<std::unique_ptr<host::DOMDocument>> documents_;
+};
+
+TEST(FoldedTexts, AreFoundByEveryKindOfPath) {
+    for (const char* path : {"/a/s/b", "//b", "a/s/b", ".//b", "//s/b", "/*/*/b", "/a/s/*", "/a/s/b[true()]",
+                             "//b[2] | //b[position()!=2]"}) {
+        FoldedText text;
+        EXPECT_EQ(text.one().SelectNodes(path).size(), 3U) << path;
+        EXPECT_EQ(text.other().SelectSingleNode(path)->NodeName(), "b") << path;
+        EXPECT_EQ(text.one().Xml(), saved) << path;
+    }
+    FoldedText text;
+    EXPECT_EQ(text.one().SelectSingleNode("/a/s/b/@n")->Text(), "1");
+    EXPECT_EQ(text.one().SelectSingleNode("//b/c")->NodeName(), "c");
+    EXPECT_EQ(text.one().SelectNodes("/a/s/x").size(), 0U);
+}
+
+TEST(FoldedTexts, AreSeenThroughTheNodesAbove) {
+    EXPECT_EQ(FoldedText().one().DocumentElement()->Xml(), saved);
+    EXPECT_EQ(FoldedText().one().SelectSingleNode("/a/s")->ChildNodes().size(), 3U);
+    EXPECT_EQ(FoldedText().one().SelectNodes("//s").at(0)->SelectNodes("b").size(), 3U);
+    EXPECT_EQ(FoldedText().one().SelectNodes("/a/*").at(0)->Xml(), "<s><b n=\"1\"/><b n=\"2\"><c/></b><b/></s>");
+}
+
+TEST(FoldedTexts, AreSeenFromTheNodesBeside) {
+    FoldedText text;
+    const host::DOMNodePtr beside = text.one().SelectSingleNode("/a/d");
+    EXPECT_EQ(beside->SelectNodes("b").size(), 0U);
+    EXPECT_EQ(beside->SelectNodes("//b").size(), 3U);
+    EXPECT_EQ(FoldedText().one().SelectSingleNode("/a/d")->SelectNodes("../s/b").size(), 3U);
+    // It stands where it stood.
+    beside->SetAttribute("e", "f");
+    EXPECT_EQ(text.one().SelectSingleNode("/a/d")->GetAttribute("e"), "f");
+}
+
+/// What is written beside and what comes later stand in one document with what was folded.
+TEST(FoldedTexts, KeepTheirPlace) {
+    FoldedText text;
+    const host::DOMNodePtr beside = text.one().SelectSingleNode("/a/d");
+    beside->AppendChild(*text.one().CreateElement("b"));
+    EXPECT_EQ(text.one().SelectNodes("/a/d/b").size(), 1U);
+    EXPECT_EQ(text.one().SelectNodes("//b").size(), 4U);
+    EXPECT_EQ(text.one().Xml(), "<a><s><b n=\"1\"/><b n=\"2\"><c/></b><b/></s><d><b/></d></a>");
+    EXPECT_EQ(text.other().Xml(), saved);
+}
+
+TEST(FoldedTexts, TellTheirAttributes) {
+    FoldedText text;
+    using Values = std::vector<std::string>;
+    for (int time = 1; time <= 2; ++time) {
+        for (host::DOMDocument* document : {&text.one(), &text.other()}) {
+            EXPECT_EQ(document->AttributesAt("/a/s/b", "n"), (Values{"1", "2", ""}));
+            EXPECT_EQ(document->AttributesAt("/a/s/b", "m"), (Values{"", "", ""}));
+            EXPECT_EQ(document->AttributesAt("//c", "n"), Values{""});
+            EXPECT_EQ(document->AttributesAt("/a/d/b", "n"), Values());
+        }
+    }
+    // Of nodes that were folded and of others.
+    const host::DOMNodePtr added = text.one().CreateElement("b");
+    added->SetAttribute("n", "3");
+    text.one().SelectSingleNode("/a/d")->AppendChild(*added);
+    EXPECT_EQ(text.one().AttributesAt("//b", "n"), (Values{"1", "2", "", "3"}));
+    EXPECT_EQ(text.other().AttributesAt("//b", "n"), (Values{"1", "2", ""}));
+    // Written, they are one document's own.
+    text.one().SelectSingleNode("/a/s/b")->SetAttribute("n", "9");
+    EXPECT_EQ(text.one().AttributesAt("/a/s/b", "n"), (Values{"9", "2", ""}));
+    EXPECT_EQ(text.other().AttributesAt("/a/s/b", "n"), (Values{"1", "2", ""}));
+}
+
 /// The names that copies add do not pile up for ever.
 TEST(RepeatedTexts, BeginAnewWhenTheirCopiesHaveAddedManyNames) {
     const auto repeated = std::make_shared<RepeatedTexts>();
