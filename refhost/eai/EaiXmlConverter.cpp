@@ -27,13 +27,13 @@ public:
         // By its namespace: what reads records goes by it, on every parser.
         const host::DOMNodePtr row = document_.CreateElementNS("z:row", "#RowsetSchema");
         set_.clear();
-        for (const host::DOMNodePtr& child : element.ChildNodes()) {
-            const std::string* const column = columns_->ColumnOf(child->NodeName());
+        element.VisitChildren([&](const host::DOMNode& child) {
+            const std::string* const column = columns_->ColumnOf(child.NodeName());
             if (column != nullptr && std::ranges::find(set_, *column) == set_.end()) {
-                row->SetAttribute(*column, child->Text());
+                row->SetAttribute(*column, child.Text());
                 set_.emplace_back(*column);
             }
-        }
+        });
         data_->AppendChild(*row);
     }
 

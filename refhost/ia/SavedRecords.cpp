@@ -35,8 +35,16 @@ SavedRecords::SavedRecords(const host::DOMDocument& document)
 std::vector<SavedRecords::Cell> SavedRecords::CellsOf(const SavedRecord& record) const {
     std::vector<Cell> cells;
     cells.reserve(record.values().size());
+    auto behind = columns_.begin();
     for (const auto& [name, value] : record.values()) {
-        if (const auto found = std::ranges::find(columns_, name); found != columns_.end()) {
+        // Values mostly stand in the columns' order.
+        auto found = std::find(behind, columns_.end(), name);
+        if (found == columns_.end()) {
+            found = std::find(columns_.begin(), behind, name);
+            found = found == behind ? columns_.end() : found;
+        }
+        if (found != columns_.end()) {
+            behind = found + 1;
             const auto column = static_cast<std::size_t>(found - columns_.begin());
             const bool number = std::ranges::find(numberTypes, types_[column]) != numberTypes.end();
             cells.push_back({column, name, value, number});

@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstring>
+#include <memory_resource>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -92,7 +94,10 @@ private:
     std::string_view rest_;
     std::unique_ptr<Tree> tree_ = std::make_unique<Tree>();
     Element* current_ = &tree_->document();
-    std::unordered_map<std::string_view, Name> names_;
+    /// What the names of a short text take.
+    std::array<std::byte, 4096> firstRoom_;
+    std::pmr::monotonic_buffer_resource room_{firstRoom_.data(), firstRoom_.size()};
+    std::pmr::unordered_map<std::string_view, Name> names_{&room_};
     Name* last_ = nullptr;
     /// The names of the open elements.
     std::vector<const Name*> open_;
