@@ -13,5 +13,7 @@ struct Time {
 };
 
 Time Measure(const std::function<void()>& run);
+/// The same with the processor's time of this thread alone.
+Time MeasureThread(const std::function<void()>& run);
 
 } // namespace bench

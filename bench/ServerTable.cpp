@@ -1,21 +1,23 @@
+#include "bench/BareClient.h"
 #include "bench/Measure.h"
 #include "bench/Middle.h"
-#include "bench/RecordStatements.h"
 #include "bench/Tables.h"
 #include "bench/imports/Import.h"
 #include "bench/imports/RunImport.h"
 #include "refhost/OpenDatabase.h"
 #include "refhost/account/Account.h"
 #include "refhost/ado/Connection.h"
-#include "refhost/odbc/Handle.h"
-#include "refhost/odbc/Statement.h"
-#include "refhost/odbc/Utf16.h"
+#include "refhost/ado/ForwardingDatabase.h"
 #include "tests/support/TdsServer.h"
 #include "tests/support/TestAccount.h"
 
+#include <algorithm>
+#include <functional>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
@@ -23,60 +25,6 @@
 
 namespace bench {
 namespace {
-
-using refhost::odbc::Check;
-using refhost::odbc::Utf16Text;
-
-/// How a text goes to the server.
-enum class Way { direct, prepared };
-
-/// No more than ODBC takes to have a text run: sent, its rows fetched, its further answers asked for. Nothing is read
-/// of a row, nothing described; one statement handle serves all.
-class BareClient {
-public:
-    explicit BareClient(const std::string& connectionString) {
-        SQLHANDLE handle = nullptr;
-        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &handle);
-        environment_ = refhost::odbc::EnvironmentHandle(handle);
-        SQLSetEnvAttr(handle, SQL_ATTR_ODBC_VERSION, refhost::odbc::AttributeNumber(SQL_OV_ODBC3), 0);
-        connection_ = refhost::odbc::Allocate<refhost::odbc::ConnectionHandle>(environment_);
-        Utf16Text text = refhost::odbc::ToUtf16(connectionString);
-        Check(SQLDriverConnectW(connection_.get(), nullptr, text.data(), static_cast<SQLSMALLINT>(text.size()), nullptr,
-                                0, nullptr, SQL_DRIVER_NOPROMPT),
-              SQL_HANDLE_DBC, connection_.get());
-        statement_ = refhost::odbc::Allocate<refhost::odbc::StatementHandle>(connection_);
-    }
-    ~BareClient() {
-        statement_ = {};
-        SQLDisconnect(connection_.get());
-    }
-    BareClient(const BareClient&) = delete;
-    BareClient& operator=(const BareClient&) = delete;
-
-    /// Throws host::Error when the server refuses the text.
-    void Run(Utf16Text& text, Way way) {
-        SQLHSTMT statement = statement_.get();
-        const auto size = static_cast<SQLINTEGER>(text.size());
-        if (way == Way::direct) {
-            Check(SQLExecDirectW(statement, text.data(), size), SQL_HANDLE_STMT, statement);
-        } else {
-            Check(SQLPrepareW(statement, text.data(), size), SQL_HANDLE_STMT, statement);
-            Check(SQLExecute(statement), SQL_HANDLE_STMT, statement);
-        }
-        do {
-            SQLSMALLINT columns = 0;
-            SQLNumResultCols(statement, &columns);
-            while (columns > 0 && SQL_SUCCEEDED(SQLFetch(statement))) {
-            }
-        } while (SQL_SUCCEEDED(SQLMoreResults(statement)));
-        SQLFreeStmt(statement, SQL_CLOSE);
-    }
-
-private:
-    refhost::odbc::EnvironmentHandle environment_;
-    refhost::odbc::ConnectionHandle connection_;
-    refhost::odbc::StatementHandle statement_;
-};
 
 /// A new account for one run of an import: a database that is made and dropped on a server that is there already, or a
 /// server of the tests.
@@ -118,68 +66,149 @@ public:
     const std::string& connectionString() const { return connectionString_; }
 
 private:
+    static std::string NewName() {
+        static int count = 0;
+        return "kovra_bench_" + std::to_string(getpid()) + "_" + std::to_string(++count);
+    }
+
     std::string server_;
-    std::string name_ = "kovra_bench_" + std::to_string(getpid());
+    std::string name_ = NewName();
     std::optional<test::TestAccount> own_;
     std::unique_ptr<test::TdsServer> tds_;
     std::string connectionString_;
 };
 
-struct ServerRound {
-    Time transact;
+/// What one statement took in each way.
+struct Triple {
+    Time ours;
     Time direct;
     Time prepared;
 };
 
-Time Replay(const Import& import, std::size_t rows, const std::string& server, std::vector<Utf16Text>& texts, Way way) {
-    const ServerAccount account(server, import.account(rows));
-    return Measure([&] {
-        BareClient client(account.connectionString());
-        for (Utf16Text& text : texts) {
-            client.Run(text, way);
-        }
-    });
+struct Comparison {
+    std::vector<Triple> statements;
+    /// Seconds of the processor that the statements took, and the whole import.
+    double within = 0;
+    double whole = 0;
+};
+
+/// Sends each statement of an import three times, one right after another: through the import's own connection, and by
+/// bare clients to two servers of the same content. The first changes from one statement to the next, and what the
+/// machine does besides meets all three alike.
+class ThreeWays : public refhost::ForwardingDatabase {
+public:
+    ThreeWays(std::shared_ptr<refhost::Database> inner, BareClient& direct, BareClient& prepared,
+              Comparison& comparison)
+        : ForwardingDatabase(std::move(inner)), direct_(direct), prepared_(prepared), comparison_(comparison) {}
+
+    refhost::ResultSet Query(std::string_view sql) override {
+        refhost::ResultSet result;
+        Compare(sql, [&] { result = ForwardingDatabase::Query(sql); });
+        return result;
+    }
+    void Execute(std::string_view sql) override {
+        Compare(sql, [&] { ForwardingDatabase::Execute(sql); });
+    }
+
+private:
+    void Compare(std::string_view sql, const std::function<void()>& run) {
+        comparison_.within += MeasureThread([&] {
+                                  refhost::odbc::Utf16Text text = refhost::odbc::ToUtf16(sql);
+                                  const std::size_t first = comparison_.statements.size();
+                                  Triple& triple = comparison_.statements.emplace_back();
+                                  for (std::size_t turn = first; turn < first + 3; ++turn) {
+                                      switch (turn % 3) {
+                                      case 0:
+                                          triple.ours = MeasureThread(run);
+                                          break;
+                                      case 1:
+                                          triple.direct = MeasureThread([&] { direct_.Run(text, Way::direct); });
+                                          break;
+                                      default:
+                                          triple.prepared = MeasureThread([&] { prepared_.Run(text, Way::prepared); });
+                                      }
+                                  }
+                              }).processor;
+    }
+
+    BareClient& direct_;
+    BareClient& prepared_;
+    Comparison& comparison_;
+};
+
+Comparison Compare(const Import& import, std::size_t rows, const std::string& server) {
+    const std::vector<std::string> content = import.account(rows);
+    const ServerAccount account(server, content);
+    const ServerAccount accountOfDirect(server, content);
+    const ServerAccount accountOfPrepared(server, content);
+    BareClient direct(accountOfDirect.connectionString());
+    BareClient prepared(accountOfPrepared.connectionString());
+    const std::string request = import.request(rows);
+    Comparison comparison;
+    comparison.whole =
+        MeasureThread([&] {
+            RunImport(import, request, account.connectionString(), [&](const std::string& text) {
+                return std::make_unique<ThreeWays>(refhost::OpenExisting()(text), direct, prepared, comparison);
+            });
+        }).processor;
+    return comparison;
 }
 
-ServerRound RunRound(const Import& import, std::size_t rows, const std::string& request, const std::string& server,
-                     std::vector<Utf16Text>& texts) {
-    ServerRound round;
-    {
-        const ServerAccount account(server, import.account(rows));
-        round.transact =
-            Measure([&] { RunImport(import, request, account.connectionString(), refhost::OpenExisting()); });
+/// The mean in microseconds without the tenth at either end, where something else had its turn.
+template <class Value> double MiddleMean(const std::vector<Triple>& statements, const Value& value) {
+    std::vector<double> values;
+    for (const Triple& statement : statements) {
+        values.push_back(value(statement));
     }
-    round.direct = Replay(import, rows, server, texts, Way::direct);
-    round.prepared = Replay(import, rows, server, texts, Way::prepared);
-    return round;
+    std::ranges::sort(values);
+    const auto tenth = static_cast<std::ptrdiff_t>(values.size() / 10);
+    const double sum = std::accumulate(values.begin() + tenth, values.end() - tenth, 0.0);
+    return sum / static_cast<double>(values.size() - 2 * values.size() / 10) * 1e6;
+}
+
+/// Microseconds for a statement.
+struct ServerRound {
+    double direct = 0;
+    double prepared = 0;
+    /// What the import's connection takes beyond the bare client, and what all else of the import takes.
+    double byConnection = 0;
+    double byRest = 0;
+    double ourProcessor = 0;
+    double directProcessor = 0;
+
+    double Added() const { return (byConnection + byRest) / direct * 100; }
+};
+
+ServerRound RunRound(const Import& import, std::size_t rows, const std::string& server) {
+    const Comparison comparison = Compare(import, rows, server);
+    const std::vector<Triple>& all = comparison.statements;
+    return {
+        .direct = MiddleMean(all, [](const Triple& each) { return each.direct.wall; }),
+        .prepared = MiddleMean(all, [](const Triple& each) { return each.prepared.wall; }),
+        .byConnection = MiddleMean(all, [](const Triple& each) { return each.ours.wall - each.direct.wall; }),
+        .byRest = (comparison.whole - comparison.within) / static_cast<double>(all.size()) * 1e6,
+        .ourProcessor = MiddleMean(all, [](const Triple& each) { return each.ours.processor; }),
+        .directProcessor = MiddleMean(all, [](const Triple& each) { return each.direct.processor; }),
+    };
 }
 
 } // namespace
 
 void PrintServerTable(std::size_t rows, int rounds, const std::string& server) {
-    fmt::print("| import | rows | Transact ms | direct ms | prepared ms | Transact / direct | "
-               "processor ms | direct processor ms | Transact / direct |\n|---|---|---|---|---|---|---|---|---|\n");
+    fmt::print("| import | rows | direct us | prepared us | the connection adds us | the rest adds us | added | "
+               "processor us, direct | the connection |\n|---|---|---|---|---|---|---|---|---|\n");
     for (const Import& import : {InventorySettings(), OppositeSettings(), StandardCostSettings(), OpeningBalances()}) {
-        const std::string request = import.request(rows);
-        std::vector<Utf16Text> texts;
-        for (const std::string& statement : RecordStatements(import, rows, request)) {
-            texts.push_back(refhost::odbc::ToUtf16(statement));
-        }
         std::vector<ServerRound> all;
         for (int round = 0; round < rounds; ++round) {
-            all.push_back(RunRound(import, rows, request, server, texts));
+            all.push_back(RunRound(import, rows, server));
         }
-        const auto milliseconds = [&](Time ServerRound::*run, double Time::*clock) {
-            return Middle(all, [&](const ServerRound& round) { return round.*run.*clock * 1000; });
+        const auto middle = [&](double ServerRound::*part) {
+            return Middle(all, [&](const ServerRound& round) { return round.*part; });
         };
-        const auto ratio = [&](double Time::*clock) {
-            return Middle(all, [&](const ServerRound& round) { return round.transact.*clock / round.direct.*clock; });
-        };
-        fmt::print("| {} | {} | {:.0f} | {:.0f} | {:.0f} | {:.2f} | {:.0f} | {:.0f} | {:.2f} |\n", import.name, rows,
-                   milliseconds(&ServerRound::transact, &Time::wall), milliseconds(&ServerRound::direct, &Time::wall),
-                   milliseconds(&ServerRound::prepared, &Time::wall), ratio(&Time::wall),
-                   milliseconds(&ServerRound::transact, &Time::processor),
-                   milliseconds(&ServerRound::direct, &Time::processor), ratio(&Time::processor));
+        fmt::print("| {} | {} | {:.1f} | {:.1f} | {:.1f} | {:.1f} | {:.1f} % | {:.1f} | {:.1f} |\n", import.name, rows,
+                   middle(&ServerRound::direct), middle(&ServerRound::prepared), middle(&ServerRound::byConnection),
+                   middle(&ServerRound::byRest), Middle(all, [](const ServerRound& round) { return round.Added(); }),
+                   middle(&ServerRound::directProcessor), middle(&ServerRound::ourProcessor));
         std::fflush(stdout);
     }
 }

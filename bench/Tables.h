@@ -16,9 +16,9 @@ void PrintVoucherTable(std::size_t rows);
 /// Inventory settings into a file in `folder`: time, beside that of `script` (bench/settings.py), with which they
 /// alternate, and what is asked of the system.
 void PrintFileTable(std::size_t rows, int rounds, const std::string& folder, const std::string& script);
-/// Imports into an account on a server, beside a client that does nothing but send the same texts, directly or
-/// prepared, and fetch what comes; the three alternate. Time on the clock and of the processor, which in the second
-/// case counts the server's too when it is the tests' own.
+/// Imports into an account on a server. Each statement goes besides, right before or after, to two servers of the same
+/// content by a client that does nothing but send it, directly or prepared, and fetch what comes: microseconds for a
+/// statement, what the import adds to the direct one, and time of the processor by the client's side alone.
 /// @param server an ODBC connection string without a database, where databases are made and dropped; empty for the
 /// tests' own server
 void PrintServerTable(std::size_t rows, int rounds, const std::string& server);
