@@ -2,6 +2,7 @@
 
 #include "text/Utf8.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -12,18 +13,26 @@ namespace text {
 /// that surrogate, so that every UTF-16 text comes back as it was; a byte that begins no character becomes U+FFFD.
 template <class Unit> std::basic_string<Unit> ToUtf16(std::string_view text) {
     static_assert(sizeof(Unit) == 2);
-    std::basic_string<Unit> units;
-    units.reserve(text.size());
+    // No character takes more units than bytes.
+    std::basic_string<Unit> units(text.size(), Unit());
+    Unit* end = units.data();
     for (std::size_t position = 0; position < text.size();) {
+        const std::size_t ascii = AsciiLength(text.substr(position));
+        end = std::copy_n(text.data() + position, ascii, end);
+        position += ascii;
+        if (position == text.size()) {
+            break;
+        }
         const Utf8Character character = ReadUtf8(text, position);
         position += character.length;
         if (character.codePoint < 0x10000) {
-            units.push_back(static_cast<Unit>(character.codePoint));
+            *end++ = static_cast<Unit>(character.codePoint);
         } else {
-            units.push_back(static_cast<Unit>(0xD800 + ((character.codePoint - 0x10000) >> 10)));
-            units.push_back(static_cast<Unit>(0xDC00 + ((character.codePoint - 0x10000) & 0x3FF)));
+            *end++ = static_cast<Unit>(0xD800 + ((character.codePoint - 0x10000) >> 10));
+            *end++ = static_cast<Unit>(0xDC00 + ((character.codePoint - 0x10000) & 0x3FF));
         }
     }
+    units.resize(static_cast<std::size_t>(end - units.data()));
     return units;
 }
 

@@ -92,10 +92,15 @@ std::string_view CutUtf8(std::string_view text, std::size_t bytes) noexcept {
     return text.substr(0, end);
 }
 
-bool IsAscii(std::string_view text) noexcept {
-    text.remove_prefix(AsciiBlocks(text));
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+std::size_t AsciiLength(std::string_view text) noexcept {
+    std::size_t length = AsciiBlocks(text);
+    while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80) {
+        ++length;
+    }
+    return length;
 }
+
+bool IsAscii(std::string_view text) noexcept { return AsciiLength(text) == text.size(); }
 
 bool IsUtf8(std::string_view text) noexcept {
     for (std::size_t position = 0; position < text.size();) {

@@ -32,6 +32,9 @@ constexpr bool ContinuesUtf8(char byte) noexcept { return (static_cast<unsigned 
 /// The beginning of `text`, at most `bytes` long, no character cut through.
 std::string_view CutUtf8(std::string_view text, std::size_t bytes) noexcept;
 
+/// Bytes of ASCII at the beginning of `text`.
+std::size_t AsciiLength(std::string_view text) noexcept;
+
 bool IsAscii(std::string_view text) noexcept;
 
 /// Whether the whole text is well-formed UTF-8, without surrogates.

@@ -9,6 +9,7 @@
 #include <array>
 #include <chrono>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -84,7 +85,10 @@ std::optional<std::basic_string<Unit>> ReadWhole(SQLHSTMT statement, SQLUSMALLIN
     // The driver ends a text chunk with a zero unit, a binary one not.
     const std::size_t terminator = cType == SQL_C_BINARY ? 0 : 1;
     std::basic_string<Unit> whole;
-    std::vector<Unit> chunk(256);
+    // Nearly every value fits here.
+    std::array<Unit, 256> first;
+    std::vector<Unit> further;
+    std::span<Unit> chunk(first);
     for (;;) {
         SQLLEN indicator = 0;
         const SQLRETURN result = SQLGetData(statement, index, cType, chunk.data(),
@@ -102,7 +106,8 @@ std::optional<std::basic_string<Unit>> ReadWhole(SQLHSTMT statement, SQLUSMALLIN
         if (!more) {
             return whole;
         }
-        chunk.resize(std::min<std::size_t>(chunk.size() * 4, 1U << 20));
+        further.resize(std::min<std::size_t>(chunk.size() * 4, 1U << 20));
+        chunk = further;
     }
 }
 
