@@ -64,7 +64,7 @@ constexpr int settingAllocations = lookUps + recordset + 2 * text + outcome;
 // Worked out for nobody: what documents take besides their look-ups stands here as it was, so that it does not grow. Of
 // a provision the two templates are copied, filled, saved and read; of a price voucher few statements save and post all
 // entries, and its records are read and become a document.
-constexpr int allocationsOfProvision = 164;
+constexpr int allocationsOfProvision = 168;
 constexpr int allocationsOfSavedEntry = 118;
 constexpr int stepsOfSavedEntry = 1010;
 
