@@ -12,10 +12,12 @@
 #include "tests/support/TestAccount.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -80,6 +82,8 @@ private:
 
 /// What one statement took in each way.
 struct Triple {
+    using Way = std::pair<Time Triple::*, std::function<void()>>;
+
     Time ours;
     Time direct;
     Time prepared;
@@ -93,7 +97,7 @@ struct Comparison {
 };
 
 /// Sends each statement of an import three times, one right after another: through the import's own connection, and by
-/// bare clients to two servers of the same content. The first changes from one statement to the next, and what the
+/// bare clients to two servers of the same content. Which comes first is drawn by lot, and what the
 /// machine does besides meets all three alike.
 class ThreeWays : public refhost::ForwardingDatabase {
 public:
@@ -112,25 +116,22 @@ public:
 
 private:
     void Compare(std::string_view sql, const std::function<void()>& run) {
-        comparison_.within += MeasureThread([&] {
-                                  refhost::odbc::Utf16Text text = refhost::odbc::ToUtf16(sql);
-                                  const std::size_t first = comparison_.statements.size();
-                                  Triple& triple = comparison_.statements.emplace_back();
-                                  for (std::size_t turn = first; turn < first + 3; ++turn) {
-                                      switch (turn % 3) {
-                                      case 0:
-                                          triple.ours = MeasureThread(run);
-                                          break;
-                                      case 1:
-                                          triple.direct = MeasureThread([&] { direct_.Run(text, Way::direct); });
-                                          break;
-                                      default:
-                                          triple.prepared = MeasureThread([&] { prepared_.Run(text, Way::prepared); });
-                                      }
-                                  }
-                              }).processor;
+        comparison_.within += MeasureThread([&] { CompareOne(refhost::odbc::ToUtf16(sql), run); }).processor;
     }
 
+    void CompareOne(refhost::odbc::Utf16Text text, const std::function<void()>& run) {
+        Triple& triple = comparison_.statements.emplace_back();
+        std::array ways = {Triple::Way{&Triple::ours, run},
+                           Triple::Way{&Triple::direct, [&] { direct_.Run(text, Way::direct); }},
+                           Triple::Way{&Triple::prepared, [&] { prepared_.Run(text, Way::prepared); }}};
+        std::ranges::shuffle(ways, order_);
+        for (const auto& [time, send] : ways) {
+            triple.*time = MeasureThread(send);
+        }
+    }
+
+    /// The same in every run, and in step with nothing.
+    std::minstd_rand order_;
     BareClient& direct_;
     BareClient& prepared_;
     Comparison& comparison_;
