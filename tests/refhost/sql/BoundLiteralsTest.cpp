@@ -1,6 +1,7 @@
 // Literals that a statement had the time before stay bound: what they give is what binding them anew would give.
 
 #include "tests/refhost/sql/Support.h"
+#include "tests/support/TestAccount.h"
 
 #include <memory>
 #include <string>
@@ -56,9 +57,12 @@ TEST_F(BoundLiterals, AfterOneThatCouldNotBeConverted) {
     Insert("a", "2023-01-02", "1.5");
     EXPECT_THROW(Insert("b", "2023-02-30", "2.5"), host::Error);
     EXPECT_THROW(Insert("b", "2023-02-30", "2.5"), host::Error);
+    Insert("b", "2023-01-02", "2.5");
     Insert("a", "2023-01-02", "2.5");
+    EXPECT_THROW(Insert("b", "2023-01-03", "1e999"), host::Error);
     Insert("b", "2023-01-03", "1.5");
-    EXPECT_EQ(Rows(), "'a' '2023-01-02' 1.5r | 'a' '2023-01-02' 2.5r | 'b' '2023-01-03' 1.5r");
+    EXPECT_EQ(Rows(), "'a' '2023-01-02' 1.5r | 'b' '2023-01-02' 2.5r | 'a' '2023-01-02' 2.5r | "
+                      "'b' '2023-01-03' 1.5r");
 }
 
 TEST_F(BoundLiterals, WithDoubledQuotesAndOutsideTheCodePage) {
@@ -96,6 +100,38 @@ TEST_F(BoundLiterals, OfAStatementThatIsMadeAnew) {
     db_->Execute("alter table t add n int");
     Insert("a", "2023-01-02", "1.5");
     EXPECT_EQ(Rows(), "'a' '2023-01-02' 1.5r | 'a' '2023-01-02' 1.5r | 'a' '2023-01-02' 1.5r");
+}
+
+TEST_F(BoundLiterals, OfAStatementThatAnotherConnectionHasMadeAnew) {
+    const test::TemporaryFolder folder;
+    const std::string text = "Provider=KovraAccount;Data Source=" + (folder.path() / "account.db").string();
+    const auto one = refhost::sql::OpenEmbedded(text, refhost::sql::Mode::create);
+    const auto other = refhost::sql::OpenEmbedded(text, refhost::sql::Mode::open);
+    const std::string insert = "insert into t (name, n) values ('a name of more than sixteen bytes', 1.5)";
+    one->Execute("create table t (name varchar(200), n float)");
+    one->Execute(insert);
+    for (const char* const change : {"create table u (n int)", "alter table t add d int", "drop table u"}) {
+        other->Execute(change);
+        one->Execute(std::string(insert)); // a copy, so that nothing of it is left
+    }
+    EXPECT_EQ(Answer(*one, "select count(*) from t where name = 'a name of more than sixteen bytes' and n = 1.5"), "4");
+}
+
+TEST_F(BoundLiterals, WhoseMeaningIsSetAnew) {
+    for (const char* const order : {"dmy", "mdy", "mdy", "dmy"}) {
+        Run(std::string("set dateformat ") + order);
+        Insert("a", "01/02/2023", "1.5");
+    }
+    EXPECT_EQ(Answer(*db_, "select convert(varchar(10), day, 23) from t order by id"),
+              "'2023-02-01' | '2023-01-02' | '2023-01-02' | '2023-02-01'");
+}
+
+TEST_F(BoundLiterals, BesideVariables) {
+    EXPECT_EQ(Batch(*db_, "declare @i int = 0, @name varchar(9) while @i < 3 begin set @i = @i + 1 "
+                          "insert into t (name, day, amount) values (@name, '2023-01-02', @i) "
+                          "set @name = 'after ' + convert(varchar(9), @i) end"),
+              "1 written; 1 written; 1 written");
+    EXPECT_EQ(Rows(), "Null '2023-01-02' 1r | 'after 1' '2023-01-02' 2r | 'after 2' '2023-01-02' 3r");
 }
 
 TEST_F(BoundLiterals, OfRowsThatAreWrittenOneByOne) {
