@@ -2,7 +2,6 @@
 
 #include "import/messages/Language.h"
 
-#include <compare>
 #include <string_view>
 
 namespace importing {
@@ -12,7 +11,7 @@ struct Message {
     std::string_view chinese;
     std::string_view english;
 
-    auto operator<=>(const Message&) const = default;
+    bool operator==(const Message&) const = default;
 };
 
 /// Everything that the import says to people.

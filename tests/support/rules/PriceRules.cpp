@@ -56,7 +56,7 @@ std::string Document(const PriceDocument& document) {
     return xml + "</body></row>";
 }
 
-std::string Documents(const std::vector<PriceDocument>& documents) {
+std::string PriceDocuments(const std::vector<PriceDocument>& documents) {
     std::string xml;
     for (const PriceDocument& document : documents) {
         xml += Document(document);
@@ -109,7 +109,7 @@ PlayedCall PriceCall(const std::string& name, const std::string& valuation,
             .setup = PriceSetup(valuation),
             .restore = priceRestore,
             .contents = priceContents,
-            .run = TransactOf<kovra::ClsPriceJustVou>(Request("ADD", Documents(documents))),
+            .run = TransactOf<kovra::ClsPriceJustVou>(Request("ADD", PriceDocuments(documents))),
             .rules = [=](Play& play) { return PriceRules(play, valuation == "按存货核算").Transact(documents); }};
 }
 
