@@ -105,7 +105,8 @@ Cell Evaluate(const Literal& literal, const Slot& slot);
 
 /// Has a plan's statement made. Throws like `Prepare`.
 void PrepareStatement(Plan& plan, sqlite3* db);
-/// Binds every parameter of the plan. What is bound may point into the statement's text.
+/// Binds every parameter of the plan but those whose literal stays bound from the run before. What is bound may point
+/// into the statement's text, which is to live for this run.
 /// @param variables of the batch, nullptr where it has none
 void BindParameters(const Plan& plan, const std::vector<Literal>& literals, const Variables* variables);
 

@@ -116,6 +116,14 @@ Ticks AddPart(DatePart part, std::int64_t number, Ticks ticks) {
         c.day = std::min(c.day, DaysInMonth(c.year, c.month));
         return ToTicks(c);
     };
+    const auto add = [&](Ticks unit) {
+        // More than lies between any two dates, and less than the ticks can count.
+        constexpr Ticks most = 4'000'000 * ticksPerDay;
+        if (number < -most / unit || number > most / unit) {
+            Fail(517, "Adding a value to a 'datetime' column caused an overflow.");
+        }
+        return ticks + number * unit;
+    };
     switch (part) {
     case DatePart::year:
         return addMonths(number * 12);
@@ -124,24 +132,18 @@ Ticks AddPart(DatePart part, std::int64_t number, Ticks ticks) {
     case DatePart::month:
         return addMonths(number);
     case DatePart::week:
-        number *= 7;
-        break;
+        return add(7 * ticksPerDay);
     case DatePart::hour:
-        return ticks + number * 3600 * ticksPerSecond;
+        return add(3600 * ticksPerSecond);
     case DatePart::minute:
-        return ticks + number * 60 * ticksPerSecond;
+        return add(60 * ticksPerSecond);
     case DatePart::second:
-        return ticks + number * ticksPerSecond;
+        return add(ticksPerSecond);
     case DatePart::millisecond:
-        return ticks + number * (ticksPerSecond / 1000);
+        return add(ticksPerSecond / 1000);
     default:
-        break;
+        return add(ticksPerDay);
     }
-    constexpr std::int64_t mostDays = 4'000'000;
-    if (number < -mostDays || number > mostDays) {
-        Fail(517, "Adding a value to a 'datetime' column caused an overflow.");
-    }
-    return ticks + number * ticksPerDay;
 }
 
 } // namespace refhost::sql

@@ -35,6 +35,7 @@ struct Calendar {
 Calendar ToCalendar(Ticks ticks);
 /// `calendar` must be a real date.
 Ticks ToTicks(const Calendar& calendar);
+/// @param month 1 to 12
 int DaysInMonth(std::int64_t year, int month);
 
 // Orders of SET DATEFORMAT that no style of `convert` has, in a style's place.
