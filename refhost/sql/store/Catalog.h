@@ -83,7 +83,7 @@ public:
     std::shared_ptr<const Table> Get(const Name& name);
     /// What tells the table or view of that name from all others. Throws like `Resolve`.
     std::string KeyOf(const Name& name) const { return KeyOf(Resolve(name)); }
-    /// Takes note, as long as it lives, of what is looked for. Both outlive it, and a catalogue has one at a time.
+    /// Takes note, as long as it lives, of what is looked for. Both outlive it, and a catalog has one at a time.
     class NotingNames {
     public:
         NotingNames(Catalog& catalog, NamedTables& named) : catalog_(catalog) { catalog_.named_ = &named; }
