@@ -1,9 +1,14 @@
 #include "ModPub/RowKey.h"
 
+#include <cstddef>
+
 namespace ModPub {
 
 void AppendKeyPart(std::string& key, std::string_view label, std::string_view value) {
-    if (!key.empty()) {
+    constexpr std::size_t usualSize = 120;
+    if (key.empty()) {
+        key.reserve(usualSize);
+    } else {
         key.append("， ");
     }
     if (!value.empty()) {

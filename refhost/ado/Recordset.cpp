@@ -8,14 +8,15 @@
 
 #include <algorithm>
 #include <typeinfo>
+#include <utility>
 
 namespace refhost {
 
 inline const Fields& Recordset::OpenFields() const {
-    if (!result_.fields) {
+    if (!result_) {
         RaiseObjectClosed();
     }
-    return *result_.fields;
+    return *result_->fields;
 }
 
 void Recordset::SetCursorLocation(host::CursorLocation location) {
@@ -34,7 +35,10 @@ void Recordset::Open(std::string_view source, host::Connection& connection, host
     // The usual kind without a search through its bases.
     auto& own = typeid(undecorated) == typeid(Connection) ? static_cast<Connection&>(undecorated)
                                                           : dynamic_cast<Connection&>(undecorated);
-    result_ = own.database().Query(source);
+    ResultSet result = own.database().Query(source);
+    if (result.fields) {
+        result_ = std::move(result);
+    }
     if (shapes_ != own.shapes()) {
         shapes_ = own.shapes();
     }
@@ -44,22 +48,22 @@ void Recordset::Open(std::string_view source, host::Connection& connection, host
 
 void Recordset::Close() {
     OpenFields();
-    result_ = {};
+    result_.reset();
 }
 
 bool Recordset::AtEOF() const {
     OpenFields();
-    return row_ == result_.rowCount;
+    return row_ == result_->rowCount;
 }
 
 bool Recordset::AtBOF() const {
     OpenFields();
-    return result_.rowCount == 0;
+    return result_->rowCount == 0;
 }
 
 std::int64_t Recordset::RecordCount() const {
     OpenFields();
-    return forwardOnly_ ? -1 : static_cast<std::int64_t>(result_.rowCount);
+    return forwardOnly_ ? -1 : static_cast<std::int64_t>(result_->rowCount);
 }
 
 void Recordset::MoveNext() {
@@ -94,15 +98,15 @@ host::Value Recordset::FieldValue(std::size_t index) const {
     if (index >= width) {
         RaiseItemNotFound();
     }
-    if (row_ == result_.rowCount) {
+    if (row_ == result_->rowCount) {
         RaiseNoCurrentRecord();
     }
-    return result_.cells[row_ * width + index];
+    return result_->cells[row_ * width + index];
 }
 
 void Recordset::Save(host::DOMDocument& document) const {
     OpenFields();
-    WriteRowset(result_, *shapes_, document);
+    WriteRowset(*result_, *shapes_, document);
 }
 
 } // namespace refhost

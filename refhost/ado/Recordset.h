@@ -5,6 +5,7 @@
 #include "refhost/ado/RowsetXml.h"
 
 #include <memory>
+#include <optional>
 
 namespace refhost {
 
@@ -16,7 +17,7 @@ public:
     void Open(std::string_view source, host::Connection& connection, host::CursorType cursorType,
               host::LockType lockType, int options) override;
     void Close() override;
-    bool IsOpen() const override { return result_.fields != nullptr; }
+    bool IsOpen() const override { return result_.has_value(); }
     bool AtEOF() const override;
     bool AtBOF() const override;
     std::int64_t RecordCount() const override;
@@ -34,7 +35,8 @@ private:
     host::CursorLocation location_ = host::CursorLocation::server;
     /// Whether the cursor is a forward-only one on the server, which does not count its rows.
     bool forwardOnly_ = false;
-    ResultSet result_;
+    /// With columns; nothing while the recordset is closed.
+    std::optional<ResultSet> result_;
     /// Of the connection that it was opened on.
     std::shared_ptr<RowsetShapes> shapes_;
     std::size_t row_ = 0;

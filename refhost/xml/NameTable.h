@@ -20,8 +20,9 @@ public:
 
     /// A name as it stands in the table. Throws `host::Error` for a text that is no (qualified) name.
     const char* Get(std::string_view name);
-    /// The same for any text; nullptr where the table does not have it.
-    const char* Find(std::string_view name) noexcept;
+    /// The same for any text; nullptr where it is no plain name. One that nothing has yet is kept as well: what a row
+    /// lacks is asked for again of the next.
+    const char* GetPlain(std::string_view text);
 
     /// Whether there are more than documents need.
     bool HasMany() const noexcept;
@@ -40,7 +41,9 @@ private:
 
     std::unique_ptr<xmlDict, DictDeleter> dict_;
     /// The latest names asked for, each in the place that its characters give: records set the same few attributes.
-    std::array<const char*, 64> latest_{};
+    std::array<std::string_view, 64> latest_{};
+    /// Likewise those that `GetPlain` gave.
+    std::array<std::string_view, 64> latestPlain_{};
     /// Names that are not plain, which were asked for and found valid.
     std::unordered_map<std::string, const char*, TextHash, std::equal_to<>> checked_;
 };

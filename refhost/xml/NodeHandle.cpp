@@ -72,13 +72,15 @@ public:
 
     std::optional<std::string> TextAt(std::string_view path) const override {
         // The name of a child, as nearly every path is.
-        const char* const name = selector_.tree().FindName(path);
-        for (const Node* child = name != nullptr && node_.IsParent() ? node_.AsElement().first : nullptr;
-             child != nullptr; child = child->next) {
+        const char* const name = selector_.tree().PlainName(path);
+        if (name == nullptr)
+            return DOMNode::TextAt(path);
+        for (const Node* child = node_.IsParent() ? node_.AsElement().first : nullptr; child != nullptr;
+             child = child->next) {
             if (child->kind == NodeKind::element && child->AsElement().name == name)
                 return TextOf(*child);
         }
-        return IsPlainName(path) ? std::nullopt : DOMNode::TextAt(path);
+        return std::nullopt;
     }
 
     host::DOMNodeList SelectNodes(std::string_view path) const override {

@@ -154,11 +154,9 @@ void Tree::OwnAttributes(Element& element) {
     element.place = Place::inside;
 }
 
-const char* Tree::Name(std::string_view name) {
-    if (!names_)
-        names_ = std::make_shared<NameTable>();
-    return names_->Get(name);
-}
+void Tree::MakeNames() { names_ = std::make_shared<NameTable>(); }
+
+const char* Tree::Name(std::string_view name) { return Names().Get(name); }
 
 template <class Holder> Holder& Tree::MakeHolder(std::string_view text) {
     const std::uint32_t size = CheckedSize(text);

@@ -134,8 +134,8 @@ public:
     /// The name of an element or attribute as it stands in the name table. Throws `host::Error` for a text that is
     /// no (qualified) name.
     const char* Name(std::string_view name);
-    /// The same for any text; nullptr where nothing in the tree has that name.
-    const char* FindName(std::string_view name) const noexcept { return names_ ? names_->Find(name) : nullptr; }
+    /// The same for any text; nullptr where it is no plain name.
+    const char* PlainName(std::string_view text) { return Names().GetPlain(text); }
     /// Takes the names from a parser's table; to be called on an empty tree.
     void AdoptNames(xmlDict* names) { names_ = std::make_shared<NameTable>(names); }
 
@@ -174,6 +174,12 @@ public:
     std::size_t BytesUsed() const noexcept { return bytesUsed_; }
 
 private:
+    NameTable& Names() {
+        if (!names_)
+            MakeNames();
+        return *names_;
+    }
+    void MakeNames();
     /// A `CharacterData` or an `Attribute` with its text.
     template <class Holder> Holder& MakeHolder(std::string_view text);
     /// One that borrows the text of the origin's `from`.

@@ -68,23 +68,24 @@ const Plan* StatementGuess::Guess(std::string_view sql) {
     return nullptr;
 }
 
-bool StatementGuess::Matches(const Known& known, std::string_view sql) {
-    literals_.clear();
-    for (const Piece& piece : known.pieces) {
-        const std::size_t begin = piece.before.size();
-        if (sql.size() < begin || std::memcmp(sql.data(), piece.before.data(), begin) != 0) {
+bool StatementGuess::Matches(Known& known, std::string_view sql) {
+    auto before = known.before.begin();
+    for (Literal& literal : known.literals) {
+        const std::size_t begin = before->size();
+        if (sql.size() < begin || std::memcmp(sql.data(), before->data(), begin) != 0) {
             return false;
         }
+        ++before;
         sql.remove_prefix(begin);
-        const std::size_t size = piece.kind == LiteralKind::text ? TextSize(sql) : NumberSize(sql, piece.kind);
+        const std::size_t size = literal.kind == LiteralKind::text ? TextSize(sql) : NumberSize(sql, literal.kind);
         if (size == std::string_view::npos) {
             return false;
         }
-        literals_.push_back({piece.kind, piece.national, false, sql.substr(0, size)});
+        literal.body = sql.substr(0, size);
         sql.remove_prefix(size);
     }
     return sql == known.tail && std::ranges::all_of(known.pinned, [&](const auto& pinned) {
-               return literals_[pinned.first].body == pinned.second;
+               return known.literals[pinned.first].body == pinned.second;
            });
 }
 
@@ -96,7 +97,8 @@ void StatementGuess::Learn(const Plan& plan, std::string_view sql, const std::ve
         std::size_t kept = 0;
         for (const Literal& literal : literals) {
             const auto begin = static_cast<std::size_t>(literal.body.data() - sql.data());
-            known.pieces.push_back({std::string(sql.substr(kept, begin - kept)), literal.kind, literal.national});
+            known.before.emplace_back(sql.substr(kept, begin - kept));
+            known.literals.push_back({literal.kind, literal.national, false, {}});
             kept = begin + literal.body.size();
         }
         known.tail = sql.substr(kept);

@@ -17,10 +17,11 @@ namespace refhost::sql {
 /// between the literals is compared as a whole then, instead of being read character by character.
 class StatementGuess {
 public:
-    /// The plan of the statement when it is the one that followed last time, with its literals in `Literals`; else
-    /// nullptr, and only reading the statement tells.
+    /// The plan of the statement when it is the one that followed last time; else nullptr, and only reading the
+    /// statement tells.
     const Plan* Guess(std::string_view sql);
-    const std::vector<Literal>& Literals() const { return literals_; }
+    /// The literals of the statement that was guessed last. They live as long as the statement's text and its plan.
+    const std::vector<Literal>& Literals() const { return last_->literals; }
     /// Takes note of the plan that a statement has, and of what it followed.
     /// @param literals of the statement; they point into `sql`
     void Learn(const Plan& plan, std::string_view sql, const std::vector<Literal>& literals);
@@ -28,15 +29,12 @@ public:
     void Clear();
 
 private:
-    /// A literal, and what stands between it and the one before, quotes included.
-    struct Piece {
-        std::string before;
-        LiteralKind kind = LiteralKind::text;
-        bool national = false;
-    };
     struct Known {
         const Plan* plan = nullptr;
-        std::vector<Piece> pieces;
+        /// What stands between each literal and the one before, quotes included.
+        std::vector<std::string> before;
+        /// Their bodies are those of the statement that was compared last.
+        std::vector<Literal> literals;
         std::string tail;
         /// Literals that the plan is bound to, with their bodies.
         std::vector<std::pair<std::size_t, std::string>> pinned;
@@ -44,11 +42,10 @@ private:
         std::array<Known*, 2> next = {};
     };
 
-    bool Matches(const Known& known, std::string_view sql);
+    bool Matches(Known& known, std::string_view sql);
 
     std::unordered_map<const Plan*, Known> known_;
     Known* last_ = nullptr;
-    std::vector<Literal> literals_;
 };
 
 } // namespace refhost::sql
