@@ -5,6 +5,7 @@
 #include "bench/imports/MemoryAccount.h"
 #include "bench/imports/RunImport.h"
 #include "tests/cost/CountingNew.h"
+#include "tests/support/Sanitized.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -56,6 +57,9 @@ Peak PeakOf(const bench::Import& import, std::size_t rows) {
 class PeakCost : public testing::TestWithParam<PeakBound> {};
 
 TEST_P(PeakCost, StaysWithinItsBound) {
+    if (test::sanitized) {
+        GTEST_SKIP() << "a sanitizer's blocks have sizes of their own";
+    }
     const bench::Import import = GetParam().import();
     // What every request takes, such as prepared statements.
     const Peak one = PeakOf(import, 1);
