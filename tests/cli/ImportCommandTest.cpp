@@ -59,7 +59,8 @@ TEST_F(ImportCommand, EndsWithTheStatusOfWhatHappened) {
     EXPECT_EQ(Import("--quiet").status, 1);
     EXPECT_EQ(Kovra("import none.csv --login demo.xml").status, 2);
     Write("bad.csv", "仓库编码,存货编码,金额,颜色\n01,1001,5,红\n");
-    EXPECT_EQ(Kovra("import bad.csv --login demo.xml --class ClsKovra").status, 2);
+    const Ended unknownColumn = Kovra("import bad.csv --login demo.xml --class ClsKovra");
+    EXPECT_EQ(unknownColumn.status, 2) << unknownColumn.output << unknownColumn.error;
     demo().Run("insert into GL_mend (iyear, iperiod, bflag_IA) values (2024, 0, 1)");
     const Ended refused = Kovra("import good.csv --login demo.xml --commit --lang zh");
     EXPECT_EQ(refused.status, 3);
